@@ -1,0 +1,106 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "model/Calendar.h"
+
+#include <date/tz.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <string_view>
+
+namespace burnwick {
+
+namespace {
+
+using std::chrono::days;
+using std::chrono::nanoseconds;
+using LocalTime = std::chrono::local_time<nanoseconds>;
+
+/// The zone that TZ names, null when it is unset or none of the zone database's (such as a POSIX rule).
+const date::time_zone *zoneOfEnvironment() {
+    const char *variable = std::getenv("TZ"); // NOLINT(concurrency-mt-unsafe): the program never sets
+                                              // variables while other threads run
+    if (variable == nullptr)
+        return nullptr;
+    std::string_view name = variable;
+    if (name.starts_with(':'))
+        name.remove_prefix(1);
+    constexpr std::string_view database = "/zoneinfo/";
+    if (const auto at = name.find(database); name.starts_with('/') && at != std::string_view::npos)
+        name.remove_prefix(at + database.size());
+    if (name.empty())
+        name = "UTC";
+    try {
+        return date::locate_zone(name);
+    } catch (const std::runtime_error &) {
+        return nullptr;
+    }
+}
+
+const date::time_zone *zoneOfSystem() {
+    try {
+        return date::current_zone();
+    } catch (const std::runtime_error &) {
+        return date::locate_zone("UTC");
+    }
+}
+
+Instant toInstant(LocalTime local, const date::time_zone &zone) {
+    return zone.to_sys(date::local_time<nanoseconds>(local.time_since_epoch()), date::choose::earliest);
+}
+
+LocalTime localTime(Instant instant, const date::time_zone &zone) {
+    return LocalTime(zone.to_local(instant).time_since_epoch());
+}
+
+} // namespace
+
+Calendar Calendar::current() {
+    const date::time_zone *zone = zoneOfEnvironment();
+    return Calendar(zone != nullptr ? zone : zoneOfSystem());
+}
+
+Calendar Calendar::inZone(const std::string &ianaName) {
+    return Calendar(date::locate_zone(ianaName));
+}
+
+LocalDay Calendar::dayOf(Instant instant) const {
+    return std::chrono::floor<days>(localTime(instant, *m_zone));
+}
+
+int Calendar::hourOf(Instant instant) const {
+    const LocalTime local = localTime(instant, *m_zone);
+    return static_cast<int>((local - std::chrono::floor<days>(local)) / std::chrono::hours(1));
+}
+
+Instant Calendar::startOf(LocalDay day) const {
+    return toInstant(day, *m_zone);
+}
+
+Instant Calendar::daysBefore(Instant instant, int count) const {
+    return toInstant(localTime(instant, *m_zone) - days(count), *m_zone);
+}
+
+int Calendar::daysLeftInMonth(Instant instant) const {
+    const std::chrono::year_month_day today(dayOf(instant));
+    const std::chrono::year_month_day_last last(today.year(), std::chrono::month_day_last(today.month()));
+    return static_cast<int>(static_cast<unsigned>(last.day()) - static_cast<unsigned>(today.day()));
+}
+
+LocalTime Calendar::Cursor::localTimeOf(Instant instant) {
+    if (instant < m_validFrom || instant >= m_validUntil) {
+        const date::sys_info info = m_zone->get_info(instant);
+        // The first and last periods reach beyond what nanoseconds can express.
+        const auto clamped = [](date::sys_seconds moment) {
+            constexpr auto first = std::chrono::ceil<std::chrono::seconds>(Instant::min());
+            constexpr auto last = std::chrono::floor<std::chrono::seconds>(Instant::max());
+            return Instant(std::clamp(moment, first, last));
+        };
+        m_validFrom = clamped(info.begin);
+        m_validUntil = clamped(info.end);
+        m_offset = info.offset;
+    }
+    return LocalTime(instant.time_since_epoch() + m_offset);
+}
+
+} // namespace burnwick

@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "model/Instant.h"
+
+#include <optional>
+#include <string>
+
+namespace burnwick {
+
+/// The login that Claude Code keeps. Held only as long as a request needs it, never logged.
+struct OAuthCredentials {
+    std::string accessToken; ///< never empty
+    std::optional<std::string> refreshToken;
+    std::optional<Instant> expiresAt;
+
+    bool operator==(const OAuthCredentials &) const = default;
+};
+
+} // namespace burnwick

@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "model/StatusIndicator.h"
+
+namespace burnwick {
+
+StatusIndicator statusIndicatorFor(const std::optional<QuotaData> &quota) noexcept {
+    constexpr double redFromPct = 81.0;
+    constexpr double orangeFromPct = 41.0;
+    if (!quota)
+        return StatusIndicator::green;
+    if (quota->fiveHourUsagePct >= redFromPct)
+        return StatusIndicator::red;
+    if (quota->fiveHourUsagePct >= orangeFromPct)
+        return StatusIndicator::orange;
+    return StatusIndicator::green;
+}
+
+RgbColor colorOf(StatusIndicator indicator) noexcept {
+    switch (indicator) {
+    case StatusIndicator::orange:
+        return {0.99, 0.74, 0.18};
+    case StatusIndicator::red:
+        return {1.0, 0.27, 0.23};
+    case StatusIndicator::green:
+        break;
+    }
+    return {0.2, 0.78, 0.35};
+}
+
+std::string_view nameOf(StatusIndicator indicator) noexcept {
+    switch (indicator) {
+    case StatusIndicator::orange:
+        return "orange";
+    case StatusIndicator::red:
+        return "red";
+    case StatusIndicator::green:
+        break;
+    }
+    return "green";
+}
+
+} // namespace burnwick

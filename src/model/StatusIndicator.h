@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "model/QuotaData.h"
+
+#include <optional>
+#include <string_view>
+
+namespace burnwick {
+
+/// How close the 5-hour window is to its limit.
+enum class StatusIndicator { green, orange, red };
+
+/// An opaque sRGB colour, components from 0 to 1.
+struct RgbColor {
+    double red = 0;
+    double green = 0;
+    double blue = 0;
+
+    bool operator==(const RgbColor &) const = default;
+};
+
+/// Green below 41 % of the 5-hour window and without a snapshot, orange from 41 %, red from 81 %.
+[[nodiscard]] StatusIndicator statusIndicatorFor(const std::optional<QuotaData> &quota) noexcept;
+
+/// The colour of the status dot.
+[[nodiscard]] RgbColor colorOf(StatusIndicator indicator) noexcept;
+
+/// "green", "orange" or "red".
+[[nodiscard]] std::string_view nameOf(StatusIndicator indicator) noexcept;
+
+} // namespace burnwick

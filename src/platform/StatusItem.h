@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "model/StatusIndicator.h"
+#include "model/StatusTitle.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace burnwick {
+
+/// What the item in the status bar has to say.
+struct StatusItemContent {
+    StatusTitle title;                      ///< for hosts that show text
+    std::optional<double> fiveHourUsagePct; ///< for hosts that have room for two digits; absent while unknown
+    StatusIndicator indicator = StatusIndicator::green;
+
+    bool operator==(const StatusItemContent &) const = default;
+};
+
+/// The application's one item in the desktop's status bar. Main thread only.
+///
+/// A backend shows as much as its host can and keeps trying where there is no host (yet); it never fails.
+class StatusItem {
+public:
+    /// Called on the main thread when the user clicks the item, with the desktop's permission to raise a
+    /// window: an activation token, empty where the desktop hands out none.
+    using ActivateHandler = std::function<void(const std::string &activationToken)>;
+
+    virtual ~StatusItem() = default;
+    virtual void setActivateHandler(ActivateHandler handler) = 0;
+    /// Shows new content; the first call makes the item appear.
+    virtual void show(const StatusItemContent &content) = 0;
+};
+
+} // namespace burnwick
