@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+/// Searches over whole log files. Bytes are compared chunk by chunk without a branch inside, which the
+/// compiler turns into vector instructions: several times as fast as the standard searches.
+namespace burnwick {
+
+inline constexpr std::size_t searchChunk = 128;
+
+/// Where `matchesAt` first holds, at or after `from`. It is given an address and looks at `width` bytes
+/// there.
+template <std::size_t width, typename Match>
+[[nodiscard]] std::size_t findFirst(std::string_view text, std::size_t from, Match matchesAt) {
+    std::size_t at = from;
+    for (; at + searchChunk + width <= text.size(); at += searchChunk) {
+        const char *chunk = text.data() + at;
+        unsigned char any = 0;
+        for (std::size_t i = 0; i < searchChunk; ++i)
+            any |= static_cast<unsigned char>(matchesAt(chunk + i));
+        if (any != 0)
+            break;
+    }
+    for (; at + width <= text.size(); ++at) {
+        if (matchesAt(text.data() + at))
+            return at;
+    }
+    return std::string_view::npos;
+}
+
+/// Where the byte last occurs.
+[[nodiscard]] inline std::size_t findLast(std::string_view text, char byte) {
+    std::size_t end = text.size();
+    for (; end >= searchChunk; end -= searchChunk) {
+        const char *chunk = text.data() + end - searchChunk;
+        unsigned char any = 0;
+        for (std::size_t i = 0; i < searchChunk; ++i)
+            any |= static_cast<unsigned char>(chunk[i] == byte);
+        if (any != 0)
+            break;
+    }
+    return text.substr(0, end).rfind(byte);
+}
+
+} // namespace burnwick

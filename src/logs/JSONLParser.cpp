@@ -1,0 +1,190 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "logs/JSONLParser.h"
+
+#include "logs/LogFileReader.h"
+#include "logs/LogTree.h"
+
+#include <algorithm>
+#include <atomic>
+#include <iterator>
+#include <map>
+#include <mutex>
+#include <numeric>
+#include <thread>
+#include <unordered_set>
+#include <utility>
+
+namespace burnwick {
+
+namespace {
+
+InternedString sessionOf(const std::filesystem::path &file, bool assignSessionId) {
+    return assignSessionId ? InternedString(file.stem().native()) : InternedString();
+}
+
+/// Puts the files' entries together in file order, whatever the order in which they are done.
+class OrderedMerge {
+public:
+    explicit OrderedMerge(std::size_t firstRecentFile)
+        : m_firstRecentFile(firstRecentFile) {}
+
+    void add(std::size_t file, std::vector<JSONLEntry> entries) {
+        const std::lock_guard lock(m_mutex);
+        m_waiting.emplace(file, std::move(entries));
+        for (auto next = m_waiting.begin(); next != m_waiting.end() && next->first == m_nextFile;
+             next = m_waiting.erase(next), ++m_nextFile) {
+            if (m_nextFile == m_firstRecentFile)
+                m_firstRecent = m_merged.size();
+            if (m_merged.empty())
+                m_merged = std::move(next->second);
+            else
+                m_merged.insert(m_merged.end(), next->second.begin(), next->second.end());
+        }
+    }
+
+    /// Once every file has been added.
+    [[nodiscard]] std::vector<JSONLEntry> takeEntries() { return std::move(m_merged); }
+    [[nodiscard]] std::size_t firstRecent() const { return m_firstRecent.value_or(m_merged.size()); }
+
+private:
+    std::mutex m_mutex;
+    std::size_t m_firstRecentFile;
+    std::optional<std::size_t> m_firstRecent;
+    std::size_t m_nextFile = 0;
+    std::map<std::size_t, std::vector<JSONLEntry>> m_waiting;
+    std::vector<JSONLEntry> m_merged;
+};
+
+/// Starting a thread costs about as much as reading this much.
+constexpr std::uint64_t bytesWorthAThread = 1U << 20U;
+
+} // namespace
+
+JSONLParser::JSONLParser(const std::filesystem::path &home, const Calendar &calendar, const Clock &clock,
+                         unsigned threads)
+    : m_projectsURL(home / ".claude" / "projects")
+    , m_calendar(calendar)
+    , m_clock(clock)
+    , m_threads(threads != 0 ? threads : std::max(1U, std::thread::hardware_concurrency())) {}
+
+std::vector<LogFile> JSONLParser::allLogFiles() const {
+    return walkLogTree(m_projectsURL);
+}
+
+Instant JSONLParser::recentSince() const {
+    return m_calendar.daysBefore(m_clock.now(), 1);
+}
+
+std::vector<LogFile> JSONLParser::recentLogFiles() const {
+    std::vector<LogFile> files = walkLogTree(m_projectsURL);
+    std::erase_if(files, [since = recentSince()](const LogFile &file) {
+        return !file.modified || *file.modified < since;
+    });
+    return files;
+}
+
+std::vector<JSONLEntry> JSONLParser::parseFile(const std::filesystem::path &file,
+                                               bool assignSessionId) const {
+    return LogFileReader(LineSelection::all).readFile(file, sessionOf(file, assignSessionId));
+}
+
+LogHistory JSONLParser::parseFiles(std::span<const LogFile> files, std::size_t firstRecentFile,
+                                   bool assignSessionId, const std::stop_token &stop) const {
+    OrderedMerge merge(firstRecentFile);
+    std::atomic<std::size_t> nextFile = 0;
+    const auto work = [&] {
+        LogFileReader reader(LineSelection::usageOnly);
+        for (std::size_t i = nextFile++; i < files.size() && !stop.stop_requested(); i = nextFile++) {
+            const LogFile &file = files[i];
+            merge.add(i, file.regular ? reader.readFile(file.path, sessionOf(file.path, assignSessionId))
+                                      : std::vector<JSONLEntry>());
+        }
+    };
+    const std::uint64_t bytes =
+        std::accumulate(files.begin(), files.end(), std::uint64_t{0},
+                        [](std::uint64_t sum, const LogFile &file) { return sum + file.size; });
+    const std::uint64_t workers =
+        std::min({std::uint64_t{m_threads}, std::uint64_t{files.size()}, 1 + bytes / bytesWorthAThread});
+    {
+        std::vector<std::jthread> helpers;
+        for (std::uint64_t i = 1; i < workers; ++i)
+            helpers.emplace_back(work);
+        work();
+    }
+    LogHistory history;
+    history.fileCount = static_cast<std::int64_t>(files.size());
+    history.firstRecent = merge.firstRecent();
+    history.entries = merge.takeEntries();
+    return history;
+}
+
+std::vector<JSONLEntry> JSONLParser::parseRecentEntries() const {
+    return parseFiles(recentLogFiles(), 0, false, {}).entries;
+}
+
+LogHistory JSONLParser::parseAllEntries(const std::stop_token &stop) const {
+    const std::vector<LogFile> files = allLogFiles();
+    const auto firstRecent =
+        std::partition_point(files.begin(), files.end(), [since = recentSince()](const LogFile &file) {
+            return !file.modified || *file.modified < since;
+        });
+    return parseFiles(files, static_cast<std::size_t>(firstRecent - files.begin()), true, stop);
+}
+
+SessionTokens JSONLParser::calculateSessionTokens(std::span<const JSONLEntry> entries) {
+    SessionTokens sums;
+    for (const JSONLEntry &entry : entries)
+        addCounts(sums, entry.counts());
+    return sums;
+}
+
+double JSONLParser::calculateBurnRate(std::span<const JSONLEntry> entries) {
+    std::optional<Instant> first;
+    std::optional<Instant> last;
+    std::int64_t tokens = 0;
+    for (const JSONLEntry &entry : entries) {
+        const auto instant = entry.timestamp().instant();
+        if (!instant)
+            continue;
+        if (!first)
+            first = instant;
+        last = instant;
+        const JSONLEntry::Counts counts = entry.counts();
+        tokens = addTokens(tokens, addTokens(counts.input, counts.output));
+    }
+    // One dated entry has no span either.
+    if (!first || *last <= *first)
+        return 0;
+    const double minutes = std::chrono::duration<double>(*last - *first).count() / 60;
+    return static_cast<double>(tokens) / minutes;
+}
+
+HistoricalData JSONLParser::computeHistoricalData(std::span<const JSONLEntry> entries,
+                                                  std::int64_t sessionCount) const {
+    HistoryBuilder builder(m_calendar);
+    for (const JSONLEntry &entry : entries)
+        builder.add(entry);
+    return builder.finish(sessionCount, m_calendar.dayOf(m_clock.now()));
+}
+
+HistoricalData JSONLParser::computeHistoricalData(const LogHistory &history, TimeFilter filter) const {
+    const Instant now = m_clock.now();
+    const auto cutOff = cutOffOf(filter, now, m_calendar);
+    if (!cutOff)
+        return computeHistoricalData(history.entries, history.fileCount);
+
+    HistoryBuilder builder(m_calendar);
+    std::unordered_set<InternedString> sessions;
+    for (const JSONLEntry &entry : history.entries) {
+        const auto instant = entry.timestamp().instant();
+        if (!instant || *instant < *cutOff)
+            continue;
+        builder.add(entry);
+        if (!entry.sessionId().view().empty())
+            sessions.insert(entry.sessionId());
+    }
+    return builder.finish(static_cast<std::int64_t>(sessions.size()), m_calendar.dayOf(now));
+}
+
+} // namespace burnwick

@@ -1,0 +1,101 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "logs/LogFileReader.h"
+
+#include "logs/LineFilter.h"
+
+#include <simdjson.h>
+
+#include <algorithm>
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace burnwick {
+
+namespace {
+
+/// Closes the descriptor when it goes.
+class OpenFile {
+public:
+    // Not blocking: whatever has taken the file's place since it was listed, opening it must not wait.
+    explicit OpenFile(const std::filesystem::path &path)
+        : m_descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY)) {}
+    ~OpenFile() {
+        if (m_descriptor >= 0)
+            ::close(m_descriptor);
+    }
+    OpenFile(const OpenFile &) = delete;
+    OpenFile &operator=(const OpenFile &) = delete;
+
+    [[nodiscard]] bool isRegular() const {
+        struct stat status {};
+        return m_descriptor >= 0 && ::fstat(m_descriptor, &status) == 0 && S_ISREG(status.st_mode);
+    }
+    ssize_t read(char *data, std::size_t size) const {
+        ssize_t count = 0;
+        do {
+            count = ::read(m_descriptor, data, size);
+        } while (count < 0 && errno == EINTR);
+        return count;
+    }
+
+private:
+    int m_descriptor;
+};
+
+bool isBlank(std::string_view line) {
+    return line.find_first_not_of(" \t\r") == std::string_view::npos;
+}
+
+} // namespace
+
+LogFileReader::LogFileReader(LineSelection selection, std::size_t blockSize)
+    : m_selection(selection)
+    , m_blocks(blockSize, JSONLDecoder::padding) {}
+
+std::vector<JSONLEntry> LogFileReader::readFile(const std::filesystem::path &file, InternedString sessionId) {
+    const OpenFile open(file);
+    if (!open.isRegular())
+        return {};
+    return read([&open](char *data, std::size_t size) { return open.read(data, size); }, sessionId);
+}
+
+std::vector<JSONLEntry> LogFileReader::read(const BlockReader::Read &source, InternedString sessionId) {
+    std::vector<JSONLEntry> entries;
+    const bool complete = m_blocks.readAll(
+        source, [&](std::string_view block) { return takeBlock(block, sessionId, entries); });
+    if (!complete)
+        entries.clear();
+    return entries;
+}
+
+bool LogFileReader::takeBlock(std::string_view block, InternedString sessionId,
+                              std::vector<JSONLEntry> &entries) {
+    // Blocks end at line ends, so no character is cut in two.
+    if (!simdjson::validate_utf8(block))
+        return false;
+    const bool everyLine = m_selection == LineSelection::all || hasEscapedLetters(block);
+    for (std::size_t at = findCandidateLine(block, 0, everyLine); at != std::string_view::npos;
+         at = findCandidateLine(block, at, everyLine)) {
+        const std::size_t end = std::min(block.find('\n', at), block.size());
+        takeLine(block.substr(at, end - at), sessionId, entries);
+        at = std::min(end + 1, block.size());
+    }
+    return true;
+}
+
+void LogFileReader::takeLine(std::string_view line, InternedString sessionId,
+                             std::vector<JSONLEntry> &entries) {
+    if (isBlank(line))
+        return;
+    auto entry = m_decoder.decodePadded(line);
+    if (!entry || (m_selection == LineSelection::usageOnly && !entry->isUsageLine()))
+        return;
+    entry->setSessionId(sessionId);
+    entries.push_back(*entry);
+}
+
+} // namespace burnwick
