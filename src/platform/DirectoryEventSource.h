@@ -12,16 +12,17 @@ namespace burnwick {
 /// below it, and not that a file's contents or attributes changed.
 class DirectoryEventSource {
 public:
-    /// Opening and closing belong to the owner's thread of events; see wait().
+    /// Closes the descriptor. Not during wait().
     virtual ~DirectoryEventSource() = default;
 
-    /// Blocks until something happened. True: the entries changed. False: wake() was called, or the source
-    /// can deliver nothing more.
+    /// Blocks until something happened. True: the entries changed, once or more often. False: wake() was
+    /// called, or the source can deliver nothing more, for instance because the directory was deleted. On one
+    /// thread at a time.
     [[nodiscard]] virtual bool wait() = 0;
-    /// Makes a running or the next wait() return false. From any thread.
-    virtual void wake() = 0;
+    /// Makes the running and each later wait() return false. From any thread.
+    virtual void wake() noexcept = 0;
     /// The open descriptor.
-    [[nodiscard]] virtual int descriptor() const = 0;
+    [[nodiscard]] virtual int descriptor() const noexcept = 0;
 };
 
 /// Opens a source for the directory; null when the path is missing, unreadable or no directory.

@@ -1,0 +1,138 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "logs/FileMonitor.h"
+
+#include <QThread>
+
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <utility>
+
+namespace burnwick {
+
+/// What the thread works on: the sources opened by start(), one after the other.
+class FileMonitor::Worker {
+public:
+    explicit Worker(std::function<void()> onChange)
+        : m_onChange(std::move(onChange)) {}
+
+    void run();
+
+    [[nodiscard]] bool isWatching() const {
+        const std::lock_guard lock(m_mutex);
+        return !m_watches.empty() && !m_watches.back().cancelled;
+    }
+
+    void add(std::unique_ptr<DirectoryEventSource> source) {
+        const std::lock_guard lock(m_mutex);
+        m_watches.push_back({std::move(source)});
+        m_wake.notify_one();
+    }
+
+    void cancel() {
+        const std::lock_guard lock(m_mutex);
+        if (m_watches.empty())
+            return;
+        m_watches.back().cancelled = true;
+        m_watches.back().source->wake();
+    }
+
+    void quit() {
+        cancel();
+        const std::lock_guard lock(m_mutex);
+        m_quit = true;
+        m_wake.notify_one();
+    }
+
+    [[nodiscard]] int descriptor() const {
+        const std::lock_guard lock(m_mutex);
+        return m_watches.empty() ? -1 : m_watches.back().source->descriptor();
+    }
+
+private:
+    struct Watch {
+        std::unique_ptr<DirectoryEventSource> source;
+        bool cancelled = false;
+    };
+
+    void deliver(std::unique_lock<std::mutex> &lock, const Watch &watch) const;
+
+    const std::function<void()> m_onChange;
+    mutable std::mutex m_mutex;
+    std::condition_variable m_wake;
+    std::deque<Watch>
+        m_watches; ///< all but the last are cancelled; an element stays in place until it is done
+    bool m_quit = false;
+};
+
+void FileMonitor::Worker::run() {
+    std::unique_lock lock(m_mutex);
+    while (true) {
+        m_wake.wait(lock, [this] { return m_quit || !m_watches.empty(); });
+        if (m_watches.empty())
+            return;
+        deliver(lock, m_watches.front());
+        m_watches.pop_front();
+    }
+}
+
+/// Calls the handler, without the lock, until the watch is cancelled or ends by itself.
+void FileMonitor::Worker::deliver(std::unique_lock<std::mutex> &lock, const Watch &watch) const {
+    while (!watch.cancelled) {
+        lock.unlock();
+        const bool changed = watch.source->wait();
+        lock.lock();
+        if (watch.cancelled || !changed)
+            return;
+        lock.unlock();
+        m_onChange();
+        lock.lock();
+    }
+}
+
+FileMonitor::FileMonitor(std::filesystem::path path, std::function<void()> onChange,
+                         OpenDirectoryEventSource open)
+    : m_path(std::move(path))
+    , m_open(std::move(open))
+    , m_worker(std::make_shared<Worker>(std::move(onChange))) {}
+
+FileMonitor::~FileMonitor() {
+    m_worker->quit();
+    if (!m_thread)
+        return;
+    if (QThread::currentThread() != m_thread.get()) {
+        m_thread->wait();
+        return;
+    }
+    // The thread cannot wait for itself: its handle goes once it has ended.
+    QObject::connect(m_thread.get(), &QThread::finished, m_thread.get(), &QObject::deleteLater);
+    static_cast<void>(m_thread.release());
+}
+
+void FileMonitor::start() {
+    if (m_worker->isWatching())
+        return;
+    auto source = m_open(m_path);
+    if (!source)
+        return;
+    m_worker->add(std::move(source));
+    if (!m_thread)
+        startThread();
+}
+
+void FileMonitor::stop() {
+    m_worker->cancel();
+}
+
+int FileMonitor::fileDescriptor() const {
+    return m_worker->descriptor();
+}
+
+void FileMonitor::startThread() {
+    m_thread.reset(QThread::create([worker = m_worker] { worker->run(); }));
+    m_thread->setObjectName(QStringLiteral("burnwick.files"));
+    m_thread->start(QThread::LowPriority);
+}
+
+} // namespace burnwick

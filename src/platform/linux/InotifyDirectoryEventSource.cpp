@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "platform/linux/InotifyDirectoryEventSource.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdint>
+#include <cstring>
+
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <sys/inotify.h>
+#include <unistd.h>
+
+namespace burnwick {
+
+namespace {
+
+constexpr std::uint32_t entryChanges = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO;
+// A hundred events with names of ordinary length; more than NAME_MAX + 1 needs for one.
+constexpr std::size_t batchBytes = 4096;
+
+} // namespace
+
+InotifyDirectoryEventSource::InotifyDirectoryEventSource()
+    : m_inotify(inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
+    , m_wake(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)) {}
+
+std::unique_ptr<InotifyDirectoryEventSource>
+InotifyDirectoryEventSource::open(const std::filesystem::path &path) {
+    std::unique_ptr<InotifyDirectoryEventSource> source(new InotifyDirectoryEventSource);
+    if (source->m_inotify == -1 || source->m_wake == -1 ||
+        inotify_add_watch(source->m_inotify, path.c_str(), entryChanges | IN_ONLYDIR) == -1)
+        return nullptr;
+    return source;
+}
+
+InotifyDirectoryEventSource::~InotifyDirectoryEventSource() {
+    for (const int descriptor : {m_inotify, m_wake}) {
+        if (descriptor != -1)
+            close(descriptor);
+    }
+}
+
+bool InotifyDirectoryEventSource::wait() {
+    std::array<pollfd, 2> descriptors{pollfd{m_wake, POLLIN, 0}, pollfd{m_inotify, POLLIN, 0}};
+    const auto &[woken, events] = descriptors;
+    while (!m_ended) {
+        if (poll(descriptors.data(), descriptors.size(), -1) == -1) {
+            if (errno == EINTR)
+                continue;
+            return false;
+        }
+        if (woken.revents != 0)
+            return false;
+        if (events.revents != 0 && readBatch())
+            return true;
+    }
+    return false;
+}
+
+void InotifyDirectoryEventSource::wake() noexcept {
+    const std::uint64_t one = 1;
+    // It can only fail when the counter is full, and then the other side is awake already.
+    static_cast<void>(!write(m_wake, &one, sizeof one));
+}
+
+/// Whether the entries changed; sets m_ended after the last event.
+bool InotifyDirectoryEventSource::readBatch() {
+    std::array<char, batchBytes> batch;
+    const ssize_t size = read(m_inotify, batch.data(), batch.size());
+    if (size <= 0) {
+        m_ended = size == 0 || (errno != EAGAIN && errno != EINTR);
+        return false;
+    }
+    bool changed = false;
+    for (std::size_t at = 0; at < static_cast<std::size_t>(size);) {
+        inotify_event event;
+        std::memcpy(&event, batch.data() + at, sizeof event);
+        // After an overflow nobody knows what changed, so something did.
+        changed = changed || (event.mask & (entryChanges | IN_Q_OVERFLOW)) != 0;
+        m_ended = m_ended || (event.mask & IN_IGNORED) != 0;
+        at += sizeof event + event.len;
+    }
+    return changed;
+}
+
+} // namespace burnwick

@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "prefs/RefreshRate.h"
+#include "prefs/Theme.h"
+
+#include <QObject>
+
+namespace burnwick {
+
+template <typename Value>
+struct Setting;
+class UserDefaults;
+
+/// The user's settings: loaded at construction, each change announced and then written straight to the store.
+///
+/// A change signal comes when a value really changed. Assigning the current value announces nothing, but puts
+/// it into a store that holds none or another one. Main thread only.
+class PreferencesManager final : public QObject {
+    Q_OBJECT
+
+public:
+    /// The store must outlive this object.
+    explicit PreferencesManager(UserDefaults &defaults, QObject *parent = nullptr);
+
+    [[nodiscard]] Theme theme() const { return m_theme; }
+    [[nodiscard]] RefreshRate refreshRate() const { return m_refreshRate; }
+    /// What the user wants; registering the login item is the caller's business.
+    [[nodiscard]] bool launchAtStartup() const { return m_launchAtStartup; }
+    [[nodiscard]] bool autoRefreshQuota() const { return m_autoRefreshQuota; }
+    [[nodiscard]] bool alertAt80Quota() const { return m_alertAt80Quota; }
+    [[nodiscard]] bool rateLimitAlerts() const { return m_rateLimitAlerts; }
+    [[nodiscard]] bool sessionResetAlerts() const { return m_sessionResetAlerts; }
+    /// US dollars a month.
+    [[nodiscard]] double monthlySpendLimit() const { return m_monthlySpendLimit; }
+
+    void setTheme(Theme theme);
+    void setRefreshRate(RefreshRate rate);
+    void setLaunchAtStartup(bool on);
+    void setAutoRefreshQuota(bool on);
+    void setAlertAt80Quota(bool on);
+    void setRateLimitAlerts(bool on);
+    void setSessionResetAlerts(bool on);
+    /// For the running program only: this one is never written.
+    void setMonthlySpendLimit(double limit);
+
+Q_SIGNALS:
+    void themeChanged(Theme theme);
+    void refreshRateChanged(RefreshRate rate);
+    void launchAtStartupChanged(bool on);
+    void autoRefreshQuotaChanged(bool on);
+    void alertAt80QuotaChanged(bool on);
+    void rateLimitAlertsChanged(bool on);
+    void sessionResetAlertsChanged(bool on);
+    void monthlySpendLimitChanged(double limit);
+
+private:
+    template <typename Value>
+    using ChangeSignal = void (PreferencesManager::*)(Value);
+
+    template <typename Value>
+    void publish(Value &current, Value value, ChangeSignal<Value> changed);
+    template <typename Value>
+    void assign(const Setting<Value> &setting, Value &current, Value value, ChangeSignal<Value> changed);
+
+    UserDefaults &m_defaults;
+    Theme m_theme;
+    RefreshRate m_refreshRate;
+    bool m_launchAtStartup;
+    bool m_autoRefreshQuota;
+    bool m_alertAt80Quota;
+    bool m_rateLimitAlerts;
+    bool m_sessionResetAlerts;
+    double m_monthlySpendLimit;
+};
+
+} // namespace burnwick

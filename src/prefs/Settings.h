@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "prefs/RefreshRate.h"
+#include "prefs/Theme.h"
+#include "prefs/UserDefaults.h"
+
+#include <QLatin1String>
+
+#include <algorithm>
+#include <optional>
+#include <type_traits>
+
+namespace burnwick {
+
+/// The type as which the user-defaults store keeps a setting.
+template <typename Value>
+struct StoredAs : std::type_identity<Value> {};
+template <>
+struct StoredAs<Theme> : std::type_identity<QString> {};
+template <>
+struct StoredAs<RefreshRate> : std::type_identity<qint64> {};
+
+/// One row of the table of settings.
+template <typename Value>
+struct Setting {
+    using Stored = typename StoredAs<Value>::type;
+
+    QLatin1String key;
+    Value fallback;                                ///< when the store holds no allowed value
+    std::optional<Value> (*parse)(const Stored &); ///< none for a value that is not allowed
+};
+
+/// The table of the user's settings.
+namespace settings {
+
+template <typename Value>
+std::optional<Value> anyValue(const Value &stored) {
+    return stored;
+}
+
+inline std::optional<double> positive(const double &stored) {
+    return stored > 0 ? std::optional(stored) : std::nullopt;
+}
+
+/// The case with this raw value.
+template <const auto &allCases, typename Raw>
+auto oneOf(const Raw &stored) {
+    const auto found =
+        std::ranges::find_if(allCases, [&stored](auto value) { return rawValueOf(value) == stored; });
+    return found == allCases.end() ? std::nullopt : std::optional(*found);
+}
+
+inline constexpr Setting<Theme> theme{QLatin1String("theme"), Theme::system, oneOf<allThemes>};
+inline constexpr Setting<RefreshRate> refreshRate{QLatin1String("refreshRate"), RefreshRate::fiveMin,
+                                                  oneOf<allRefreshRates>};
+inline constexpr Setting<bool> launchAtStartup{QLatin1String("launchAtStartup"), false, anyValue};
+inline constexpr Setting<bool> autoRefreshQuota{QLatin1String("autoRefreshQuota"), true, anyValue};
+inline constexpr Setting<bool> alertAt80Quota{QLatin1String("alertAt80Quota"), true, anyValue};
+inline constexpr Setting<bool> rateLimitAlerts{QLatin1String("rateLimitAlerts"), true, anyValue};
+inline constexpr Setting<bool> sessionResetAlerts{QLatin1String("sessionResetAlerts"), true, anyValue};
+/// US dollars a month. Read from the store, never written to it.
+inline constexpr Setting<double> monthlySpendLimit{QLatin1String("monthlySpendLimit"), 50.0, positive};
+
+} // namespace settings
+
+/// The setting's value in the store, or its fallback.
+template <typename Value>
+[[nodiscard]] Value load(const UserDefaults &defaults, const Setting<Value> &setting) {
+    const auto stored = defaults.get<typename Setting<Value>::Stored>(setting.key);
+    return stored ? setting.parse(*stored).value_or(setting.fallback) : setting.fallback;
+}
+
+template <typename Value>
+void store(UserDefaults &defaults, const Setting<Value> &setting, Value value) {
+    if constexpr (std::is_enum_v<Value>)
+        defaults.set(setting.key, rawValueOf(value));
+    else
+        defaults.set(setting.key, value);
+}
+
+} // namespace burnwick
