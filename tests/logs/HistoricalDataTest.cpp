@@ -1,0 +1,187 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "logs/HistoricalData.h"
+
+#include "logs/JSONLParser.h"
+#include "support/LogTreeFixture.h"
+#include "support/ManualClock.h"
+
+#include <gtest/gtest.h>
+
+namespace burnwick {
+namespace {
+
+using namespace std::chrono_literals;
+using std::chrono::local_days;
+using test::at;
+
+struct Row {
+    const char *timestamp; ///< null: the line has none
+    std::int64_t input = 0;
+    std::int64_t output = 0;
+    const char *model = "claude-sonnet-4-5";
+    const char *session = "s";
+};
+
+JSONLEntry entryOf(const Row &row) {
+    JSONLEntry::MessageWrapper message{{}, JSONLEntry::UsageWrapper{row.input, row.output, 1, std::nullopt}};
+    if (row.model != nullptr)
+        message.model = InternedString(row.model);
+    JSONLEntry entry(InternedString("assistant"),
+                     row.timestamp != nullptr ? LogTimestamp(row.timestamp) : LogTimestamp(), message);
+    entry.setSessionId(InternedString(row.session));
+    return entry;
+}
+
+HistoricalData historyOf(std::initializer_list<Row> rows, const char *zone = "UTC",
+                         LocalDay today = local_days(2025y / 6 / 10)) {
+    HistoryBuilder builder(Calendar::inZone(zone));
+    for (const Row &row : rows)
+        builder.add(entryOf(row));
+    return builder.finish(7, today);
+}
+
+TEST(HistoricalData, OfNothingIsEmpty) {
+    HistoricalData expected;
+    expected.sessionCount = 7;
+    EXPECT_EQ(historyOf({}), expected);
+}
+
+TEST(HistoricalData, UndatedEntriesCountInSumsAndModelsOnly) {
+    const HistoricalData history = historyOf({
+        {"2025-06-10T12:00:00Z", 10, 1, "undated"}, // no fraction
+        {nullptr, 10, 1, "undated"},
+        {"2025-06-10T12:00:00.5Z", 2, 1, "dated"},
+        {"2025-06-09T12:00:00.5Z", 0, 0, nullptr},
+    });
+    EXPECT_EQ(history.messageCount, 4);
+    EXPECT_EQ(history.totalTokens, (SessionTokens{22, 3, 4, 0}));
+    EXPECT_EQ(history.activeDays, 2);
+    EXPECT_EQ(history.favoriteModel, "dated");
+    const std::map<LocalDay, std::int64_t> days{{local_days(2025y / 6 / 9), 1},
+                                                {local_days(2025y / 6 / 10), 4}};
+    EXPECT_EQ(history.dailyActivity, days);
+    const std::vector<ModelStat> models{{"undated", 20, 2, 22.0 / 25 * 100}, {"dated", 2, 1, 3.0 / 25 * 100}};
+    EXPECT_EQ(history.modelStats, models);
+}
+
+TEST(HistoricalData, StreaksAndRuns) {
+    const auto june = [](std::initializer_list<int> days) {
+        HistoryBuilder builder(Calendar::inZone("UTC"));
+        for (const int day : days) {
+            const std::string date = "2025-06-" + std::string(day < 10 ? "0" : "") + std::to_string(day);
+            builder.add(entryOf({(date + "T10:00:00.0Z").c_str()}));
+        }
+        return builder.finish(0, local_days(2025y / 6 / 10));
+    };
+    const struct {
+        const char *what;
+        std::initializer_list<int> days;
+        std::int64_t current, longest;
+    } rows[] = {
+        {"none", {}, 0, 0},
+        {"today only", {10}, 1, 1},
+        {"yesterday and the two before", {7, 8, 9}, 3, 3},
+        {"the day before yesterday", {8}, 0, 1},
+        {"today and yesterday", {9, 10}, 2, 2},
+        {"a gap", {1, 2, 3, 5, 6}, 0, 3},
+        {"not in order", {6, 2, 5, 1, 3}, 0, 3},
+        {"a day in the future", {9, 10, 11, 12}, 2, 4},
+    };
+    for (const auto &row : rows) {
+        const HistoricalData history = june(row.days);
+        EXPECT_EQ(history.currentStreak, row.current) << row.what;
+        EXPECT_EQ(history.longestStreak, row.longest) << row.what;
+    }
+}
+
+TEST(HistoricalData, DaysOnWhichClocksChangeAreDaysLikeOthers) {
+    const struct {
+        const char *zone;
+        std::initializer_list<Row> rows;
+        LocalDay today;
+    } cases[] = {
+        // 23 hours on the 30th, 25 on October 26; each entry on its own local day though not in UTC.
+        {"Europe/Berlin",
+         {{"2025-03-28T23:30:00.0Z"}, {"2025-03-29T23:30:00.0Z"}, {"2025-03-30T22:30:00.0Z"}},
+         local_days(2025y / 3 / 31)},
+        {"Europe/Berlin",
+         {{"2025-10-24T22:30:00.0Z"}, {"2025-10-25T22:30:00.0Z"}, {"2025-10-26T23:30:00.0Z"}},
+         local_days(2025y / 10 / 27)},
+        // April 25 begins at 01:00.
+        {"Africa/Cairo",
+         {{"2025-04-24T21:59:59.9Z"}, {"2025-04-24T22:00:00.0Z"}, {"2025-04-25T21:30:00.0Z"}},
+         local_days(2025y / 4 / 26)},
+    };
+    for (const auto &c : cases) {
+        const HistoricalData history = historyOf(c.rows, c.zone, c.today);
+        EXPECT_EQ(history.activeDays, 3) << c.zone;
+        EXPECT_EQ(history.currentStreak, 3) << c.zone;
+        EXPECT_EQ(history.longestStreak, 3) << c.zone;
+    }
+}
+
+TEST(HistoricalData, PeakHourIsLocalAndTheEarliestOfEquals) {
+    EXPECT_EQ(historyOf({{"2025-06-01T09:10:00.0Z"}, {"2025-06-01T09:50:00.0Z"}, {"2025-06-01T14:00:00.0Z"}})
+                  .peakHour,
+              9);
+    EXPECT_EQ(historyOf({{"2025-06-01T14:00:00.0Z"}, {"2025-06-01T09:50:00.0Z"}}).peakHour, 9);
+    EXPECT_EQ(historyOf({{"2025-06-01T14:00:00.0Z"}}, "Asia/Kathmandu").peakHour, 19);
+    EXPECT_EQ(historyOf({{"2025-06-01T23:30:00.0+05:00"}}).peakHour, 18);
+}
+
+TEST(HistoricalData, FavoriteModelIsByMessagesAndTheSmallerNameOfEquals) {
+    constexpr auto noon = "2025-06-01T12:00:00.0Z";
+    EXPECT_EQ(historyOf({{noon, 900, 0, "big"}, {noon, 1, 0, "often"}, {noon, 1, 0, "often"}}).favoriteModel,
+              "often");
+    EXPECT_EQ(historyOf({{noon, 1, 0, "b"}, {noon, 1, 0, "a"}, {noon, 1, 0, "c"}}).favoriteModel, "a");
+    EXPECT_EQ(historyOf({{noon, 1, 0, "b"}, {noon, 1, 0, "B"}}).favoriteModel, "B");
+    EXPECT_EQ(historyOf({{noon, 1, 0, ""}}).favoriteModel, "");
+    EXPECT_EQ(historyOf({{noon, 1, 0, nullptr}}).favoriteModel, std::nullopt);
+}
+
+TEST(HistoricalData, ModelsAreSortedByShareThenByName) {
+    constexpr auto noon = "2025-06-01T12:00:00.0Z";
+    const auto shares = [](const HistoricalData &history) {
+        std::vector<std::pair<std::string, double>> result;
+        for (const ModelStat &stat : history.modelStats)
+            result.emplace_back(stat.name, stat.percentage);
+        return result;
+    };
+    using Shares = std::vector<std::pair<std::string, double>>;
+    EXPECT_EQ(shares(historyOf({{noon, 60, 40, "a"}, {noon, 200, 100, "b"}})),
+              (Shares{{"b", 75}, {"a", 25}}));
+    EXPECT_EQ(shares(historyOf({{noon, 1, 0, "b"}, {noon, 1, 0, "c"}, {noon, 2, 0, "x"}, {noon, 0, 1, "a"}})),
+              (Shares{{"x", 40}, {"a", 20}, {"b", 20}, {"c", 20}}));
+    EXPECT_EQ(shares(historyOf({{noon, 0, 0, "b"}, {noon, 0, 0, "a"}})), (Shares{{"a", 0}, {"b", 0}}));
+}
+
+TEST(HistoricalData, FiltersKeepWhatIsDatedWithinThePeriod) {
+    const test::ManualClock clock("2025-06-10T12:00:00Z");
+    const JSONLParser parser("/nonexistent", Calendar::inZone("UTC"), clock);
+    LogHistory log;
+    log.fileCount = 9;
+    for (const Row &row : std::initializer_list<Row>{
+             {"2025-06-03T11:59:59.999Z", 1, 0, "m", "old"},
+             {"2025-06-03T12:00:00.000Z", 2, 0, "m", "a"},
+             {"2025-06-09T12:00:00.000Z", 4, 0, "m", "b"},
+             {"2025-06-09T12:00:00.000Z", 8, 0, "m", "a"},
+             {"2025-06-09T12:00:00Z", 16, 0, "m", "undated"},
+             {"2025-06-09T12:00:00.000Z", 32, 0, "m", ""},
+             {"2025-05-11T12:00:00.000Z", 64, 0, "m", "month"},
+         })
+        log.entries.push_back(entryOf(row));
+
+    const struct {
+        TimeFilter filter;
+        std::int64_t sessions, input;
+    } rows[] = {{TimeFilter::all, 9, 127}, {TimeFilter::sevenDays, 2, 46}, {TimeFilter::thirtyDays, 4, 111}};
+    for (const auto &row : rows) {
+        const HistoricalData history = parser.computeHistoricalData(log, row.filter);
+        EXPECT_EQ(history.sessionCount, row.sessions) << nameOf(row.filter);
+        EXPECT_EQ(history.totalTokens.input, row.input) << nameOf(row.filter);
+    }
+}
+
+} // namespace
+} // namespace burnwick

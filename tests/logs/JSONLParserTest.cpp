@@ -1,0 +1,191 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "logs/JSONLParser.h"
+
+#include "support/LogTreeFixture.h"
+#include "support/ManualClock.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace burnwick {
+namespace {
+
+using namespace std::chrono_literals;
+using test::at;
+using test::usageLine;
+
+constexpr auto noon = "2025-06-01T12:00:00.000Z";
+
+class JSONLParserTest : public testing::Test {
+protected:
+    [[nodiscard]] JSONLParser parser(unsigned threads = 0) const {
+        return JSONLParser(m_home.path(), Calendar::inZone("Europe/Berlin"), m_clock, threads);
+    }
+    static std::vector<std::int64_t> inputs(const std::vector<JSONLEntry> &entries) {
+        std::vector<std::int64_t> result;
+        for (const JSONLEntry &entry : entries)
+            result.push_back(entry.counts().input);
+        return result;
+    }
+
+    test::ManualClock m_clock{noon};
+    test::LogHome m_home;
+};
+
+TEST_F(JSONLParserTest, WithoutLogsThereIsNothing) {
+    EXPECT_TRUE(parser().parseRecentEntries().empty());
+    EXPECT_EQ(parser().parseAllEntries().fileCount, 0);
+    test::writeFile(m_home.projects(), "a file in the directory's place");
+    EXPECT_EQ(parser().parseAllEntries().fileCount, 0);
+}
+
+TEST_F(JSONLParserTest, RecentFilesAreThoseSinceTheSameTimeOfYesterday) {
+    // The night between has 25 hours.
+    m_clock.set(at("2025-10-26T11:00:00Z"));
+    m_home.add("p/old.jsonl", usageLine(noon, 1, 0), at("2025-10-25T09:59:59.999Z"));
+    m_home.add("p/just.jsonl", usageLine(noon, 2, 0), at("2025-10-25T10:00:00Z"));
+    m_home.add("p/now.jsonl", usageLine(noon, 3, 0), m_clock.now());
+    m_home.add("p/future.jsonl", usageLine(noon, 4, 0), m_clock.now() + 5h);
+
+    EXPECT_EQ(inputs(parser().parseRecentEntries()), (std::vector<std::int64_t>{2, 3, 4}));
+    const LogHistory history = parser().parseAllEntries();
+    EXPECT_EQ(inputs(history.entries), (std::vector<std::int64_t>{1, 2, 3, 4}));
+    EXPECT_EQ(history.firstRecent, 1U);
+}
+
+TEST_F(JSONLParserTest, FilesComeByTimeThenByPathAndLinesInOrder) {
+    const Instant earlier = m_clock.now() - 3h;
+    m_home.add("b/x.jsonl", usageLine(noon, 5, 0) + usageLine(noon, 6, 0), m_clock.now());
+    m_home.add("b/c/deep/er/y.jsonl", usageLine(noon, 2, 0), earlier);
+    m_home.add("B/z.jsonl", usageLine(noon, 1, 0), earlier);
+    m_home.add("top.jsonl", usageLine(noon, 3, 0), earlier);
+    m_home.add(".hidden/h.jsonl", usageLine(noon, 4, 0), earlier + 1ns);
+    for (const unsigned threads : {1U, 2U, 7U})
+        EXPECT_EQ(inputs(parser(threads).parseAllEntries().entries),
+                  (std::vector<std::int64_t>{1, 2, 3, 4, 5, 6}));
+}
+
+TEST_F(JSONLParserTest, ManyThreadsKeepTheOrder) {
+    std::vector<std::int64_t> expected;
+    for (int i = 0; i < 200; ++i) {
+        // Sizes that differ widely, so that files are done out of order.
+        const std::string filler(static_cast<std::size_t>(i % 7) * 20'000, ' ');
+        m_home.add("p/" + std::to_string(i) + ".jsonl", filler + "\n" + usageLine(noon, i, 0),
+                   m_clock.now() + std::chrono::seconds(i));
+        expected.push_back(i);
+    }
+    EXPECT_EQ(inputs(parser(4).parseAllEntries().entries), expected);
+}
+
+TEST_F(JSONLParserTest, OnlyTheExactExtensionIsALog) {
+    for (const char *name : {"a.JSONL", "b.json", "c.jsonl.bak", ".jsonl", "jsonl", "d.jsonl "})
+        m_home.add(name, usageLine(noon, 1, 0), m_clock.now());
+    EXPECT_EQ(parser().parseAllEntries().fileCount, 0);
+    m_home.add("e.x.jsonl", usageLine(noon, 1, 0), m_clock.now());
+    EXPECT_EQ(parser().parseAllEntries().fileCount, 1);
+}
+
+TEST_F(JSONLParserTest, WhatIsNoRegularFileCountsAsFoundAndYieldsNothingAtOnce) {
+    const auto projects = m_home.projects();
+    const auto log = m_home.add("good.jsonl", usageLine(noon, 1, 0), m_clock.now());
+    ASSERT_EQ(::mkfifo((projects / "fifo.jsonl").c_str(), 0600), 0);
+    std::filesystem::create_directory(projects / "directory.jsonl");
+    std::filesystem::create_symlink("nowhere", projects / "dangling.jsonl");
+    std::filesystem::create_symlink("loop.jsonl", projects / "loop.jsonl");
+    std::filesystem::create_symlink(log, projects / "link.jsonl");
+    std::filesystem::create_directory_symlink(projects, projects / "directory.jsonl" / "up");
+
+    const LogHistory history = parser().parseAllEntries();
+    EXPECT_EQ(history.fileCount, 6);
+    EXPECT_EQ(inputs(history.entries), (std::vector<std::int64_t>{1, 1})); // the log and the link to it
+    EXPECT_EQ(inputs(parser().parseRecentEntries()), (std::vector<std::int64_t>{1, 1}));
+}
+
+TEST_F(JSONLParserTest, AnUnreadableFileSpoilsNoOther) {
+    m_home.add("a.jsonl", usageLine(noon, 1, 0), m_clock.now());
+    m_home.add("b.jsonl", usageLine(noon, 2, 0) + "\xFF", m_clock.now());
+    m_home.add("c.jsonl", usageLine(noon, 3, 0), m_clock.now());
+    const LogHistory history = parser().parseAllEntries();
+    EXPECT_EQ(history.fileCount, 3);
+    EXPECT_EQ(inputs(history.entries), (std::vector<std::int64_t>{1, 3}));
+}
+
+TEST_F(JSONLParserTest, SessionsAreNamedByTheirFilesInTheHistoryOnly) {
+    const auto file =
+        m_home.add("p/0a1b-2c.x.jsonl", usageLine(noon, 1, 0) + R"({"type":"user"})", m_clock.now());
+    EXPECT_EQ(parser().parseAllEntries().entries.at(0).sessionId().view(), "0a1b-2c.x");
+    EXPECT_EQ(parser().parseRecentEntries().at(0).sessionId().view(), "");
+    const auto every = parser().parseFile(file, true);
+    ASSERT_EQ(every.size(), 2U);
+    EXPECT_EQ(every[1].sessionId().view(), "0a1b-2c.x");
+    EXPECT_EQ(every[1].type().view(), "user");
+    EXPECT_EQ(parser().parseFile(file, false).at(0).sessionId().view(), "");
+    EXPECT_TRUE(parser().parseFile(m_home.projects() / "missing.jsonl", true).empty());
+}
+
+TEST_F(JSONLParserTest, AStopRequestEndsTheReading) {
+    m_home.add("a.jsonl", usageLine(noon, 1, 0), m_clock.now());
+    std::stop_source stop;
+    stop.request_stop();
+    EXPECT_TRUE(parser().parseAllEntries(stop.get_token()).entries.empty());
+}
+
+std::vector<JSONLEntry> entriesOf(const std::string &lines) {
+    const test::TemporaryDirectory directory;
+    test::writeFile(directory.path() / "x.jsonl", lines);
+    const test::ManualClock clock(noon);
+    return JSONLParser(directory.path(), Calendar::inZone("UTC"), clock)
+        .parseFile(directory.path() / "x.jsonl", false);
+}
+
+TEST(Sums, CountEveryKindOfToken) {
+    const auto entries = entriesOf(usageLine(noon, 1, 20, 300, 4000) + usageLine("never", 5, 0) +
+                                   R"({"type":"assistant","message":{"usage":{"output_tokens":12}}})");
+    EXPECT_EQ(JSONLParser::calculateSessionTokens(entries), (SessionTokens{6, 32, 300, 4000}));
+    EXPECT_EQ(JSONLParser::calculateSessionTokens({}), SessionTokens{});
+}
+
+TEST(Sums, AnOverflowStopsTheProgramWithOneLine) {
+    const auto entries =
+        entriesOf(usageLine(noon, std::numeric_limits<long long>::max(), 0) + usageLine(noon, 1, 0));
+    const char *oneLine = "^burnwick: the token counts [^\n]*\n$";
+    EXPECT_EXIT(static_cast<void>(JSONLParser::calculateSessionTokens(entries)), testing::ExitedWithCode(70),
+                oneLine);
+    EXPECT_EXIT(static_cast<void>(JSONLParser::calculateBurnRate(entries)), testing::ExitedWithCode(70),
+                oneLine);
+    HistoryBuilder builder(Calendar::inZone("UTC"));
+    builder.add(entries[0]);
+    EXPECT_EXIT(builder.add(entries[1]), testing::ExitedWithCode(70), oneLine);
+}
+
+TEST(BurnRate, IsTokensPerMinuteFromTheFirstToTheLastOfTheList) {
+    const auto at10 = [](int input, int output) {
+        return usageLine("2025-06-01T12:10:00.000Z", input, output, 9, 9);
+    };
+    const auto at0 = [](int input, int output) { return usageLine(noon, input, output, 9, 9); };
+    const struct {
+        const char *what;
+        std::string lines;
+        double rate;
+    } rows[] = {
+        {"nothing", "", 0},
+        {"a single entry", at0(100, 0), 0},
+        {"ten minutes", at0(100, 50) + at10(200, 150), 50.0},
+        {"the same instant", at0(100, 50) + at0(200, 150), 0},
+        {"backwards", at10(100, 50) + at0(200, 150), 0},
+        {"one without a fraction", at0(100, 50) + usageLine("2025-06-01T12:10:00Z", 200, 150), 0},
+        {"undated ones do not count", at0(100, 0) + usageLine("?", 999, 0) + at10(0, 0), 10.0},
+        {"back and forth", at0(100, 0) + at10(0, 0) + at0(0, 0) + usageLine("2025-06-01T12:05:00.0Z", 0, 0),
+         20.0},
+    };
+    for (const auto &row : rows)
+        EXPECT_DOUBLE_EQ(JSONLParser::calculateBurnRate(entriesOf(row.lines)), row.rate) << row.what;
+}
+
+} // namespace
+} // namespace burnwick

@@ -1,0 +1,312 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "prefs/UserDefaults.h"
+#include "prefs/SettingsFile.h"
+
+#include <gtest/gtest.h>
+
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <atomic>
+#include <csignal>
+#include <limits>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+namespace burnwick {
+namespace {
+
+using test::SettingsFile;
+
+const QString a = QStringLiteral("a");
+const QString b = QStringLiteral("b");
+const QString c = QStringLiteral("c");
+
+/// Counts the log's lines while it lives.
+class LogLines {
+public:
+    LogLines()
+        : m_before(qInstallMessageHandler(
+              [](QtMsgType, const QMessageLogContext &, const QString &) { ++s_count; })) {
+        s_count = 0;
+    }
+    ~LogLines() { qInstallMessageHandler(m_before); }
+    LogLines(const LogLines &) = delete;
+    LogLines &operator=(const LogLines &) = delete;
+
+    [[nodiscard]] int count() const { return s_count; }
+
+private:
+    static inline std::atomic<int> s_count = 0;
+    QtMessageHandler m_before;
+};
+
+/// No file can grow beyond the size while this lives.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+        : m_handler(std::signal(SIGXFSZ, SIG_IGN)) {
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit() {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handler);
+    }
+    FileSizeLimit(const FileSizeLimit &) = delete;
+    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
+
+private:
+    rlimit m_before{};
+    void (*m_handler)(int);
+};
+
+mode_t modeOf(const QString &path) {
+    struct stat status {};
+    EXPECT_EQ(stat(QFile::encodeName(path).constData(), &status), 0);
+    return status.st_mode & 07777;
+}
+
+ino_t inodeOf(const QString &path) {
+    struct stat status {};
+    EXPECT_EQ(stat(QFile::encodeName(path).constData(), &status), 0);
+    return status.st_ino;
+}
+
+QJsonObject object(const char *json) {
+    return QJsonDocument::fromJson(json).object();
+}
+
+template <StorableValue T>
+void expectSurvives(const T &value) {
+    const SettingsFile file;
+    UserDefaults(file.path).set(a, value);
+    const UserDefaults fresh(file.path);
+    EXPECT_EQ(fresh.get<T>(a), value);
+    EXPECT_EQ(fresh.get<bool>(a).has_value(), (std::same_as<T, bool>));
+    EXPECT_EQ(fresh.get<QString>(a).has_value(), (std::same_as<T, QString>));
+    EXPECT_EQ(fresh.get<double>(a).has_value(), (std::same_as<T, double> || std::same_as<T, qint64>));
+}
+
+TEST(UserDefaults, ValuesComeBackWithTheirTypes) {
+    for (const bool value : {true, false})
+        expectSurvives(value);
+    for (const qint64 value :
+         {qint64(0), qint64(1), qint64(9007199254740993), std::numeric_limits<qint64>::min()})
+        expectSurvives(value);
+    for (const double value : {3.0, 0.1, -1e300})
+        expectSurvives(value);
+    for (const auto &value : {QString(), QStringLiteral("true"), QStringLiteral("007"),
+                              QStringLiteral(u"\"\\\n\u00fc\U0001F525")})
+        expectSurvives(value);
+}
+
+TEST(UserDefaults, ATypeIsNotGuessed) {
+    const SettingsFile file;
+    file.write(R"({"a": 60.5, "b": null, "c": [1]})");
+    const UserDefaults defaults(file.path);
+    EXPECT_EQ(defaults.get<qint64>(a), std::nullopt);
+    for (const auto &key : {b, c, QStringLiteral("missing")}) {
+        EXPECT_EQ(defaults.get<bool>(key), std::nullopt);
+        EXPECT_EQ(defaults.get<qint64>(key), std::nullopt);
+        EXPECT_EQ(defaults.get<double>(key), std::nullopt);
+        EXPECT_EQ(defaults.get<QString>(key), std::nullopt);
+    }
+}
+
+TEST(UserDefaults, AWriteChangesOnlyItsKey) {
+    const SettingsFile file;
+    file.write(R"({"a": "old", "b": "old", "future": {"list": [1, 2.5, null]}, "big": 9223372036854775807})");
+    UserDefaults defaults(file.path);
+    // Somebody edits the file while the program runs.
+    file.write(R"({"a": "old", "c": "outside", "future": {"list": [3]}, "big": 9223372036854775807})");
+    defaults.set(a, QStringLiteral("new"));
+    EXPECT_EQ(file.values(),
+              object(R"({"a": "new", "c": "outside", "future": {"list": [3]}, "big": 9223372036854775807})"));
+    EXPECT_TRUE(file.bytes().contains("9223372036854775807"));
+    EXPECT_EQ(defaults.get<QString>(b), std::nullopt);
+    EXPECT_EQ(defaults.get<QString>(c), QStringLiteral("outside"));
+    defaults.remove(a);
+    EXPECT_EQ(file.values(),
+              object(R"({"c": "outside", "future": {"list": [3]}, "big": 9223372036854775807})"));
+    EXPECT_EQ(defaults.get<QString>(a), std::nullopt);
+}
+
+TEST(UserDefaults, AValueThatIsThereAlreadyIsNotWrittenAgain) {
+    const SettingsFile file;
+    UserDefaults defaults(file.path);
+    defaults.remove(a);
+    EXPECT_FALSE(QFileInfo::exists(file.path));
+    defaults.set(a, true);
+    const ino_t inode = inodeOf(file.path);
+    defaults.set(a, true);
+    EXPECT_EQ(inodeOf(file.path), inode);
+    defaults.set(a, false);
+    EXPECT_NE(inodeOf(file.path), inode);
+}
+
+TEST(UserDefaults, TheFileIsTheOwnersAlone) {
+    const mode_t before = umask(0);
+    const SettingsFile file;
+    UserDefaults defaults(file.path);
+    defaults.set(a, true);
+    EXPECT_EQ(modeOf(file.folder()), 0700u);
+    EXPECT_EQ(modeOf(file.path), 0600u);
+    EXPECT_EQ(chmod(QFile::encodeName(file.path).constData(), 0644), 0);
+    defaults.set(a, false);
+    EXPECT_EQ(modeOf(file.path), 0600u);
+    umask(before);
+}
+
+TEST(UserDefaults, AMissingOrEmptyFileIsNoSettings) {
+    const SettingsFile file;
+    const LogLines log;
+    EXPECT_EQ(UserDefaults(file.path).get<bool>(a), std::nullopt);
+    EXPECT_FALSE(QFileInfo::exists(file.folder()));
+    file.write({});
+    UserDefaults(file.path).set(a, true);
+    EXPECT_EQ(file.values(), object(R"({"a": true})"));
+    EXPECT_EQ(file.names().size(), 1);
+    EXPECT_EQ(log.count(), 0);
+}
+
+TEST(UserDefaults, ADamagedFileIsSetAside) {
+    const SettingsFile file;
+    QByteArrayList damaged{
+        "{", "[1]", "3", "{} x", R"({"a": tru})", QByteArray(3, '\0'), "{\"a\": \"\xff\"}"};
+    for (const auto &bytes : damaged) {
+        file.write(bytes);
+        const LogLines log;
+        UserDefaults defaults(file.path);
+        EXPECT_EQ(defaults.get<bool>(a), std::nullopt);
+        EXPECT_FALSE(QFileInfo::exists(file.path));
+        defaults.set(a, true);
+        EXPECT_EQ(file.values(), object(R"({"a": true})")) << bytes.constData();
+        EXPECT_EQ(log.count(), 1);
+    }
+    // All of them are still there, although they came within a second or two.
+    QByteArrayList kept;
+    const QRegularExpression name(QStringLiteral(R"(^burnwick\.json\.corrupt-\d{8}T\d{6}Z(-\d+)?$)"));
+    for (const auto &entry : file.names().filter(name))
+        kept += test::bytesOf(file.folder() + u'/' + entry);
+    std::ranges::sort(kept);
+    std::ranges::sort(damaged);
+    EXPECT_EQ(kept, damaged);
+}
+
+TEST(UserDefaults, AFileDamagedMeanwhileIsWrittenAnewFromMemory) {
+    const SettingsFile file;
+    file.write(R"({"a": 1, "future": [2]})");
+    UserDefaults defaults(file.path);
+    file.write("oops");
+    const LogLines log;
+    defaults.set(b, qint64(3));
+    EXPECT_EQ(file.values(), object(R"({"a": 1, "b": 3, "future": [2]})"));
+    EXPECT_EQ(log.count(), 1);
+    ASSERT_EQ(file.names().size(), 2);
+    EXPECT_EQ(test::bytesOf(file.folder() + u'/' + file.names()[1]), "oops");
+}
+
+TEST(UserDefaults, AnUnreadableFileIsLeftAlone) {
+    const struct {
+        const char *what;
+        int (*make)(const char *path);
+    } rows[] = {
+        {"a directory", [](const char *path) { return mkdir(path, 0700); }},
+        {"a pipe", [](const char *path) { return mkfifo(path, 0600); }},
+        {"a regular file that fails to be read",
+         [](const char *path) { return symlink("/proc/self/mem", path); }},
+        {"a link to itself", [](const char *path) { return symlink("burnwick.json", path); }},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.what);
+        const SettingsFile file;
+        ASSERT_TRUE(QDir().mkpath(file.folder()));
+        const QByteArray path = QFile::encodeName(file.path);
+        ASSERT_EQ(row.make(path.constData()), 0);
+        const LogLines log;
+        UserDefaults defaults(file.path);
+        defaults.set(a, true);
+        defaults.set(b, qint64(2));
+        EXPECT_EQ(defaults.get<bool>(a), true);
+        EXPECT_EQ(defaults.get<qint64>(b), 2);
+        EXPECT_EQ(file.names(), QStringList(QStringLiteral("burnwick.json")));
+        EXPECT_EQ(file.bytes(), QByteArray());
+        EXPECT_EQ(log.count(), 1);
+        // Once it can be read, nothing of what was changed meanwhile is lost.
+        ASSERT_EQ(std::remove(path.constData()), 0);
+        file.write(R"({"a": false, "future": 1})");
+        defaults.set(c, true);
+        EXPECT_EQ(file.values(), object(R"({"a": true, "b": 2, "c": true, "future": 1})"));
+    }
+}
+
+TEST(UserDefaults, AFailedWriteKeepsTheOldFile) {
+    const SettingsFile file;
+    UserDefaults defaults(file.path);
+    defaults.set(a, QStringLiteral("old"));
+    const QByteArray before = file.bytes();
+    {
+        const LogLines log;
+        const FileSizeLimit limit(10);
+        defaults.set(a, QStringLiteral("new"));
+        defaults.set(b, true);
+        EXPECT_EQ(log.count(), 1);
+    }
+    EXPECT_EQ(defaults.get<QString>(a), QStringLiteral("new"));
+    EXPECT_EQ(file.bytes(), before);
+    EXPECT_EQ(file.names().size(), 1);
+    defaults.set(c, true);
+    EXPECT_EQ(file.values(), object(R"({"a": "new", "b": true, "c": true})"));
+}
+
+TEST(UserDefaults, AFolderThatCannotBeMadeIsNoObstacle) {
+    SettingsFile file;
+    test::writeBytes(file.directory.filePath(QStringLiteral("plain")), "x");
+    file.path = file.directory.filePath(QStringLiteral("plain/burnwick/burnwick.json"));
+    const LogLines log;
+    UserDefaults defaults(file.path);
+    defaults.set(a, true);
+    defaults.set(b, true);
+    EXPECT_EQ(defaults.get<bool>(a), true);
+    EXPECT_EQ(log.count(), 1);
+}
+
+TEST(UserDefaults, LinksStayAndTheirTargetIsReplaced) {
+    const SettingsFile file;
+    ASSERT_TRUE(QDir().mkpath(file.folder()));
+    const QString target = file.directory.filePath(QStringLiteral("dotfiles/burnwick.json"));
+    ASSERT_TRUE(QFile::link(QStringLiteral("second"), file.path));
+    ASSERT_TRUE(
+        QFile::link(QStringLiteral("../dotfiles/burnwick.json"), file.folder() + QStringLiteral("/second")));
+    for (const char *before : {"", R"({"future": 1})", "damaged"}) {
+        // At first there is no target.
+        if (*before != '\0')
+            test::writeBytes(target, before);
+        UserDefaults defaults(file.path);
+        defaults.set(a, QString::fromLatin1(before));
+        EXPECT_EQ(QJsonDocument::fromJson(test::bytesOf(target)).object().value(a).toString().toStdString(),
+                  before);
+        EXPECT_TRUE(QFileInfo(file.path).isSymLink());
+        EXPECT_EQ(file.names(), QStringList({QStringLiteral("burnwick.json"), QStringLiteral("second")}));
+    }
+    EXPECT_EQ(QDir(QFileInfo(target).path()).entryList(QDir::Files).size(), 2)
+        << "the target and what was damaged";
+}
+
+TEST(UserDefaults, TheFileLiesInTheFolderForConfiguration) {
+    const QByteArray before = qgetenv("XDG_CONFIG_HOME");
+    qputenv("XDG_CONFIG_HOME", "/somewhere");
+    EXPECT_EQ(UserDefaults::defaultPath(), QStringLiteral("/somewhere/burnwick/burnwick.json"));
+    qunsetenv("XDG_CONFIG_HOME");
+    EXPECT_EQ(UserDefaults::defaultPath(),
+              QDir::homePath() + QStringLiteral("/.config/burnwick/burnwick.json"));
+    if (!before.isNull())
+        qputenv("XDG_CONFIG_HOME", before);
+}
+
+} // namespace
+} // namespace burnwick

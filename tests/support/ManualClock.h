@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "model/Clock.h"
+#include "model/Timestamp.h"
+
+namespace burnwick::test {
+
+/// The instant of a date-time such as "2025-06-01T12:00:00Z"; throws when it is none.
+inline Instant at(std::string_view text) {
+    return parseTimestamp(text).value().instant;
+}
+
+/// A clock that stands still until it is moved.
+class ManualClock final : public Clock {
+public:
+    explicit ManualClock(std::string_view start)
+        : m_now(at(start)) {}
+    [[nodiscard]] Instant now() const override { return m_now; }
+    void set(Instant instant) { m_now = instant; }
+    void advance(std::chrono::nanoseconds by) { m_now += by; }
+
+private:
+    Instant m_now;
+};
+
+} // namespace burnwick::test
