@@ -1,0 +1,13 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "platform/Platform.h"
+
+#include "platform/linux/LinuxStatusItem.h"
+
+namespace burnwick::platform {
+
+std::unique_ptr<StatusItem> makeStatusItem() {
+    return std::make_unique<LinuxStatusItem>();
+}
+
+} // namespace burnwick::platform

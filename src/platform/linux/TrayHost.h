@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string_view>
+
+namespace burnwick {
+
+/// What the program that shows status items can show of ours.
+struct TrayHost {
+    enum class Presentation {
+        label,   ///< a square icon beside a plain text
+        wide,    ///< one undistorted picture of the whole title
+        compact, ///< a square icon only; the text goes into the tool tip
+    };
+    /// How it reads a tool tip's body. All of them need `&` and `<` escaped.
+    enum class Markup {
+        plain,  ///< unknown: no elements, no line breaks
+        qtText, ///< Qt's styled text; line breaks are `<br/>`
+        pango,  ///< an unknown element or a `<br/>` blanks the whole tool tip; line breaks are `\n`
+    };
+
+    Presentation presentation = Presentation::compact;
+    Markup markup = Markup::plain;
+    bool clickNeedsMenu = false; ///< a single click opens the exported menu and does nothing without one
+    bool iconsByName = false;    ///< it ignores pixmaps and looks icons up in the item's theme directory
+
+    bool operator==(const TrayHost &) const = default;
+};
+
+/// The host that owns the watcher's name, from its process name (/proc/PID/comm, at most 15 characters).
+[[nodiscard]] TrayHost trayHostFor(std::string_view processName);
+
+} // namespace burnwick
