@@ -56,6 +56,14 @@ private:
     std::vector<JSONLEntry> m_merged;
 };
 
+/// How many of the files, which are sorted by time, are older.
+std::size_t countModifiedBefore(std::span<const LogFile> files, Instant instant) {
+    const auto first = std::partition_point(files.begin(), files.end(), [instant](const LogFile &file) {
+        return !file.modified || *file.modified < instant;
+    });
+    return static_cast<std::size_t>(first - files.begin());
+}
+
 /// Starting a thread costs about as much as reading this much.
 constexpr std::uint64_t bytesWorthAThread = 1U << 20U;
 
@@ -125,11 +133,23 @@ std::vector<JSONLEntry> JSONLParser::parseRecentEntries() const {
 
 LogHistory JSONLParser::parseAllEntries(const std::stop_token &stop) const {
     const std::vector<LogFile> files = allLogFiles();
-    const auto firstRecent =
-        std::partition_point(files.begin(), files.end(), [since = recentSince()](const LogFile &file) {
-            return !file.modified || *file.modified < since;
-        });
-    return parseFiles(files, static_cast<std::size_t>(firstRecent - files.begin()), true, stop);
+    const Instant since = recentSince();
+    const std::size_t settled = countModifiedBefore(files, since);
+    LogHistory history = parseFiles(files, settled, true, stop);
+    history.settled = {since, static_cast<std::int64_t>(settled)};
+    return history;
+}
+
+std::optional<LogHistory> JSONLParser::parseUnsettledEntries(const SettledLogs &settled,
+                                                             const std::stop_token &stop) const {
+    const std::vector<LogFile> files = allLogFiles();
+    const std::size_t first = countModifiedBefore(files, settled.before);
+    if (static_cast<std::int64_t>(first) != settled.fileCount)
+        return std::nullopt;
+    LogHistory unsettled = parseFiles(std::span(files).subspan(first), 0, true, stop);
+    unsettled.fileCount = static_cast<std::int64_t>(files.size());
+    unsettled.settled = settled;
+    return unsettled;
 }
 
 SessionTokens JSONLParser::calculateSessionTokens(std::span<const JSONLEntry> entries) {

@@ -26,9 +26,16 @@ struct LogFile {
     bool regular = false; ///< a regular file, or a link to one; nothing else is ever opened
 };
 
+/// Log files that are not expected to change any more: those last modified before an instant.
+struct SettledLogs {
+    Instant before;
+    std::int64_t fileCount = 0;
+};
+
 /// All the usage lines of a log tree.
 struct LogHistory {
     std::vector<JSONLEntry> entries;
+    SettledLogs settled;         ///< all but the recent files
     std::int64_t fileCount = 0;  ///< log files found, readable or not
     std::size_t firstRecent = 0; ///< from here on the entries are of files modified within the last day
 };
@@ -58,6 +65,10 @@ public:
     /// The usage lines of all files with their sessions, in the same order. A stop request ends the reading
     /// early; the result is then of no use.
     [[nodiscard]] LogHistory parseAllEntries(const std::stop_token &stop = {}) const;
+    /// The part of parseAllEntries() that is not settled: reads only the files modified since. None when the
+    /// settled files are no longer the same ones, as when an old session was resumed; then all must be read.
+    [[nodiscard]] std::optional<LogHistory> parseUnsettledEntries(const SettledLogs &settled,
+                                                                  const std::stop_token &stop = {}) const;
 
     /// Sums over the entries; ends the program when one overflows.
     [[nodiscard]] static SessionTokens calculateSessionTokens(std::span<const JSONLEntry> entries);

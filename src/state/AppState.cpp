@@ -1,0 +1,171 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "state/AppState.h"
+
+#include "prefs/PreferencesManager.h"
+#include "state/Scheduler.h"
+
+#include <QMetaObject>
+
+#include <utility>
+
+namespace burnwick {
+
+namespace {
+
+/// From then on the unsettled part of a history is no longer small, and a whole load sets it back.
+constexpr std::chrono::days settledFor{2};
+
+} // namespace
+
+AppState::AppState(Services services, QObject *parent)
+    : QObject(parent)
+    , m_services(std::move(services))
+    , m_lastUpdated(m_services.clock.now()) {}
+
+AppState::~AppState() = default;
+
+template <typename Value>
+void AppState::publish(Value &property, Value value) {
+    if (property == value)
+        return;
+    Q_EMIT objectWillChange();
+    property = std::move(value);
+}
+
+void AppState::start() {
+    loadRecentEntries();
+    updateLocalStats();
+    m_fileMonitor = std::make_unique<FileMonitor>(
+        m_services.parser.projectsURL(), [this] { onDirectoryChange(); },
+        m_services.openDirectoryEventSource);
+    m_fileMonitor->start();
+    startJSONLTimer();
+    loadHistory();
+}
+
+void AppState::stop() {
+    m_stopped = true;
+    if (m_fileMonitor)
+        m_fileMonitor->stop();
+    m_jsonlTimer.reset();
+    m_historyJob.request_stop();
+}
+
+void AppState::startJSONLTimer() {
+    m_jsonlTimer = m_services.scheduler.repeat(intervalOf(m_services.preferences.refreshRate()),
+                                               [this] { refreshLocalData(); });
+}
+
+void AppState::stopJSONLTimer() {
+    m_jsonlTimer.reset();
+}
+
+/// Runs on the monitor's thread. Events that come while a refresh is due are served by it.
+void AppState::onDirectoryChange() {
+    if (m_refreshQueued.exchange(true))
+        return;
+    const auto refresh = [this] {
+        m_refreshQueued = false;
+        refreshLocalData();
+    };
+    QMetaObject::invokeMethod(this, refresh, Qt::QueuedConnection);
+}
+
+/// Whether the entries differ from the last ones.
+bool AppState::loadRecentEntries() {
+    const std::size_t formerCount = m_allEntries.size();
+    m_allEntries = m_services.parser.parseRecentEntries();
+    publish(m_hasJSONLData, !m_allEntries.empty());
+    return m_allEntries.size() != formerCount ||
+           JSONLParser::calculateSessionTokens(m_allEntries) != m_sessionTokens;
+}
+
+void AppState::refreshLocalData() {
+    if (m_stopped)
+        return;
+    const bool changed = loadRecentEntries();
+    updateLocalStats();
+    if (m_fileMonitor)
+        m_fileMonitor->start(); // the directory may not have been there before
+    const Calendar &calendar = m_services.calendar;
+    if (changed)
+        loadHistory();
+    else if (m_history && calendar.dayOf(m_lastUpdated) != calendar.dayOf(m_services.clock.now()))
+        recomputeHistory(); // streaks and periods end today, which has become another day
+}
+
+void AppState::updateLocalStats() {
+    publish(m_sessionTokens, JSONLParser::calculateSessionTokens(m_allEntries));
+    publish(m_sessionCost, burnwick::sessionCost(m_sessionTokens));
+    publish(m_burnRateTokensPerMin, JSONLParser::calculateBurnRate(m_allEntries));
+    const ProjectedCosts projected = projectedCosts(m_burnRateTokensPerMin);
+    publish(m_projectedTodayCost, projected.today);
+    publish(m_projectedWeeklyCost, projected.week);
+    publish(m_projectedMonthlyCost, projected.month);
+    updateStatusIndicator();
+}
+
+void AppState::updateStatusIndicator() {
+    publish(m_statusIndicator, statusIndicatorFor(m_quotaData));
+}
+
+void AppState::setTimeFilter(TimeFilter filter) {
+    if (m_timeFilter == filter)
+        return;
+    publish(m_timeFilter, filter);
+    recomputeHistory();
+}
+
+void AppState::recomputeHistory() {
+    publish(m_historicalData,
+            m_services.parser.computeHistoricalData(m_history ? *m_history : LogHistory(), m_timeFilter));
+    publish(m_lastUpdated, m_services.clock.now());
+}
+
+/// Reads what may have changed of the history in the background: all of it for the first time, then mostly
+/// the unsettled files alone.
+void AppState::loadHistory() {
+    if (m_historyJobRunning) {
+        m_historyOutdated = true;
+        return;
+    }
+    m_historyJobRunning = true;
+    std::optional<SettledLogs> settled;
+    if (m_history && m_services.clock.now() - m_history->settled.before < settledFor)
+        settled = m_history->settled;
+
+    m_historyJob = std::jthread([this, settled, parser = m_services.parser](const std::stop_token &stop) {
+        auto loaded = std::make_shared<LogHistory>();
+        bool whole = true;
+        if (settled) {
+            if (auto unsettled = parser.parseUnsettledEntries(*settled, stop)) {
+                *loaded = std::move(*unsettled);
+                whole = false;
+            }
+        }
+        if (whole)
+            *loaded = parser.parseAllEntries(stop);
+        if (stop.stop_requested())
+            return;
+        const auto handOver = [this, loaded, whole] { storeHistory(std::move(*loaded), whole); };
+        QMetaObject::invokeMethod(this, handOver, Qt::QueuedConnection);
+    });
+}
+
+void AppState::storeHistory(LogHistory loaded, bool whole) {
+    m_historyJobRunning = false;
+    if (whole || !m_history) {
+        m_history = std::move(loaded);
+    } else {
+        std::vector<JSONLEntry> &entries = m_history->entries;
+        entries.resize(m_history->firstRecent);
+        entries.insert(entries.end(), loaded.entries.begin(), loaded.entries.end());
+        m_history->fileCount = loaded.fileCount;
+    }
+    recomputeHistory();
+    if (std::exchange(m_historyOutdated, false) && !m_stopped)
+        loadHistory();
+}
+
+} // namespace burnwick

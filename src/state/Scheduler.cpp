@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "state/Scheduler.h"
+
+#include <QTimer>
+
+#include <utility>
+
+namespace burnwick {
+
+namespace {
+
+class EventLoopTimer final : public RepeatingTimer {
+public:
+    EventLoopTimer(std::chrono::milliseconds interval, std::function<void()> callback) {
+        m_timer.setTimerType(Qt::CoarseTimer);
+        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, std::move(callback));
+        m_timer.start(interval);
+    }
+
+private:
+    QTimer m_timer;
+};
+
+} // namespace
+
+std::unique_ptr<RepeatingTimer> EventLoopScheduler::repeat(std::chrono::milliseconds interval,
+                                                           std::function<void()> callback) {
+    return std::make_unique<EventLoopTimer>(interval, std::move(callback));
+}
+
+} // namespace burnwick

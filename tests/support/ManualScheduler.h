@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "state/Scheduler.h"
+
+#include <utility>
+#include <vector>
+
+namespace burnwick::test {
+
+/// Timers that fire only when told to.
+class ManualScheduler final : public Scheduler {
+public:
+    [[nodiscard]] std::unique_ptr<RepeatingTimer> repeat(std::chrono::milliseconds interval,
+                                                         std::function<void()> callback) override {
+        auto timer = std::make_unique<Timer>(*this, interval, std::move(callback));
+        m_timers.push_back(timer.get());
+        return timer;
+    }
+
+    /// The intervals of the running timers, in the order in which they were started.
+    [[nodiscard]] std::vector<std::chrono::milliseconds> intervals() const {
+        std::vector<std::chrono::milliseconds> result;
+        for (const Timer *timer : m_timers)
+            result.push_back(timer->interval);
+        return result;
+    }
+
+    /// Fires every running timer of that interval once.
+    void fire(std::chrono::milliseconds interval) const {
+        const std::vector<Timer *> running = m_timers;
+        for (const Timer *timer : running) {
+            if (timer->interval == interval)
+                timer->callback();
+        }
+    }
+
+private:
+    struct Timer final : RepeatingTimer {
+        Timer(ManualScheduler &owner, std::chrono::milliseconds every, std::function<void()> onFire)
+            : scheduler(owner)
+            , interval(every)
+            , callback(std::move(onFire)) {}
+        ~Timer() override { std::erase(scheduler.m_timers, this); }
+        Timer(const Timer &) = delete;
+        Timer &operator=(const Timer &) = delete;
+
+        ManualScheduler &scheduler;
+        std::chrono::milliseconds interval;
+        std::function<void()> callback;
+    };
+
+    std::vector<Timer *> m_timers;
+};
+
+} // namespace burnwick::test
