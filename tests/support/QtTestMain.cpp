@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+
+// The main function of test programs that need an application object: offscreen, in an empty home, on a
+// session bus of their own.
+
+#include "support/PrivateBus.h"
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QTemporaryDir>
+#include <QtWidgets/QApplication>
+
+#include <cstdio>
+
+namespace burnwick {
+
+namespace {
+
+PrivateBus *testsBus = nullptr;
+
+void moveHomeTo(const QTemporaryDir &home) {
+    const auto point = [&home](const char *variable, const QString &folder) {
+        qputenv(variable, home.filePath(folder).toUtf8());
+    };
+    qputenv("HOME", home.path().toUtf8());
+    point("XDG_CONFIG_HOME", QStringLiteral(".config"));
+    point("XDG_DATA_HOME", QStringLiteral(".local/share"));
+    point("XDG_STATE_HOME", QStringLiteral(".local/state"));
+    point("XDG_CACHE_HOME", QStringLiteral(".cache"));
+    // A home directory made by mkdtemp() is private to its owner, as a runtime directory has to be.
+    qputenv("XDG_RUNTIME_DIR", home.path().toUtf8());
+}
+
+} // namespace
+
+PrivateBus &sessionBusOfTests() {
+    return *testsBus;
+}
+
+} // namespace burnwick
+
+int main(int argc, char **argv) {
+    testing::InitGoogleTest(&argc, argv);
+    if (GTEST_FLAG_GET(list_tests))
+        return RUN_ALL_TESTS();
+
+    const QTemporaryDir home;
+    burnwick::moveHomeTo(home);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    burnwick::PrivateBus bus;
+    if (!home.isValid() || bus.address().isEmpty()) {
+        std::fputs("cannot set up a temporary home and a private message bus\n", stderr);
+        return 1;
+    }
+    bus.becomeSessionBus();
+    burnwick::testsBus = &bus;
+
+    const QApplication application(argc, argv);
+    return RUN_ALL_TESTS();
+}
