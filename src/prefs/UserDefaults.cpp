@@ -15,6 +15,8 @@
 #include <system_error>
 #include <utility>
 
+#include <unistd.h>
+
 namespace burnwick {
 
 namespace {
@@ -83,9 +85,13 @@ bool makePrivateDirectory(const QString &path) {
 QString writeFile(const QString &path, const QJsonObject &values) {
     if (!makePrivateDirectory(QFileInfo(path).absolutePath()))
         return QStringLiteral("its folder cannot be created");
+    const QByteArray text = QJsonDocument(values).toJson();
     QSaveFile file(path);
+    // QSaveFile would commit a file that was cut short: it overlooks a full disk in its last flush and in its
+    // sync.
     const bool written = file.open(QIODevice::WriteOnly) && file.setPermissions(readableByOwner) &&
-                         file.write(QJsonDocument(values).toJson()) >= 0 && file.commit();
+                         file.write(text) == text.size() && file.flush() && fsync(file.handle()) == 0 &&
+                         file.commit();
     return written ? QString() : file.errorString();
 }
 
