@@ -1,0 +1,99 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "report/JsonForm.h"
+
+#include "report/OrderedJson.h"
+
+#include <QtCore/QDate>
+
+namespace burnwick {
+
+namespace {
+
+QString text(std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+QJsonValue number(std::int64_t count) {
+    return QJsonValue(static_cast<qint64>(count));
+}
+
+QString isoDate(LocalDay day) {
+    constexpr qint64 julianDayOf1970 = 2'440'588;
+    return QDate::fromJulianDay(julianDayOf1970 + day.time_since_epoch().count()).toString(Qt::ISODate);
+}
+
+OrderedJson &addTokens(OrderedJson &object, const SessionTokens &tokens) {
+    return object.add(QStringLiteral("input"), number(tokens.input))
+        .add(QStringLiteral("output"), number(tokens.output))
+        .add(QStringLiteral("cacheCreation"), number(tokens.cacheCreation))
+        .add(QStringLiteral("cacheRead"), number(tokens.cacheRead))
+        .add(QStringLiteral("total"), number(tokens.total()));
+}
+
+OrderedJson sessionJson(const SessionFigures &session) {
+    OrderedJson object = OrderedJson::object();
+    object.add(QStringLiteral("hasJSONLData"), session.hasJSONLData);
+    addTokens(object, session.tokens)
+        .add(QStringLiteral("cost"), session.cost)
+        .add(QStringLiteral("burnRateTokensPerMin"), session.burnRateTokensPerMin)
+        .add(QStringLiteral("projectedTodayCost"), session.projected.today)
+        .add(QStringLiteral("projectedWeeklyCost"), session.projected.week)
+        .add(QStringLiteral("projectedMonthlyCost"), session.projected.month);
+    return object;
+}
+
+OrderedJson dailyJson(const HistoricalData &history) {
+    OrderedJson object = OrderedJson::object();
+    for (const auto &[day, tokens] : history.dailyActivity)
+        object.add(isoDate(day), number(tokens));
+    return object;
+}
+
+OrderedJson modelsJson(const HistoricalData &history) {
+    OrderedJson array = OrderedJson::array();
+    for (const ModelStat &model : history.modelStats) {
+        array.add(OrderedJson::object()
+                      .add(QStringLiteral("name"), text(model.name))
+                      .add(QStringLiteral("inputTokens"), number(model.inputTokens))
+                      .add(QStringLiteral("outputTokens"), number(model.outputTokens))
+                      .add(QStringLiteral("percentage"), model.percentage));
+    }
+    return array;
+}
+
+OrderedJson historyJson(const HistoricalData &history, TimeFilter timeFilter) {
+    OrderedJson tokens = OrderedJson::object();
+    addTokens(tokens, history.totalTokens);
+    const QJsonValue peakHour = history.peakHour ? number(*history.peakHour) : QJsonValue();
+    const QJsonValue favoriteModel =
+        history.favoriteModel ? QJsonValue(text(*history.favoriteModel)) : QJsonValue();
+    return OrderedJson::object()
+        .add(QStringLiteral("timeFilter"), text(nameOf(timeFilter)))
+        .add(QStringLiteral("sessionCount"), number(history.sessionCount))
+        .add(QStringLiteral("messageCount"), number(history.messageCount))
+        .add(QStringLiteral("totalTokens"), tokens)
+        .add(QStringLiteral("activeDays"), number(history.activeDays))
+        .add(QStringLiteral("currentStreak"), number(history.currentStreak))
+        .add(QStringLiteral("longestStreak"), number(history.longestStreak))
+        .add(QStringLiteral("peakHour"), peakHour)
+        .add(QStringLiteral("favoriteModel"), favoriteModel)
+        .add(QStringLiteral("dailyActivity"), dailyJson(history))
+        .add(QStringLiteral("modelStats"), modelsJson(history));
+}
+
+} // namespace
+
+std::string jsonForm(const ReportFigures &figures, std::string_view version) {
+    return OrderedJson::object()
+               .add(QStringLiteral("version"), text(version))
+               .add(QStringLiteral("title"), text(plainText(figures.session.title())))
+               .add(QStringLiteral("statusIndicator"), text(nameOf(figures.session.indicator())))
+               .add(QStringLiteral("session"), sessionJson(figures.session))
+               .add(QStringLiteral("history"), historyJson(figures.history, figures.timeFilter))
+               .toJson()
+               .toStdString() +
+           '\n';
+}
+
+} // namespace burnwick

@@ -1,0 +1,160 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "report/TableForm.h"
+
+#include "logs/StatFigures.h"
+#include "model/DisplayFormat.h"
+#include "report/Sparkline.h"
+#include "report/TerminalText.h"
+
+#include <algorithm>
+#include <cmath>
+#include <span>
+#include <vector>
+
+namespace burnwick {
+
+namespace {
+
+constexpr int indentColumns = 2;
+constexpr int labelColumns = 16;
+constexpr int valueColumns = 19;
+constexpr int gapColumns = 6;
+constexpr int contentColumns = 2 * (labelColumns + valueColumns) + gapColumns; // with the indent: 78
+constexpr int shareBarColumns = 12;
+constexpr std::size_t mostModelsShown = 8;
+
+class Table {
+public:
+    explicit Table(TerminalColors colors)
+        : m_colors(colors) {}
+
+    void heading(std::string_view text, std::string_view remark) {
+        m_text += '\n' + bold(text, m_colors) + "  " + dim(remark, m_colors) + '\n';
+    }
+    void line(std::string_view printable) {
+        m_text += blanks(indentColumns);
+        m_text.append(printable) += '\n';
+    }
+    /// Two columns of figures, the first half of them in the left one.
+    void figures(std::span<const StatFigure> figures) {
+        const std::size_t rows = figures.size() / 2;
+        for (std::size_t row = 0; row < rows; ++row)
+            line(cell(figures[row]) + blanks(gapColumns) + cell(figures[rows + row]));
+    }
+    [[nodiscard]] std::string dimmed(std::string_view printable) const { return dim(printable, m_colors); }
+    [[nodiscard]] std::string take() && { return std::move(m_text); }
+
+private:
+    static std::string blanks(int count) { return std::string(static_cast<std::size_t>(count), ' '); }
+
+    [[nodiscard]] std::string cell(const StatFigure &figure) const {
+        const std::string value = elidedInMiddle(printableText(figure.value), valueColumns);
+        return dimmed(leftAligned(figure.label, labelColumns)) + rightAligned(value, valueColumns);
+    }
+
+    TerminalColors m_colors;
+    std::string m_text;
+};
+
+std::string titleLine(const SessionFigures &session, TerminalColors colors) {
+    constexpr std::string_view name = "Burnwick";
+    const StatusTitle title = session.title();
+    const int free = indentColumns + contentColumns - columnsOf(name) - columnsOf(plainText(title));
+    return bold(name, colors) + std::string(static_cast<std::size_t>(std::max(free, 2)), ' ') +
+           styledTitle(title, session.indicator(), colors) + '\n';
+}
+
+void addSession(Table &table, const SessionFigures &session) {
+    table.heading("Session", session.hasJSONLData ? "logs of the last 24 hours"
+                                                  : "no usage in the logs of the last 24 hours");
+    const SessionTokens &tokens = session.tokens;
+    const StatFigure figures[] = {{"Input", tokenCountText(tokens.input)},
+                                  {"Output", tokenCountText(tokens.output)},
+                                  {"Cache creation", tokenCountText(tokens.cacheCreation)},
+                                  {"Cache read", tokenCountText(tokens.cacheRead)},
+                                  {"Total tokens", tokenCountText(tokens.total())},
+                                  {"Cost", costText(session.cost)},
+                                  {"Burn rate", burnRateText(session.burnRateTokensPerMin)},
+                                  {"Projected today", costText(session.projected.today)},
+                                  {"Projected week", costText(session.projected.week)},
+                                  {"Projected month", costText(session.projected.month)}};
+    table.figures(figures);
+}
+
+std::string_view periodOf(TimeFilter filter) {
+    switch (filter) {
+    case TimeFilter::thirtyDays:
+        return "last 30 days";
+    case TimeFilter::sevenDays:
+        return "last 7 days";
+    case TimeFilter::all:
+        break;
+    }
+    return "all time";
+}
+
+void addActivity(Table &table, const ReportFigures &figures) {
+    const auto &activity = figures.history.dailyActivity;
+    if (activity.empty())
+        return;
+    constexpr std::chrono::days fewest{7};
+    constexpr std::chrono::days most{contentColumns};
+    const std::chrono::days sinceFirst = figures.today - activity.begin()->first + std::chrono::days(1);
+    const int days = static_cast<int>(std::clamp(sinceFirst, fewest, most).count());
+    const std::string line = sparkline(activity, figures.today, days);
+    if (line.empty())
+        return;
+    table.heading("Activity", "tokens a day, last " + std::to_string(days) + " days");
+    table.line(line);
+}
+
+std::string shareBar(double percentage) {
+    // A share above 0 shows, however small it is.
+    const int full = static_cast<int>(std::ceil(std::clamp(percentage, 0.0, 100.0) / 100 * shareBarColumns));
+    std::string bar;
+    for (int column = 0; column < shareBarColumns; ++column)
+        bar += column < full ? "━" : " ";
+    return bar;
+}
+
+void addModels(Table &table, const std::vector<ModelStat> &models) {
+    table.heading("Models", "share of input and output tokens");
+    if (models.empty())
+        return table.line("No model data yet");
+
+    const std::span shown(models.data(), std::min(models.size(), mostModelsShown));
+    std::vector<std::string> details;
+    int detailColumns = 0;
+    for (const ModelStat &model : shown) {
+        details.push_back(tokenCountText(model.inputTokens) + " in · " + tokenCountText(model.outputTokens) +
+                          " out");
+        detailColumns = std::max(detailColumns, columnsOf(details.back()));
+    }
+    constexpr int percentColumns = 4;
+    constexpr int between = 2;
+    const int nameColumns = contentColumns - percentColumns - shareBarColumns - detailColumns - 3 * between;
+    for (std::size_t i = 0; i < shown.size(); ++i) {
+        const std::string name = elidedInMiddle(printableText(shown[i].name), std::max(nameColumns, 8));
+        table.line(leftAligned(name, nameColumns) + "  " +
+                   rightAligned(percentText(shown[i].percentage), percentColumns) + "  " +
+                   shareBar(shown[i].percentage) + "  " +
+                   table.dimmed(rightAligned(details[i], detailColumns)));
+    }
+    if (shown.size() < models.size())
+        table.line(table.dimmed("and " + std::to_string(models.size() - shown.size()) + " more"));
+}
+
+} // namespace
+
+std::string tableForm(const ReportFigures &figures, TerminalColors colors) {
+    Table table(colors);
+    addSession(table, figures.session);
+    table.heading("History", periodOf(figures.timeFilter));
+    table.figures(statFigures(figures.history, figures.session.cost));
+    addActivity(table, figures);
+    addModels(table, figures.history.modelStats);
+    return titleLine(figures.session, colors) + std::move(table).take();
+}
+
+} // namespace burnwick

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "report/WaybarForm.h"
+
+#include "report/PangoMarkup.h"
+
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+
+#include <cmath>
+
+namespace burnwick {
+
+std::string waybarForm(const SessionFigures &session) {
+    const double usedPct = session.quota ? session.quota->fiveHourUsagePct : 0;
+    const std::string_view indicator = nameOf(session.indicator());
+    const QJsonObject module{
+        {QStringLiteral("text"), QString::fromStdString(pangoTitle(session.title()))},
+        {QStringLiteral("tooltip"), QString::fromStdString(pangoToolTip(session))},
+        {QStringLiteral("class"),
+         QString::fromUtf8(indicator.data(), static_cast<qsizetype>(indicator.size()))},
+        {QStringLiteral("percentage"), static_cast<qint64>(std::lround(usedPct))},
+    };
+    return QJsonDocument(module).toJson(QJsonDocument::Compact).toStdString() + '\n';
+}
+
+} // namespace burnwick

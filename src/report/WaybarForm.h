@@ -1,0 +1,14 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "report/ReportFigures.h"
+
+#include <string>
+
+namespace burnwick {
+
+/// One line of JSON for a custom module of waybar whose return type is json.
+[[nodiscard]] std::string waybarForm(const SessionFigures &session);
+
+} // namespace burnwick

@@ -1,0 +1,118 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "model/Calendar.h"
+#include "model/Clock.h"
+#include "model/Version.h"
+#include "report/GenmonForm.h"
+#include "report/JsonForm.h"
+#include "report/ReportFigures.h"
+#include "report/ReportOptions.h"
+#include "report/TableForm.h"
+#include "report/WaybarForm.h"
+
+#include <QtCore/QFile>
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <exception>
+#include <filesystem>
+#include <iostream>
+#include <string>
+#include <string_view>
+#include <variant>
+
+#include <pwd.h>
+#include <unistd.h>
+
+namespace burnwick {
+
+namespace {
+
+enum ExitCode { exitSuccess = 0, exitFailure = 1, exitWrongOptions = 2 };
+
+void complain(std::string_view reason) {
+    std::cerr << "burnwick-report: " << reason << '\n';
+}
+
+std::filesystem::path homeDirectory() {
+    if (const char *home = std::getenv("HOME"); home != nullptr && *home != '\0')
+        return home;
+    const passwd *account = ::getpwuid(::getuid());
+    return account != nullptr ? account->pw_dir : "/";
+}
+
+TerminalColors colorsOfStandardOutput() {
+    return terminalColorsFor(::isatty(STDOUT_FILENO) == 1, std::getenv("NO_COLOR"), std::getenv("TERM"),
+                             std::getenv("COLORTERM"));
+}
+
+std::string report(const ReportOptions &options) {
+    using Form = ReportOptions::Form;
+    if (options.form == Form::version)
+        return "burnwick-report " + std::string(version()) + '\n';
+    if (options.form == Form::help)
+        return reportHelp().toStdString();
+
+    const SystemClock clock;
+    const Calendar calendar = Calendar::current();
+    const JSONLParser parser(homeDirectory(), calendar, clock);
+    const auto readAll = [&] { return readReport(parser, options.timeFilter, calendar.dayOf(clock.now())); };
+    switch (options.form) {
+    case Form::title:
+        return plainText(readSession(parser).title()) + '\n';
+    case Form::waybar:
+        return waybarForm(readSession(parser));
+    case Form::genmon:
+        return genmonForm(readSession(parser));
+    case Form::json:
+        return jsonForm(readAll(), version());
+    default:
+        return tableForm(readAll(), colorsOfStandardOutput());
+    }
+}
+
+/// Writes all of it; otherwise errno tells why not.
+bool writeToStandardOutput(std::string_view text) {
+    while (!text.empty()) {
+        const ssize_t written = ::write(STDOUT_FILENO, text.data(), text.size());
+        if (written < 0 && errno != EINTR)
+            return false;
+        text.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(written, 0)));
+    }
+    return true;
+}
+
+int run(int argumentCount, char *arguments[]) {
+    // A reader that goes away is told from the exit code and ends no shell with a signal.
+    std::signal(SIGPIPE, SIG_IGN);
+    QStringList decoded;
+    for (int i = 0; i < argumentCount; ++i)
+        decoded += QFile::decodeName(arguments[i]);
+    const auto parsed = parseReportOptions(decoded);
+    if (const auto *mistake = std::get_if<WrongOptions>(&parsed)) {
+        complain(mistake->reason.toStdString() + " See burnwick-report --help.");
+        return exitWrongOptions;
+    }
+    if (writeToStandardOutput(report(std::get<ReportOptions>(parsed))))
+        return exitSuccess;
+    const int error = errno;
+    if (error != EPIPE)
+        complain(std::string("cannot write: ") + std::strerror(error));
+    return exitFailure;
+}
+
+} // namespace
+
+} // namespace burnwick
+
+int main(int argc, char *argv[]) {
+    try {
+        return burnwick::run(argc, argv);
+    } catch (const std::exception &error) {
+        burnwick::complain(error.what());
+        return burnwick::exitFailure;
+    }
+}

@@ -1,0 +1,85 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "report/ReportOptions.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QRegularExpression>
+
+#include <gtest/gtest.h>
+
+namespace burnwick {
+namespace {
+
+using Form = ReportOptions::Form;
+
+auto parse(const char *arguments) {
+    return parseReportOptions(
+        (QStringLiteral("burnwick-report ") + QString::fromUtf8(arguments)).split(u' ', Qt::SkipEmptyParts));
+}
+
+TEST(ReportOptionsTest, ReadsTheCommandLine) {
+    const struct {
+        const char *arguments;
+        ReportOptions options;
+    } rows[] = {
+        {"", {Form::table, TimeFilter::all}},
+        {"--filter 7d", {Form::table, TimeFilter::sevenDays}},
+        {"--filter=30d --json", {Form::json, TimeFilter::thirtyDays}},
+        {"--filter all", {Form::table, TimeFilter::all}},
+        {"--title", {Form::title, TimeFilter::all}},
+        {"--waybar", {Form::waybar, TimeFilter::all}},
+        {"--genmon", {Form::genmon, TimeFilter::all}},
+        {"--version", {Form::version, TimeFilter::all}},
+        {"-v", {Form::version, TimeFilter::all}},
+        {"--json --help", {Form::help, TimeFilter::all}},
+        {"-h", {Form::help, TimeFilter::all}},
+    };
+    for (const auto &row : rows) {
+        const auto parsed = parse(row.arguments);
+        ASSERT_TRUE(std::holds_alternative<ReportOptions>(parsed)) << row.arguments;
+        EXPECT_EQ(std::get<ReportOptions>(parsed), row.options) << row.arguments;
+    }
+}
+
+TEST(ReportOptionsTest, RefusesWhatItDoesNotKnowAndNamesIt) {
+    const struct {
+        const char *arguments;
+        const char *named;
+    } rows[] = {
+        {"--nonsense", "nonsense"},
+        {"-x", "x"},
+        {"--filter", "filter"},
+        {"--filter 8d", "8d"},
+        {"--filter All", "All"},
+        {"--json=1", "json"},
+        {"logs", "logs"},
+        {"--json --title", "--title, --json"},
+        {"--waybar --genmon", "gen"},
+        {"--bad\n\033[2J", "bad\uFFFD\uFFFD[2J"},
+    };
+    for (const auto &row : rows) {
+        const auto parsed = parse(row.arguments);
+        ASSERT_TRUE(std::holds_alternative<WrongOptions>(parsed)) << row.arguments;
+        const QString reason = std::get<WrongOptions>(parsed).reason;
+        EXPECT_TRUE(reason.contains(QString::fromUtf8(row.named))) << reason.toStdString();
+    }
+}
+
+TEST(ReportOptionsTest, AreAllInTheManual) {
+    QFile manual(QStringLiteral(BURNWICK_REPORT_MANUAL));
+    ASSERT_TRUE(manual.open(QIODevice::ReadOnly));
+    const QString page = QString::fromUtf8(manual.readAll()).remove(u'\\');
+    EXPECT_TRUE(reportHelp().startsWith(QStringLiteral("Usage: burnwick-report [options]\n")));
+    auto option = QRegularExpression(QStringLiteral("(?<=[ ,])--?[a-z]+")).globalMatch(reportHelp());
+    int count = 0;
+    for (; option.hasNext(); ++count) {
+        const QString name = option.next().captured();
+        const QRegularExpression documented(QStringLiteral("^\\.B[IR]? .*%1\\b").arg(name),
+                                            QRegularExpression::MultilineOption);
+        EXPECT_TRUE(page.contains(documented)) << name.toStdString();
+    }
+    EXPECT_EQ(count, 9); // seven options, two of them with a short name
+}
+
+} // namespace
+} // namespace burnwick
