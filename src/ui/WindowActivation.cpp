@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "ui/WindowActivation.h"
+
+#include <QGuiApplication>
+#include <QWidget>
+
+namespace burnwick {
+
+void bringToFront(QWidget &window, const std::string &activationToken) {
+    // Qt reads the token from here when it activates a window, and has no other way to take it.
+    constexpr const char *tokenVariable = "XDG_ACTIVATION_TOKEN";
+    const bool onWayland = QGuiApplication::platformName() == QLatin1String("wayland");
+    const bool hasToken = !activationToken.empty();
+    if (hasToken)
+        qputenv(tokenVariable, QByteArray::fromStdString(activationToken));
+    else if (onWayland && window.isVisible() && !window.isActiveWindow())
+        window.hide();
+
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.show();
+    window.raise();
+    window.activateWindow();
+
+    // A token is good once, and none of ours is for the programs that we start.
+    if (hasToken)
+        qunsetenv(tokenVariable);
+}
+
+} // namespace burnwick
