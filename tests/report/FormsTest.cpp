@@ -198,47 +198,16 @@ TEST(JsonForm, KeepsItsOrderAndNoControlCharacter) {
     const std::string json = jsonForm(someFigures(), "1.2.3");
     for (const std::string &line : linesOf(json))
         EXPECT_EQ(printableText(line), line);
-    const char *keys[] = {"version",
-                          "title",
-                          "statusIndicator",
-                          "session",
-                          "hasJSONLData",
-                          "input",
-                          "output",
-                          "cacheCreation",
-                          "cacheRead",
-                          "total",
-                          "cost",
-                          "burnRateTokensPerMin",
-                          "projectedTodayCost",
-                          "projectedWeeklyCost",
-                          "projectedMonthlyCost",
-                          "history",
-                          "timeFilter",
-                          "sessionCount",
-                          "messageCount",
-                          "totalTokens",
-                          "input",
-                          "output",
-                          "cacheCreation",
-                          "cacheRead",
-                          "total",
-                          "activeDays",
-                          "currentStreak",
-                          "longestStreak",
-                          "peakHour",
-                          "favoriteModel",
-                          "dailyActivity",
-                          "2026-01-30",
-                          "2026-01-31",
-                          "modelStats",
-                          "name",
-                          "inputTokens",
-                          "outputTokens",
-                          "percentage"};
+    std::istringstream keys(
+        "version title statusIndicator session hasJSONLData input output cacheCreation "
+        "cacheRead total cost burnRateTokensPerMin projectedTodayCost projectedWeeklyCost "
+        "projectedMonthlyCost history timeFilter sessionCount messageCount totalTokens "
+        "input output cacheCreation cacheRead total activeDays currentStreak longestStreak "
+        "peakHour favoriteModel dailyActivity 2026-01-30 2026-01-31 modelStats name "
+        "inputTokens outputTokens percentage");
     std::size_t at = 0;
-    for (const char *key : keys) {
-        at = json.find('"' + std::string(key) + "\":", at);
+    for (std::string key; keys >> key;) {
+        at = json.find('"' + key + "\":", at);
         ASSERT_NE(at, std::string::npos) << key;
         ++at;
     }
