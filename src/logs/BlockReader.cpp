@@ -40,7 +40,7 @@ bool BlockReader::readAll(const Read &read, const Consume &consume) {
             break;
         const std::string_view added(data + filled, static_cast<std::size_t>(count));
         filled += added.size();
-        const std::size_t feed = findLast(added, '\n');
+        const std::size_t feed = findLast<1>(added, [](const char *p) { return *p == '\n'; });
         if (feed == std::string_view::npos)
             continue;
         const std::size_t end = filled - added.size() + feed + 1;

@@ -9,13 +9,12 @@
 /// compiler turns into vector instructions: several times as fast as the standard searches.
 namespace burnwick {
 
-inline constexpr std::size_t searchChunk = 128;
+inline constexpr std::size_t searchChunk = 64;
 
-/// Where `matchesAt` first holds, at or after `from`. It is given an address and looks at `width` bytes
-/// there.
+/// Where `matchesAt` first holds. It is given an address and looks at `width` bytes there.
 template <std::size_t width, typename Match>
-[[nodiscard]] std::size_t findFirst(std::string_view text, std::size_t from, Match matchesAt) {
-    std::size_t at = from;
+[[nodiscard]] std::size_t findFirst(std::string_view text, Match matchesAt) {
+    std::size_t at = 0;
     for (; at + searchChunk + width <= text.size(); at += searchChunk) {
         const char *chunk = text.data() + at;
         unsigned char any = 0;
@@ -31,18 +30,23 @@ template <std::size_t width, typename Match>
     return std::string_view::npos;
 }
 
-/// Where the byte last occurs.
-[[nodiscard]] inline std::size_t findLast(std::string_view text, char byte) {
-    std::size_t end = text.size();
-    for (; end >= searchChunk; end -= searchChunk) {
-        const char *chunk = text.data() + end - searchChunk;
+/// Where it last holds.
+template <std::size_t width, typename Match>
+[[nodiscard]] std::size_t findLast(std::string_view text, Match matchesAt) {
+    std::size_t places = text.size() < width ? 0 : text.size() - width + 1;
+    for (; places >= searchChunk; places -= searchChunk) {
+        const char *chunk = text.data() + places - searchChunk;
         unsigned char any = 0;
         for (std::size_t i = 0; i < searchChunk; ++i)
-            any |= static_cast<unsigned char>(chunk[i] == byte);
+            any |= static_cast<unsigned char>(matchesAt(chunk + i));
         if (any != 0)
             break;
     }
-    return text.substr(0, end).rfind(byte);
+    while (places-- > 0) {
+        if (matchesAt(text.data() + places))
+            return places;
+    }
+    return std::string_view::npos;
 }
 
 } // namespace burnwick

@@ -74,28 +74,30 @@ std::vector<JSONLEntry> LogFileReader::read(const BlockReader::Read &source, Int
 
 bool LogFileReader::takeBlock(std::string_view block, InternedString sessionId,
                               std::vector<JSONLEntry> &entries) {
-    // Blocks end at line ends, so no character is cut in two.
-    if (!simdjson::validate_utf8(block))
-        return false;
-    const bool everyLine = m_selection == LineSelection::all || hasEscapedLetters(block);
-    for (std::size_t at = findCandidateLine(block, 0, everyLine); at != std::string_view::npos;
-         at = findCandidateLine(block, at, everyLine)) {
-        const std::size_t end = std::min(block.find('\n', at), block.size());
-        takeLine(block.substr(at, end - at), sessionId, entries);
-        at = std::min(end + 1, block.size());
+    while (!block.empty()) {
+        const std::size_t end = std::min(block.find('\n'), block.size());
+        if (!takeLine(block.substr(0, end), sessionId, entries))
+            return false;
+        block.remove_prefix(std::min(end + 1, block.size()));
     }
     return true;
 }
 
-void LogFileReader::takeLine(std::string_view line, InternedString sessionId,
+bool LogFileReader::takeLine(std::string_view line, InternedString sessionId,
                              std::vector<JSONLEntry> &entries) {
     if (isBlank(line))
-        return;
+        return true;
+    if (m_selection == LineSelection::usageOnly && !mayBeUsageLine(line))
+        return simdjson::validate_utf8(line);
     auto entry = m_decoder.decodePadded(line);
-    if (!entry || (m_selection == LineSelection::usageOnly && !entry->isUsageLine()))
-        return;
-    entry->setSessionId(sessionId);
-    entries.push_back(*entry);
+    // What decodes is UTF-8; anything else has yet to be looked at.
+    if (!entry)
+        return simdjson::validate_utf8(line);
+    if (m_selection == LineSelection::all || entry->isUsageLine()) {
+        entry->setSessionId(sessionId);
+        entries.push_back(*entry);
+    }
+    return true;
 }
 
 } // namespace burnwick

@@ -31,8 +31,9 @@ public:
     [[nodiscard]] std::vector<JSONLEntry> read(const BlockReader::Read &source, InternedString sessionId);
 
 private:
+    // Both are false when they meet a byte that is not UTF-8.
     bool takeBlock(std::string_view block, InternedString sessionId, std::vector<JSONLEntry> &entries);
-    void takeLine(std::string_view line, InternedString sessionId, std::vector<JSONLEntry> &entries);
+    bool takeLine(std::string_view line, InternedString sessionId, std::vector<JSONLEntry> &entries);
 
     LineSelection m_selection;
     JSONLDecoder m_decoder;
