@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace burnwick::bench {
+
+/// What a whole process took, from its start to its end.
+struct ProcessCost {
+    double seconds = 0;
+    std::uint64_t peakBytes = 0; ///< resident memory; never less than this process's own peak at the start
+};
+
+/// Runs a program to its end, in the given environment and with its output going nowhere. Throws
+/// std::runtime_error when it cannot be started or fails.
+ProcessCost runProcess(const std::vector<std::string> &command, const std::vector<std::string> &environment);
+
+} // namespace burnwick::bench

@@ -1,0 +1,248 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "ChildProcess.h"
+#include "LogFacts.h"
+#include "ResultTable.h"
+
+#include "logs/JSONLParser.h"
+
+#include <simdjson.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <exception>
+#include <functional>
+#include <iostream>
+#include <limits>
+#include <memory>
+#include <optional>
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+using namespace burnwick;
+using namespace burnwick::bench;
+
+namespace {
+
+constexpr double mebibyte = 1 << 20;
+constexpr double never = std::numeric_limits<double>::infinity();
+
+constexpr std::string_view parseOnly = "--parse-only";
+constexpr std::string_view usage =
+    "Usage: burnwick-bench SESSIONS-TREE LONG-LINES-TREE REPETITIONS [BURNWICK-REPORT]\n"
+    "The trees are made by burnwick-bench-logs.\n";
+
+struct Options {
+    std::filesystem::path sessions;
+    std::filesystem::path longLines;
+    std::optional<std::filesystem::path> report;
+    int repetitions = 1;
+};
+
+double secondsOf(const std::function<void()> &work) {
+    const auto begin = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+}
+
+/// The least a parser on one thread could do: read every file once and check that it is UTF-8.
+class Floor {
+public:
+    explicit Floor(std::vector<LogFile> files)
+        : m_files(std::move(files)) {
+        for (const LogFile &file : m_files)
+            m_size = std::max<std::size_t>(m_size, file.size);
+        m_buffer = std::make_unique<char[]>(m_size);
+    }
+
+    void run() {
+        for (const LogFile &file : m_files) {
+            const int descriptor = ::open(file.path.c_str(), O_RDONLY | O_CLOEXEC);
+            std::size_t filled = 0;
+            ssize_t count = 0;
+            while (filled < m_size &&
+                   (count = ::read(descriptor, m_buffer.get() + filled, m_size - filled)) > 0)
+                filled += static_cast<std::size_t>(count);
+            ::close(descriptor);
+            if (filled != file.size || !simdjson::validate_utf8(m_buffer.get(), filled))
+                throw std::runtime_error("cannot read " + file.path.string());
+        }
+    }
+
+private:
+    std::vector<LogFile> m_files;
+    std::size_t m_size = 0;
+    std::unique_ptr<char[]> m_buffer;
+};
+
+/// The tree's facts as the parser sees them.
+LogFacts factsOf(const LogHistory &history) {
+    LogFacts facts;
+    facts.files = history.fileCount;
+    for (const JSONLEntry &entry : history.entries) {
+        const auto instant = entry.timestamp().instant();
+        const auto counts = entry.counts();
+        facts.addUsageLine(
+            entry.sessionId().view(), entry.model().view(),
+            instant ? std::chrono::floor<std::chrono::milliseconds>(instant->time_since_epoch()).count() : 0,
+            {counts.input, counts.output, counts.cacheCreation, counts.cacheRead});
+    }
+    return facts;
+}
+
+void checkAgainst(LogFacts written, const LogHistory &history) {
+    const LogFacts parsed = factsOf(history);
+    written.bytes = parsed.bytes;
+    written.largestFile = parsed.largestFile;
+    if (parsed != written)
+        throw std::runtime_error("the parser's entries are not those that were written");
+}
+
+LogFacts factsOf(const std::filesystem::path &tree) {
+    const auto facts = loadFacts(tree);
+    if (!facts)
+        throw std::runtime_error(tree.string() + " is no complete tree of logs");
+    return *facts;
+}
+
+/// Its clocks change within the two months of the sessions.
+Calendar benchCalendar() {
+    return Calendar::inZone("Europe/Berlin");
+}
+
+JSONLParser parserFor(const std::filesystem::path &tree, unsigned threads) {
+    static const SystemClock clock;
+    return {tree, benchCalendar(), clock, threads};
+}
+
+/// Runs in a process of its own, whose peak of memory is then known.
+void parseAndCheck(const std::filesystem::path &tree) {
+    checkAgainst(factsOf(tree), parserFor(tree, 2).parseAllEntries());
+}
+
+/// Comes first: a child's peak starts with its parent's.
+void measureMemory(const Options &options, ResultTable &table) {
+    const ProcessCost longLines =
+        runProcess({"/proc/self/exe", std::string(parseOnly), options.longLines.string()}, {});
+    table.addAtMost("peak memory, one file of 1 MB lines",
+                    static_cast<double>(longLines.peakBytes) / mebibyte, 128, "MiB", 1);
+    if (!options.report)
+        return;
+    const ProcessCost report =
+        runProcess({options.report->string(), "--json"}, {"HOME=" + options.sessions.string()});
+    const LogFacts facts = factsOf(options.sessions);
+    table.addAtMost("peak memory, burnwick-report", static_cast<double>(report.peakBytes) / mebibyte,
+                    64 + 160 * static_cast<double>(facts.usageLines) / mebibyte, "MiB", 1);
+}
+
+/// Repetitions alternate, so that a disturbance from outside meets all the measurements alike; the least time
+/// of each counts.
+void measureReading(const Options &options, ResultTable &table) {
+    const LogFacts facts = factsOf(options.sessions);
+    const JSONLParser oneThread = parserFor(options.sessions, 1);
+    const JSONLParser twoThreads = parserFor(options.sessions, 2);
+    Floor floor(oneThread.allLogFiles());
+    checkAgainst(facts, oneThread.parseAllEntries());
+    checkAgainst(facts, twoThreads.parseAllEntries());
+
+    double floorTime = never, one = never, two = never, report = never;
+    for (int i = 0; i < options.repetitions; ++i) {
+        floorTime = std::min(floorTime, secondsOf([&] { floor.run(); }));
+        one = std::min(one, secondsOf([&] { static_cast<void>(oneThread.parseAllEntries()); }));
+        two = std::min(two, secondsOf([&] { static_cast<void>(twoThreads.parseAllEntries()); }));
+        if (options.report) {
+            const auto cost =
+                runProcess({options.report->string(), "--json"}, {"HOME=" + options.sessions.string()});
+            report = std::min(report, cost.seconds);
+        }
+    }
+    table.addFigure("reading and checking UTF-8, 1 thread", floorTime * 1000, "ms", 0);
+    table.addFigure("parseAllEntries, 1 thread", one * 1000, "ms", 0);
+    table.addFigure("parseAllEntries, 2 threads", two * 1000, "ms", 0);
+    table.addAtMost("parseAllEntries / reading, 1 thread", one / floorTime, 2.5, "x", 2);
+    table.addAtLeast("parseAllEntries, 2 threads faster than 1", one / two, 1.8, "x", 2);
+    if (options.report) {
+        table.addFigure("burnwick-report --json", report * 1000, "ms", 0);
+        table.addAtMost("burnwick-report / parseAllEntries, 2 threads", report / two, 1.5, "x", 2);
+    }
+}
+
+/// The moment after the last session, so that every filter's period has entries.
+class ClockAtTheEnd final : public Clock {
+public:
+    explicit ClockAtTheEnd(Instant end)
+        : m_end(end) {}
+    [[nodiscard]] Instant now() const override { return m_end; }
+
+private:
+    Instant m_end;
+};
+
+void measureHistory(const Options &options, ResultTable &table) {
+    constexpr std::int64_t entryCount = 1'000'000;
+    LogHistory history = parserFor(options.sessions, 2).parseAllEntries();
+    const ClockAtTheEnd clock(history.entries.back().timestamp().instant().value());
+    const JSONLParser parser(options.sessions, benchCalendar(), clock, 2);
+    const std::size_t parsed = history.entries.size();
+    history.entries.reserve(entryCount + parsed);
+    while (history.entries.size() < entryCount)
+        history.entries.push_back(history.entries[history.entries.size() - parsed]);
+    history.entries.resize(entryCount);
+
+    double slowest = 0;
+    for (const TimeFilter filter : allTimeFilters) {
+        std::int64_t messages = 0;
+        double best = never;
+        for (int i = 0; i < options.repetitions; ++i)
+            best = std::min(best, secondsOf([&] {
+                                messages = parser.computeHistoricalData(history, filter).messageCount;
+                            }));
+        if (filter == TimeFilter::all ? messages != entryCount : messages == 0 || messages >= entryCount)
+            throw std::runtime_error("the history does not count the filter's entries");
+        slowest = std::max(slowest, best);
+    }
+    table.addAtMost("computeHistoricalData, 1 million entries", slowest * 1000, 150, "ms", 1);
+    table.addAtMost("computeHistoricalData, per entry", slowest * 1e9 / entryCount, 150, "ns", 1);
+}
+
+Options readOptions(std::span<char *> arguments) {
+    Options options;
+    options.sessions = arguments[0];
+    options.longLines = arguments[1];
+    options.repetitions = std::max(1, std::atoi(arguments[2]));
+    if (arguments.size() > 3)
+        options.report = arguments[3];
+    return options;
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    const std::span<char *> arguments(argv + 1, argv + argc);
+    try {
+        if (arguments.size() == 2 && arguments[0] == parseOnly) {
+            parseAndCheck(arguments[1]);
+            return EXIT_SUCCESS;
+        }
+        if (arguments.size() < 3) {
+            std::cerr << usage;
+            return EXIT_FAILURE;
+        }
+        const Options options = readOptions(arguments);
+        ResultTable table;
+        measureMemory(options, table);
+        measureReading(options, table);
+        measureHistory(options, table);
+        return table.anyMissed() ? EXIT_FAILURE : EXIT_SUCCESS;
+    } catch (const std::exception &error) {
+        std::cerr << "burnwick-bench: " << error.what() << '\n';
+        return EXIT_FAILURE;
+    }
+}
