@@ -74,7 +74,7 @@ TEST(ReportOptionsTest, AreAllInTheManual) {
     int count = 0;
     for (; option.hasNext(); ++count) {
         const QString name = option.next().captured();
-        const QRegularExpression documented(QStringLiteral("^\\.B[IR]? .*%1\\b").arg(name),
+        const QRegularExpression documented(QStringLiteral("^\\.TP\n\\.B[IR]? .*%1\\b").arg(name),
                                             QRegularExpression::MultilineOption);
         EXPECT_TRUE(page.contains(documented)) << name.toStdString();
     }

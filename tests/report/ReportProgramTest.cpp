@@ -44,10 +44,6 @@ public:
         m_environment.insert(QString::fromUtf8(variable), QString::fromUtf8(value));
         return *this;
     }
-    Program &unset(const char *variable) {
-        m_environment.remove(QString::fromUtf8(variable));
-        return *this;
-    }
     Program &withStandardOutput(int (*open)()) {
         m_process.setChildProcessModifier([open] { ::dup2(open(), STDOUT_FILENO); });
         return *this;
