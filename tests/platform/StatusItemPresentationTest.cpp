@@ -144,8 +144,8 @@ TEST(StatusItemPainting, PaintsTheWholeTitleInItsStyles) {
     // A dot at the right end, and only there.
     const double end = 16.0 * picture.width() / picture.height();
     const QColor orange(252, 189, 46);
-    EXPECT_GT(countNear(picture, orange, QRectF(end - 14, 0, 14, 16)), 100);
-    EXPECT_EQ(countNear(picture, orange, QRectF(0, 0, end - 14, 16)), 0);
+    EXPECT_GT(countNear(picture, orange, QRectF(end - 20, 0, 20, 16)), 100);
+    EXPECT_EQ(countNear(picture, orange, QRectF(0, 0, end - 20, 16)), 0);
 
     EXPECT_GT(
         countNear(paintWideTitle({{"8", TitleSegment::Weight::heavy, false, {}}}, scale), white, everything),

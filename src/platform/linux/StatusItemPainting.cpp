@@ -153,7 +153,7 @@ QImage paintSquareIcon(StatusIndicator indicator, const QString &text, int size)
 QImage paintWideTitle(const StatusTitle &title, int scale) {
     const int height = wideTitleHeight * scale;
     const double margin = 6.0 * scale;
-    const double glyphSide = 16.0 * scale;
+    const double glyphSide = 14.0 * scale;
     double x = margin + glyphSide + 4.0 * scale;
 
     double width = x + margin;
@@ -163,7 +163,7 @@ QImage paintWideTitle(const StatusTitle &title, int scale) {
     QImage picture = transparentImage({static_cast<int>(std::ceil(width)), height});
     QPainter painter(&picture);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
-    drawGround(painter, picture.rect(), 6.0 * scale);
+    drawGround(painter, picture.rect(), 5.0 * scale);
     drawGlyph(painter, QPointF(margin, (height - glyphSide) / 2), glyphSide);
 
     const QFontMetricsF metrics(systemFont(statusTitlePixelSize * scale, QFont::Normal));

@@ -31,7 +31,7 @@ inline constexpr std::array statusIconSizes{16, 22, 24, 32, 48};
 [[nodiscard]] QImage paintSquareIcon(StatusIndicator indicator, const QString &text, int size);
 
 /// The height of paintWideTitle() at scale 1, at which the text has its own 13 px.
-inline constexpr int wideTitleHeight = 22;
+inline constexpr int wideTitleHeight = 18;
 
 /// The glyph and the whole title in its styles, on one line.
 [[nodiscard]] QImage paintWideTitle(const StatusTitle &title, int scale);
