@@ -18,4 +18,11 @@ struct OAuthCredentials {
     bool operator==(const OAuthCredentials &) const = default;
 };
 
+/// Whether the access token has expired or will within five minutes: too soon to start a request with it. One
+/// of unknown expiry has not.
+[[nodiscard]] inline bool isExpired(const OAuthCredentials &credentials, Instant now) {
+    constexpr std::chrono::seconds margin(300);
+    return credentials.expiresAt && now + margin >= *credentials.expiresAt;
+}
+
 } // namespace burnwick

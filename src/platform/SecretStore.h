@@ -8,11 +8,14 @@
 
 namespace burnwick {
 
+/// The service under whose name Claude Code keeps the JSON document with its login.
+inline constexpr const char *claudeCodeService = "Claude Code-credentials";
+
 /// Keeps one secret blob under a service's name, shared with other programs. Main thread only.
 ///
-/// Both operations may take their time without blocking, and answer exactly once, on the main thread, possibly
-/// before they return. An answer is dropped when the store is destroyed first. They never ask the user to
-/// unlock anything.
+/// Both operations may take their time (a few seconds at most) without blocking, and answer exactly once, on
+/// the main thread, possibly before they return. An answer is dropped when the store is destroyed first. They
+/// never ask the user to unlock anything.
 class SecretStore {
 public:
     virtual ~SecretStore() = default;
