@@ -26,7 +26,7 @@ TEST(TrayHost, IsKnownByItsProcessName) {
     };
     const Case cases[] = {
         {"gnome-shell", {label, Markup::plain, true, false}},
-        {"ayatana-indicat", {label, Markup::plain, false, true}},
+        {"ayatana-indicat", {label, Markup::plain, true, true}},
         {"waybar", {wide, Markup::pango, false, false}},
         {"panel-6-systray", {compact, Markup::pango, false, false}},
         {"panel-12-systra", {compact, Markup::pango, false, false}}, // cut by the kernel

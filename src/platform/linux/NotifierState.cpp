@@ -33,6 +33,16 @@ NotifierPixmaps iconFor(const StatusItemContent &content, Presentation presentat
     return squareIcons(content.indicator, compactQuotaText(content.fiveHourUsagePct));
 }
 
+/// Hosts draw a label in one colour. The dot without its own would say nothing; it is on the icon instead.
+QString labelText(const StatusTitle &title) {
+    QString text;
+    for (const TitleSegment &segment : title) {
+        if (!segment.color)
+            text += QString::fromStdString(segment.text);
+    }
+    return text.trimmed();
+}
+
 QString toQString(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
@@ -54,7 +64,7 @@ NotifierState notifierStateFor(const StatusItemContent &content, const TrayHost 
     state.accessibleDescription =
         QStringLiteral("Burnwick: %1 (%2)").arg(state.title, toQString(nameOf(content.indicator)));
     if (host.presentation == Presentation::label)
-        state.label = state.title;
+        state.label = labelText(content.title);
     if (host.iconsByName) {
         state.iconName = iconNameFor(content.indicator);
         state.iconThemePath = iconThemePath;

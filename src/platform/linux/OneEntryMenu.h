@@ -36,7 +36,7 @@ struct DBusMenuEvent {
 };
 using DBusMenuEvents = QList<DBusMenuEvent>;
 
-/// A com.canonical.dbusmenu of one entry, "Open Burnwick", for the host that turns the click into a menu.
+/// A com.canonical.dbusmenu of one entry, "Open Burnwick", for hosts that turn the click into a menu.
 /// It never changes, so it has none of the interface's signals.
 class OneEntryMenu final : public QObject {
     Q_OBJECT

@@ -44,7 +44,7 @@ QString StatusNotifierObject::status() const {
 }
 
 QString StatusNotifierObject::labelGuide() const {
-    return m_state.label.isEmpty() ? QString() : QStringLiteral("000.0M | $000.00 | s100%  ●");
+    return m_state.label.isEmpty() ? QString() : QStringLiteral("000.0M | $000.00 | s100%");
 }
 
 void StatusNotifierObject::Activate(int /*x*/, int /*y*/) {

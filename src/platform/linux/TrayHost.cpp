@@ -19,7 +19,7 @@ struct KnownHost {
 
 constexpr std::array knownHosts{
     KnownHost{"gnome-shell", {label, plain, true, false}},
-    KnownHost{"ayatana-indicat", {label, plain, false, true}}, // ayatana-indicator-application-service
+    KnownHost{"ayatana-indicat", {label, plain, true, true}}, // ayatana-indicator-application-service
     KnownHost{"waybar", {wide, pango, false, false}},
     KnownHost{"panel-", {compact, pango, false, false}}, // Xfce: panel-<plugin id>-systray
     KnownHost{"xfce4-panel", {compact, pango, false, false}},

@@ -22,7 +22,7 @@ struct TrayHost {
 
     Presentation presentation = Presentation::compact;
     Markup markup = Markup::plain;
-    bool clickNeedsMenu = false; ///< a single click opens the exported menu and does nothing without one
+    bool clickNeedsMenu = false; ///< a single click opens the exported menu, or nothing without one
     bool iconsByName = false;    ///< it ignores pixmaps and looks icons up in the item's theme directory
 
     bool operator==(const TrayHost &) const = default;
