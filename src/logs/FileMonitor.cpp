@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "logs/FileMonitor.h"
 
-#include <QThread>
+#include "platform/ThreadName.h"
 
 #include <condition_variable>
 #include <deque>
@@ -67,6 +67,7 @@ private:
 };
 
 void FileMonitor::Worker::run() {
+    platform::nameThisThread("burnwick.files");
     std::unique_lock lock(m_mutex);
     while (true) {
         m_wake.wait(lock, [this] { return m_quit || !m_watches.empty(); });
@@ -99,15 +100,10 @@ FileMonitor::FileMonitor(std::filesystem::path path, std::function<void()> onCha
 
 FileMonitor::~FileMonitor() {
     m_worker->quit();
-    if (!m_thread)
-        return;
-    if (QThread::currentThread() != m_thread.get()) {
-        m_thread->wait();
-        return;
-    }
-    // The thread cannot wait for itself: its handle goes once it has ended.
-    QObject::connect(m_thread.get(), &QThread::finished, m_thread.get(), &QObject::deleteLater);
-    static_cast<void>(m_thread.release());
+    if (m_thread.get_id() == std::this_thread::get_id())
+        m_thread.detach();
+    else if (m_thread.joinable())
+        m_thread.join();
 }
 
 void FileMonitor::start() {
@@ -116,9 +112,9 @@ void FileMonitor::start() {
     auto source = m_open(m_path);
     if (!source)
         return;
+    if (!m_thread.joinable())
+        m_thread = std::thread([worker = m_worker] { worker->run(); });
     m_worker->add(std::move(source));
-    if (!m_thread)
-        startThread();
 }
 
 void FileMonitor::stop() {
@@ -127,12 +123,6 @@ void FileMonitor::stop() {
 
 int FileMonitor::fileDescriptor() const {
     return m_worker->descriptor();
-}
-
-void FileMonitor::startThread() {
-    m_thread.reset(QThread::create([worker = m_worker] { worker->run(); }));
-    m_thread->setObjectName(QStringLiteral("burnwick.files"));
-    m_thread->start(QThread::LowPriority);
 }
 
 } // namespace burnwick

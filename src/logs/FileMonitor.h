@@ -7,8 +7,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
-
-class QThread;
+#include <thread>
 
 namespace burnwick {
 
@@ -40,13 +39,11 @@ public:
 private:
     class Worker;
 
-    void startThread();
-
     std::filesystem::path m_path;
     OpenDirectoryEventSource m_open;
-    std::shared_ptr<Worker>
-        m_worker; ///< shared with the thread, which outlives a monitor destroyed by its handler
-    std::unique_ptr<QThread> m_thread; ///< from the first successful start on
+    // Shared with the thread, which outlives a monitor that is destroyed by its handler.
+    std::shared_ptr<Worker> m_worker;
+    std::thread m_thread; ///< from the first successful start on
 };
 
 } // namespace burnwick

@@ -1,0 +1,347 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "logs/FileMonitor.h"
+
+#include "platform/Platform.h"
+#include "support/LogTreeFixture.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <utility>
+
+#include <pthread.h>
+#include <sys/ioctl.h>
+
+namespace burnwick {
+namespace {
+
+namespace fs = std::filesystem;
+using test::writeFile;
+
+/// A number that grows, and that other threads wait for.
+class Counter {
+public:
+    void increment() {
+        const std::lock_guard lock(m_mutex);
+        ++m_value;
+        m_changed.notify_all();
+    }
+    [[nodiscard]] int value() const {
+        const std::lock_guard lock(m_mutex);
+        return m_value;
+    }
+    /// False when it is still smaller at the deadline.
+    [[nodiscard]] bool reaches(int value) const {
+        std::unique_lock lock(m_mutex);
+        return m_changed.wait_for(lock, std::chrono::seconds(20), [&] { return m_value >= value; });
+    }
+
+private:
+    mutable std::mutex m_mutex;
+    mutable std::condition_variable m_changed;
+    int m_value = 0;
+};
+
+/// What happened to the sources that a monitor opened.
+struct SourceLog {
+    Counter opened, woken, closed;
+    std::string closingThread; ///< of the last one; read it when it has closed
+};
+
+/// The system's source, and a record of its life.
+class LoggedSource final : public DirectoryEventSource {
+public:
+    LoggedSource(std::unique_ptr<DirectoryEventSource> source, SourceLog &log)
+        : m_source(std::move(source))
+        , m_log(log) {
+        m_log.opened.increment();
+    }
+    ~LoggedSource() override {
+        m_source.reset();
+        char name[16] = {};
+        pthread_getname_np(pthread_self(), name, sizeof name);
+        m_log.closingThread = name;
+        m_log.closed.increment();
+    }
+    LoggedSource(const LoggedSource &) = delete;
+    LoggedSource &operator=(const LoggedSource &) = delete;
+
+    bool wait() override { return m_source->wait(); }
+    void wake() noexcept override {
+        m_source->wake();
+        m_log.woken.increment();
+    }
+    int descriptor() const noexcept override { return m_source->descriptor(); }
+
+private:
+    std::unique_ptr<DirectoryEventSource> m_source;
+    SourceLog &m_log;
+};
+
+class FileMonitorTest : public testing::Test {
+protected:
+    FileMonitorTest() { fs::create_directories(watched); }
+
+    std::unique_ptr<FileMonitor> monitorCalling(std::function<void()> onChange) {
+        return std::make_unique<FileMonitor>(watched, std::move(onChange), [this](const fs::path &path) {
+            auto source = platform::openDirectoryEventSource(path);
+            return source ? std::make_unique<LoggedSource>(std::move(source), sources) : nullptr;
+        });
+    }
+    /// Its handler counts the call and then waits until it is allowed to return.
+    std::unique_ptr<FileMonitor> gatedMonitor() {
+        return monitorCalling([this] {
+            calls.increment();
+            EXPECT_TRUE(allowed.reaches(calls.value()));
+            returned.increment();
+        });
+    }
+    std::unique_ptr<FileMonitor> countingMonitor() {
+        return monitorCalling([this] { calls.increment(); });
+    }
+
+    test::TemporaryDirectory home;
+    fs::path watched = home.path() / "watched";
+    SourceLog sources;
+    Counter calls, allowed, returned;
+};
+
+int pendingBytes(const FileMonitor &monitor) {
+    int bytes = -1;
+    EXPECT_EQ(ioctl(monitor.fileDescriptor(), FIONREAD, &bytes), 0);
+    return bytes;
+}
+
+std::ptrdiff_t openDescriptors() {
+    return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
+}
+
+struct Action {
+    const char *name;
+    bool changesEntries;
+    void (*perform)(const fs::path &watched, const fs::path &outside);
+};
+
+class FileMonitorActionTest : public FileMonitorTest, public testing::WithParamInterface<Action> {};
+
+TEST_P(FileMonitorActionTest, OnlyChangedEntriesAreTold) {
+    const fs::path outside = home.path() / "outside";
+    for (const fs::path &file :
+         {watched / "file", watched / "project/log", watched / "project/deep/log", outside / "file"})
+        writeFile(file, "text");
+    const auto monitor = gatedMonitor();
+    monitor->start();
+    // While the handler waits nobody reads, so that the descriptor shows exactly what the action told.
+    writeFile(watched / "first", "");
+    ASSERT_TRUE(calls.reaches(1));
+    GetParam().perform(watched, outside);
+    EXPECT_EQ(pendingBytes(*monitor) > 0, GetParam().changesEntries);
+    if (!GetParam().changesEntries)
+        writeFile(watched / "marker", "");
+    allowed.increment();
+    EXPECT_TRUE(calls.reaches(2));
+    EXPECT_EQ(pendingBytes(*monitor), 0) << "one call for all that was pending";
+    allowed.increment();
+}
+
+const Action actions[] = {
+    {"create", true, [](const fs::path &in, const fs::path &) { writeFile(in / "new", "text"); }},
+    {"makeDirectory", true, [](const fs::path &in, const fs::path &) { fs::create_directory(in / "new"); }},
+    {"hardLink", true,
+     [](const fs::path &in, const fs::path &) { fs::create_hard_link(in / "file", in / "new"); }},
+    {"symbolicLink", true,
+     [](const fs::path &in, const fs::path &) { fs::create_symlink("nowhere", in / "new"); }},
+    {"remove", true, [](const fs::path &in, const fs::path &) { fs::remove(in / "file"); }},
+    {"removeTree", true, [](const fs::path &in, const fs::path &) { fs::remove_all(in / "project"); }},
+    {"rename", true, [](const fs::path &in, const fs::path &) { fs::rename(in / "file", in / "new"); }},
+    {"replace", true, [](const fs::path &in, const fs::path &) { fs::rename(in / "first", in / "file"); }},
+    {"moveIn", true, [](const fs::path &in, const fs::path &out) { fs::rename(out / "file", in / "new"); }},
+    {"moveOut", true, [](const fs::path &in, const fs::path &out) { fs::rename(in / "file", out / "new"); }},
+    {"append", false,
+     [](const fs::path &in, const fs::path &) { std::ofstream(in / "file", std::ios::app) << "more"; }},
+    {"rewrite", false, [](const fs::path &in, const fs::path &) { writeFile(in / "file", "other"); }},
+    {"read", false, [](const fs::path &in, const fs::path &) { std::ifstream(in / "file").get(); }},
+    {"changeMode", false,
+     [](const fs::path &in, const fs::path &) { fs::permissions(in / "file", fs::perms::owner_read); }},
+    {"changeOwnMode", false,
+     [](const fs::path &in, const fs::path &) { fs::permissions(in, fs::perms::owner_all); }},
+    {"touch", false,
+     [](const fs::path &in, const fs::path &) {
+         fs::last_write_time(in / "file", fs::file_time_type::clock::now());
+     }},
+    {"createOneBelow", false,
+     [](const fs::path &in, const fs::path &) { writeFile(in / "project/new", ""); }},
+    {"removeOneBelow", false, [](const fs::path &in, const fs::path &) { fs::remove(in / "project/log"); }},
+    {"createTwoBelow", false,
+     [](const fs::path &in, const fs::path &) { writeFile(in / "project/deep/new", ""); }},
+    {"appendTwoBelow", false,
+     [](const fs::path &in, const fs::path &) {
+         std::ofstream(in / "project/deep/log", std::ios::app) << "more";
+     }},
+    {"changeElsewhere", false, [](const fs::path &, const fs::path &out) { writeFile(out / "new", ""); }},
+};
+
+INSTANTIATE_TEST_SUITE_P(Actions, FileMonitorActionTest, testing::ValuesIn(actions),
+                         [](const auto &action) { return std::string(action.param.name); });
+
+TEST_F(FileMonitorTest, StartingTwiceOpensOneSource) {
+    const auto monitor = countingMonitor();
+    EXPECT_EQ(monitor->fileDescriptor(), -1);
+    monitor->stop();
+    monitor->start();
+    const int descriptor = monitor->fileDescriptor();
+    EXPECT_GE(descriptor, 0);
+    monitor->start();
+    EXPECT_EQ(monitor->fileDescriptor(), descriptor);
+    EXPECT_EQ(sources.opened.value(), 1);
+}
+
+TEST_F(FileMonitorTest, WhatIsNoDirectoryLeavesItIdle) {
+    const auto monitor = countingMonitor();
+    fs::remove(watched);
+    monitor->start();
+    EXPECT_EQ(monitor->fileDescriptor(), -1);
+    writeFile(watched, "a file");
+    monitor->start();
+    EXPECT_EQ(monitor->fileDescriptor(), -1);
+    monitor->stop();
+    // Later it is there.
+    fs::remove(watched);
+    fs::create_directory(watched);
+    monitor->start();
+    writeFile(watched / "new", "");
+    EXPECT_TRUE(calls.reaches(1));
+}
+
+TEST_F(FileMonitorTest, StoppingClosesTheDescriptorOnThePrivateThread) {
+    const auto monitor = countingMonitor();
+    for (int round = 1; round <= 3; ++round) {
+        monitor->start();
+        writeFile(watched / ("in round " + std::to_string(round)), "");
+        EXPECT_TRUE(calls.reaches(round));
+        monitor->stop();
+        monitor->stop();
+        ASSERT_TRUE(sources.closed.reaches(round));
+        EXPECT_EQ(sources.closingThread, "burnwick.files");
+        EXPECT_EQ(monitor->fileDescriptor(), -1);
+        writeFile(watched / ("between, " + std::to_string(round)), "");
+        EXPECT_EQ(calls.value(), round);
+    }
+}
+
+TEST_F(FileMonitorTest, ADeletedDirectoryEndsTheWatchUntilTheNextStart) {
+    const auto monitor = gatedMonitor();
+    monitor->start();
+    writeFile(watched / "file", "");
+    ASSERT_TRUE(calls.reaches(1));
+    fs::remove_all(watched);
+    allowed.increment();
+    EXPECT_TRUE(calls.reaches(2)) << "its last entry went";
+    allowed.increment();
+    ASSERT_TRUE(sources.closed.reaches(1));
+    EXPECT_EQ(monitor->fileDescriptor(), -1);
+    fs::create_directory(watched);
+    monitor->start();
+    allowed.increment();
+    writeFile(watched / "file", "");
+    EXPECT_TRUE(calls.reaches(3));
+}
+
+TEST_F(FileMonitorTest, CallsNeverOverlapAcrossStopAndStart) {
+    Counter seen;
+    FileMonitor witness(
+        watched, [&] { seen.increment(); }, platform::openDirectoryEventSource);
+    const auto monitor = gatedMonitor();
+    monitor->start();
+    writeFile(watched / "first", "");
+    ASSERT_TRUE(calls.reaches(1));
+    monitor->stop();
+    EXPECT_GE(monitor->fileDescriptor(), 0) << "closed by its own thread, which is busy";
+    monitor->start();
+    EXPECT_EQ(sources.opened.value(), 2);
+    witness.start();
+    writeFile(watched / "second", "");
+    ASSERT_TRUE(seen.reaches(1));
+    EXPECT_GT(pendingBytes(*monitor), 0);
+    EXPECT_EQ(calls.value(), 1) << "another call began while the first one was running";
+    allowed.increment();
+    EXPECT_TRUE(calls.reaches(2));
+    allowed.increment();
+}
+
+TEST_F(FileMonitorTest, DestructionWaitsForTheRunningHandler) {
+    auto monitor = gatedMonitor();
+    monitor->start();
+    writeFile(watched / "first", "");
+    ASSERT_TRUE(calls.reaches(1));
+    writeFile(watched / "second", "");
+    std::thread releaser([this] {
+        EXPECT_TRUE(sources.woken.reaches(1)) << "the destructor has begun";
+        allowed.increment();
+    });
+    monitor.reset();
+    EXPECT_EQ(returned.value(), 1);
+    EXPECT_EQ(calls.value(), 1) << "the pending change is no longer told";
+    releaser.join();
+}
+
+TEST_F(FileMonitorTest, TheHandlerMayStopAndRestart) {
+    std::unique_ptr<FileMonitor> monitor;
+    monitor = monitorCalling([&] {
+        monitor->stop();
+        if (calls.value() == 0)
+            monitor->start();
+        calls.increment();
+    });
+    monitor->start();
+    writeFile(watched / "first", "");
+    ASSERT_TRUE(calls.reaches(1));
+    writeFile(watched / "second", "");
+    ASSERT_TRUE(calls.reaches(2));
+    ASSERT_TRUE(sources.closed.reaches(2));
+    EXPECT_EQ(monitor->fileDescriptor(), -1);
+}
+
+TEST_F(FileMonitorTest, TheHandlerMayDestroyTheMonitor) {
+    std::unique_ptr<FileMonitor> monitor;
+    monitor = monitorCalling([&] {
+        monitor->stop();
+        monitor->start();
+        monitor.reset();
+        calls.increment();
+    });
+    monitor->start();
+    writeFile(watched / "first", "");
+    EXPECT_TRUE(calls.reaches(1));
+    EXPECT_TRUE(sources.closed.reaches(2));
+    writeFile(watched / "second", "");
+    EXPECT_EQ(calls.value(), 1);
+}
+
+TEST_F(FileMonitorTest, NoDescriptorIsLeft) {
+    const auto before = openDescriptors();
+    for (int round = 0; round < 20; ++round) {
+        const auto monitor = countingMonitor();
+        monitor->start();
+        monitor->stop();
+        monitor->start();
+    }
+    for (const char *nothing : {"missing", "file"}) {
+        writeFile(home.path() / "file", "");
+        EXPECT_EQ(platform::openDirectoryEventSource(home.path() / nothing), nullptr);
+    }
+    EXPECT_EQ(openDescriptors(), before);
+}
+
+} // namespace
+} // namespace burnwick
