@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "ChildProcess.h"
 
+#include <algorithm>
 #include <chrono>
 #include <stdexcept>
 
@@ -16,21 +17,22 @@ namespace burnwick::bench {
 namespace {
 
 std::vector<char *> pointersTo(std::vector<std::string> &texts) {
-    std::vector<char *> pointers;
-    for (std::string &text : texts)
-        pointers.push_back(text.data());
-    pointers.push_back(nullptr);
+    std::vector<char *> pointers(texts.size() + 1, nullptr);
+    std::transform(texts.begin(), texts.end(), pointers.begin(),
+                   [](std::string &text) { return text.data(); });
     return pointers;
 }
 
 } // namespace
 
-ProcessCost runProcess(const std::vector<std::string> &command, const std::vector<std::string> &environment) {
+ProcessCost runProcess(const std::vector<std::string> &command, const std::vector<std::string> &environment,
+                       const std::string &output) {
     std::vector<std::string> arguments = command;
     std::vector<std::string> variables = environment;
     posix_spawn_file_actions_t actions;
     ::posix_spawn_file_actions_init(&actions);
-    ::posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    ::posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, output.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
+                                       0644);
 
     const auto begin = std::chrono::steady_clock::now();
     pid_t child = 0;

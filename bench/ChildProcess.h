@@ -14,8 +14,9 @@ struct ProcessCost {
     std::uint64_t peakBytes = 0; ///< resident memory; never less than this process's own peak at the start
 };
 
-/// Runs a program to its end, in the given environment and with its output going nowhere. Throws
+/// Runs a program to its end, in the given environment and with its output in a file. Throws
 /// std::runtime_error when it cannot be started or fails.
-ProcessCost runProcess(const std::vector<std::string> &command, const std::vector<std::string> &environment);
+ProcessCost runProcess(const std::vector<std::string> &command, const std::vector<std::string> &environment,
+                       const std::string &output = "/dev/null");
 
 } // namespace burnwick::bench

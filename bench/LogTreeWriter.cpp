@@ -42,8 +42,8 @@ struct SessionPlan {
 
 class TreeWriter {
 public:
-    explicit TreeWriter(fs::path home)
-        : m_logs(std::move(home) / ".claude" / "projects")
+    explicit TreeWriter(const fs::path &home)
+        : m_logs(home / ".claude" / "projects")
         , m_random(20260201)
         , m_text(m_random) {}
 
@@ -100,7 +100,8 @@ private:
         return log;
     }
     static void setTime(const fs::path &path, std::chrono::milliseconds time) {
-        fs::last_write_time(path, std::chrono::file_clock::from_sys(std::chrono::sys_time(time)));
+        fs::last_write_time(
+            path, std::chrono::file_clock::from_sys(std::chrono::sys_time<std::chrono::milliseconds>(time)));
     }
 
     fs::path m_logs;

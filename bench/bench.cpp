@@ -127,6 +127,21 @@ void parseAndCheck(const std::filesystem::path &tree) {
     checkAgainst(factsOf(tree), parserFor(tree, 2).parseAllEntries());
 }
 
+ProcessCost runReport(const Options &options, const std::string &output = "/dev/null") {
+    return runProcess({options.report->string(), "--json"}, {"HOME=" + options.sessions.string()}, output);
+}
+
+void checkReport(const LogFacts &written, const std::filesystem::path &json) {
+    simdjson::dom::parser parser;
+    const simdjson::dom::element history = parser.load(json.string())["history"];
+    const simdjson::dom::element tokens = history["totalTokens"];
+    const SessionTokens reported{tokens["input"], tokens["output"], tokens["cacheCreation"],
+                                 tokens["cacheRead"]};
+    if (std::int64_t{history["sessionCount"]} != written.files ||
+        std::int64_t{history["messageCount"]} != written.usageLines || reported != written.tokens)
+        throw std::runtime_error("the report's figures are not those of the logs");
+}
+
 /// Comes first: a child's peak starts with its parent's.
 void measureMemory(const Options &options, ResultTable &table) {
     const ProcessCost longLines =
@@ -135,9 +150,10 @@ void measureMemory(const Options &options, ResultTable &table) {
                     static_cast<double>(longLines.peakBytes) / mebibyte, 128, "MiB", 1);
     if (!options.report)
         return;
-    const ProcessCost report =
-        runProcess({options.report->string(), "--json"}, {"HOME=" + options.sessions.string()});
     const LogFacts facts = factsOf(options.sessions);
+    const std::filesystem::path json = options.sessions / "report.json";
+    const ProcessCost report = runReport(options, json.string());
+    checkReport(facts, json);
     table.addAtMost("peak memory, burnwick-report", static_cast<double>(report.peakBytes) / mebibyte,
                     64 + 160 * static_cast<double>(facts.usageLines) / mebibyte, "MiB", 1);
 }
@@ -157,11 +173,8 @@ void measureReading(const Options &options, ResultTable &table) {
         floorTime = std::min(floorTime, secondsOf([&] { floor.run(); }));
         one = std::min(one, secondsOf([&] { static_cast<void>(oneThread.parseAllEntries()); }));
         two = std::min(two, secondsOf([&] { static_cast<void>(twoThreads.parseAllEntries()); }));
-        if (options.report) {
-            const auto cost =
-                runProcess({options.report->string(), "--json"}, {"HOME=" + options.sessions.string()});
-            report = std::min(report, cost.seconds);
-        }
+        if (options.report)
+            report = std::min(report, runReport(options).seconds);
     }
     table.addFigure("reading and checking UTF-8, 1 thread", floorTime * 1000, "ms", 0);
     table.addFigure("parseAllEntries, 1 thread", one * 1000, "ms", 0);
