@@ -6,44 +6,15 @@
 
 namespace burnwick {
 
-namespace {
-
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
-void appendUtf8(std::string &text, unsigned codePoint) {
-    const auto append = [&text](unsigned byte) {
-        text += static_cast<char>(static_cast<unsigned char>(byte));
-    };
-    if (codePoint < 0x80) {
-        append(codePoint);
-    } else if (codePoint < 0x800) {
-        append(0xC0U | codePoint >> 6U);
-        append(0x80U | (codePoint & 0x3FU));
-    } else if (codePoint < 0x10000) {
-        append(0xE0U | codePoint >> 12U);
-        append(0x80U | (codePoint >> 6U & 0x3FU));
-        append(0x80U | (codePoint & 0x3FU));
-    } else {
-        append(0xF0U | codePoint >> 18U);
-        append(0x80U | (codePoint >> 12U & 0x3FU));
-        append(0x80U | (codePoint >> 6U & 0x3FU));
-        append(0x80U | (codePoint & 0x3FU));
-    }
-}
-
-} // namespace
-
 std::optional<LineFields> TolerantLineReader::read(std::string_view line) {
-    m_rest = line;
+    m_json = JsonScanner(line);
     m_texts.clear();
     LineFields fields;
-    skipSpace();
-    const bool isObject =
-        peek() == '{' && readObject([&](std::string_view key) { return readMember(key, fields); });
-    skipSpace();
-    if (!isObject || !m_rest.empty())
+    m_json.skipSpace();
+    const bool isObject = m_json.peek() == '{' &&
+                          m_json.readObject([&](std::string_view key) { return readMember(key, fields); });
+    m_json.skipSpace();
+    if (!isObject || !m_json.rest().empty())
         return std::nullopt;
     return fields;
 }
@@ -55,59 +26,32 @@ bool TolerantLineReader::readMember(std::string_view key, LineFields &fields) {
         return readText(fields.timestamp) != Found::failure;
     if (key == "message")
         return readMessage(fields.message) != Found::failure;
-    return skipValue();
-}
-
-/// Reads a whole object, from its brace; readMember gets each key and must consume its value.
-template <typename ReadMember>
-bool TolerantLineReader::readObject(ReadMember readMember) {
-    if (!accept('{'))
-        return false;
-    skipSpace();
-    if (accept('}'))
-        return true;
-    std::string key;
-    do {
-        skipSpace();
-        key.clear();
-        const Text text = readString(&key);
-        if (text == Text::failure)
-            return false;
-        skipSpace();
-        if (!accept(':'))
-            return false;
-        skipSpace();
-        // A key with an unpaired surrogate is no text; it cannot be one of ours.
-        if (text == Text::unpairedSurrogate ? !skipValue() : !readMember(std::string_view(key)))
-            return false;
-        skipSpace();
-    } while (accept(','));
-    return accept('}');
+    return m_json.skipValue();
 }
 
 TolerantLineReader::Found TolerantLineReader::readText(std::optional<std::string_view> &text) {
-    if (peek() != '"') {
+    if (m_json.peek() != '"') {
         text.reset();
-        return skipWord("null") ? Found::null : Found::failure;
+        return m_json.skipWord("null") ? Found::null : Found::failure;
     }
     std::string &value = m_texts.emplace_back();
-    if (readString(&value) != Text::valid)
+    if (m_json.readString(&value) != JsonScanner::Text::valid)
         return Found::failure;
     text = value;
     return Found::value;
 }
 
 TolerantLineReader::Found TolerantLineReader::readCount(std::optional<std::int64_t> &count) {
-    if (peek() == 'n') {
+    if (m_json.peek() == 'n') {
         count.reset();
-        return skipWord("null") ? Found::null : Found::failure;
+        return m_json.skipWord("null") ? Found::null : Found::failure;
     }
-    const char *begin = m_rest.data();
-    if (!skipNumber())
+    const char *begin = m_json.rest().data();
+    if (!m_json.skipNumber())
         return Found::failure;
     std::int64_t value = 0;
-    const auto [end, error] = std::from_chars(begin, m_rest.data(), value);
-    if (error != std::errc() || end != m_rest.data())
+    const auto [end, error] = std::from_chars(begin, m_json.rest().data(), value);
+    if (error != std::errc() || end != m_json.rest().data())
         return Found::failure;
     count = value;
     return Found::value;
@@ -115,196 +59,29 @@ TolerantLineReader::Found TolerantLineReader::readCount(std::optional<std::int64
 
 TolerantLineReader::Found TolerantLineReader::readMessage(std::optional<LineFields::Message> &message) {
     message.reset();
-    if (peek() == 'n')
-        return skipWord("null") ? Found::null : Found::failure;
+    if (m_json.peek() == 'n')
+        return m_json.skipWord("null") ? Found::null : Found::failure;
     LineFields::Message &fields = message.emplace();
-    const bool read = readObject([&](std::string_view key) {
+    const bool read = m_json.readObject([&](std::string_view key) {
         if (key == "model")
             return readText(fields.model) != Found::failure;
         if (key == "usage")
             return readUsage(fields.usage) != Found::failure;
-        return skipValue();
+        return m_json.skipValue();
     });
     return read ? Found::value : Found::failure;
 }
 
 TolerantLineReader::Found TolerantLineReader::readUsage(std::optional<JSONLEntry::UsageWrapper> &usage) {
     usage.reset();
-    if (peek() == 'n')
-        return skipWord("null") ? Found::null : Found::failure;
+    if (m_json.peek() == 'n')
+        return m_json.skipWord("null") ? Found::null : Found::failure;
     JSONLEntry::UsageWrapper &counts = usage.emplace();
-    const bool read = readObject([&](std::string_view key) {
+    const bool read = m_json.readObject([&](std::string_view key) {
         auto *count = countNamed(key, counts);
-        return count != nullptr ? readCount(*count) != Found::failure : skipValue();
+        return count != nullptr ? readCount(*count) != Found::failure : m_json.skipValue();
     });
     return read ? Found::value : Found::failure;
-}
-
-/// Without recursion: a hostile line may be nested as deeply as it is long.
-bool TolerantLineReader::skipValue() {
-    m_open.clear();
-    while (true) {
-        skipSpace();
-        if (peek() == '{' || peek() == '[') {
-            m_open.push_back(peek() == '{' ? '}' : ']');
-            m_rest.remove_prefix(1);
-            skipSpace();
-            if (!accept(m_open.back())) {
-                if (m_open.back() == ']')
-                    continue;
-                if (readString(nullptr) == Text::failure)
-                    return false;
-                skipSpace();
-                if (!accept(':'))
-                    return false;
-                continue;
-            }
-            m_open.pop_back();
-        } else if (!skipScalar()) {
-            return false;
-        }
-        // A value has ended: close what ends with it, or go on to its neighbour.
-        while (true) {
-            if (m_open.empty())
-                return true;
-            skipSpace();
-            if (accept(','))
-                break;
-            if (!accept(m_open.back()))
-                return false;
-            m_open.pop_back();
-        }
-        if (m_open.back() == '}') {
-            skipSpace();
-            if (readString(nullptr) == Text::failure)
-                return false;
-            skipSpace();
-            if (!accept(':'))
-                return false;
-        }
-    }
-}
-
-bool TolerantLineReader::skipScalar() {
-    switch (peek()) {
-    case '"':
-        return readString(nullptr) != Text::failure;
-    case 't':
-        return skipWord("true");
-    case 'f':
-        return skipWord("false");
-    case 'n':
-        return skipWord("null");
-    default:
-        return skipNumber();
-    }
-}
-
-bool TolerantLineReader::skipNumber() {
-    const auto skipDigits = [this] {
-        const bool any = isDigit(peek());
-        while (isDigit(peek()))
-            m_rest.remove_prefix(1);
-        return any;
-    };
-    accept('-');
-    if (!accept('0') && !skipDigits())
-        return false;
-    if (accept('.') && !skipDigits())
-        return false;
-    if (accept('e') || accept('E')) {
-        if (!accept('+'))
-            accept('-');
-        return skipDigits();
-    }
-    return !isDigit(peek());
-}
-
-bool TolerantLineReader::skipWord(std::string_view word) {
-    if (!m_rest.starts_with(word))
-        return false;
-    m_rest.remove_prefix(word.size());
-    return true;
-}
-
-/// Reads a string from its opening quote. `text` may be null; it is of use only when the answer is `valid`.
-TolerantLineReader::Text TolerantLineReader::readString(std::string *text) {
-    if (!accept('"'))
-        return Text::failure;
-    bool unpaired = false;
-    while (!m_rest.empty()) {
-        const char c = m_rest.front();
-        if (static_cast<unsigned char>(c) < 0x20)
-            return Text::failure;
-        m_rest.remove_prefix(1);
-        if (c == '"')
-            return unpaired ? Text::unpairedSurrogate : Text::valid;
-        if (c != '\\') {
-            if (text != nullptr)
-                *text += c;
-        } else if (!readEscape(text, unpaired)) {
-            return Text::failure;
-        }
-    }
-    return Text::failure;
-}
-
-/// Reads what follows a backslash.
-bool TolerantLineReader::readEscape(std::string *text, bool &unpaired) {
-    constexpr std::string_view escapes = "\"\\/bfnrt";
-    constexpr std::string_view meanings = "\"\\/\b\f\n\r\t";
-    if (const auto simple = escapes.find(peek()); !m_rest.empty() && simple != std::string_view::npos) {
-        m_rest.remove_prefix(1);
-        if (text != nullptr)
-            *text += meanings[simple];
-        return true;
-    }
-    unsigned unit = 0;
-    if (!accept('u') || !readHex(unit))
-        return false;
-    const bool leading = unit >= 0xD800 && unit < 0xDC00;
-    const bool trailing = unit >= 0xDC00 && unit < 0xE000;
-    if (leading && m_rest.starts_with("\\u")) {
-        const std::string_view afterUnit = m_rest;
-        m_rest.remove_prefix(2);
-        unsigned second = 0;
-        if (!readHex(second))
-            return false;
-        if (second >= 0xDC00 && second < 0xE000) {
-            if (text != nullptr)
-                appendUtf8(*text, 0x10000U + ((unit - 0xD800U) << 10U) + (second - 0xDC00U));
-            return true;
-        }
-        m_rest = afterUnit;
-    }
-    if (leading || trailing)
-        unpaired = true;
-    else if (text != nullptr)
-        appendUtf8(*text, unit);
-    return true;
-}
-
-bool TolerantLineReader::readHex(unsigned &unit) {
-    constexpr std::size_t digits = 4;
-    if (m_rest.size() < digits)
-        return false;
-    const auto [end, error] = std::from_chars(m_rest.data(), m_rest.data() + digits, unit, 16);
-    if (error != std::errc() || end != m_rest.data() + digits)
-        return false;
-    m_rest.remove_prefix(digits);
-    return true;
-}
-
-void TolerantLineReader::skipSpace() {
-    const auto end = m_rest.find_first_not_of(" \t\r\n");
-    m_rest.remove_prefix(end == std::string_view::npos ? m_rest.size() : end);
-}
-
-bool TolerantLineReader::accept(char c) {
-    if (m_rest.empty() || m_rest.front() != c)
-        return false;
-    m_rest.remove_prefix(1);
-    return true;
 }
 
 } // namespace burnwick
