@@ -18,8 +18,7 @@ using LocalTime = std::chrono::local_time<nanoseconds>;
 
 /// The zone that TZ names, null when it is unset or none of the zone database's (such as a POSIX rule).
 const date::time_zone *zoneOfEnvironment() {
-    const char *variable = std::getenv("TZ"); // NOLINT(concurrency-mt-unsafe): the program never sets
-                                              // variables while other threads run
+    const char *variable = std::getenv("TZ");
     if (variable == nullptr)
         return nullptr;
     std::string_view name = variable;

@@ -48,7 +48,7 @@ std::string timeRemainingText(Instant until, Instant now) {
     constexpr std::int64_t hoursShownUntil = 172'800; // 48 hours
     const std::int64_t seconds = std::chrono::floor<std::chrono::seconds>(until - now).count();
     const std::int64_t hours = seconds / secondsPerHour;
-    const std::string minutes = std::to_string(seconds / 60 % 60) + 'm';
+    std::string minutes = std::to_string(seconds / 60 % 60) + 'm';
     if (seconds < secondsPerHour)
         return minutes;
     if (seconds < hoursShownUntil)
