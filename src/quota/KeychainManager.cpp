@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "quota/KeychainManager.h"
+
+#include "quota/CredentialsDocument.h"
+
+#include <coroutine>
+#include <functional>
+#include <utility>
+
+namespace burnwick {
+
+namespace {
+
+/// Awaits the one answer of a store, whether it comes before the question's return or later.
+template <typename Answer>
+class StoreAnswer {
+public:
+    using Ask = std::function<void(std::function<void(Answer)>)>;
+
+    explicit StoreAnswer(Ask ask)
+        : m_ask(std::move(ask)) {}
+
+    [[nodiscard]] bool await_ready() const noexcept { return false; }
+    bool await_suspend(std::coroutine_handle<> waiting) {
+        m_ask([this, waiting](Answer answer) {
+            m_answer.emplace(std::move(answer));
+            if (m_suspended)
+                waiting.resume();
+        });
+        m_suspended = !m_answer;
+        return m_suspended;
+    }
+    Answer await_resume() { return std::move(*m_answer); }
+
+private:
+    Ask m_ask;
+    std::optional<Answer> m_answer;
+    bool m_suspended = false;
+};
+
+using Blob = std::optional<std::string>;
+
+StoreAnswer<Blob> readBlob(SecretStore &store) {
+    return StoreAnswer<Blob>(
+        [&store](auto answer) { store.read(KeychainManager::claudeService, std::move(answer)); });
+}
+
+StoreAnswer<bool> replaceBlob(SecretStore &store, std::string blob) {
+    return StoreAnswer<bool>([&store, blob = std::move(blob)](auto answer) {
+        store.replace(KeychainManager::claudeService, blob, std::move(answer));
+    });
+}
+
+} // namespace
+
+QCoro::Task<std::optional<OAuthCredentials>> KeychainManager::readCredentials() {
+    auto reading = readBlob(m_store);
+    const Blob document = co_await reading;
+    auto credentials = document ? credentialsFromDocument(*document) : std::nullopt;
+    co_return credentials;
+}
+
+QCoro::Task<void> KeychainManager::updateCredentials(std::string accessToken,
+                                                     std::optional<std::string> refreshToken,
+                                                     std::optional<Instant> expiresAt) {
+    SecretStore &store = m_store;
+    auto reading = readBlob(store);
+    const Blob document = co_await reading;
+    const auto patched =
+        document ? patchedDocument(*document, accessToken, refreshToken, expiresAt) : std::nullopt;
+    if (!patched)
+        co_return;
+    auto replacing = replaceBlob(store, *patched);
+    // A failure is silent: the next reading yields the old tokens.
+    static_cast<void>(co_await replacing);
+}
+
+} // namespace burnwick
