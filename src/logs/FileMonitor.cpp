@@ -80,7 +80,7 @@ void FileMonitor::Worker::run() {
 
 /// Calls the handler, without the lock, until the watch is cancelled or ends by itself.
 void FileMonitor::Worker::deliver(std::unique_lock<std::mutex> &lock, const Watch &watch) const {
-    while (!watch.cancelled) {
+    while (true) {
         lock.unlock();
         const bool changed = watch.source->wait();
         lock.lock();

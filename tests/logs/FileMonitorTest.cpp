@@ -12,6 +12,7 @@
 #include <condition_variable>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <memory>
 #include <mutex>
@@ -55,7 +56,8 @@ private:
 /// What happened to the sources that a monitor opened.
 struct SourceLog {
     Counter opened, woken, closed;
-    std::string closingThread; ///< of the last one; read it when it has closed
+    std::function<void()> beforeTelling; ///< called on the private thread when there is something to tell
+    std::string closingThread;           ///< of the last one; read it when it has closed
 };
 
 /// The system's source, and a record of its life.
@@ -76,7 +78,12 @@ public:
     LoggedSource(const LoggedSource &) = delete;
     LoggedSource &operator=(const LoggedSource &) = delete;
 
-    bool wait() override { return m_source->wait(); }
+    bool wait() override {
+        const bool changed = m_source->wait();
+        if (changed && m_log.beforeTelling)
+            m_log.beforeTelling();
+        return changed;
+    }
     void wake() noexcept override {
         m_source->wake();
         m_log.woken.increment();
@@ -277,6 +284,15 @@ TEST_F(FileMonitorTest, CallsNeverOverlapAcrossStopAndStart) {
     allowed.increment();
     EXPECT_TRUE(calls.reaches(2));
     allowed.increment();
+}
+
+TEST_F(FileMonitorTest, AChangeThatMeetsTheStopIsNotTold) {
+    const auto monitor = countingMonitor();
+    sources.beforeTelling = [&] { monitor->stop(); };
+    monitor->start();
+    writeFile(watched / "file", "");
+    ASSERT_TRUE(sources.closed.reaches(1));
+    EXPECT_EQ(calls.value(), 0);
 }
 
 TEST_F(FileMonitorTest, DestructionWaitsForTheRunningHandler) {
