@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/DirectoryEventSource.h"
+#include "platform/SecretStore.h"
 #include "platform/StatusItem.h"
 
 #include <filesystem>
@@ -17,5 +18,9 @@ namespace burnwick::platform {
 /// See OpenDirectoryEventSource.
 [[nodiscard]] std::unique_ptr<DirectoryEventSource>
 openDirectoryEventSource(const std::filesystem::path &path);
+
+/// The store in which Claude Code keeps the login of the user of that home directory. Needs a running
+/// application object.
+[[nodiscard]] std::unique_ptr<SecretStore> makeSecretStore(const std::filesystem::path &home);
 
 } // namespace burnwick::platform

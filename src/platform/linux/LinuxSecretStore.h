@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/SecretStore.h"
+
+#include <QtCore/QObject>
+#include <QtDBus/QDBusConnection>
+
+#include <chrono>
+#include <filesystem>
+
+namespace burnwick {
+
+/// Claude Code's login is the file ~/.claude/.credentials.json, where it exists, even if it cannot be read;
+/// otherwise, and for any other service, the keyring's item (see SecretService.h). Which of them it is, is
+/// asked anew by each operation. Blobs are up to 1 MiB.
+///
+/// The file is read and written at once: it is small and local, and so is the time that this takes.
+class LinuxSecretStore final : public SecretStore {
+public:
+    /// `keyringLimit` is for all the calls of one operation together.
+    explicit LinuxSecretStore(const std::filesystem::path &home,
+                              QDBusConnection bus = QDBusConnection::sessionBus(),
+                              std::chrono::milliseconds keyringLimit = std::chrono::seconds(5));
+
+    void read(const std::string &service,
+              std::function<void(std::optional<std::string> blob)> answer) override;
+    void replace(const std::string &service, const std::string &blob,
+                 std::function<void(bool replaced)> answer) override;
+
+private:
+    [[nodiscard]] bool isInFile(const std::string &service) const;
+
+    std::filesystem::path m_file;
+    QDBusConnection m_bus;
+    std::chrono::milliseconds m_keyringLimit;
+    QObject m_lifetime; ///< gone as soon as answers are to be dropped
+};
+
+} // namespace burnwick
