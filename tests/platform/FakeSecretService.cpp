@@ -1,0 +1,114 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "platform/FakeSecretService.h"
+
+#include "platform/linux/SecretServiceTypes.h"
+#include "support/PrivateBus.h"
+
+#include <QtDBus/QDBusArgument>
+#include <QtDBus/QDBusConnectionInterface>
+#include <QtDBus/QDBusMessage>
+#include <QtDBus/QDBusVariant>
+
+namespace burnwick {
+
+namespace {
+
+const QString root = QStringLiteral("/org/freedesktop/secrets");
+const QString itemPrefix = root + QStringLiteral("/collection/login/");
+const QString sessionPath = root + QStringLiteral("/session/s1");
+
+QVariant pathVariant(const QString &path) {
+    return QVariant::fromValue(QDBusObjectPath(path));
+}
+
+} // namespace
+
+FakeSecretService::FakeSecretService(QString name)
+    : m_name(std::move(name)) {
+    secretservice::registerTypes();
+    QDBusConnection connection = sessionBusOfTests().connect(m_name);
+    connection.registerVirtualObject(root, this, QDBusConnection::SubPath);
+    connection.interface()->registerService(QStringLiteral("org.freedesktop.secrets"),
+                                            QDBusConnectionInterface::ReplaceExistingService,
+                                            QDBusConnectionInterface::AllowReplacement);
+}
+
+FakeSecretService::~FakeSecretService() {
+    leave();
+}
+
+void FakeSecretService::leave() {
+    QDBusConnection::disconnectFromBus(m_name);
+}
+
+QString FakeSecretService::introspect(const QString &) const {
+    return {};
+}
+
+bool FakeSecretService::handleMessage(const QDBusMessage &message, const QDBusConnection &connection) {
+    calls.append(message.member());
+    if (message.member() == silentMethod)
+        return true;
+    static_cast<void>(connection.send(answerTo(message)));
+    if (message.member() == leavesAfter)
+        QMetaObject::invokeMethod(this, &FakeSecretService::leave, Qt::QueuedConnection);
+    return true;
+}
+
+QDBusMessage FakeSecretService::answerTo(const QDBusMessage &message) {
+    if (message.member() == QLatin1String("SearchItems"))
+        return answerSearch(message);
+    if (message.member() == QLatin1String("OpenSession")) {
+        ++openSessions;
+        return message.createReply({QVariant::fromValue(QDBusVariant(QString())), pathVariant(sessionPath)});
+    }
+    if (message.member() == QLatin1String("Close") && message.path() == sessionPath) {
+        --openSessions;
+        return message.createReply();
+    }
+    bool isNumber = false;
+    const auto index = message.path().mid(itemPrefix.size()).toULong(&isNumber);
+    if (message.path().startsWith(itemPrefix) && isNumber && index < items.size())
+        return answerForItem(message, items[index]);
+    return message.createErrorReply(QDBusError::UnknownMethod, message.member());
+}
+
+QDBusMessage FakeSecretService::answerSearch(const QDBusMessage &message) const {
+    const auto wanted = qdbus_cast<secretservice::Attributes>(message.arguments().value(0));
+    QList<QDBusObjectPath> unlocked;
+    QList<QDBusObjectPath> locked;
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        if (wanted == secretservice::Attributes{{QStringLiteral("service"), items[i].service}})
+            (items[i].locked ? locked : unlocked).append(QDBusObjectPath(itemPrefix + QString::number(i)));
+    }
+    return message.createReply({QVariant::fromValue(unlocked), QVariant::fromValue(locked)});
+}
+
+QDBusMessage FakeSecretService::answerForItem(const QDBusMessage &message, Item &item) const {
+    using secretservice::Secret;
+    if (message.member() == QLatin1String("Get"))
+        return message.createReply(QVariant::fromValue(QDBusVariant(item.modified)));
+    const auto refuse = [&message](const char *error) {
+        return message.createErrorReply(QLatin1String("org.freedesktop.Secret.Error.") + QLatin1String(error),
+                                        QStringLiteral("refused"));
+    };
+    if (item.locked)
+        return refuse("IsLocked");
+    if (message.member() == QLatin1String("GetSecret")) {
+        if (openSessions == 0 || message.arguments().value(0).value<QDBusObjectPath>().path() != sessionPath)
+            return refuse("NoSession");
+        return message.createReply(QVariant::fromValue(
+            Secret{QDBusObjectPath(sessionPath), {}, item.secret, QStringLiteral("text/plain")}));
+    }
+    if (message.member() == QLatin1String("SetSecret")) {
+        const auto secret = qdbus_cast<Secret>(message.arguments().value(0));
+        if (openSessions == 0 || secret.session.path() != sessionPath)
+            return refuse("NoSession");
+        item.secret = secret.value;
+        return message.createReply();
+    }
+    return message.createErrorReply(QDBusError::UnknownMethod, message.member());
+}
+
+} // namespace burnwick

@@ -1,0 +1,311 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "platform/FakeSecretService.h"
+#include "platform/linux/LinuxSecretStore.h"
+#include "quota/KeychainManager.h"
+#include "support/LogCapture.h"
+#include "support/LogTreeFixture.h"
+#include "support/PrivateBus.h"
+#include "support/WaitFor.h"
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QTimer>
+
+#include <fstream>
+#include <iterator>
+
+#include <sys/stat.h>
+
+namespace burnwick {
+namespace {
+
+using namespace std::chrono_literals;
+namespace fs = std::filesystem;
+
+constexpr auto service = claudeCodeService;
+constexpr std::size_t mebibyte = 1024UL * 1024;
+/// Longer than any test waits: an answer that comes has not come by the limit.
+constexpr auto noLimit = 1h;
+constexpr auto shortLimit = 50ms;
+
+std::string bytesOf(const fs::path &file) {
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+/// A store in a home of its own and what it answered, if it did.
+struct Store {
+    explicit Store(std::chrono::milliseconds limit = noLimit,
+                   const QDBusConnection &bus = QDBusConnection::sessionBus())
+        : store(std::make_unique<LinuxSecretStore>(directory.path(), bus, limit)) {}
+
+    test::TemporaryDirectory directory;
+    fs::path file = directory.path() / ".claude" / ".credentials.json";
+    std::unique_ptr<LinuxSecretStore> store;
+    int answers = 0;
+    std::optional<std::string> blob;
+    bool replaced = false;
+
+    void ask(const std::string &name = service) {
+        store->read(name, [this](std::optional<std::string> answer) {
+            ++answers;
+            blob = std::move(answer);
+        });
+    }
+    void put(const std::string &newBlob, const std::string &name = service) {
+        store->replace(name, newBlob, [this](bool answer) {
+            ++answers;
+            replaced = answer;
+        });
+    }
+    std::optional<std::string> read(const std::string &name = service) {
+        ask(name);
+        EXPECT_TRUE(waitForAnswer());
+        return blob;
+    }
+    bool replace(const std::string &newBlob, const std::string &name = service) {
+        put(newBlob, name);
+        EXPECT_TRUE(waitForAnswer());
+        return replaced;
+    }
+    bool waitForAnswer() {
+        const bool answered = waitFor([this] { return answers > 0; });
+        EXPECT_LE(answers, 1);
+        answers = 0;
+        return answered;
+    }
+};
+
+TEST(SecretStore, TheFileComesFirstEvenWhenItCannotBeRead) {
+    FakeSecretService keyring;
+    keyring.items = {{"from the keyring"}};
+    const struct {
+        const char *what;
+        std::function<bool(const fs::path &file)> make;
+        std::optional<std::string> blob;
+    } rows[] = {
+        {"a file", [](const fs::path &file) { return test::writeFile(file, "blob"), true; }, "blob"},
+        {"the longest file",
+         [](const fs::path &file) { return test::writeFile(file, std::string(mebibyte, 'x')), true; },
+         std::string(mebibyte, 'x')},
+        {"a longer file",
+         [](const fs::path &file) { return test::writeFile(file, std::string(mebibyte + 1, 'x')), true; },
+         std::nullopt},
+        {"a directory", [](const fs::path &file) { return fs::create_directories(file); }, std::nullopt},
+        {"a pipe", [](const fs::path &file) { return ::mkfifo(file.c_str(), 0600) == 0; }, std::nullopt},
+        {"a link to itself",
+         [](const fs::path &file) { return fs::create_symlink(file.filename(), file), true; }, std::nullopt},
+        {"a link to nothing", [](const fs::path &file) { return fs::create_symlink("nothing", file), true; },
+         "from the keyring"},
+        {"no file", [](const fs::path &) { return true; }, "from the keyring"},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.what);
+        Store store;
+        fs::create_directory(store.file.parent_path());
+        ASSERT_TRUE(row.make(store.file));
+        EXPECT_EQ(store.read(), row.blob);
+    }
+}
+
+TEST(SecretStore, AReplacementGoesWhereTheBlobIsReadFromThen) {
+    FakeSecretService keyring;
+    keyring.items = {{"in the keyring"}, {"other", 0, false, QStringLiteral("other service")}};
+    Store store;
+    EXPECT_TRUE(store.replace("1"));
+    EXPECT_EQ(keyring.items[0].secret, "1");
+    EXPECT_FALSE(fs::exists(store.file));
+    test::writeFile(store.file, "in the file");
+    EXPECT_TRUE(store.replace("2"));
+    EXPECT_EQ(bytesOf(store.file), "2");
+    EXPECT_EQ(keyring.items[0].secret, "1");
+    EXPECT_FALSE(store.replace(std::string(mebibyte + 1, 'x')));
+    EXPECT_EQ(bytesOf(store.file), "2");
+    // The file is Claude Code's alone.
+    EXPECT_EQ(store.read("other service"), "other");
+    EXPECT_TRUE(store.replace("3", "other service"));
+    EXPECT_EQ(keyring.items[1].secret, "3");
+    EXPECT_EQ(bytesOf(store.file), "2");
+    EXPECT_TRUE(waitFor([&] { return keyring.openSessions == 0; }));
+}
+
+TEST(SecretStore, OfSeveralItemsTheNewestUnlockedOneCounts) {
+    using Item = FakeSecretService::Item;
+    const struct {
+        const char *what;
+        std::vector<Item> items;
+        std::optional<std::string> blob;
+        std::size_t replaced;
+    } rows[] = {
+        {"none", {}, std::nullopt, 0},
+        {"of another service", {{"x", 1, false, QStringLiteral("other")}}, std::nullopt, 0},
+        {"locked", {{"x", 1, true}}, std::nullopt, 0},
+        {"newest first", {{"new", 1763300002}, {"old", 1763300001}}, "new", 0},
+        {"newest in the middle", {{"old", 5}, {"new", 1763300001}, {"old", 1763300000}}, "new", 1},
+        {"newest locked", {{"old", 1}, {"locked", 9, true}, {"new", 2}}, "new", 2},
+        {"of unknown time", {{"first", 0}, {"second", 0}}, "first", 0},
+        {"too long", {{QByteArray(mebibyte + 1, 'x'), 1}}, std::nullopt, 0},
+        {"any bytes", {{QByteArray("\0\xff", 2), 1}}, std::string("\0\xff", 2), 0},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.what);
+        FakeSecretService keyring;
+        keyring.items = row.items;
+        Store store;
+        EXPECT_EQ(store.read(), row.blob);
+        if (row.blob) {
+            EXPECT_TRUE(store.replace("replaced"));
+            for (std::size_t i = 0; i < row.items.size(); ++i)
+                EXPECT_EQ(keyring.items[i].secret == "replaced", i == row.replaced) << i;
+        }
+        EXPECT_FALSE(keyring.calls.contains(QStringLiteral("Unlock")));
+        EXPECT_FALSE(keyring.calls.contains(QStringLiteral("CreateItem")));
+        EXPECT_TRUE(waitFor([&] { return keyring.openSessions == 0; }));
+    }
+}
+
+TEST(SecretStore, AKeyringThatDoesNotAnswerIsNotWaitedForLong) {
+    for (const char *method : {"SearchItems", "Get", "OpenSession", "GetSecret", "SetSecret"}) {
+        SCOPED_TRACE(method);
+        FakeSecretService keyring;
+        // So many that one limit for each call would take longer than the test waits.
+        keyring.items.assign(1000, {"secret-token", 1});
+        keyring.silentMethod = QLatin1String(method);
+        const test::LogCapture log;
+        Store store(shortLimit);
+        int turns = 0;
+        QTimer timer;
+        QObject::connect(&timer, &QTimer::timeout, [&turns] { ++turns; });
+        timer.start(0);
+        if (keyring.silentMethod == QLatin1String("SetSecret"))
+            store.put("new-token");
+        else
+            store.ask();
+        EXPECT_EQ(store.answers, 0) << "the call itself waited";
+        EXPECT_TRUE(store.waitForAnswer());
+        EXPECT_EQ(store.blob, std::nullopt);
+        EXPECT_FALSE(store.replaced);
+        EXPECT_GT(turns, 0) << "the event loop stood still";
+        for (const auto &line : log.lines())
+            EXPECT_FALSE(line.contains(QLatin1String("token"))) << line.toStdString();
+    }
+}
+
+TEST(SecretStore, AKeyringThatGoesOrIsReplacedEndsTheReadingAtOnce) {
+    for (const char *method : {"SearchItems", "OpenSession", "GetSecret"}) {
+        SCOPED_TRACE(method);
+        FakeSecretService first(QStringLiteral("first-keyring"));
+        first.items = {{"first"}};
+        Store store;
+        // It leaves in the middle of a call.
+        first.silentMethod = QLatin1String(method);
+        store.ask();
+        ASSERT_TRUE(waitFor([&] { return first.calls.contains(first.silentMethod); }));
+        FakeSecretService second(QStringLiteral("second-keyring"));
+        second.items = {{"second"}};
+        QDBusConnection::disconnectFromBus(QStringLiteral("first-keyring"));
+        EXPECT_TRUE(store.waitForAnswer());
+        EXPECT_EQ(store.blob, std::nullopt);
+        EXPECT_EQ(second.calls, QStringList()) << "it is asked for what the first one offered";
+        EXPECT_EQ(store.read(), "second");
+    }
+    // It leaves between two calls.
+    FakeSecretService keyring;
+    keyring.items = {{"secret"}};
+    keyring.leavesAfter = QStringLiteral("SearchItems");
+    Store store;
+    EXPECT_EQ(store.read(), std::nullopt);
+    EXPECT_FALSE(store.replace("new"));
+}
+
+TEST(SecretStore, WithoutAKeyringThereIsNoBlob) {
+    Store withoutKeyring;
+    Store withoutBus(noLimit, QDBusConnection(QStringLiteral("no such connection")));
+    for (Store *store : {&withoutKeyring, &withoutBus}) {
+        EXPECT_EQ(store->read(), std::nullopt);
+        EXPECT_FALSE(store->replace("new"));
+        EXPECT_FALSE(fs::exists(store->file)) << "made a login where there is none";
+    }
+}
+
+TEST(SecretStore, AnAnswerToAStoreThatIsGoneIsDropped) {
+    FakeSecretService keyring;
+    keyring.items = {{"secret"}};
+    keyring.silentMethod = QStringLiteral("GetSecret");
+    Store store;
+    store.ask();
+    ASSERT_TRUE(waitFor([&] { return keyring.calls.contains(keyring.silentMethod); }));
+    store.store.reset();
+    QDBusConnection::disconnectFromBus(QStringLiteral("fake-keyring"));
+    // A later reading of another store ends after the first one did.
+    EXPECT_EQ(Store().read(), std::nullopt);
+    EXPECT_EQ(store.answers, 0);
+}
+
+template <typename T>
+T resultOf(QCoro::Task<T> task) {
+    std::optional<T> result;
+    const auto done = task.then([&result](T value) { result = std::move(value); });
+    EXPECT_TRUE(waitFor([&result] { return result.has_value(); }));
+    return result.value();
+}
+
+bool finishes(QCoro::Task<void> task) {
+    bool finished = false;
+    const auto done = task.then([&finished] { finished = true; });
+    return waitFor([&finished] { return finished; });
+}
+
+TEST(KeychainManager, RenewedTokensGoIntoTheDocumentAsItIsThen) {
+    FakeSecretService keyring;
+    for (const bool inFile : {true, false}) {
+        Store store;
+        keyring.items = {{R"({"claudeAiOauth":{"accessToken":"a","n":12345678901234567890123}})"}};
+        if (inFile)
+            test::writeFile(store.file, keyring.items[0].secret.toStdString());
+        KeychainManager keychain(*store.store);
+        const auto credentials = resultOf(keychain.readCredentials());
+        EXPECT_EQ(credentials, (OAuthCredentials{"a", std::nullopt, std::nullopt}));
+
+        // Claude Code writes between our reading and our writing: its other keys are kept, our tokens win.
+        const std::string meanwhile =
+            R"({"claudeAiOauth":{"accessToken":"b","refreshToken":"c","n":9007199254740993},"mcp":[1.0]})";
+        if (inFile)
+            test::writeFile(store.file, meanwhile);
+        else
+            keyring.items[0].secret = QByteArray::fromStdString(meanwhile);
+        EXPECT_TRUE(finishes(keychain.updateCredentials("new", std::nullopt, Instant(1500us))));
+        EXPECT_EQ(
+            inFile ? bytesOf(store.file) : keyring.items[0].secret.toStdString(),
+            R"({"claudeAiOauth":{"accessToken":"new","refreshToken":"c","n":9007199254740993,"expiresAt":1.5},"mcp":[1.0]})");
+
+        // And its later writing wins over ours.
+        if (inFile)
+            test::writeFile(store.file, meanwhile);
+        else
+            keyring.items[0].secret = QByteArray::fromStdString(meanwhile);
+        EXPECT_EQ(resultOf(keychain.readCredentials()), (OAuthCredentials{"b", "c", std::nullopt}));
+    }
+}
+
+TEST(KeychainManager, WithoutALoginNothingIsWritten) {
+    FakeSecretService keyring;
+    for (const char *document :
+         {"", "{}", R"({"claudeAiOauth":7})", R"({"claudeAiOauth":{"accessToken":"a")"}) {
+        keyring.items = {{document}};
+        Store store;
+        KeychainManager keychain(*store.store);
+        EXPECT_EQ(resultOf(keychain.readCredentials()), std::nullopt);
+        EXPECT_TRUE(finishes(keychain.updateCredentials("new", "new", Instant())));
+        EXPECT_EQ(keyring.items[0].secret, document);
+    }
+    keyring.items.clear();
+    Store store;
+    EXPECT_TRUE(finishes(KeychainManager(*store.store).updateCredentials("new", "new", Instant())));
+    EXPECT_FALSE(fs::exists(store.file.parent_path()));
+    EXPECT_FALSE(keyring.calls.contains(QStringLiteral("CreateItem")));
+}
+
+} // namespace
+} // namespace burnwick
