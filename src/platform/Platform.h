@@ -5,11 +5,13 @@
 #include "platform/DirectoryEventSource.h"
 #include "platform/SecretStore.h"
 #include "platform/StatusItem.h"
+#include "platform/TerminalLauncher.h"
 
 #include <filesystem>
 #include <memory>
 
 /// Makes the backends of the system that the program was built for; each system's folder defines these.
+/// One object file each, so that a program has only what it calls: the report is to load no widgets.
 namespace burnwick::platform {
 
 /// Needs a running application object.
@@ -18,6 +20,9 @@ namespace burnwick::platform {
 /// See OpenDirectoryEventSource.
 [[nodiscard]] std::unique_ptr<DirectoryEventSource>
 openDirectoryEventSource(const std::filesystem::path &path);
+
+/// Needs a running application object.
+[[nodiscard]] std::unique_ptr<TerminalLauncher> makeTerminalLauncher();
 
 /// The store in which Claude Code keeps the login of the user of that home directory. Needs a running
 /// application object.

@@ -1,0 +1,97 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "platform/linux/TerminalCommands.h"
+
+#include <gtest/gtest.h>
+
+namespace burnwick {
+namespace {
+
+QProcessEnvironment environmentOf(const char *variables) {
+    QProcessEnvironment environment;
+    for (const QString &variable : QString::fromUtf8(variables).split(QLatin1Char(','), Qt::SkipEmptyParts))
+        environment.insert(variable.section(QLatin1Char('='), 0, 0), variable.section(QLatin1Char('='), 1));
+    return environment;
+}
+
+/// Finds the programs named in the list in /bin, and paths that are in it as they are.
+FindExecutable installed(const char *programs) {
+    return [list = QString::fromUtf8(programs).split(QLatin1Char(' '))](const QString &program) {
+        if (!list.contains(program))
+            return QString();
+        return program.startsWith(QLatin1Char('/')) ? program : QStringLiteral("/bin/") + program;
+    };
+}
+
+std::string joined(const std::vector<QStringList> &commands) {
+    QStringList lines;
+    for (const QStringList &command : commands)
+        lines += command.join(QLatin1Char(' ')).replace(QLatin1String("/bin/"), QLatin1String());
+    return lines.join(QLatin1String(", ")).toStdString();
+}
+
+TEST(TerminalCommands, StandInOrderOfPreference) {
+    const char *all = "xterm alacritty kitty foot xfce4-terminal konsole kgx gnome-terminal ptyxis wezterm "
+                      "x-terminal-emulator xdg-terminal-exec urxvt /opt/kitty";
+    struct Case {
+        const char *environment;
+        const char *installed;
+        const char *commands;
+    };
+    const Case cases[] = {
+        {"", all,
+         "xdg-terminal-exec, x-terminal-emulator -e, kitty, alacritty -e, xterm -e, wezterm start --, "
+         "gnome-terminal --, kgx --, ptyxis --, konsole -e, xfce4-terminal -x"},
+        {"TERMINAL=konsole,XDG_CURRENT_DESKTOP=ubuntu:GNOME,WAYLAND_DISPLAY=wayland-0", all,
+         "konsole -e, xdg-terminal-exec, x-terminal-emulator -e, gnome-terminal --, kgx --, ptyxis --, "
+         "kitty, "
+         "alacritty -e, xterm -e, wezterm start --, xfce4-terminal -x, foot"},
+        {"XDG_CURRENT_DESKTOP=KDE", "xterm konsole x-terminal-emulator",
+         "x-terminal-emulator -e, konsole -e, xterm -e"},
+        {"XDG_CURRENT_DESKTOP=XFCE", "xterm konsole xfce4-terminal",
+         "xfce4-terminal -x, xterm -e, konsole -e"},
+        {"XDG_CURRENT_DESKTOP=sway,WAYLAND_DISPLAY=wayland-1", "xterm foot kitty", "foot, kitty, xterm -e"},
+        {"XDG_CURRENT_DESKTOP=sway", "xterm foot", "xterm -e"},
+        {"XDG_CURRENT_DESKTOP=sway,WAYLAND_DISPLAY=", "xterm foot", "xterm -e"},
+        {"TERMINAL=foot", "foot xterm", "xterm -e"},
+        {"TERMINAL=urxvt", "urxvt xterm", "urxvt -e, xterm -e"},
+        {"TERMINAL=/opt/kitty --single-instance", "kitty /opt/kitty", "/opt/kitty --single-instance, kitty"},
+        {"TERMINAL=xdg-terminal-exec", "xdg-terminal-exec xterm", "xdg-terminal-exec, xterm -e"},
+        {"TERMINAL=gone", "xterm", "xterm -e"},
+        {"TERMINAL= ", "xterm", "xterm -e"},
+        {"XDG_CURRENT_DESKTOP=KDE,TERMINAL=konsole", "gedit", ""},
+    };
+    for (const Case &c : cases)
+        EXPECT_EQ(joined(terminalCommands(environmentOf(c.environment), installed(c.installed))), c.commands)
+            << c.environment << " | " << c.installed;
+}
+
+TEST(LoginShellCommand, RunsTheUsersShell) {
+    struct Case {
+        const char *environment;
+        const char *installed;
+        const char *shell;
+    };
+    const Case cases[] = {
+        {"SHELL=/bin/bash", "/bin/bash", "/bin/bash"},
+        {"SHELL=/opt/my shells/fish", "/opt/my", "/bin/sh"}, // not installed
+        {"SHELL=/usr/local/bin/fish", "/usr/local/bin/fish", "/usr/local/bin/fish"},
+        {"SHELL=/usr/bin/nu", "/usr/bin/nu", "/bin/sh"}, // another syntax of options
+        {"SHELL=/usr/sbin/nologin", "/usr/sbin/nologin", "/bin/sh"},
+        {"SHELL=", "/bin/zsh", "/bin/zsh"},
+        {"", "/bin/zsh", "/bin/zsh"},
+        {"", "/bin/bash", "/bin/sh"},
+    };
+    const QString command = QStringLiteral("a 'b' \"$c\"; d");
+    for (const Case &c : cases) {
+        const QStringList words =
+            loginShellCommand(environmentOf(c.environment), installed(c.installed), command);
+        const QStringList expected = {QString::fromUtf8(c.shell), QStringLiteral("-l"), QStringLiteral("-c"),
+                                      command};
+        EXPECT_EQ(words.first(), QStringLiteral("/bin/sh"));
+        EXPECT_EQ(words.mid(words.size() - 4), expected) << c.environment << " | " << c.installed;
+    }
+}
+
+} // namespace
+} // namespace burnwick
