@@ -1,0 +1,164 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "net/HttpClient.h"
+
+#include "model/Version.h"
+#include "net/Loopback.h"
+#include "net/TransportError.h"
+
+#include <QCoroNetworkReply>
+#include <QMetaEnum>
+#include <QNetworkProxyFactory>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+#include <QTimer>
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace burnwick {
+
+namespace {
+
+using Kind = TransportError::Kind;
+using Reply = std::unique_ptr<QNetworkReply, QScopedPointerDeleteLater>;
+
+/// Set on a reply that is aborted because its client goes.
+constexpr auto clientGone = "burnwickClientGone";
+
+/// What goes to this machine itself must not leave it.
+class SystemProxies final : public QNetworkProxyFactory {
+public:
+    QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery &query) override {
+        if (isLoopback(query.peerHostName()))
+            return {QNetworkProxy(QNetworkProxy::NoProxy)};
+        return systemProxyForQuery(query);
+    }
+};
+
+bool fitsOneLine(const QByteArray &text) {
+    return std::ranges::none_of(text, [](char c) { return c == '\r' || c == '\n' || c == '\0'; });
+}
+
+QNetworkRequest prepared(const HttpRequest &request) {
+    using Request = QNetworkRequest;
+    Request prepared(request.url);
+    prepared.setAttribute(Request::RedirectPolicyAttribute, Request::ManualRedirectPolicy);
+    prepared.setAttribute(Request::CacheLoadControlAttribute, Request::AlwaysNetwork);
+    prepared.setAttribute(Request::CacheSaveControlAttribute, false);
+    prepared.setAttribute(Request::CookieLoadControlAttribute, Request::Manual);
+    prepared.setAttribute(Request::CookieSaveControlAttribute, Request::Manual);
+    prepared.setAttribute(Request::AuthenticationReuseAttribute, Request::Manual);
+    const auto own = version();
+    prepared.setHeader(Request::UserAgentHeader,
+                       QByteArray("Burnwick/").append(own.data(), static_cast<qsizetype>(own.size())));
+    for (const auto &[name, value] : request.headers) {
+        if (!fitsOneLine(name) || !fitsOneLine(value))
+            throw TransportError(Kind::invalidRequest, "a header of several lines");
+        prepared.setRawHeader(name, value);
+    }
+    return prepared;
+}
+
+std::optional<int> statusOf(const QNetworkReply &reply) {
+    bool known = false;
+    const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(&known);
+    return known ? std::optional(status) : std::nullopt;
+}
+
+/// What a failure of the network's, not of the server's, means; `answered` tells whether an answer had begun.
+Kind kindOf(QNetworkReply::NetworkError error, bool answered) {
+    switch (error) {
+    case QNetworkReply::SslHandshakeFailedError:
+        return Kind::untrustedServer;
+    case QNetworkReply::RemoteHostClosedError: // also for garbage
+    case QNetworkReply::ProtocolFailure:
+    case QNetworkReply::UnknownNetworkError:
+        return Kind::incomplete;
+    case QNetworkReply::ProtocolUnknownError:
+    case QNetworkReply::ProtocolInvalidOperationError:
+        return Kind::invalidRequest;
+    default:
+        return answered ? Kind::incomplete : Kind::unreachable;
+    }
+}
+
+std::string nameOf(QNetworkReply::NetworkError error) {
+    const char *name = QMetaEnum::fromType<QNetworkReply::NetworkError>().valueToKey(error);
+    return name != nullptr ? name : std::to_string(error);
+}
+
+/// The answer that the finished reply amounts to. `stopped` is why it was ended from here, if it was.
+HttpResponse answerOf(const QNetworkReply &reply, std::optional<Kind> stopped, QByteArray body) {
+    if (reply.property(clientGone).toBool())
+        throw TransportError(Kind::cancelled);
+    const auto status = statusOf(reply);
+    const bool refused = status && (*status < 200 || *status > 299);
+    if (refused)
+        return {*status, std::move(body)};
+    if (stopped)
+        throw TransportError(*stopped);
+    if (reply.error() != QNetworkReply::NoError)
+        throw TransportError(kindOf(reply.error(), status.has_value()), nameOf(reply.error()));
+    if (!status)
+        throw TransportError(Kind::notHttp);
+    return {*status, std::move(body)};
+}
+
+QNetworkReply *begin(QNetworkAccessManager &manager, const HttpRequest &request) {
+    const QNetworkRequest toSend = prepared(request);
+    return request.method == HttpMethod::post ? manager.post(toSend, request.body) : manager.get(toSend);
+}
+
+/// Does not use the manager once it is suspended.
+QCoro::Task<HttpResponse> exchange(QNetworkAccessManager *manager, HttpLimits limits, HttpRequest request) {
+    const Reply reply(begin(*manager, request));
+    QByteArray body;
+    std::optional<Kind> stopped;
+
+    // Queued, because an abort resumes this coroutine at once, within whatever called it.
+    const auto stop = [&stopped, &reply](Kind why) {
+        stopped = stopped.value_or(why);
+        QMetaObject::invokeMethod(reply.get(), &QNetworkReply::abort, Qt::QueuedConnection);
+    };
+    const auto collect = [&body, &reply, &stopped, &stop, limits] {
+        if (stopped || !reply->isOpen())
+            return;
+        body += reply->readAll();
+        if (body.size() > limits.largestBody)
+            stop(Kind::tooLarge);
+    };
+    // The timer is also the context of all connections: they end with this frame, to which they refer.
+    QTimer deadline;
+    deadline.setSingleShot(true);
+    QObject::connect(&deadline, &QTimer::timeout, &deadline, [&stop] { stop(Kind::timedOut); });
+    QObject::connect(reply.get(), &QNetworkReply::readyRead, &deadline, collect);
+    deadline.start(limits.deadline);
+
+    co_await reply.get();
+    collect();
+    co_return answerOf(*reply, stopped, std::move(body));
+}
+
+} // namespace
+
+HttpClient::HttpClient(HttpLimits limits)
+    : m_limits(limits) {
+    m_manager.setProxyFactory(new SystemProxies); // owned by the manager
+}
+
+HttpClient::~HttpClient() {
+    const auto replies = m_manager.findChildren<QNetworkReply *>(Qt::FindDirectChildrenOnly);
+    for (QNetworkReply *reply : replies) {
+        reply->setProperty(clientGone, true);
+        reply->abort();
+    }
+}
+
+QCoro::Task<HttpResponse> HttpClient::send(HttpRequest request) {
+    return exchange(&m_manager, m_limits, std::move(request));
+}
+
+} // namespace burnwick

@@ -1,0 +1,12 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+namespace burnwick {
+
+/// Whether a URL's host is this machine itself: "localhost", 127.0.0.0/8 or ::1.
+[[nodiscard]] bool isLoopback(const QString &host);
+
+} // namespace burnwick

@@ -1,0 +1,365 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "quota/OAuthFetcher.h"
+
+#include "net/DecodeError.h"
+#include "net/HttpClient.h"
+#include "net/TransportError.h"
+#include "quota/FetchError.h"
+#include "quota/KeychainManager.h"
+#include "quota/RefreshError.h"
+#include "support/LogCapture.h"
+#include "support/ManualClock.h"
+#include "support/MemorySecretStore.h"
+#include "support/Outcome.h"
+#include "support/ScriptedServer.h"
+#include "support/WaitFor.h"
+
+#include <gtest/gtest.h>
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace burnwick {
+namespace {
+
+using namespace std::chrono_literals;
+using test::errorOf;
+using test::held;
+using test::outcomeOf;
+using test::redirectTo;
+using test::resultOf;
+using test::ScriptedAnswer;
+using test::ScriptedServer;
+using Ending = ScriptedAnswer::Ending;
+using Kind = FetchError::Kind;
+
+const QByteArray usageTarget = "/api/oauth/usage";
+const QByteArray tokenTarget = "/api/oauth/token";
+constexpr auto start = "2025-06-10T12:00:00Z";
+
+const ScriptedAnswer usage{200, R"({"five_hour":{"utilization":62,"resets_at":"2025-06-10T15:00:00.5+00:00"},
+    "seven_day":{"utilization":7},
+    "extra_usage":{"is_enabled":true,"monthly_limit":5000,"used_credits":1000,"utilization":20}})"};
+const ScriptedAnswer newTokens{
+    200, R"({"access_token":"secret-a2","refresh_token":"secret-r2","expires_in":3600})"};
+
+HttpLimits limits(std::chrono::milliseconds deadline) {
+    return {deadline};
+}
+
+/// A fetcher against a server of its own and a login in memory. No token may show up in an error or the log.
+class OAuthFetcherTest : public testing::Test {
+protected:
+    ~OAuthFetcherTest() override {
+        for (const QString &line : m_log.lines())
+            expectNoSecret(line.toStdString());
+    }
+
+    void SetUp() override {
+        makeFetcher();
+        logIn("2025-06-10T20:00:00Z");
+        m_server.script(usageTarget, {usage});
+        m_server.script(tokenTarget, {newTokens});
+    }
+
+    void makeFetcher(std::chrono::milliseconds deadline = 10s) {
+        m_fetcher.reset();
+        m_http = std::make_unique<HttpClient>(limits(deadline));
+        m_fetcher = std::make_unique<OAuthFetcher>(*m_http, m_server.url(QString::fromUtf8(usageTarget)),
+                                                   m_server.url(QString::fromUtf8(tokenTarget)), m_keychain,
+                                                   m_clock, Calendar::inZone("UTC"));
+    }
+
+    void logIn(std::string_view expiresAt, bool withRefreshToken = true) {
+        m_store.blob = R"({"claudeAiOauth":{"accessToken":"secret-a1",)" +
+                       std::string(withRefreshToken ? R"("refreshToken":"secret-r1",)" : "") +
+                       R"("expiresAt":")" + std::string(expiresAt) + R"(","scopes":["x"]},"other":1})";
+    }
+
+    [[nodiscard]] OAuthCredentials stored() { return *resultOf(m_keychain.readCredentials()); }
+
+    /// The access tokens that the usage endpoint was asked with.
+    [[nodiscard]] std::vector<std::string> tokensSent() const {
+        std::vector<std::string> tokens;
+        for (const auto &request : m_server.requestsFor(usageTarget))
+            tokens.push_back(request.header("Authorization").toStdString());
+        return tokens;
+    }
+    [[nodiscard]] std::size_t refreshes() const { return m_server.requestsFor(tokenTarget).size(); }
+
+    template <typename Error = FetchError>
+    Error failure() {
+        const auto error = errorOf<Error>(m_fetcher->fetchUsage());
+        expectNoSecret(error.what());
+        return error;
+    }
+
+    static void expectNoSecret(const std::string &text) {
+        EXPECT_EQ(text.find("secret"), std::string::npos) << text;
+    }
+
+    const std::string m_old = "Bearer secret-a1";
+    const std::string m_new = "Bearer secret-a2";
+    test::LogCapture m_log;
+    test::ManualClock m_clock{start};
+    ScriptedServer m_server;
+    test::MemorySecretStore m_store;
+    KeychainManager m_keychain{m_store};
+    std::unique_ptr<HttpClient> m_http;
+    std::unique_ptr<OAuthFetcher> m_fetcher;
+};
+
+TEST_F(OAuthFetcherTest, AsksWithTheStoredToken) {
+    const auto [quota, extraUsage] = resultOf(m_fetcher->fetchUsage());
+    EXPECT_EQ(quota, (QuotaData{62, 7, 0, test::at("2025-06-10T15:00:00.5Z"), {}, {}}));
+    EXPECT_EQ(extraUsage, (ExtraUsageData{10, 50, 40, 20, 20}));
+
+    ASSERT_EQ(m_server.requests().size(), 1);
+    const auto &request = m_server.requests().front();
+    EXPECT_EQ(request.method, "GET");
+    EXPECT_EQ(request.target, usageTarget);
+    EXPECT_EQ(request.header("Authorization"), "Bearer secret-a1");
+    EXPECT_EQ(request.header("anthropic-beta"), "oauth-2025-04-20");
+    EXPECT_TRUE(request.body.isEmpty());
+    EXPECT_TRUE(request.header("Content-Type").isNull());
+    EXPECT_EQ(m_store.replacements, 0);
+}
+
+TEST_F(OAuthFetcherTest, ARejectedTokenIsRenewedAndStored) {
+    m_server.script(usageTarget, {{401}, usage});
+    EXPECT_EQ(resultOf(m_fetcher->fetchUsage()).first.fiveHourUsagePct, 62);
+    EXPECT_EQ(tokensSent(), (std::vector{m_old, m_new}));
+    EXPECT_EQ(stored(), (OAuthCredentials{"secret-a2", "secret-r2", test::at("2025-06-10T13:00:00Z")}));
+    const auto document = QJsonDocument::fromJson(QByteArray::fromStdString(*m_store.blob)).object();
+    EXPECT_EQ(document.value(QStringLiteral("other")), 1);
+
+    ASSERT_EQ(refreshes(), 1);
+    const auto request = m_server.requestsFor(tokenTarget).front();
+    EXPECT_EQ(request.method, "POST");
+    EXPECT_EQ(request.header("Content-Type"), "application/json");
+    EXPECT_EQ(request.header("anthropic-beta"), "oauth-2025-04-20");
+    EXPECT_TRUE(request.header("Authorization").isNull());
+    EXPECT_EQ(QJsonDocument::fromJson(request.body).object(),
+              (QJsonObject{{QStringLiteral("grant_type"), QStringLiteral("refresh_token")},
+                           {QStringLiteral("refresh_token"), QStringLiteral("secret-r1")}}));
+}
+
+TEST_F(OAuthFetcherTest, ThereIsNoThirdAttempt) {
+    const struct {
+        ScriptedAnswer second;
+        Kind kind;
+    } rows[] = {{{401}, Kind::unauthorized}, {{403}, Kind::httpError}};
+    for (const auto &row : rows) {
+        const auto before = m_server.requests().size();
+        m_server.script(usageTarget, {{401}, row.second, usage});
+        EXPECT_EQ(failure().kind(), row.kind);
+        EXPECT_EQ(m_server.requests().size() - before, 3);
+    }
+    EXPECT_EQ(refreshes(), 2);
+}
+
+TEST_F(OAuthFetcherTest, ATokenAboutToExpireIsRenewedFirst) {
+    const struct {
+        const char *expiresAt;
+        bool withRefreshToken;
+        std::string sent;
+    } rows[] = {
+        {"2025-06-10T12:04:00Z", true, m_new},  {"2025-06-10T12:05:00Z", true, m_new},
+        {"2025-06-10T12:06:00Z", true, m_old},  {"2025-06-10T11:00:00Z", true, m_new},
+        {"2025-06-10T11:00:00Z", false, m_old}, {"unknown", true, m_old},
+    };
+    for (const auto &row : rows) {
+        logIn(row.expiresAt, row.withRefreshToken);
+        resultOf(m_fetcher->fetchUsage());
+        EXPECT_EQ(tokensSent().back(), row.sent) << row.expiresAt;
+    }
+    EXPECT_EQ(tokensSent().size(), std::size(rows)) << "an old token was tried first";
+}
+
+TEST_F(OAuthFetcherTest, WithoutALoginNothingIsAsked) {
+    for (const char *blob : {"", "{}", R"({"claudeAiOauth":{"accessToken":5}})"}) {
+        m_store.blob = blob;
+        EXPECT_EQ(failure().kind(), Kind::noToken) << blob;
+    }
+    m_store.blob.reset();
+    EXPECT_EQ(failure().kind(), Kind::noToken);
+    EXPECT_EQ(m_server.connectionCount(), 0);
+}
+
+TEST_F(OAuthFetcherTest, ARejectedTokenWithoutAWayToRenewIt) {
+    logIn("2025-06-10T11:00:00Z", false);
+    m_server.script(usageTarget, {{401}});
+    EXPECT_EQ(failure().kind(), Kind::noRefreshToken);
+    EXPECT_EQ(m_server.requests().size(), 1);
+}
+
+TEST_F(OAuthFetcherTest, FailuresOfTheUsageEndpoint) {
+    for (const int status : {201, 302, 400, 403, 404, 429, 500, 503}) {
+        m_server.script(usageTarget, {{status, usage.body}});
+        const auto error = failure();
+        EXPECT_EQ(error.kind(), Kind::httpError);
+        EXPECT_EQ(error.httpStatus(), status);
+    }
+    for (const char *body : {"<html>Hello</html>", "[]", R"({"five_hour":{"utilization":62}})"}) {
+        m_server.script(usageTarget, {{200, body}});
+        EXPECT_NO_THROW(failure<DecodeError>()) << body;
+    }
+    for (const auto ending : {Ending::raw, Ending::cut, Ending::hangUp}) {
+        m_server.script(usageTarget, {{200, usage.body, {}, ending}});
+        EXPECT_EQ(failure<TransportError>().kind(), TransportError::Kind::incomplete);
+    }
+    EXPECT_EQ(refreshes(), 0);
+
+    makeFetcher(50ms);
+    m_server.script(usageTarget, {{200, "{", {}, Ending::silence}});
+    EXPECT_EQ(failure<TransportError>().kind(), TransportError::Kind::timedOut);
+}
+
+TEST_F(OAuthFetcherTest, FailuresOfTheTokenEndpoint) {
+    const struct {
+        ScriptedAnswer answer;
+        Kind kind;
+    } rows[] = {
+        {{400, R"({"error":"invalid_grant"})"}, Kind::refreshTokenExpired},
+        {{401}, Kind::refreshTokenExpired},
+        {{302}, Kind::refreshTemporaryFailure},
+        {{403}, Kind::refreshTemporaryFailure},
+        {{429}, Kind::refreshTemporaryFailure},
+        {{500}, Kind::refreshTemporaryFailure},
+        {{200, newTokens.body, {}, Ending::raw}, Kind::refreshFailed},
+        {{200, "[]"}, Kind::refreshFailed},
+        {{200, R"({"access_token":1})"}, Kind::refreshFailed},
+        {{200, "<html>"}, Kind::refreshFailed},
+        {{200, newTokens.body, {}, Ending::cut}, Kind::refreshFailed},
+        {{200, {}, {}, Ending::silence}, Kind::refreshFailed},
+    };
+    const auto before = m_store.blob;
+    m_server.script(usageTarget, {{401}});
+    for (const auto &row : rows) {
+        makeFetcher(row.answer.ending == Ending::silence ? 100ms : 10s);
+        m_server.script(tokenTarget, {row.answer});
+        const auto attempts = tokensSent().size();
+        EXPECT_EQ(failure().kind(), row.kind)
+            << row.answer.status << ' ' << row.answer.body.data() << static_cast<int>(row.answer.ending);
+        EXPECT_EQ(tokensSent().size(), attempts + 1);
+    }
+    EXPECT_EQ(m_store.blob, before);
+}
+
+TEST_F(OAuthFetcherTest, WhatIsNotHttpIsInvalid) {
+    OAuthFetcher fetcher(*m_http, QUrl(QStringLiteral("data:,{}")), {}, m_keychain, m_clock,
+                         Calendar::inZone("UTC"));
+    EXPECT_EQ(errorOf<FetchError>(fetcher.fetchUsage()).kind(), Kind::invalidResponse);
+}
+
+TEST_F(OAuthFetcherTest, ANewTokenServesEvenWhenItCannotBeStored) {
+    m_store.writable = false;
+    m_server.script(usageTarget, {{401}, usage});
+    EXPECT_EQ(resultOf(m_fetcher->fetchUsage()).first.fiveHourUsagePct, 62);
+    EXPECT_EQ(stored().accessToken, "secret-a1");
+}
+
+TEST_F(OAuthFetcherTest, ATokenThatIsNotReplacedStays) {
+    m_server.script(usageTarget, {{401}, usage});
+    m_server.script(tokenTarget, {{200, R"({"access_token":"secret-a2"})"}});
+    resultOf(m_fetcher->fetchUsage());
+    EXPECT_EQ(stored(), (OAuthCredentials{"secret-a2", "secret-r1", test::at("2025-06-10T20:00:00Z")}));
+}
+
+TEST_F(OAuthFetcherTest, NoTokenFollowsARedirect) {
+    ScriptedServer other;
+    other.script("/", {usage});
+    m_server.script(usageTarget, {redirectTo(other.url(QStringLiteral("/")), 307), {401}});
+    EXPECT_EQ(failure().httpStatus(), 307);
+    m_server.script(tokenTarget, {redirectTo(other.url(QStringLiteral("/")), 307)});
+    EXPECT_EQ(failure().kind(), Kind::refreshTemporaryFailure);
+    EXPECT_EQ(other.connectionCount(), 0);
+}
+
+TEST_F(OAuthFetcherTest, OfTwoRenewalsTheLaterOneStays) {
+    logIn("2025-06-10T11:00:00Z");
+    m_server.script(tokenTarget,
+                    {held(newTokens), held({200, R"({"access_token":"secret-a3","expires_in":7200})"})});
+    const auto first = outcomeOf(m_fetcher->fetchUsage());
+    const auto second = outcomeOf(m_fetcher->fetchUsage());
+    ASSERT_TRUE(waitFor([this] { return refreshes() == 2; }));
+    m_server.release();
+    ASSERT_TRUE(waitFor([&] { return first->done() && second->done(); }));
+    EXPECT_TRUE(first->value && second->value);
+    EXPECT_EQ(m_store.replacements, 2);
+    const auto sent = tokensSent();
+    ASSERT_EQ(sent.size(), 2);
+    EXPECT_NE(sent.front(), sent.back());
+    const auto last = stored();
+    EXPECT_TRUE(last.accessToken == "secret-a2" || last.accessToken == "secret-a3");
+    EXPECT_EQ(last.expiresAt,
+              test::at(last.accessToken == "secret-a2" ? "2025-06-10T13:00:00Z" : "2025-06-10T14:00:00Z"))
+        << "a mixture of both";
+}
+
+/// Where a fetch is when the fetcher goes, and how to get it there.
+struct Suspension {
+    const char *name;
+    bool readHeld;
+    std::vector<ScriptedAnswer> usageAnswers;
+    std::size_t requests; ///< seen by the server at that time
+};
+
+TEST_F(OAuthFetcherTest, MayGoWhileAFetchRuns) {
+    const Suspension rows[] = {
+        {"reading the login", true, {usage}, 0},
+        {"asking", false, {held(usage)}, 1},
+        {"renewing", false, {{401}}, 2},
+        {"asking again", false, {{401}, held(usage)}, 3},
+    };
+    for (const bool clientGoesFirst : {false, true}) {
+        for (const auto &row : rows) {
+            ScriptedServer server;
+            server.script(usageTarget, row.usageAnswers);
+            server.script(tokenTarget, {row.requests == 2 ? held(newTokens) : newTokens});
+            m_store.holdsReads = row.readHeld;
+            auto http = std::make_unique<HttpClient>();
+            auto fetcher = std::make_unique<OAuthFetcher>(*http, server.url(QString::fromUtf8(usageTarget)),
+                                                          server.url(QString::fromUtf8(tokenTarget)),
+                                                          m_keychain, m_clock, Calendar::inZone("UTC"));
+            const auto outcome = outcomeOf(fetcher->fetchUsage());
+            ASSERT_TRUE(waitFor([&] { return server.requests().size() == row.requests; })) << row.name;
+            ASSERT_FALSE(outcome->done()) << row.name;
+            fetcher.reset();
+            if (clientGoesFirst)
+                http.reset();
+            server.release();
+            m_store.answerReads();
+            ASSERT_TRUE(waitFor([&outcome] { return outcome->done(); })) << row.name;
+            ASSERT_TRUE(outcome->error) << row.name;
+            EXPECT_THROW(std::rethrow_exception(outcome->error), TransportError) << row.name;
+            EXPECT_EQ(server.requests().size(), row.requests) << row.name << ": it went on";
+            logIn("2025-06-10T20:00:00Z");
+        }
+    }
+}
+
+TEST(FetchErrorTest, TextsAreFixed) {
+    EXPECT_STREQ(FetchError::http(429).what(), "Server error (HTTP 429)");
+    const std::pair<Kind, const char *> rows[] = {
+        {Kind::noToken, "OAuth token not found in Keychain"},
+        {Kind::noRefreshToken, "No refresh token available"},
+        {Kind::refreshFailed, "Token refresh failed"},
+        {Kind::refreshTokenExpired, "Re-authentication required"},
+        {Kind::refreshTemporaryFailure, "Temporary failure \u2014 will retry"},
+        {Kind::unauthorized, "OAuth token is invalid"},
+        {Kind::invalidResponse, "Invalid server response"},
+    };
+    for (const auto &[kind, text] : rows)
+        EXPECT_STREQ(FetchError(kind).what(), text);
+    EXPECT_STREQ(RefreshError::server(500).what(), "Token endpoint server error (HTTP 500)");
+    EXPECT_STREQ(RefreshError(RefreshError::Kind::tokenExpired).what(),
+                 "OAuth refresh token expired \u2014 re-authentication required");
+    EXPECT_STREQ(RefreshError(RefreshError::Kind::networkError).what(), "Network error during token refresh");
+    EXPECT_STREQ(RefreshError(RefreshError::Kind::invalidResponse).what(),
+                 "Unexpected response from token endpoint");
+}
+
+} // namespace
+} // namespace burnwick

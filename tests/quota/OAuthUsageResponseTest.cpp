@@ -1,0 +1,120 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "quota/OAuthUsageResponse.h"
+
+#include "net/DecodeError.h"
+#include "support/ManualClock.h"
+
+#include <gtest/gtest.h>
+
+namespace burnwick {
+namespace {
+
+using test::at;
+
+const QByteArray windows = R"("five_hour":{"utilization":41.5},"seven_day":{"utilization":7})";
+
+OAuthUsageResponse withExtra(const QByteArray &extraUsage) {
+    return decodeUsageResponse("{" + windows + R"(,"extra_usage":)" + extraUsage + "}");
+}
+
+std::optional<ExtraUsageData> extraOf(const OAuthUsageResponse &response, std::string_view now) {
+    return extraUsageDataFrom(response, Calendar::inZone("America/New_York"), at(now));
+}
+
+TEST(OAuthUsageResponseTest, TwoWindowsAreEnough) {
+    const auto response = decodeUsageResponse("{" + windows + "}");
+    EXPECT_EQ(quotaDataFrom(response), (QuotaData{41.5, 7, 0, {}, {}, {}}));
+    EXPECT_FALSE(response.extraUsage);
+}
+
+TEST(OAuthUsageResponseTest, EveryMemberHasItsPlace) {
+    const auto response = decodeUsageResponse(R"({
+        "five_hour": {"utilization": 1, "resets_at": "2025-06-01T12:00:00.123Z"},
+        "seven_day": {"utilization": 2, "resets_at": "2025-06-02T12:00:00Z", "new": [1]},
+        "seven_day_opus": {"utilization": 9, "resets_at": null},
+        "seven_day_omelette": {"utilization": 120.25, "resets_at": "2025-06-03T12:00:00.000000+00:00"},
+        "extra_usage": {"is_enabled": true, "monthly_limit": 1, "used_credits": 2, "utilization": 3},
+        "something_new": null})");
+    EXPECT_EQ(response.sevenDayOpus, (OAuthUsagePeriod{9, {}}));
+    EXPECT_EQ(response.extraUsage, (OAuthExtraUsage{true, 1, 2, 3}));
+    EXPECT_EQ(quotaDataFrom(response), (QuotaData{1, 2, 120.25, at("2025-06-01T12:00:00.123Z"),
+                                                  at("2025-06-02T12:00:00Z"), at("2025-06-03T12:00:00Z")}));
+    EXPECT_EQ(decodeUsageResponse(encodeUsageResponse(response)), response);
+}
+
+TEST(OAuthUsageResponseTest, ResetsThatDoNotParseAreNone) {
+    for (const char *text : {"", "soon", "2025-06-01", "2025-06-01T12:00:00", "2025-13-01T12:00:00Z"}) {
+        const OAuthUsageResponse response{{1, text}, {2, {}}, {}, {}, {}};
+        EXPECT_FALSE(quotaDataFrom(response).fiveHourResetAt) << text;
+    }
+}
+
+TEST(OAuthUsageResponseTest, ExtraUsageInDollars) {
+    const struct {
+        QByteArray json;
+        std::optional<ExtraUsageData> expected;
+    } rows[] = {
+        {R"({"is_enabled":true,"monthly_limit":5000,"used_credits":6250,"utilization":125})",
+         ExtraUsageData{62.5, 50, 0, 125, 29}},
+        {R"({"is_enabled":true,"monthly_limit":5000,"used_credits":1234,"utilization":24.68})",
+         ExtraUsageData{12.34, 50, 50 - 12.34, 24.68, 29}},
+        {R"({"is_enabled":true,"monthly_limit":0,"used_credits":5,"utilization":0})", {}},
+        {R"({"is_enabled":true,"monthly_limit":-1,"used_credits":5,"utilization":0})", {}},
+        {R"({"is_enabled":false,"monthly_limit":5000,"used_credits":5,"utilization":0})", {}},
+        {R"({"is_enabled":false,"monthly_limit":null,"used_credits":null,"utilization":null})", {}},
+        {R"({"is_enabled":false,"monthly_limit":5000,"used_credits":null,"utilization":null})", {}},
+        {"null", {}},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(extraOf(withExtra(row.json), "2025-06-01T12:00:00Z"), row.expected) << row.json.data();
+}
+
+TEST(OAuthUsageResponseTest, TheMonthEndsByTheUsersCalendar) {
+    const auto response =
+        withExtra(R"({"is_enabled":true,"monthly_limit":100,"used_credits":0,"utilization":0})");
+    EXPECT_EQ(extraOf(response, "2025-07-01T03:00:00Z")->daysUntilReset, 0); // still 30 June there
+    EXPECT_EQ(extraOf(response, "2025-07-01T05:00:00Z")->daysUntilReset, 30);
+    EXPECT_EQ(extraOf(response, "2024-02-10T12:00:00Z")->daysUntilReset, 19);
+}
+
+TEST(OAuthUsageResponseTest, WhatIsNotTheAnswerFails) {
+    const QByteArray extraRows[] = {
+        R"({"is_enabled":true,"monthly_limit":5000,"utilization":1})",
+        R"({"is_enabled":true,"monthly_limit":null,"used_credits":1,"utilization":1})",
+        R"({"is_enabled":true,"monthly_limit":5000,"used_credits":"1","utilization":1})",
+        R"({"is_enabled":false,"monthly_limit":null,"used_credits":null})",
+        R"({"is_enabled":false,"monthly_limit":"","used_credits":null,"utilization":null})",
+        R"({"is_enabled":null,"monthly_limit":1,"used_credits":1,"utilization":1})",
+        R"({"is_enabled":1,"monthly_limit":1,"used_credits":1,"utilization":1})",
+        R"({"monthly_limit":1,"used_credits":1,"utilization":1})",
+        "[]",
+        "false",
+    };
+    for (const QByteArray &extra : extraRows)
+        EXPECT_THROW(static_cast<void>(withExtra(extra)), DecodeError) << extra.data();
+
+    const QByteArray bodies[] = {
+        "",
+        "<html><body>Bad gateway</body></html>",
+        "[" + QByteArray("{") + windows + "}]",
+        "null",
+        "{" + windows,
+        "{" + windows + "}{}",
+        R"({"five_hour":{"utilization":1}})",
+        R"({"five_hour":{"utilization":null},"seven_day":{"utilization":1}})",
+        R"({"five_hour":{"utilization":"1"},"seven_day":{"utilization":1}})",
+        R"({"five_hour":{"utilization":true},"seven_day":{"utilization":1}})",
+        R"({"five_hour":{"utilization":1e999},"seven_day":{"utilization":1}})",
+        R"({"five_hour":null,"seven_day":{"utilization":1}})",
+        R"({"fiveHour":{"utilization":1},"sevenDay":{"utilization":1}})",
+        R"({"five_hour":{"utilization":1,"resets_at":1},"seven_day":{"utilization":1}})",
+        "{" + windows + R"(,"seven_day_opus":{}})",
+        "{" + windows + R"(,"seven_day_omelette":"none"})",
+    };
+    for (const QByteArray &body : bodies)
+        EXPECT_THROW(static_cast<void>(decodeUsageResponse(body)), DecodeError) << body.data();
+}
+
+} // namespace
+} // namespace burnwick
