@@ -165,9 +165,13 @@ void ScriptedServer::accept() {
 void ScriptedServer::read(QTcpSocket *socket) {
     QByteArray &unread = m_unread[socket];
     unread += socket->readAll();
-    while (const auto request = takeRequest(unread)) {
-        m_requests.push_back(*request);
-        const ScriptedAnswer next = nextAnswerFor(request->target);
+    std::vector<RecordedRequest> arrived;
+    while (auto request = takeRequest(unread))
+        arrived.push_back(*std::move(request));
+    // An answer may end the connection, and with it what is unread.
+    for (const RecordedRequest &request : arrived) {
+        m_requests.push_back(request);
+        const ScriptedAnswer next = nextAnswerFor(request.target);
         if (next.held && !m_released)
             m_held.emplace_back(socket, next);
         else
