@@ -11,6 +11,7 @@
 #include <memory>
 
 /// Makes the backends of the system that the program was built for; each system's folder defines these.
+/// One object file each, so that a program has only what it calls: the report is to load no widgets.
 namespace burnwick::platform {
 
 /// Needs a running application object.
