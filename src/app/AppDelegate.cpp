@@ -4,25 +4,43 @@
 
 #include "platform/Platform.h"
 
+#include <QDesktopServices>
 #include <QDir>
 
 namespace burnwick {
 
 namespace {
 
-AppState::Services services(PreferencesManager &preferences, const Clock &clock, Scheduler &scheduler) {
-    const Calendar calendar = Calendar::current();
-    const std::filesystem::path home = QDir::homePath().toStdString();
-    return {preferences, JSONLParser(home, calendar, clock), calendar, clock,
-            scheduler,   platform::openDirectoryEventSource};
+std::filesystem::path homeDirectory() {
+    return QDir::homePath().toStdString();
 }
 
 } // namespace
 
 AppDelegate::AppDelegate()
-    : m_defaults(UserDefaults::defaultPath())
+    : m_calendar(Calendar::current())
+    , m_defaults(UserDefaults::defaultPath())
     , m_preferences(m_defaults)
-    , m_appState(services(m_preferences, m_clock, m_scheduler)) {}
+    , m_endpoints(Endpoints::load(m_defaults))
+    , m_secretStore(platform::makeSecretStore(homeDirectory()))
+    , m_terminal(platform::makeTerminalLauncher())
+    , m_account(m_endpoints, *m_secretStore, m_clock, m_calendar)
+    , m_appState(services()) {}
+
+AppState::Services AppDelegate::services() {
+    return {m_preferences,
+            JSONLParser(homeDirectory(), m_calendar, m_clock),
+            m_calendar,
+            m_clock,
+            m_scheduler,
+            platform::openDirectoryEventSource,
+            m_account.keychain,
+            m_account.oauthFetcher,
+            m_account.statusFetcher,
+            *m_terminal,
+            [this] { QDesktopServices::openUrl(m_endpoints.loginURL); },
+            m_alerts};
+}
 
 void AppDelegate::launch() {
     m_statusBarController.emplace(m_appState, platform::makeStatusItem());

@@ -3,13 +3,19 @@
 #pragma once
 
 #include "model/Clock.h"
+#include "platform/SecretStore.h"
+#include "platform/TerminalLauncher.h"
+#include "prefs/Endpoints.h"
 #include "prefs/PreferencesManager.h"
 #include "prefs/UserDefaults.h"
+#include "state/AccountServices.h"
 #include "state/AppState.h"
+#include "state/QuotaAlerts.h"
 #include "state/Scheduler.h"
 #include "ui/dashboard/MainWindowView.h"
 #include "ui/statusbar/StatusBarController.h"
 
+#include <memory>
 #include <optional>
 
 namespace burnwick {
@@ -26,10 +32,24 @@ public:
     void terminate();
 
 private:
+    /// Tells nobody.
+    class SilentAlerts final : public QuotaAlerts {
+        void checkQuota(std::optional<Instant>, bool, bool, double) override {}
+        void sendSessionReset() override {}
+    };
+
+    [[nodiscard]] AppState::Services services();
+
     SystemClock m_clock;
+    Calendar m_calendar;
     EventLoopScheduler m_scheduler;
     UserDefaults m_defaults;
     PreferencesManager m_preferences;
+    Endpoints m_endpoints;
+    std::unique_ptr<SecretStore> m_secretStore;
+    std::unique_ptr<TerminalLauncher> m_terminal;
+    AccountServices m_account;
+    SilentAlerts m_alerts;
     AppState m_appState;
     std::optional<StatusBarController> m_statusBarController;
     std::optional<MainWindowView> m_mainWindow;

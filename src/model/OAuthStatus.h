@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <string_view>
+
 namespace burnwick {
 
 /// The state of the link to the account.
@@ -12,5 +14,8 @@ enum class OAuthStatus {
     expired,        ///< there are credentials, but they are of no use
     authenticating, ///< a login is running
 };
+
+/// The case's name: "unknown", "connected" and so on.
+[[nodiscard]] std::string_view nameOf(OAuthStatus status) noexcept;
 
 } // namespace burnwick

@@ -31,7 +31,7 @@ public:
         m_suspended = !m_answer;
         return m_suspended;
     }
-    Answer await_resume() { return std::move(*m_answer); }
+    Answer await_resume() { return std::move(m_answer).value(); }
 
 private:
     Ask m_ask;

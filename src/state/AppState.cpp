@@ -3,6 +3,7 @@
 #include "state/AppState.h"
 
 #include "prefs/PreferencesManager.h"
+#include "state/DetachedTask.h"
 #include "state/Scheduler.h"
 
 #include <QMetaObject>
@@ -14,7 +15,10 @@ namespace burnwick {
 namespace {
 
 /// From then on the unsettled part of a history is no longer small, and a whole load sets it back.
-constexpr std::chrono::days settledFor{2};
+constexpr std::chrono::hours settledFor{48};
+
+/// By then a new file has its first lines.
+constexpr std::chrono::milliseconds settleTime{1500};
 
 } // namespace
 
@@ -25,14 +29,6 @@ AppState::AppState(Services services, QObject *parent)
 
 AppState::~AppState() = default;
 
-template <typename Value>
-void AppState::publish(Value &property, Value value) {
-    if (property == value)
-        return;
-    Q_EMIT objectWillChange();
-    property = std::move(value);
-}
-
 void AppState::start() {
     loadRecentEntries();
     updateLocalStats();
@@ -41,6 +37,9 @@ void AppState::start() {
         m_services.openDirectoryEventSource);
     m_fileMonitor->start();
     startJSONLTimer();
+    startOAuthTimer();
+    runDetached(refreshQuota());
+    runDetached(refreshClaudeStatus());
     loadHistory();
 }
 
@@ -48,7 +47,9 @@ void AppState::stop() {
     m_stopped = true;
     if (m_fileMonitor)
         m_fileMonitor->stop();
-    m_jsonlTimer.reset();
+    stopTimers();
+    m_settleTimer.reset();
+    m_login.reset();
     m_historyJob.request_stop();
 }
 
@@ -57,8 +58,14 @@ void AppState::startJSONLTimer() {
                                                [this] { refreshLocalData(); });
 }
 
-void AppState::stopJSONLTimer() {
+void AppState::startOAuthTimer() {
+    constexpr std::chrono::seconds interval{300};
+    m_oauthTimer = m_services.scheduler.repeat(interval, [this] { runDetached(refreshQuota()); });
+}
+
+void AppState::stopTimers() {
     m_jsonlTimer.reset();
+    m_oauthTimer.reset();
 }
 
 /// Runs on the monitor's thread. Events that come while a refresh is due are served by it.
@@ -68,8 +75,19 @@ void AppState::onDirectoryChange() {
     const auto refresh = [this] {
         m_refreshQueued = false;
         refreshLocalData();
+        refreshOnceMore();
     };
     QMetaObject::invokeMethod(this, refresh, Qt::QueuedConnection);
+}
+
+/// A file or folder is announced before it is filled, and what follows inside it is not announced.
+void AppState::refreshOnceMore() {
+    if (m_stopped)
+        return;
+    m_settleTimer = m_services.scheduler.repeat(settleTime, [this] {
+        m_settleTimer.reset();
+        refreshLocalData();
+    });
 }
 
 /// Whether the entries differ from the last ones.
@@ -104,10 +122,6 @@ void AppState::updateLocalStats() {
     publish(m_projectedWeeklyCost, projected.week);
     publish(m_projectedMonthlyCost, projected.month);
     updateStatusIndicator();
-}
-
-void AppState::updateStatusIndicator() {
-    publish(m_statusIndicator, statusIndicatorFor(m_quotaData));
 }
 
 void AppState::setTimeFilter(TimeFilter filter) {

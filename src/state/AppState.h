@@ -5,24 +5,38 @@
 #include "logs/FileMonitor.h"
 #include "logs/JSONLParser.h"
 #include "model/Cost.h"
+#include "model/ExtraUsageData.h"
+#include "model/OAuthStatus.h"
 #include "model/QuotaData.h"
+#include "model/QuotaWindow.h"
 #include "model/SessionTokens.h"
 #include "model/StatusIndicator.h"
 #include "model/TimeFilter.h"
+#include "quota/OAuthFetcher.h"
+#include "state/FailureVerdict.h"
+#include "state/LoginFlow.h"
+#include "status/ClaudeComponentStatus.h"
 
+#include <QCoroTask>
 #include <QObject>
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace burnwick {
 
+class ClaudeStatusFetcher;
+class KeychainManager;
 class PreferencesManager;
+class QuotaAlerts;
 class RepeatingTimer;
 class Scheduler;
+class TerminalLauncher;
 
 /// All that the program knows and shows, and the cycle that keeps it current. Views read it and redraw on its
 /// announcement. Main thread only.
@@ -38,6 +52,12 @@ public:
         const Clock &clock;
         Scheduler &scheduler;
         OpenDirectoryEventSource openDirectoryEventSource;
+        KeychainManager &keychain;
+        OAuthFetcher &oauthFetcher;
+        ClaudeStatusFetcher &statusFetcher;
+        TerminalLauncher &terminal;
+        std::function<void()> openLoginPage; ///< in the browser
+        QuotaAlerts &alerts;
     };
 
     /// Starts nothing.
@@ -45,7 +65,8 @@ public:
     /// Stops what is running and waits for it; a history being loaded is dropped.
     ~AppState() override;
 
-    /// Loads the recent entries at once and the history in the background, then follows changes.
+    /// Loads the recent entries at once, history, quota and service status in the background, then follows
+    /// changes.
     void start();
     /// Ends timers and watching for good. Nothing is saved: there is nothing to save.
     void stop();
@@ -56,12 +77,27 @@ public:
     void updateLocalStats();
     /// (Re)starts the local timer at the preference's rate.
     void startJSONLTimer();
-    /// Ends the local timer.
-    void stopJSONLTimer();
+    /// (Re)starts the quota timer: every 300 seconds, whatever the preferences.
+    void startOAuthTimer();
+    /// Ends both timers.
+    void stopTimers();
+
+    /// Asks for the quota, unless the user does not want that or a login is running. Never throws.
+    QCoro::Task<void> refreshQuota();
+    /// Asks for the quota in any case, as if nothing was known of the link to the account. Never throws.
+    QCoro::Task<void> forceRefreshQuota();
+    /// Asks once how the service is; a failure changes nothing. Never throws.
+    QCoro::Task<void> refreshClaudeStatus();
+    /// Starts a login in the user's terminal; does nothing while one is running.
+    void connect();
+    using QObject::connect;
 
     [[nodiscard]] const SessionTokens &sessionTokens() const { return m_sessionTokens; }
     [[nodiscard]] double sessionCost() const { return m_sessionCost; }
     [[nodiscard]] const std::optional<QuotaData> &quotaData() const { return m_quotaData; }
+    [[nodiscard]] OAuthStatus oauthStatus() const { return m_oauthStatus; }
+    [[nodiscard]] const std::optional<ExtraUsageData> &extraUsage() const { return m_extraUsage; }
+    [[nodiscard]] const std::vector<ClaudeComponentStatus> &claudeStatus() const { return m_claudeStatus; }
     [[nodiscard]] double burnRateTokensPerMin() const { return m_burnRateTokensPerMin; }
     [[nodiscard]] double projectedTodayCost() const { return m_projectedTodayCost; }
     [[nodiscard]] double projectedWeeklyCost() const { return m_projectedWeeklyCost; }
@@ -82,10 +118,16 @@ Q_SIGNALS:
     void objectWillChange();
 
 private:
+    /// Announces a real change, then makes it.
     template <typename Value>
     void publish(Value &property, Value value);
+    QCoro::Task<void> fetchQuota(RefreshKind kind);
+    void takeQuota(const OAuthFetcher::Usage &usage);
+    QCoro::Task<void> takeFailure(FailureVerdict verdict, RefreshKind kind);
+    void endLogin(LoginFlow::Outcome outcome);
     void updateStatusIndicator();
     void onDirectoryChange();
+    void refreshOnceMore();
     void loadHistory();
     void storeHistory(LogHistory loaded, bool whole);
     void recomputeHistory();
@@ -96,6 +138,9 @@ private:
     SessionTokens m_sessionTokens;
     double m_sessionCost = 0;
     std::optional<QuotaData> m_quotaData;
+    OAuthStatus m_oauthStatus = OAuthStatus::unknown;
+    std::optional<ExtraUsageData> m_extraUsage;
+    std::vector<ClaudeComponentStatus> m_claudeStatus;
     double m_burnRateTokensPerMin = 0;
     double m_projectedTodayCost = 0;
     double m_projectedWeeklyCost = 0;
@@ -107,8 +152,12 @@ private:
     Instant m_lastUpdated;
 
     std::vector<JSONLEntry> m_allEntries;
-    std::optional<LogHistory> m_history; ///< absent until it was first loaded
+    std::optional<LogHistory> m_history;          ///< absent until it was first loaded
+    std::optional<QuotaWindow> m_lastKnownWindow; ///< of this run of the program only
+    std::unique_ptr<RepeatingTimer> m_oauthTimer;
     std::unique_ptr<RepeatingTimer> m_jsonlTimer;
+    std::unique_ptr<RepeatingTimer> m_settleTimer; ///< runs once after a change of the directory
+    std::unique_ptr<LoginFlow> m_login;
     std::atomic<bool> m_refreshQueued = false;
     bool m_stopped = false;
     bool m_historyJobRunning = false;
@@ -117,5 +166,13 @@ private:
     std::unique_ptr<FileMonitor> m_fileMonitor;
     std::jthread m_historyJob;
 };
+
+template <typename Value>
+void AppState::publish(Value &property, Value value) {
+    if (property == value)
+        return;
+    Q_EMIT objectWillChange();
+    property = std::move(value);
+}
 
 } // namespace burnwick

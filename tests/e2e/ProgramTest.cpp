@@ -54,7 +54,7 @@ TEST_F(ProgramTest, ShowsTheTitleFollowsNewLogsAndEndsWhenTold) {
     m_home.add("other.jsonl", usageLine("2025-06-10T12:00:00.0Z", 100'000, 0), now);
     EXPECT_TRUE(itemShows("1.2M | $4.80 | s--  ●"));
 
-    m_watcher.callItem(QStringLiteral("Activate"), {0, 0});
+    EXPECT_EQ(m_watcher.callItem(QStringLiteral("Activate"), {0, 0}).type(), QDBusMessage::ReplyMessage);
     ::kill(static_cast<pid_t>(m_program.processId()), SIGTERM);
     ASSERT_TRUE(m_program.waitForFinished(10'000));
     EXPECT_EQ(m_program.exitStatus(), QProcess::NormalExit);

@@ -38,9 +38,13 @@ void setModified(const std::filesystem::path &file, Instant modified) {
 }
 
 std::filesystem::path LogHome::add(const std::string &name, std::string_view bytes, Instant modified) const {
-    const auto file = projects() / name;
-    writeFile(file, bytes);
-    setModified(file, modified);
+    // Written elsewhere and moved in: nobody sees the file before it is whole.
+    const auto draft = path() / "draft";
+    writeFile(draft, bytes);
+    setModified(draft, modified);
+    auto file = projects() / name;
+    std::filesystem::create_directories(file.parent_path());
+    std::filesystem::rename(draft, file);
     return file;
 }
 

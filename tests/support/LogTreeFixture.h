@@ -33,7 +33,7 @@ class LogHome {
 public:
     [[nodiscard]] const std::filesystem::path &path() const { return m_directory.path(); }
     [[nodiscard]] std::filesystem::path projects() const { return path() / ".claude" / "projects"; }
-    /// Writes a log below the projects directory, last modified then.
+    /// Puts a log below the projects directory, whole from its first moment there, last modified then.
     std::filesystem::path add(const std::string &name, std::string_view bytes, Instant modified) const;
 
 private:

@@ -4,6 +4,7 @@
 
 #include "state/Scheduler.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -27,12 +28,15 @@ public:
         return result;
     }
 
-    /// Fires every running timer of that interval once.
+    /// Fires every timer of that interval once that is running now. A callback may end any of them.
     void fire(std::chrono::milliseconds interval) const {
         const std::vector<Timer *> running = m_timers;
-        for (const Timer *timer : running) {
-            if (timer->interval == interval)
-                timer->callback();
+        for (Timer *timer : running) {
+            if (std::find(m_timers.begin(), m_timers.end(), timer) == m_timers.end() ||
+                timer->interval != interval)
+                continue;
+            const auto callback = timer->callback;
+            callback();
         }
     }
 

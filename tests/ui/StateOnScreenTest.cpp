@@ -1,13 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "platform/Platform.h"
-#include "prefs/PreferencesManager.h"
-#include "prefs/UserDefaults.h"
-#include "state/AppState.h"
-#include "support/LogTreeFixture.h"
-#include "support/ManualClock.h"
-#include "support/ManualScheduler.h"
-#include "support/WaitFor.h"
+#include "support/StateFixture.h"
 #include "ui/dashboard/MainWindowView.h"
 #include "ui/dashboard/StatTile.h"
 #include "ui/statusbar/StatusBarController.h"
@@ -38,7 +31,7 @@ private:
     ActivateHandler &m_handler;
 };
 
-class StateOnScreenTest : public testing::Test {
+class StateOnScreenTest : public test::StateFixture {
 protected:
     StateOnScreenTest() { m_home.add("a.jsonl", usageLine(start, 1200, 0), m_clock.now()); }
 
@@ -56,14 +49,6 @@ protected:
         return texts;
     }
 
-    test::ManualClock m_clock{start};
-    test::LogHome m_home;
-    Calendar m_calendar = Calendar::inZone("UTC");
-    UserDefaults m_defaults{QString::fromStdString((m_home.path() / "settings.json").string())};
-    PreferencesManager m_preferences{m_defaults};
-    test::ManualScheduler m_scheduler;
-    AppState m_state{{m_preferences, JSONLParser(m_home.path(), m_calendar, m_clock), m_calendar, m_clock,
-                      m_scheduler, platform::openDirectoryEventSource}};
     std::vector<std::string> m_titles;
     StatusItem::ActivateHandler m_clickItem;
 };

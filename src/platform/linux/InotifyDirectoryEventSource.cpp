@@ -30,7 +30,7 @@ std::unique_ptr<InotifyDirectoryEventSource>
 InotifyDirectoryEventSource::open(const std::filesystem::path &path) {
     std::unique_ptr<InotifyDirectoryEventSource> source(new InotifyDirectoryEventSource);
     if (source->m_inotify == -1 || source->m_wake == -1 ||
-        inotify_add_watch(source->m_inotify, path.c_str(), entryChanges | IN_ONLYDIR) == -1)
+        inotify_add_watch(source->m_inotify, path.c_str(), entryChanges | IN_MOVE_SELF | IN_ONLYDIR) == -1)
         return nullptr;
     return source;
 }
@@ -79,7 +79,8 @@ bool InotifyDirectoryEventSource::readBatch() {
         std::memcpy(&event, batch.data() + at, sizeof event);
         // After an overflow nobody knows what changed, so something did.
         changed = changed || (event.mask & (entryChanges | IN_Q_OVERFLOW)) != 0;
-        m_ended = m_ended || (event.mask & IN_IGNORED) != 0;
+        // A directory that was moved is no longer the one at the path.
+        m_ended = m_ended || (event.mask & (IN_IGNORED | IN_MOVE_SELF)) != 0;
         at += sizeof event + event.len;
     }
     return changed;

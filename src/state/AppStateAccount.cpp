@@ -1,0 +1,129 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+
+// The account's half of the state: quota, service status and login.
+
+#include "prefs/PreferencesManager.h"
+#include "quota/FetchError.h"
+#include "quota/KeychainManager.h"
+#include "state/AppState.h"
+#include "state/DetachedTask.h"
+#include "state/QuotaAlerts.h"
+#include "status/ClaudeStatusFetcher.h"
+
+#include <QPointer>
+
+#include <utility>
+
+namespace burnwick {
+
+QCoro::Task<void> AppState::refreshQuota() {
+    if (!m_services.preferences.autoRefreshQuota() || m_oauthStatus == OAuthStatus::authenticating)
+        co_return;
+    co_await fetchQuota(RefreshKind::automatic);
+}
+
+QCoro::Task<void> AppState::forceRefreshQuota() {
+    publish(m_oauthStatus, OAuthStatus::unknown);
+    co_await fetchQuota(RefreshKind::forced);
+}
+
+QCoro::Task<void> AppState::fetchQuota(RefreshKind kind) {
+    const QPointer<AppState> self(this);
+    std::optional<OAuthFetcher::Usage> usage;
+    std::optional<FetchError::Kind> error;
+    try {
+        usage = co_await m_services.oauthFetcher.fetchUsage();
+    } catch (const FetchError &failure) {
+        error = failure.kind();
+    } catch (const std::exception &) {
+        // Of the network, or an answer that cannot be read: the verdict tells all there is to tell.
+    }
+    if (!self || m_stopped)
+        co_return;
+    if (usage)
+        takeQuota(*usage);
+    else
+        co_await takeFailure(verdictOn(error, kind), kind);
+}
+
+void AppState::takeQuota(const OAuthFetcher::Usage &usage) {
+    const auto &[quota, extraUsage] = usage;
+    publish(m_quotaData, std::optional(quota));
+    if (extraUsage)
+        publish(m_extraUsage, extraUsage);
+    // A login that began meanwhile is not over because an older request succeeded.
+    if (m_oauthStatus != OAuthStatus::authenticating)
+        publish(m_oauthStatus, OAuthStatus::connected);
+    updateStatusIndicator();
+}
+
+/// What was known of the quota stays.
+QCoro::Task<void> AppState::takeFailure(FailureVerdict verdict, RefreshKind kind) {
+    const auto known = [this, kind] {
+        return m_oauthStatus == OAuthStatus::authenticating ||
+               (kind == RefreshKind::automatic && m_oauthStatus != OAuthStatus::unknown);
+    };
+    if (m_oauthStatus == OAuthStatus::authenticating)
+        co_return;
+    bool hasCredentials = false;
+    if (verdict == FailureVerdict::dependsOnCredentials) {
+        if (known())
+            co_return;
+        const QPointer<AppState> self(this);
+        const auto credentials = co_await m_services.keychain.readCredentials();
+        if (!self || known())
+            co_return;
+        hasCredentials = credentials.has_value();
+    }
+    publish(m_oauthStatus, statusAfter(verdict, hasCredentials));
+}
+
+QCoro::Task<void> AppState::refreshClaudeStatus() {
+    const QPointer<AppState> self(this);
+    std::optional<std::vector<ClaudeComponentStatus>> statuses;
+    try {
+        statuses = co_await m_services.statusFetcher.fetchStatuses();
+    } catch (const std::exception &) {
+        // The status panel keeps what it shows.
+    }
+    if (self && statuses)
+        publish(m_claudeStatus, std::move(*statuses));
+}
+
+void AppState::updateStatusIndicator() {
+    publish(m_statusIndicator, statusIndicatorFor(m_quotaData));
+    if (!m_quotaData)
+        return;
+    const PreferencesManager &preferences = m_services.preferences;
+    m_services.alerts.checkQuota(m_quotaData->fiveHourResetAt, preferences.alertAt80Quota(),
+                                 preferences.rateLimitAlerts(), m_quotaData->fiveHourUsagePct);
+    if (!m_quotaData->fiveHourResetAt)
+        return;
+    const QuotaWindow window(*m_quotaData->fiveHourResetAt);
+    const bool isNew = m_lastKnownWindow && *m_lastKnownWindow != window;
+    m_lastKnownWindow = window;
+    if (isNew && preferences.sessionResetAlerts())
+        m_services.alerts.sendSessionReset();
+}
+
+void AppState::connect() {
+    if (m_oauthStatus == OAuthStatus::authenticating)
+        return;
+    publish(m_oauthStatus, OAuthStatus::authenticating);
+    m_login = std::make_unique<LoginFlow>(m_services.keychain, m_services.terminal, m_services.scheduler);
+    m_login->start([this](LoginFlow::Outcome outcome) { endLogin(outcome); });
+}
+
+void AppState::endLogin(LoginFlow::Outcome outcome) {
+    m_login.reset();
+    if (outcome == LoginFlow::Outcome::loggedIn) {
+        runDetached(forceRefreshQuota());
+        return;
+    }
+    if (outcome == LoginFlow::Outcome::notLaunched)
+        m_services.openLoginPage();
+    publish(m_oauthStatus, OAuthStatus::expired);
+}
+
+} // namespace burnwick
