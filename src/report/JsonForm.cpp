@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "report/JsonForm.h"
 
+#include "model/Timestamp.h"
 #include "report/OrderedJson.h"
 
 #include <QtCore/QDate>
@@ -82,18 +83,69 @@ OrderedJson historyJson(const HistoricalData &history, TimeFilter timeFilter) {
         .add(QStringLiteral("modelStats"), modelsJson(history));
 }
 
+QJsonValue instantJson(const std::optional<Instant> &instant) {
+    constexpr std::uint8_t milliseconds = 3;
+    return instant ? QJsonValue(text(printTimestamp({*instant, milliseconds, std::nullopt, false})))
+                   : QJsonValue();
+}
+
+OrderedJson quotaJson(const QuotaData &quota) {
+    return OrderedJson::object()
+        .add(QStringLiteral("fiveHourUsagePct"), quota.fiveHourUsagePct)
+        .add(QStringLiteral("sevenDayUsagePct"), quota.sevenDayUsagePct)
+        .add(QStringLiteral("claudeDesignWeeklyPct"), quota.claudeDesignWeeklyPct)
+        .add(QStringLiteral("fiveHourResetAt"), instantJson(quota.fiveHourResetAt))
+        .add(QStringLiteral("sevenDayResetAt"), instantJson(quota.sevenDayResetAt))
+        .add(QStringLiteral("claudeDesignResetAt"), instantJson(quota.claudeDesignResetAt));
+}
+
+OrderedJson extraUsageJson(const ExtraUsageData &usage) {
+    return OrderedJson::object()
+        .add(QStringLiteral("dailySpend"), usage.dailySpend)
+        .add(QStringLiteral("monthlyLimit"), usage.monthlyLimit)
+        .add(QStringLiteral("currentBalance"), usage.currentBalance)
+        .add(QStringLiteral("dailySpendPct"), usage.dailySpendPct)
+        .add(QStringLiteral("daysUntilReset"), number(usage.daysUntilReset));
+}
+
+OrderedJson claudeStatusJson(const std::vector<ClaudeComponentStatus> &components) {
+    OrderedJson array = OrderedJson::array();
+    for (const ClaudeComponentStatus &component : components) {
+        array.add(OrderedJson::object()
+                      .add(QStringLiteral("name"), text(component.name))
+                      .add(QStringLiteral("status"), text(nameOf(component.status))));
+    }
+    return array;
+}
+
+/// Null for what is absent.
+template <typename Value>
+void addOptional(OrderedJson &root, const QString &key, const std::optional<Value> &value,
+                 OrderedJson (*json)(const Value &)) {
+    if (value)
+        root.add(key, json(*value));
+    else
+        root.add(key, QJsonValue());
+}
+
+void addAccount(OrderedJson &root, const std::optional<QuotaData> &quota, const AccountFigures &account) {
+    addOptional(root, QStringLiteral("quota"), quota, quotaJson);
+    addOptional(root, QStringLiteral("extraUsage"), account.extraUsage, extraUsageJson);
+    root.add(QStringLiteral("oauthStatus"), text(nameOf(account.oauthStatus)));
+    addOptional(root, QStringLiteral("claudeStatus"), account.claudeStatus, claudeStatusJson);
+}
+
 } // namespace
 
 std::string jsonForm(const ReportFigures &figures, std::string_view version) {
-    return OrderedJson::object()
-               .add(QStringLiteral("version"), text(version))
-               .add(QStringLiteral("title"), text(plainText(figures.session.title())))
-               .add(QStringLiteral("statusIndicator"), text(nameOf(figures.session.indicator())))
-               .add(QStringLiteral("session"), sessionJson(figures.session))
-               .add(QStringLiteral("history"), historyJson(figures.history, figures.timeFilter))
-               .toJson()
-               .toStdString() +
-           '\n';
+    OrderedJson root = OrderedJson::object();
+    root.add(QStringLiteral("version"), text(version))
+        .add(QStringLiteral("title"), text(plainText(figures.session.title())))
+        .add(QStringLiteral("statusIndicator"), text(nameOf(figures.session.indicator())))
+        .add(QStringLiteral("session"), sessionJson(figures.session))
+        .add(QStringLiteral("history"), historyJson(figures.history, figures.timeFilter));
+    addAccount(root, figures.session.quota, figures.account.value_or(AccountFigures()));
+    return root.toJson().toStdString() + '\n';
 }
 
 } // namespace burnwick

@@ -5,14 +5,18 @@
 #include "logs/HistoricalData.h"
 #include "logs/JSONLParser.h"
 #include "model/Cost.h"
+#include "model/ExtraUsageData.h"
+#include "model/OAuthStatus.h"
 #include "model/QuotaData.h"
 #include "model/SessionTokens.h"
 #include "model/StatusIndicator.h"
 #include "model/StatusTitle.h"
 #include "model/TimeFilter.h"
+#include "status/ClaudeComponentStatus.h"
 
 #include <optional>
 #include <span>
+#include <vector>
 
 namespace burnwick {
 
@@ -31,9 +35,20 @@ struct SessionFigures {
     bool operator==(const SessionFigures &) const = default;
 };
 
+/// What the vendor's services tell beside the quota.
+struct AccountFigures {
+    OAuthStatus oauthStatus = OAuthStatus::unknown;
+    std::optional<ExtraUsageData> extraUsage;
+    std::optional<std::vector<ClaudeComponentStatus>> claudeStatus; ///< absent when it could not be had
+
+    bool operator==(const AccountFigures &) const = default;
+};
+
 /// Everything that a report tells.
 struct ReportFigures {
     SessionFigures session;
+    std::optional<AccountFigures> account;   ///< absent when nobody was asked
+    Instant now;                             ///< to which the times that remain count
     TimeFilter timeFilter = TimeFilter::all; ///< the period of the history
     HistoricalData history;
     LocalDay today; ///< the last day of the history's activity

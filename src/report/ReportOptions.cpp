@@ -30,6 +30,7 @@ constexpr std::array<FormOption, 4> outputOptions{{
 }};
 
 const QString filterName = QStringLiteral("filter");
+const QString quotaName = QStringLiteral("quota");
 const QString helpName = QStringLiteral("help");
 const QString versionName = QStringLiteral("version");
 
@@ -46,6 +47,8 @@ void addOptions(QCommandLineParser &parser) {
     QCommandLineOption filter(filterName, QStringLiteral("Period of the history: all, 30d or 7d."),
                               QStringLiteral("period"), QStringLiteral("all"));
     parser.addOption(filter);
+    parser.addOption(
+        {quotaName, QStringLiteral("Ask for the account's quota and the service's status, too.")});
     for (const FormOption &option : outputOptions)
         parser.addOption({nameOf(option), QString::fromUtf16(option.description)});
 }
@@ -78,6 +81,7 @@ std::variant<ReportOptions, WrongOptions> parseReportOptions(const QStringList &
         return wrong(
             QStringLiteral("Unknown period '%1': use all, 30d or 7d.").arg(parser.value(filterName)));
     options.timeFilter = *filter;
+    options.quota = parser.isSet(quotaName);
 
     QStringList chosen;
     for (const FormOption &option : outputOptions) {

@@ -17,6 +17,7 @@ struct ReportOptions {
 
     Form form = Form::table;
     TimeFilter timeFilter = TimeFilter::all;
+    bool quota = false; ///< whether to ask for the quota and the service's status
 
     bool operator==(const ReportOptions &) const = default;
 };

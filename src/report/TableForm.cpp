@@ -22,6 +22,7 @@ constexpr int valueColumns = 19;
 constexpr int gapColumns = 6;
 constexpr int contentColumns = 2 * (labelColumns + valueColumns) + gapColumns; // with the indent: 78
 constexpr int shareBarColumns = 12;
+constexpr int usageBarColumns = 24;
 constexpr std::size_t mostModelsShown = 8;
 
 class Table {
@@ -109,11 +110,11 @@ void addActivity(Table &table, const ReportFigures &figures) {
     table.line(line);
 }
 
-std::string shareBar(double percentage) {
+std::string percentageBar(double percentage, int columns) {
     // A share above 0 shows, however small it is.
-    const int full = static_cast<int>(std::ceil(std::clamp(percentage, 0.0, 100.0) / 100 * shareBarColumns));
+    const int full = static_cast<int>(std::ceil(std::clamp(percentage, 0.0, 100.0) / 100 * columns));
     std::string bar;
-    for (int column = 0; column < shareBarColumns; ++column)
+    for (int column = 0; column < columns; ++column)
         bar += column < full ? "━" : " ";
     return bar;
 }
@@ -138,11 +139,69 @@ void addModels(Table &table, const std::vector<ModelStat> &models) {
         const std::string name = elidedInMiddle(printableText(shown[i].name), std::max(nameColumns, 8));
         table.line(leftAligned(name, nameColumns) + "  " +
                    rightAligned(percentText(shown[i].percentage), percentColumns) + "  " +
-                   shareBar(shown[i].percentage) + "  " +
+                   percentageBar(shown[i].percentage, shareBarColumns) + "  " +
                    table.dimmed(rightAligned(details[i], detailColumns)));
     }
     if (shown.size() < models.size())
         table.line(table.dimmed("and " + std::to_string(models.size() - shown.size()) + " more"));
+}
+
+void addUsage(Table &table, std::string_view label, double percentage, const std::string &detail) {
+    constexpr int percentColumns = 6;
+    constexpr int detailColumns = contentColumns - labelColumns - percentColumns - usageBarColumns - 4;
+    const std::string percent = elidedInMiddle(percentText(percentage), percentColumns);
+    std::string line = table.dimmed(leftAligned(label, labelColumns)) +
+                       rightAligned(percent, percentColumns) + "  " +
+                       percentageBar(percentage, usageBarColumns);
+    if (!detail.empty())
+        line += "  " + table.dimmed(elidedInMiddle(detail, detailColumns));
+    table.line(line);
+}
+
+std::string resetText(const std::optional<Instant> &resetAt, Instant now) {
+    if (!resetAt)
+        return {};
+    return *resetAt <= now ? "resets now" : "resets in " + timeRemainingText(*resetAt, now);
+}
+
+void addExtraUsage(Table &table, const ExtraUsageData &usage) {
+    const std::string days =
+        std::to_string(usage.daysUntilReset) + (usage.daysUntilReset == 1 ? " day" : " days");
+    addUsage(table, "Extra usage", usage.dailySpendPct,
+             costText(usage.dailySpend) + " · " +
+                 (usage.daysUntilReset > 0 ? "resets in " + days : "resets today"));
+    const StatFigure amounts[] = {{"Monthly limit", costText(usage.monthlyLimit)},
+                                  {"Current balance", costText(usage.currentBalance)}};
+    table.figures(amounts);
+}
+
+void addClaudeStatus(Table &table, const std::optional<std::vector<ClaudeComponentStatus>> &components) {
+    constexpr int nameColumns = labelColumns + valueColumns;
+    table.heading("Claude status", components ? "" : "not known");
+    if (!components)
+        return;
+    for (const ClaudeComponentStatus &component : *components) {
+        const std::string name = elidedInMiddle(printableText(component.name), nameColumns);
+        table.line(table.dimmed(leftAligned(name, nameColumns)) + "  " +
+                   std::string(wordFor(component.status)));
+    }
+}
+
+void addAccount(Table &table, const ReportFigures &figures) {
+    if (!figures.account)
+        return;
+    table.heading("Quota", nameOf(figures.account->oauthStatus));
+    if (const auto &quota = figures.session.quota) {
+        addUsage(table, "Session", quota->fiveHourUsagePct, resetText(quota->fiveHourResetAt, figures.now));
+        addUsage(table, "Weekly", quota->sevenDayUsagePct, resetText(quota->sevenDayResetAt, figures.now));
+        addUsage(table, "Claude Design", quota->claudeDesignWeeklyPct,
+                 resetText(quota->claudeDesignResetAt, figures.now));
+    } else {
+        table.line("No quota could be had");
+    }
+    if (figures.account->extraUsage)
+        addExtraUsage(table, *figures.account->extraUsage);
+    addClaudeStatus(table, figures.account->claudeStatus);
 }
 
 } // namespace
@@ -150,6 +209,7 @@ void addModels(Table &table, const std::vector<ModelStat> &models) {
 std::string tableForm(const ReportFigures &figures, TerminalColors colors) {
     Table table(colors);
     addSession(table, figures.session);
+    addAccount(table, figures);
     table.heading("History", periodOf(figures.timeFilter));
     table.figures(statFigures(figures.history, figures.session.cost));
     addActivity(table, figures);

@@ -3,11 +3,13 @@
 #include "model/Calendar.h"
 #include "model/Clock.h"
 #include "model/Version.h"
+#include "report/AccountFetch.h"
 #include "report/GenmonForm.h"
 #include "report/JsonForm.h"
 #include "report/ReportFigures.h"
 #include "report/ReportOptions.h"
 #include "report/TableForm.h"
+#include "report/TerminalText.h"
 #include "report/WaybarForm.h"
 
 #include <QtCore/QFile>
@@ -20,6 +22,7 @@
 #include <exception>
 #include <filesystem>
 #include <iostream>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -49,6 +52,20 @@ TerminalColors colorsOfStandardOutput() {
                              std::getenv("COLORTERM"));
 }
 
+/// For our own warnings. What Qt remarks on locales or TLS libraries is no business of the report's user.
+void passOn(QtMsgType, const QMessageLogContext &context, const QString &message) {
+    if (std::string_view(context.category).starts_with("burnwick."))
+        complain(printableText(message.toStdString()));
+}
+
+AccountAnswer askTheServices(const Clock &clock, const Calendar &calendar) {
+    qInstallMessageHandler(passOn);
+    AccountAnswer answer = fetchAccount(homeDirectory(), clock, calendar);
+    if (!answer.quota)
+        complain("no quota: " + printableText(answer.failure));
+    return answer;
+}
+
 std::string report(const ReportOptions &options) {
     using Form = ReportOptions::Form;
     if (options.form == Form::version)
@@ -59,14 +76,31 @@ std::string report(const ReportOptions &options) {
     const SystemClock clock;
     const Calendar calendar = Calendar::current();
     const JSONLParser parser(homeDirectory(), calendar, clock);
-    const auto readAll = [&] { return readReport(parser, options.timeFilter, calendar.dayOf(clock.now())); };
+    std::optional<AccountAnswer> account;
+    if (options.quota)
+        account = askTheServices(clock, calendar);
+    const auto session = [&] {
+        SessionFigures figures = readSession(parser);
+        if (account)
+            figures.quota = account->quota;
+        return figures;
+    };
+    const auto readAll = [&] {
+        ReportFigures figures = readReport(parser, options.timeFilter, calendar.dayOf(clock.now()));
+        figures.now = clock.now();
+        if (account) {
+            figures.session.quota = account->quota;
+            figures.account = account->figures;
+        }
+        return figures;
+    };
     switch (options.form) {
     case Form::title:
-        return plainText(readSession(parser).title()) + '\n';
+        return plainText(session().title()) + '\n';
     case Form::waybar:
-        return waybarForm(readSession(parser));
+        return waybarForm(session());
     case Form::genmon:
-        return genmonForm(readSession(parser));
+        return genmonForm(session());
     case Form::json:
         return jsonForm(readAll(), version());
     default:

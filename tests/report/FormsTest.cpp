@@ -48,6 +48,17 @@ QuotaData quotaAt(double pct) {
     return quota;
 }
 
+ReportFigures someFiguresWithAccount() {
+    ReportFigures figures = someFigures();
+    figures.now = Instant(1'000h);
+    figures.session.quota = QuotaData{62.4, 100.6, 0.2, Instant(1'002h + 5min), {}, Instant(999h)};
+    figures.account = AccountFigures{OAuthStatus::connected,
+                                     ExtraUsageData{10, 50.004, 40, 20, 20},
+                                     {{{"Claude Code", ClaudeComponentStatus::Status::degraded},
+                                       {"API\n\033[2J\u009b", ClaudeComponentStatus::Status::unknown}}}};
+    return figures;
+}
+
 std::vector<std::string> linesOf(const std::string &text) {
     std::vector<std::string> lines;
     std::istringstream stream(text);
@@ -111,7 +122,8 @@ TEST(TableForm, StaysPlainAndWithinEightyColumnsWhateverTheNames) {
 }
 
 TEST(TableForm, IsTheSameTextWithColorsAround) {
-    const ReportFigures figures = someFigures();
+    ReportFigures figures = someFiguresWithAccount();
+    figures.session.quota->fiveHourUsagePct = 1;
     const std::string colored = tableForm(figures, TerminalColors::full);
     const std::regex rendition("\033\\[[0-9;]*m");
     EXPECT_EQ(std::regex_replace(colored, rendition, ""), tableForm(figures, TerminalColors::none));
@@ -123,6 +135,41 @@ TEST(TableForm, SaysWhatIsMissing) {
     EXPECT_NE(table.find("no usage in the logs"), std::string::npos);
     EXPECT_NE(table.find("No model data yet"), std::string::npos);
     EXPECT_EQ(table.find("Activity"), std::string::npos);
+}
+
+TEST(TableForm, ShowsTheAccount) {
+    const std::string table = tableForm(someFiguresWithAccount(), TerminalColors::none);
+    const char *patterns[] = {
+        "\nQuota  connected\n  Session +62%  (━){15} +resets in 2h 5m\n  Weekly +101%  (━){24} *\n",
+        "\n  Claude Design +0%  ━ +resets now\n",
+        "\n  Extra usage +20%  (━){5} +\\$10\\.00 · resets in 20 days\n",
+        "\n  Monthly limit +\\$50\\.00 +Current balance +\\$40\\.00\n",
+        "\nClaude status *\n  Claude Code +Degraded\n  API\uFFFD\uFFFD\\[2J\uFFFD +Unknown\n",
+    };
+    for (const char *pattern : patterns)
+        EXPECT_TRUE(std::regex_search(table, std::regex(pattern))) << pattern << '\n' << table;
+    EXPECT_EQ(tableForm(someFigures(), TerminalColors::none).find("Quota"), std::string::npos);
+}
+
+TEST(TableForm, SaysWhatIsNotKnownOfTheAccount) {
+    ReportFigures figures = someFigures();
+    figures.account = AccountFigures{OAuthStatus::expired, {}, {}};
+    const std::string table = tableForm(figures, TerminalColors::none);
+    for (const char *text : {"Quota  expired\n  No quota could be had\n", "Claude status  not known\n"})
+        EXPECT_NE(table.find(text), std::string::npos) << table;
+    EXPECT_EQ(table.find("Extra usage"), std::string::npos);
+}
+
+TEST(TableForm, KeepsWithinEightyColumnsWhateverTheServicesSay) {
+    ReportFigures figures = someFiguresWithAccount();
+    figures.session.quota->sevenDayUsagePct = 1e300;
+    figures.session.quota->sevenDayResetAt = Instant::max();
+    figures.account->extraUsage = ExtraUsageData{1e300, 1e300, 1e300, 1e300, most};
+    figures.account->claudeStatus->front().name = std::string(300, 'x');
+    for (const std::string &line : linesOf(tableForm(figures, TerminalColors::none))) {
+        EXPECT_LE(columnsOf(line), 80) << line;
+        EXPECT_EQ(printableText(line), line);
+    }
 }
 
 TEST(SparklineTest, DrawsOneCharacterADay) {
@@ -194,8 +241,35 @@ TEST(JsonForm, TellsEveryFigureExactly) {
     EXPECT_EQ(models[1][QStringLiteral("name")].toString().toStdString(), figures.history.modelStats[1].name);
 }
 
+TEST(JsonForm, TellsTheAccount) {
+    const QJsonObject root = parsed(jsonForm(someFiguresWithAccount(), "1.2.3"));
+    const QJsonObject quota{
+        {QStringLiteral("fiveHourUsagePct"), 62.4},
+        {QStringLiteral("sevenDayUsagePct"), 100.6},
+        {QStringLiteral("claudeDesignWeeklyPct"), 0.2},
+        {QStringLiteral("fiveHourResetAt"), QStringLiteral("1970-02-11T18:05:00.000Z")},
+        {QStringLiteral("sevenDayResetAt"), QJsonValue()},
+        {QStringLiteral("claudeDesignResetAt"), QStringLiteral("1970-02-11T15:00:00.000Z")},
+    };
+    EXPECT_EQ(root[QStringLiteral("quota")].toObject(), quota);
+    const QJsonObject extraUsage{
+        {QStringLiteral("dailySpend"), 10},     {QStringLiteral("monthlyLimit"), 50.004},
+        {QStringLiteral("currentBalance"), 40}, {QStringLiteral("dailySpendPct"), 20},
+        {QStringLiteral("daysUntilReset"), 20},
+    };
+    EXPECT_EQ(root[QStringLiteral("extraUsage")].toObject(), extraUsage);
+    EXPECT_EQ(root[QStringLiteral("oauthStatus")].toString(), QStringLiteral("connected"));
+    const QJsonArray components{
+        QJsonObject{{QStringLiteral("name"), QStringLiteral("Claude Code")},
+                    {QStringLiteral("status"), QStringLiteral("degraded")}},
+        QJsonObject{{QStringLiteral("name"), QString::fromUtf8("API\n\033[2J\u009b")},
+                    {QStringLiteral("status"), QStringLiteral("unknown")}},
+    };
+    EXPECT_EQ(root[QStringLiteral("claudeStatus")].toArray(), components);
+}
+
 TEST(JsonForm, KeepsItsOrderAndNoControlCharacter) {
-    const std::string json = jsonForm(someFigures(), "1.2.3");
+    const std::string json = jsonForm(someFiguresWithAccount(), "1.2.3");
     for (const std::string &line : linesOf(json))
         EXPECT_EQ(printableText(line), line);
     std::istringstream keys(
@@ -204,7 +278,8 @@ TEST(JsonForm, KeepsItsOrderAndNoControlCharacter) {
         "projectedMonthlyCost history timeFilter sessionCount messageCount totalTokens "
         "input output cacheCreation cacheRead total activeDays currentStreak longestStreak "
         "peakHour favoriteModel dailyActivity 2026-01-30 2026-01-31 modelStats name "
-        "inputTokens outputTokens percentage");
+        "inputTokens outputTokens percentage quota fiveHourUsagePct extraUsage dailySpend "
+        "oauthStatus claudeStatus name status");
     std::size_t at = 0;
     for (std::string key; keys >> key;) {
         at = json.find('"' + key + "\":", at);

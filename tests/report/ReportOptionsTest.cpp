@@ -29,6 +29,8 @@ TEST(ReportOptionsTest, ReadsTheCommandLine) {
         {"--title", {Form::title, TimeFilter::all}},
         {"--waybar", {Form::waybar, TimeFilter::all}},
         {"--genmon", {Form::genmon, TimeFilter::all}},
+        {"--quota", {Form::table, TimeFilter::all, true}},
+        {"--waybar --quota", {Form::waybar, TimeFilter::all, true}},
         {"--version", {Form::version, TimeFilter::all}},
         {"-v", {Form::version, TimeFilter::all}},
         {"--json --help", {Form::help, TimeFilter::all}},
@@ -78,7 +80,7 @@ TEST(ReportOptionsTest, AreAllInTheManual) {
                                             QRegularExpression::MultilineOption);
         EXPECT_TRUE(page.contains(documented)) << name.toStdString();
     }
-    EXPECT_EQ(count, 9); // seven options, two of them with a short name
+    EXPECT_EQ(count, 10); // eight options, two of them with a short name
 }
 
 } // namespace

@@ -3,12 +3,12 @@
 #include "model/Clock.h"
 #include "model/Timestamp.h"
 #include "model/Version.h"
+#include "report/ReportChild.h"
 #include "support/LogTreeFixture.h"
 
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
-#include <QtCore/QProcess>
 
 #include <gtest/gtest.h>
 
@@ -20,54 +20,12 @@ namespace {
 
 using namespace std::chrono_literals;
 using test::LogHome;
+using test::Outcome;
+using test::Program;
 using test::usageLine;
 
 constexpr auto opus = "claude-opus-4-5";
 constexpr auto sonnet = "claude-sonnet-4-5";
-
-struct Outcome {
-    int exitCode = -1;
-    std::string output;
-    std::string errors;
-};
-
-/// The program as a child process in an environment of its own.
-class Program {
-public:
-    explicit Program(const std::filesystem::path &home) {
-        m_process.setProgram(QStringLiteral(BURNWICK_REPORT_PROGRAM));
-        set("HOME", home.c_str());
-        set("TZ", "UTC");
-        set("PATH", qgetenv("PATH").constData());
-    }
-    Program &set(const char *variable, const char *value) {
-        m_environment.insert(QString::fromUtf8(variable), QString::fromUtf8(value));
-        return *this;
-    }
-    Program &withStandardOutput(int (*open)()) {
-        m_process.setChildProcessModifier([open] { ::dup2(open(), STDOUT_FILENO); });
-        return *this;
-    }
-    /// With a pseudo terminal as its standard output.
-    Outcome runInTerminal() {
-        m_process.setProgram(QStringLiteral("script"));
-        return run(
-            {QStringLiteral("-qec"), QStringLiteral(BURNWICK_REPORT_PROGRAM), QStringLiteral("/dev/null")});
-    }
-    Outcome run(const QStringList &arguments = {}) {
-        m_process.setArguments(arguments);
-        m_process.setProcessEnvironment(m_environment);
-        m_process.start();
-        EXPECT_TRUE(m_process.waitForFinished()) << m_process.errorString().toStdString();
-        EXPECT_EQ(m_process.exitStatus(), QProcess::NormalExit);
-        return {m_process.exitCode(), m_process.readAllStandardOutput().toStdString(),
-                m_process.readAllStandardError().toStdString()};
-    }
-
-private:
-    QProcess m_process;
-    QProcessEnvironment m_environment;
-};
 
 QJsonObject jsonOf(Program &&program, const QStringList &more = {}) {
     const Outcome outcome = program.run(QStringList{QStringLiteral("--json")} + more);

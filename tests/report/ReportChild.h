@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QtCore/QEventLoop>
+#include <QtCore/QProcess>
+#include <QtCore/QTimer>
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <string>
+
+#include <unistd.h>
+
+namespace burnwick::test {
+
+struct Outcome {
+    int exitCode = -1;
+    std::string output;
+    std::string errors;
+};
+
+/// The program as a child process in an environment of its own.
+class Program {
+public:
+    explicit Program(const std::filesystem::path &home) {
+        m_process.setProgram(QStringLiteral(BURNWICK_REPORT_PROGRAM));
+        set("HOME", home.c_str());
+        set("TZ", "UTC");
+        set("PATH", qgetenv("PATH").constData());
+    }
+    Program &set(const char *variable, const char *value) {
+        m_environment.insert(QString::fromUtf8(variable), QString::fromUtf8(value));
+        return *this;
+    }
+    Program &withStandardOutput(int (*open)()) {
+        m_process.setChildProcessModifier([open] { ::dup2(open(), STDOUT_FILENO); });
+        return *this;
+    }
+    /// With a pseudo terminal as its standard output.
+    Outcome runInTerminal() {
+        m_process.setProgram(QStringLiteral("script"));
+        return run(
+            {QStringLiteral("-qec"), QStringLiteral(BURNWICK_REPORT_PROGRAM), QStringLiteral("/dev/null")});
+    }
+    Outcome run(const QStringList &arguments = {}) {
+        start(arguments);
+        EXPECT_TRUE(m_process.waitForFinished()) << m_process.errorString().toStdString();
+        return outcome();
+    }
+    /// With the event loop running meanwhile, for the servers in this process; needs an application object.
+    Outcome runWhileServing(const QStringList &arguments) {
+        QEventLoop loop;
+        QObject::connect(&m_process, &QProcess::finished, &loop, &QEventLoop::quit);
+        QObject::connect(&m_process, &QProcess::errorOccurred, &loop, &QEventLoop::quit);
+        QTimer::singleShot(std::chrono::seconds(30), &loop, &QEventLoop::quit);
+        start(arguments);
+        loop.exec();
+        EXPECT_EQ(m_process.state(), QProcess::NotRunning);
+        return outcome();
+    }
+
+private:
+    void start(const QStringList &arguments) {
+        m_process.setArguments(arguments);
+        m_process.setProcessEnvironment(m_environment);
+        m_process.start();
+    }
+    Outcome outcome() {
+        EXPECT_EQ(m_process.exitStatus(), QProcess::NormalExit);
+        return {m_process.exitCode(), m_process.readAllStandardOutput().toStdString(),
+                m_process.readAllStandardError().toStdString()};
+    }
+
+    QProcess m_process;
+    QProcessEnvironment m_environment;
+};
+
+} // namespace burnwick::test
