@@ -72,7 +72,7 @@ public:
                 filled += static_cast<std::size_t>(count);
             ::close(descriptor);
             if (filled != file.size || !simdjson::validate_utf8(m_buffer.get(), filled))
-                throw std::runtime_error("cannot read " + file.path.string());
+                throw std::runtime_error("cannot read " + file.path);
         }
     }
 

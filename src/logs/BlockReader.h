@@ -13,7 +13,7 @@
 namespace burnwick {
 
 /// Cuts a stream of bytes into blocks that end at line ends, in one buffer that is kept from file to file and
-/// grows only for a line longer than it. For one thread.
+/// grows only for a line longer than it, up to the longest line that is taken. For one thread.
 class BlockReader {
 public:
     /// Fills at most `size` bytes; how many it did, 0 at the end, -1 on an error.
@@ -22,10 +22,16 @@ public:
     /// `padding` bytes are readable. False ends the reading.
     using Consume = std::function<bool(std::string_view block)>;
 
-    BlockReader(std::size_t blockSize, std::size_t padding);
+    /// Gets the pieces of a line that is too long to be in a block, up to and with its feed. A piece ends
+    /// where a character of UTF-8 does, if it is UTF-8. False ends the reading.
+    using PassOver = std::function<bool(std::string_view piece)>;
 
-    /// True when the stream was read to its end and every block was taken.
-    bool readAll(const Read &read, const Consume &consume);
+    /// Lines up to `longestLine` come in blocks, much longer ones in pieces, those between either way.
+    BlockReader(std::size_t blockSize, std::size_t padding, std::size_t longestLine);
+
+    /// True when the stream was read to its end and every block and piece was taken. Throws std::bad_alloc
+    /// when the buffer cannot grow; it can be used again then.
+    bool readAll(const Read &read, const Consume &consume, const PassOver &passOver);
 
 private:
     struct Free {
@@ -36,6 +42,7 @@ private:
 
     std::size_t m_blockSize;
     std::size_t m_padding;
+    std::size_t m_longestLine;
     std::size_t m_capacity = 0; ///< without the padding
     std::unique_ptr<char, Free> m_buffer;
 };

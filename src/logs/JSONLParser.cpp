@@ -10,7 +10,10 @@
 #include <iterator>
 #include <map>
 #include <mutex>
+#include <new>
 #include <numeric>
+#include <string_view>
+#include <system_error>
 #include <thread>
 #include <unordered_set>
 #include <utility>
@@ -19,11 +22,31 @@ namespace burnwick {
 
 namespace {
 
-InternedString sessionOf(const std::filesystem::path &file, bool assignSessionId) {
-    return assignSessionId ? InternedString(file.stem().native()) : InternedString();
+/// The file's name without its extension.
+std::string_view sessionOf(std::string_view file) {
+    const std::string_view name = file.substr(file.rfind('/') + 1);
+    const std::size_t dot = name.rfind('.');
+    return dot == 0 ? name : name.substr(0, dot);
 }
 
-/// Puts the files' entries together in file order, whatever the order in which they are done.
+/// The file's entries; none when there is not enough memory for them.
+std::vector<JSONLEntry> readFile(LogFileReader &reader, const std::string &file, bool assignSessionId,
+                                 const std::stop_token &stop) {
+    try {
+        std::vector<JSONLEntry> entries = reader.readFile(file, stop);
+        if (assignSessionId && !entries.empty()) {
+            const InternedString session(sessionOf(file));
+            for (JSONLEntry &entry : entries)
+                entry.setSessionId(session);
+        }
+        return entries;
+    } catch (const std::bad_alloc &) {
+        return {};
+    }
+}
+
+/// Puts the files' entries together in file order, whatever the order in which they are done. A file for
+/// which memory is short, and one that is never added, has none.
 class OrderedMerge {
 public:
     explicit OrderedMerge(std::size_t firstRecentFile)
@@ -32,22 +55,34 @@ public:
     void add(std::size_t file, std::vector<JSONLEntry> entries) {
         const std::lock_guard lock(m_mutex);
         m_waiting.emplace(file, std::move(entries));
-        for (auto next = m_waiting.begin(); next != m_waiting.end() && next->first == m_nextFile;
-             next = m_waiting.erase(next), ++m_nextFile) {
-            if (m_nextFile == m_firstRecentFile)
-                m_firstRecent = m_merged.size();
-            if (m_merged.empty())
-                m_merged = std::move(next->second);
-            else
-                m_merged.insert(m_merged.end(), next->second.begin(), next->second.end());
-        }
+        while (!m_waiting.empty() && m_waiting.begin()->first == m_nextFile)
+            mergeFirst();
     }
-
-    /// Once every file has been added.
-    [[nodiscard]] std::vector<JSONLEntry> takeEntries() { return std::move(m_merged); }
+    /// Once every file has been added; before the other two.
+    void finish() {
+        while (!m_waiting.empty())
+            mergeFirst();
+    }
     [[nodiscard]] std::size_t firstRecent() const { return m_firstRecent.value_or(m_merged.size()); }
+    [[nodiscard]] std::vector<JSONLEntry> takeEntries() { return std::move(m_merged); }
 
 private:
+    void mergeFirst() {
+        const auto first = m_waiting.begin();
+        m_nextFile = first->first + 1;
+        if (!m_firstRecent && first->first >= m_firstRecentFile)
+            m_firstRecent = m_merged.size();
+        try {
+            if (m_merged.empty())
+                m_merged = std::move(first->second);
+            else
+                m_merged.insert(m_merged.end(), first->second.begin(), first->second.end());
+        } catch (const std::bad_alloc &) {
+            // As with any other file that cannot be read.
+        }
+        m_waiting.erase(first);
+    }
+
     std::mutex m_mutex;
     std::size_t m_firstRecentFile;
     std::optional<std::size_t> m_firstRecent;
@@ -76,25 +111,22 @@ JSONLParser::JSONLParser(const std::filesystem::path &home, const Calendar &cale
     , m_clock(clock)
     , m_threads(threads != 0 ? threads : std::max(1U, std::thread::hardware_concurrency())) {}
 
-std::vector<LogFile> JSONLParser::allLogFiles() const {
-    return walkLogTree(m_projectsURL);
+std::vector<LogFile> JSONLParser::allLogFiles(const std::stop_token &stop) const {
+    return walkLogTree(m_projectsURL.native(), std::nullopt, stop);
 }
 
 Instant JSONLParser::recentSince() const {
     return m_calendar.daysBefore(m_clock.now(), 1);
 }
 
-std::vector<LogFile> JSONLParser::recentLogFiles() const {
-    std::vector<LogFile> files = walkLogTree(m_projectsURL);
-    std::erase_if(files, [since = recentSince()](const LogFile &file) {
-        return !file.modified || *file.modified < since;
-    });
-    return files;
+std::vector<LogFile> JSONLParser::recentLogFiles(const std::stop_token &stop) const {
+    return walkLogTree(m_projectsURL.native(), recentSince(), stop);
 }
 
 std::vector<JSONLEntry> JSONLParser::parseFile(const std::filesystem::path &file,
                                                bool assignSessionId) const {
-    return LogFileReader(LineSelection::all).readFile(file, sessionOf(file, assignSessionId));
+    LogFileReader reader(LineSelection::all);
+    return readFile(reader, file.native(), assignSessionId, {});
 }
 
 LogHistory JSONLParser::parseFiles(std::span<const LogFile> files, std::size_t firstRecentFile,
@@ -102,11 +134,15 @@ LogHistory JSONLParser::parseFiles(std::span<const LogFile> files, std::size_t f
     OrderedMerge merge(firstRecentFile);
     std::atomic<std::size_t> nextFile = 0;
     const auto work = [&] {
-        LogFileReader reader(LineSelection::usageOnly);
-        for (std::size_t i = nextFile++; i < files.size() && !stop.stop_requested(); i = nextFile++) {
-            const LogFile &file = files[i];
-            merge.add(i, file.regular ? reader.readFile(file.path, sessionOf(file.path, assignSessionId))
-                                      : std::vector<JSONLEntry>());
+        try {
+            LogFileReader reader(LineSelection::usageOnly);
+            for (std::size_t i = nextFile++; i < files.size() && !stop.stop_requested(); i = nextFile++) {
+                const LogFile &file = files[i];
+                merge.add(i, file.regular ? readFile(reader, file.path, assignSessionId, stop)
+                                          : std::vector<JSONLEntry>());
+            }
+        } catch (const std::bad_alloc &) {
+            // Not even for the little that is needed besides a file's entries; others may go on.
         }
     };
     const std::uint64_t bytes =
@@ -116,10 +152,15 @@ LogHistory JSONLParser::parseFiles(std::span<const LogFile> files, std::size_t f
         std::min({std::uint64_t{m_threads}, std::uint64_t{files.size()}, 1 + bytes / bytesWorthAThread});
     {
         std::vector<std::jthread> helpers;
-        for (std::uint64_t i = 1; i < workers; ++i)
-            helpers.emplace_back(work);
+        try {
+            for (std::uint64_t i = 1; i < workers; ++i)
+                helpers.emplace_back(work);
+        } catch (const std::system_error &) {
+            // No more threads are to be had; those that run, and this one, do it all.
+        }
         work();
     }
+    merge.finish();
     LogHistory history;
     history.fileCount = static_cast<std::int64_t>(files.size());
     history.firstRecent = merge.firstRecent();
@@ -132,7 +173,7 @@ std::vector<JSONLEntry> JSONLParser::parseRecentEntries() const {
 }
 
 LogHistory JSONLParser::parseAllEntries(const std::stop_token &stop) const {
-    const std::vector<LogFile> files = allLogFiles();
+    const std::vector<LogFile> files = allLogFiles(stop);
     const Instant since = recentSince();
     const std::size_t settled = countModifiedBefore(files, since);
     LogHistory history = parseFiles(files, settled, true, stop);
@@ -142,7 +183,7 @@ LogHistory JSONLParser::parseAllEntries(const std::stop_token &stop) const {
 
 std::optional<LogHistory> JSONLParser::parseUnsettledEntries(const SettledLogs &settled,
                                                              const std::stop_token &stop) const {
-    const std::vector<LogFile> files = allLogFiles();
+    const std::vector<LogFile> files = allLogFiles(stop);
     const std::size_t first = countModifiedBefore(files, settled.before);
     if (static_cast<std::int64_t>(first) != settled.fileCount)
         return std::nullopt;

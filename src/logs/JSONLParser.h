@@ -14,13 +14,14 @@
 #include <optional>
 #include <span>
 #include <stop_token>
+#include <string>
 #include <vector>
 
 namespace burnwick {
 
 /// A file of the log tree, as the walk found it.
 struct LogFile {
-    std::filesystem::path path;
+    std::string path;
     std::optional<Instant> modified; ///< absent when that could not be learned
     std::uint64_t size = 0;
     bool regular = false; ///< a regular file, or a link to one; nothing else is ever opened
@@ -51,13 +52,16 @@ public:
     /// The directory below which the logs lie: ".claude/projects" of the home directory.
     [[nodiscard]] const std::filesystem::path &projectsURL() const noexcept { return m_projectsURL; }
 
-    /// Every file named *.jsonl at any depth, by time of modification, then by path.
-    [[nodiscard]] std::vector<LogFile> allLogFiles() const;
+    /// Every file named *.jsonl at any depth, by time of modification, then by path. A stop request ends the
+    /// search with what it has found.
+    [[nodiscard]] std::vector<LogFile> allLogFiles(const std::stop_token &stop = {}) const;
     /// Those modified within the last day: since the same time of yesterday.
-    [[nodiscard]] std::vector<LogFile> recentLogFiles() const;
+    [[nodiscard]] std::vector<LogFile> recentLogFiles(const std::stop_token &stop = {}) const;
 
     /// All entries of a file in the order of its lines, not only those that count; with the session named by
-    /// the file if asked. A file that cannot be read or has a byte of invalid UTF-8 anywhere yields none.
+    /// the file if asked. A file that cannot be read, for which memory is short, or which has a byte of
+    /// invalid UTF-8 anywhere yields none; a line longer than LogFileReader::defaultLongestLine is passed
+    /// over.
     [[nodiscard]] std::vector<JSONLEntry> parseFile(const std::filesystem::path &file,
                                                     bool assignSessionId) const;
     /// The usage lines of the recent files, without sessions, in file order, then line order.

@@ -21,7 +21,7 @@ namespace {
 class OpenFile {
 public:
     // Not blocking: whatever has taken the file's place since it was listed, opening it must not wait.
-    explicit OpenFile(const std::filesystem::path &path)
+    explicit OpenFile(const std::string &path)
         : m_descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY)) {}
     ~OpenFile() {
         if (m_descriptor >= 0)
@@ -52,51 +52,51 @@ bool isBlank(std::string_view line) {
 
 } // namespace
 
-LogFileReader::LogFileReader(LineSelection selection, std::size_t blockSize)
+LogFileReader::LogFileReader(LineSelection selection, std::size_t blockSize, std::size_t longestLine)
     : m_selection(selection)
-    , m_blocks(blockSize, JSONLDecoder::padding) {}
+    , m_longestLine(longestLine)
+    , m_blocks(blockSize, JSONLDecoder::padding, longestLine) {}
 
-std::vector<JSONLEntry> LogFileReader::readFile(const std::filesystem::path &file, InternedString sessionId) {
+std::vector<JSONLEntry> LogFileReader::readFile(const std::string &file, const std::stop_token &stop) {
     const OpenFile open(file);
     if (!open.isRegular())
         return {};
-    return read([&open](char *data, std::size_t size) { return open.read(data, size); }, sessionId);
+    return read([&open](char *data, std::size_t size) { return open.read(data, size); }, stop);
 }
 
-std::vector<JSONLEntry> LogFileReader::read(const BlockReader::Read &source, InternedString sessionId) {
+std::vector<JSONLEntry> LogFileReader::read(const BlockReader::Read &source, const std::stop_token &stop) {
     std::vector<JSONLEntry> entries;
     const bool complete = m_blocks.readAll(
-        source, [&](std::string_view block) { return takeBlock(block, sessionId, entries); });
+        [&](char *data, std::size_t size) { return stop.stop_requested() ? -1 : source(data, size); },
+        [&](std::string_view block) { return takeBlock(block, entries); },
+        [](std::string_view piece) { return simdjson::validate_utf8(piece); });
     if (!complete)
         entries.clear();
     return entries;
 }
 
-bool LogFileReader::takeBlock(std::string_view block, InternedString sessionId,
-                              std::vector<JSONLEntry> &entries) {
+bool LogFileReader::takeBlock(std::string_view block, std::vector<JSONLEntry> &entries) {
     while (!block.empty()) {
         const std::size_t end = std::min(block.find('\n'), block.size());
-        if (!takeLine(block.substr(0, end), sessionId, entries))
+        if (!takeLine(block.substr(0, end), entries))
             return false;
         block.remove_prefix(std::min(end + 1, block.size()));
     }
     return true;
 }
 
-bool LogFileReader::takeLine(std::string_view line, InternedString sessionId,
-                             std::vector<JSONLEntry> &entries) {
+bool LogFileReader::takeLine(std::string_view line, std::vector<JSONLEntry> &entries) {
     if (isBlank(line))
         return true;
-    if (m_selection == LineSelection::usageOnly && !mayBeUsageLine(line))
+    const bool none = m_selection == LineSelection::usageOnly && !mayBeUsageLine(line);
+    if (none || line.size() > m_longestLine)
         return simdjson::validate_utf8(line);
     auto entry = m_decoder.decodePadded(line);
     // What decodes is UTF-8; anything else has yet to be looked at.
     if (!entry)
         return simdjson::validate_utf8(line);
-    if (m_selection == LineSelection::all || entry->isUsageLine()) {
-        entry->setSessionId(sessionId);
+    if (m_selection == LineSelection::all || entry->isUsageLine())
         entries.push_back(*entry);
-    }
     return true;
 }
 

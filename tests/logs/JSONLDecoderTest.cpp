@@ -80,6 +80,8 @@ TEST(JSONLDecoder, TheSecondReadingMendsWhatTheFirstRefusesAndNothingElse) {
         {usageLineWith(R"("s":"\ud83d")"), false, true},
         {usageLineWith(R"("s":"\ude00\ud83d")"), false, true},
         {usageLineWith(R"("\ud83d":{"type":1})"), false, true},
+        {usageLineWith(R"("\ud83dtype":1)"), false, true},
+        {usageLineWith(R"("type\ude00":1)"), false, true},
         {usageLineWith(R"("a":)" + nested(10'000)), false, true},
         // The same where it does matter.
         {R"({"type":"\ud83d"})", false, false},
@@ -149,13 +151,23 @@ TEST(JSONLDecoder, TheSecondReadingMendsWhatTheFirstRefusesAndNothingElse) {
 }
 
 TEST(JSONLDecoder, BothReadingsGiveARepeatedKeyItsLastValue) {
-    const char *line =
-        R"({"type":"user","type":"assistant","message":{"model":"a"},"message":{"model":"b","usage":)"
-        R"({"input_tokens":1,"input_tokens":2,"output_tokens":3,"output_tokens":null}}})";
+    const struct {
+        const char *line;
+        const char *expected;
+    } rows[] = {
+        {R"({"type":"user","type":"assistant","message":{"model":"a"},"message":{"model":"b","usage":)"
+         R"({"input_tokens":1,"input_tokens":2,"output_tokens":3,"output_tokens":null}}})",
+         R"({"type":"assistant","message":{"model":"b","usage":{"input_tokens":2}}})"},
+        {R"({"message":{"usage":{"input_tokens":1}},"message":null})", R"({})"},
+        {R"({"message":{"usage":{"input_tokens":1},"usage":null}})", R"({"message":{}})"},
+        {R"({"message":{"usage":{"input_tokens":1},"usage":{}}})", R"({"message":{"usage":{}}})"},
+        {R"({"type":"user","type":null,"message":{"model":"a","model":null}})", R"({"message":{}})"},
+    };
     JSONLDecoder decoder;
-    const char *expected = R"({"type":"assistant","message":{"model":"b","usage":{"input_tokens":2}}})";
-    EXPECT_EQ(encodeEntry(decoder.decodeFast(line).value()), expected);
-    EXPECT_EQ(encodeEntry(decoder.decodeTolerant(line).value()), expected);
+    for (const auto &row : rows) {
+        EXPECT_EQ(encodeEntry(decoder.decodeFast(row.line).value()), row.expected) << row.line;
+        EXPECT_EQ(encodeEntry(decoder.decodeTolerant(row.line).value()), row.expected) << row.line;
+    }
 }
 
 TEST(JSONLDecoder, TheTolerantReadingUnescapesTexts) {

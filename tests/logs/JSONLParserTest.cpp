@@ -2,13 +2,17 @@
 // SPDX-License-Identifier: MIT
 #include "logs/JSONLParser.h"
 
+#include "logs/LogTree.h"
 #include "support/LogTreeFixture.h"
 #include "support/ManualClock.h"
 
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <limits>
 
+#include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -133,7 +137,68 @@ TEST_F(JSONLParserTest, AStopRequestEndsTheReading) {
     std::stop_source stop;
     stop.request_stop();
     EXPECT_TRUE(parser().parseAllEntries(stop.get_token()).entries.empty());
+    EXPECT_TRUE(parser().allLogFiles(stop.get_token()).empty());
+    EXPECT_TRUE(parser().recentLogFiles(stop.get_token()).empty());
 }
+
+TEST_F(JSONLParserTest, WhatIsUnsettledIsReadAgainUnlessASettledFileChanged) {
+    m_home.add("old.jsonl", usageLine(noon, 1, 0), m_clock.now() - 72h);
+    m_home.add("new.jsonl", usageLine(noon, 2, 0), m_clock.now());
+    const SettledLogs settled = parser().parseAllEntries().settled;
+    EXPECT_EQ(settled.fileCount, 1);
+    m_home.add("newer.jsonl", usageLine(noon, 3, 0), m_clock.now() + 1h);
+    const auto unsettled = parser().parseUnsettledEntries(settled);
+    ASSERT_TRUE(unsettled);
+    EXPECT_EQ(unsettled->fileCount, 3);
+    EXPECT_EQ(inputs(unsettled->entries), (std::vector<std::int64_t>{2, 3}));
+    m_home.add("old.jsonl", usageLine(noon, 4, 0), m_clock.now());
+    EXPECT_FALSE(parser().parseUnsettledEntries(settled));
+}
+
+TEST_F(JSONLParserTest, AFileTimeBeyondAllInstantsIsTheNearest) {
+    const auto file = m_home.add("a.jsonl", usageLine(noon, 2, 0), m_clock.now());
+    m_home.add("b.jsonl", usageLine(noon, 1, 0), m_clock.now());
+    const timespec year2286[] = {{10'000'000'000, 0}, {10'000'000'000, 0}};
+    ASSERT_EQ(::utimensat(AT_FDCWD, file.c_str(), year2286, 0), 0);
+    EXPECT_EQ(inputs(parser().parseRecentEntries()), (std::vector<std::int64_t>{1, 2}));
+
+    const std::int64_t latest = 9'223'372'036;
+    EXPECT_EQ(nearestInstant(0, 1), Instant(1ns));
+    EXPECT_EQ(nearestInstant(-1, 1), Instant(-999'999'999ns));
+    EXPECT_EQ(nearestInstant(latest - 1, 999'999'999), Instant(9'223'372'035'999'999'999ns));
+    EXPECT_EQ(nearestInstant(latest, 999'999'999), Instant::max());
+    EXPECT_EQ(nearestInstant(std::numeric_limits<std::int64_t>::max(), 0), Instant::max());
+    EXPECT_EQ(nearestInstant(-latest, 0), Instant(-9'223'372'036s));
+    EXPECT_EQ(nearestInstant(-latest - 1, 0), Instant::min());
+    EXPECT_EQ(nearestInstant(std::numeric_limits<std::int64_t>::min(), 0), Instant::min());
+}
+
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) // these need all of the address space
+/// Lets the process have only that much more address space than it has.
+void leaveAddressSpace(std::size_t bytes) {
+    std::size_t pages = 0;
+    std::ifstream("/proc/self/statm") >> pages;
+    const rlim_t most = pages * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE)) + bytes;
+    const rlimit limit{most, most};
+    ASSERT_EQ(::setrlimit(RLIMIT_AS, &limit), 0);
+}
+
+TEST_F(JSONLParserTest, WithoutMemoryForALineItsFileIsUnreadableAndNoOther) {
+    m_home.add("a.jsonl", usageLine(noon, 1, 0), m_clock.now());
+    const auto file = m_home.add("b.jsonl", usageLine(noon, 2, 0), m_clock.now());
+    std::filesystem::resize_file(file, std::size_t{200} << 20U);
+    test::setModified(file, m_clock.now());
+    m_home.add("c.jsonl", usageLine(noon, 3, 0), m_clock.now());
+    const auto parse = [this](std::size_t megabytes) {
+        leaveAddressSpace(megabytes << 20U);
+        const auto found = inputs(parser(4).parseAllEntries().entries);
+        std::exit(found == std::vector<std::int64_t>{1, 3} ? 0 : 1);
+    };
+    // The second is too little for the stack of another thread.
+    EXPECT_EXIT(parse(60), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(parse(6), testing::ExitedWithCode(0), "");
+}
+#endif
 
 std::vector<JSONLEntry> entriesOf(const std::string &lines) {
     const test::TemporaryDirectory directory;
