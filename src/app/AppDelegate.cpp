@@ -6,6 +6,7 @@
 
 #include <QDesktopServices>
 #include <QDir>
+#include <QIcon>
 
 namespace burnwick {
 
@@ -48,6 +49,7 @@ void AppDelegate::launch() {
     // The first load is done: the window's first picture has the figures.
     m_mainWindow.emplace(m_appState);
     m_mainWindow->setWindowTitle(mainWindowTitle());
+    m_mainWindow->setWindowIcon(QIcon(QStringLiteral(":/burnwick/icons/burnwick.svg")));
     m_mainWindow->show();
 }
 

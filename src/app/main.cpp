@@ -5,7 +5,6 @@
 #include "model/Version.h"
 
 #include <QApplication>
-#include <QIcon>
 
 int main(int argc, char **argv) {
     QApplication application(argc, argv);
