@@ -67,6 +67,8 @@ bool BlockReader::readAll(const Read &read, const Consume &consume, const PassOv
             break;
         std::size_t searched = filled;
         filled += static_cast<std::size_t>(count);
+        // Any value would do, but memory checkers object to what was never written.
+        std::memset(data + filled, 0, m_padding);
         if (inLongLine) {
             const std::string_view piece(data, filled);
             const std::size_t feed = piece.find('\n', searched);
