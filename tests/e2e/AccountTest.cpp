@@ -1,13 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "platform/FakeStatusNotifierWatcher.h"
-#include "support/LogTreeFixture.h"
+#include "e2e/ProgramFixture.h"
 #include "support/ScriptedServer.h"
-#include "support/WaitFor.h"
-
-#include <gtest/gtest.h>
-
-#include <QProcess>
 
 #include <fstream>
 #include <sstream>
@@ -30,7 +24,7 @@ ScriptedAnswer usage(int pct) {
 }
 
 /// The real program with a login, the vendor's services played on loopback, seen from a status area.
-class AccountTest : public testing::Test {
+class AccountTest : public test::ProgramFixture {
 protected:
     AccountTest() {
         test::writeFile(
@@ -42,38 +36,14 @@ protected:
                             R"(","statusBaseURL":")" + m_server.url().toString().toStdString() + R"("})");
         m_server.script("/api/v2/components.json", {answerOf(200, R"({"components":[]})")});
     }
-    ~AccountTest() override {
-        m_program.terminate();
-        m_program.waitForFinished();
-    }
-
-    bool startProgram() {
-        m_watcher.takeName("panel-6-systray");
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        const QString home = QString::fromStdString(m_home.path().string());
-        environment.insert(QStringLiteral("HOME"), home);
-        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home + QStringLiteral("/.config"));
-        m_program.setProcessEnvironment(environment);
-        m_program.setProcessChannelMode(QProcess::MergedChannels);
-        m_program.start(QStringLiteral(BURNWICK_PROGRAM), QStringList());
-        return m_watcher.waitForItems(1);
-    }
-    bool itemShows(const char *title) {
-        return waitFor([&] {
-            return m_watcher.readItem().value(QStringLiteral("Title")).toString() == QString::fromUtf8(title);
-        });
-    }
     [[nodiscard]] std::string credentials() const {
         std::ostringstream text;
         text << std::ifstream(m_credentials).rdbuf();
         return text.str();
     }
 
-    test::LogHome m_home;
     std::filesystem::path m_credentials = m_home.path() / ".claude" / ".credentials.json";
     test::ScriptedServer m_server;
-    FakeStatusNotifierWatcher m_watcher;
-    QProcess m_program;
 };
 
 TEST_F(AccountTest, ARejectedTokenIsRenewedAndTheQuotaShown) {
@@ -94,8 +64,7 @@ TEST_F(AccountTest, ARejectedTokenIsRenewedAndTheQuotaShown) {
         EXPECT_NE(stored.find(kept), std::string::npos) << kept << " in " << stored;
     EXPECT_EQ(stored.find("old-token"), std::string::npos);
 
-    m_program.terminate();
-    ASSERT_TRUE(m_program.waitForFinished());
+    EXPECT_TRUE(endsWhenTold(SIGTERM));
     const QByteArray said = m_program.readAll();
     for (const char *secret : {"old-token", "new-token", "refresh-token"})
         EXPECT_FALSE(said.contains(secret)) << said.toStdString();
@@ -114,10 +83,7 @@ TEST_F(AccountTest, QuittingWhileARequestRunsEndsAtOnce) {
     m_server.script("/api/oauth/usage", {silence});
     ASSERT_TRUE(startProgram());
     ASSERT_TRUE(waitFor([&] { return !m_server.requestsFor("/api/oauth/usage").empty(); }));
-    m_program.terminate();
-    ASSERT_TRUE(m_program.waitForFinished(5'000)) << "the request's deadline is ten seconds";
-    EXPECT_EQ(m_program.exitStatus(), QProcess::NormalExit);
-    EXPECT_EQ(m_program.exitCode(), 0);
+    EXPECT_TRUE(endsWhenTold(SIGTERM)) << "the request's deadline is ten seconds";
 }
 
 } // namespace

@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/FakeStatusNotifierWatcher.h"
+#include "support/LogTreeFixture.h"
+#include "support/WaitFor.h"
+
+#include <gtest/gtest.h>
+
+#include <QProcess>
+
+#include <csignal>
+
+namespace burnwick::test {
+
+/// The real program on a home of its own, seen from the status area of a desktop.
+class ProgramFixture : public testing::Test {
+protected:
+    ProgramFixture() {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        const QString home = QString::fromStdString(m_home.path().string());
+        environment.insert(QStringLiteral("HOME"), home);
+        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home + QStringLiteral("/.config"));
+        m_program.setProcessEnvironment(environment);
+        m_program.setProcessChannelMode(QProcess::MergedChannels);
+    }
+    ~ProgramFixture() override {
+        m_program.kill();
+        m_program.waitForFinished();
+    }
+
+    bool startProgram() {
+        m_watcher.takeName("panel-6-systray");
+        m_program.start(QStringLiteral(BURNWICK_PROGRAM), QStringList());
+        return m_watcher.waitForItems(1);
+    }
+    bool itemShows(const char *title) {
+        return waitFor([&] {
+            return m_watcher.readItem().value(QStringLiteral("Title")).toString() == QString::fromUtf8(title);
+        });
+    }
+    /// Whether the program ended by itself with 0 soon after it was told to.
+    bool endsWhenTold(int signal) {
+        // Without a process its number would be 0, which stands for all of the test's own group.
+        if (m_program.state() != QProcess::Running)
+            return false;
+        ::kill(static_cast<pid_t>(m_program.processId()), signal);
+        return m_program.waitForFinished(5'000) && m_program.exitStatus() == QProcess::NormalExit &&
+               m_program.exitCode() == 0;
+    }
+
+    LogHome m_home;
+    FakeStatusNotifierWatcher m_watcher;
+    QProcess m_program;
+};
+
+} // namespace burnwick::test
