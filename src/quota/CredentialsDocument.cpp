@@ -165,7 +165,8 @@ Patch patchFor(std::string_view key, std::string_view value, std::string replace
         return {value, std::move(replacement)};
     const std::string_view comma = found.hasMembers ? "," : "";
     found.hasMembers = true;
-    return {{found.end, 0}, std::string(comma).append("\"").append(key).append("\":").append(replacement)};
+    return {std::string_view(found.end, found.end),
+            std::string(comma).append("\"").append(key).append("\":").append(replacement)};
 }
 
 } // namespace

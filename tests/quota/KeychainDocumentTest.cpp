@@ -122,7 +122,7 @@ TEST(CredentialsDocument, AnythingElseHoldsNoLogin) {
         {"{\"claudeAiOauth\":{\"accessToken\":\"a\xff\"}}"},
         {"{\"claudeAiOauth\":{\"accessToken\":\"a\"},\"b\":\"\xff\"}"},
         {"{\"claudeAiOauth\":{\"accessToken\":\"a\n\"}}"},
-        {std::string("{\"claudeAiOauth\":{\"accessToken\":\"a\"}}\0", 39)},
+        {documentWith(R"("accessToken":"a")") + '\0'},
         {"\xEF\xBB\xBF" + documentWith(R"("accessToken":"a")")},
         {documentWith(""), true},
         {documentWith(R"("refreshToken":"r")"), true},
