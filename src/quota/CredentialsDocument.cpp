@@ -173,7 +173,9 @@ Patch patchFor(std::string_view key, std::string_view value, std::string replace
 
 std::optional<OAuthCredentials> credentialsFromDocument(std::string_view document) {
     const auto found = scanDocument(document);
-    const auto accessToken = found ? textFrom(found->accessToken) : std::nullopt;
+    if (!found)
+        return std::nullopt;
+    const auto accessToken = textFrom(found->accessToken);
     if (!accessToken || accessToken->empty())
         return std::nullopt;
     return OAuthCredentials{*accessToken, textFrom(found->refreshToken), instantFrom(found->expiresAt)};

@@ -24,18 +24,20 @@ public:
     [[nodiscard]] bool await_ready() const noexcept { return false; }
     bool await_suspend(std::coroutine_handle<> waiting) {
         m_ask([this, waiting](Answer answer) {
-            m_answer.emplace(std::move(answer));
+            m_answer = std::move(answer);
+            m_answered = true;
             if (m_suspended)
                 waiting.resume();
         });
-        m_suspended = !m_answer;
+        m_suspended = !m_answered;
         return m_suspended;
     }
-    Answer await_resume() { return std::move(m_answer).value(); }
+    Answer await_resume() { return std::move(m_answer); }
 
 private:
     Ask m_ask;
-    std::optional<Answer> m_answer;
+    Answer m_answer{};
+    bool m_answered = false;
     bool m_suspended = false;
 };
 

@@ -248,7 +248,7 @@ T resultOf(QCoro::Task<T> task) {
     std::optional<T> result;
     const auto done = task.then([&result](T value) { result = std::move(value); });
     EXPECT_TRUE(waitFor([&result] { return result.has_value(); }));
-    return result.value();
+    return result.value_or(T());
 }
 
 bool finishes(QCoro::Task<void> task) {
