@@ -14,7 +14,7 @@ namespace burnwick {
 namespace {
 
 QJsonValue required(const QJsonObject &object, QLatin1String key, QJsonValue::Type type) {
-    const QJsonValue value = object.value(key);
+    QJsonValue value = object.value(key);
     if (value.type() == type)
         return value;
     const std::string name(key.data(), static_cast<std::size_t>(key.size()));

@@ -45,7 +45,7 @@ QString objectionTo(const QUrl &url, Use use) {
 }
 
 QUrl builtIn(const Endpoint &endpoint) {
-    const QUrl url(QString::fromUtf8(endpoint.fallback), QUrl::StrictMode);
+    QUrl url(QString::fromUtf8(endpoint.fallback), QUrl::StrictMode);
     if (const QString objection = objectionTo(url, endpoint.use); !objection.isEmpty())
         qFatal("Built with a bad %s: %s", endpoint.key.data(), qUtf8Printable(objection));
     return url;
@@ -55,7 +55,7 @@ QUrl choose(const Endpoint &endpoint, const UserDefaults &defaults) {
     const auto stored = defaults.get<QString>(endpoint.key);
     if (!stored)
         return builtIn(endpoint);
-    const QUrl url(*stored, QUrl::StrictMode);
+    QUrl url(*stored, QUrl::StrictMode);
     const QString objection = objectionTo(url, endpoint.use);
     if (objection.isEmpty())
         return url;
