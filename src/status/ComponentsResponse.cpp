@@ -36,7 +36,7 @@ ComponentsResponse decodeComponentsResponse(const QByteArray &body) {
     if (!components.isArray())
         throw DecodeError("\"components\" is no array");
     ComponentsResponse response;
-    for (const QJsonValue &element : components.toArray()) {
+    for (const QJsonValue element : components.toArray()) {
         if (!element.isObject())
             throw DecodeError("a component is no object");
         const QJsonObject component = element.toObject();
