@@ -25,8 +25,7 @@ concept StorableValue =
 /// - a file that holds no JSON object is renamed to "<name>.corrupt-<UTC time>", and the values known so far
 ///   are written anew with the next change;
 /// - a file that cannot be read is left alone, and one that cannot be written keeps its contents. Changes
-/// then
-///   live in memory and are stored together with the next change that succeeds.
+///   then live in memory and are stored together with the next change that succeeds.
 ///
 /// Numbers are exact as 64-bit integers and as doubles. Main thread only.
 class UserDefaults final {
