@@ -4,6 +4,7 @@
 
 #include "model/Version.h"
 #include "net/Loopback.h"
+#include "net/SingleUseBody.h"
 #include "net/TransportError.h"
 
 #include <QCoroNetworkReply>
@@ -74,6 +75,7 @@ Kind kindOf(QNetworkReply::NetworkError error, bool answered) {
     case QNetworkReply::SslHandshakeFailedError:
         return Kind::untrustedServer;
     case QNetworkReply::RemoteHostClosedError: // also for garbage
+    case QNetworkReply::ContentReSendError:    // for want of an answer, after which it was not sent again
     case QNetworkReply::ProtocolFailure:
     case QNetworkReply::UnknownNetworkError:
         return Kind::incomplete;
@@ -108,8 +110,16 @@ HttpResponse answerOf(const QNetworkReply &reply, std::optional<Kind> stopped, Q
 }
 
 QNetworkReply *begin(QNetworkAccessManager &manager, const HttpRequest &request) {
-    const QNetworkRequest toSend = prepared(request);
-    return request.method == HttpMethod::post ? manager.post(toSend, request.body) : manager.get(toSend);
+    QNetworkRequest toSend = prepared(request);
+    if (request.method == HttpMethod::get)
+        return manager.get(toSend);
+    // A server may have acted on a request that it did not answer: what a post does must not be done twice.
+    toSend.setHeader(QNetworkRequest::ContentLengthHeader, request.body.size());
+    toSend.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
+    auto body = std::make_unique<SingleUseBody>(request.body);
+    QNetworkReply *reply = manager.post(toSend, body.get());
+    body.release()->setParent(reply);
+    return reply;
 }
 
 /// Does not use the manager once it is suspended.

@@ -2,9 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "e2e/ProgramFixture.h"
 #include "support/ScriptedServer.h"
+#include "support/ShiftedTime.h"
 
+#include <chrono>
 #include <fstream>
 #include <sstream>
+
+using namespace std::chrono_literals;
 
 namespace burnwick {
 namespace {
@@ -27,14 +31,19 @@ ScriptedAnswer usage(int pct) {
 class AccountTest : public test::ProgramFixture {
 protected:
     AccountTest() {
-        test::writeFile(
-            m_credentials,
-            R"({"mcpOAuth":{"n":9007199254740993},"claudeAiOauth":{"accessToken":"old-token",)"
-            R"("refreshToken":"refresh-token","expiresAt":4102444800000,"scopes":["user:inference"]}})");
+        logIn(std::chrono::sys_days(std::chrono::January / 1 / 2100));
         test::writeFile(m_home.path() / ".config/burnwick/burnwick.json",
                         R"({"apiBaseURL":")" + m_server.url().toString().toStdString() +
                             R"(","statusBaseURL":")" + m_server.url().toString().toStdString() + R"("})");
         m_server.script("/api/v2/components.json", {answerOf(200, R"({"components":[]})")});
+    }
+    void logIn(Instant expiry) {
+        const auto milliseconds =
+            std::chrono::duration_cast<std::chrono::milliseconds>(expiry.time_since_epoch()).count();
+        test::writeFile(m_credentials,
+                        R"({"mcpOAuth":{"n":9007199254740993},"claudeAiOauth":{"accessToken":"old-token",)"
+                        R"("refreshToken":"refresh-token","scopes":["user:inference"],"expiresAt":)" +
+                            std::to_string(milliseconds) + "}}");
     }
     [[nodiscard]] std::string credentials() const {
         std::ostringstream text;
@@ -75,6 +84,45 @@ TEST_F(AccountTest, AnOutageAtTheStartLeavesTheTitleWithoutQuota) {
     ASSERT_TRUE(startProgram());
     ASSERT_TRUE(waitFor([&] { return !m_server.requestsFor("/api/oauth/usage").empty(); }));
     EXPECT_TRUE(itemShows("0 | $0.00 | s--  ●"));
+}
+
+TEST_F(AccountTest, AnOutageLaterLeavesTheLastFiguresUntilTheServiceIsBack) {
+    test::ShiftedTime time;
+    if (!time.available())
+        GTEST_SKIP() << "the clock of a program cannot be moved here";
+    m_server.script("/api/oauth/usage", {usage(67), answerOf(500, "<html>down</html>"), usage(81)});
+    ASSERT_TRUE(startProgram(time));
+    ASSERT_TRUE(itemShows("0 | $0.00 | s67%  ●"));
+
+    time.advance(5min);
+    // Asking for the item wakes the program, which then notices how late it is.
+    ASSERT_TRUE(waitFor([&] {
+        EXPECT_EQ(title(), u"0 | $0.00 | s67%  ●"_qs);
+        return m_server.requestsFor("/api/oauth/usage").size() == 2;
+    }));
+    EXPECT_TRUE(itemShows("0 | $0.00 | s67%  ●"));
+
+    time.advance(5min);
+    EXPECT_TRUE(itemShows("0 | $0.00 | s81%  ●"));
+}
+
+TEST_F(AccountTest, ATokenAboutToExpireIsRenewedBeforeItIsSent) {
+    test::ShiftedTime time;
+    if (!time.available())
+        GTEST_SKIP() << "the clock of a program cannot be moved here";
+    logIn(std::chrono::system_clock::now() + 9min);
+    m_server.script("/api/oauth/usage", {usage(67), usage(68)});
+    m_server.script("/api/oauth/token", {answerOf(200, R"({"access_token":"new-token","expires_in":3600})")});
+    ASSERT_TRUE(startProgram(time));
+    ASSERT_TRUE(itemShows("0 | $0.00 | s67%  ●"));
+
+    time.advance(5min);
+    EXPECT_TRUE(itemShows("0 | $0.00 | s68%  ●"));
+    const auto asked = m_server.requestsFor("/api/oauth/usage");
+    ASSERT_EQ(asked.size(), 2U);
+    EXPECT_EQ(asked[0].header("Authorization"), "Bearer old-token");
+    EXPECT_EQ(asked[1].header("Authorization"), "Bearer new-token");
+    EXPECT_NE(credentials().find(R"("refresh-token")"), std::string::npos) << "none came instead";
 }
 
 TEST_F(AccountTest, QuittingWhileARequestRunsEndsAtOnce) {

@@ -4,6 +4,7 @@
 
 #include "platform/FakeStatusNotifierWatcher.h"
 #include "support/LogTreeFixture.h"
+#include "support/ShiftedTime.h"
 #include "support/WaitFor.h"
 
 #include <gtest/gtest.h>
@@ -30,15 +31,23 @@ protected:
         m_program.waitForFinished();
     }
 
+    /// With a clock of its own.
+    bool startProgram(const ShiftedTime &time) {
+        QProcessEnvironment environment = m_program.processEnvironment();
+        time.applyTo(environment);
+        m_program.setProcessEnvironment(environment);
+        return startProgram();
+    }
     bool startProgram() {
         m_watcher.takeName("panel-6-systray");
         m_program.start(QStringLiteral(BURNWICK_PROGRAM), QStringList());
         return m_watcher.waitForItems(1);
     }
-    bool itemShows(const char *title) {
-        return waitFor([&] {
-            return m_watcher.readItem().value(QStringLiteral("Title")).toString() == QString::fromUtf8(title);
-        });
+    [[nodiscard]] QString title() const {
+        return m_watcher.readItem().value(QStringLiteral("Title")).toString();
+    }
+    bool itemShows(const char *expected) {
+        return waitFor([&] { return title() == QString::fromUtf8(expected); });
     }
     /// Whether the program ended by itself with 0 soon after it was told to.
     bool endsWhenTold(int signal) {

@@ -134,6 +134,18 @@ TEST(HttpClientTest, TellsFaultsApart) {
     }
 }
 
+TEST(HttpClientTest, NothingIsPostedTwice) {
+    ScriptedServer server;
+    server.script("/page", {{200, "answer"}, {.ending = Ending::hangUp}});
+    HttpClient client;
+    const HttpRequest post{HttpMethod::post, server.url(page), {}, "body"};
+    resultOf(client.send(post));
+    // On the same connection as before, where the library might take the end for one of idleness.
+    EXPECT_EQ(errorOf<TransportError>(client.send(post)).kind(), Kind::incomplete);
+    ASSERT_EQ(server.requests().size(), 2);
+    EXPECT_EQ(server.requests().back().body, "body");
+}
+
 TEST(HttpClientTest, AStatusCountsEvenWhenItsBodyIsBroken) {
     for (const auto ending : {Ending::cut, Ending::trickle, Ending::endless}) {
         ScriptedServer server;
