@@ -54,7 +54,9 @@ void AppDelegate::launch() {
 }
 
 void AppDelegate::terminate() {
+    constexpr std::chrono::milliseconds patience{400};
     m_appState.stop();
+    m_account.oauthFetcher.finishRenewals(patience);
 }
 
 } // namespace burnwick

@@ -11,7 +11,9 @@
 #include "quota/OAuthUsageResponse.h"
 #include "quota/RefreshError.h"
 
+#include <QEventLoop>
 #include <QPointer>
+#include <QTimer>
 
 namespace burnwick {
 
@@ -46,6 +48,24 @@ FetchError::Kind kindFor(const RefreshError &error) {
 
 } // namespace
 
+/// Counts one renewal for as long as it lives.
+class OAuthFetcher::Renewal {
+public:
+    explicit Renewal(OAuthFetcher *fetcher)
+        : m_fetcher(fetcher) {
+        ++m_fetcher->m_renewals;
+    }
+    ~Renewal() {
+        if (m_fetcher && --m_fetcher->m_renewals == 0)
+            Q_EMIT m_fetcher->renewalsEnded();
+    }
+    Renewal(const Renewal &) = delete;
+    Renewal &operator=(const Renewal &) = delete;
+
+private:
+    QPointer<OAuthFetcher> m_fetcher;
+};
+
 OAuthFetcher::OAuthFetcher(HttpClient &http, QUrl usageURL, QUrl tokenURL, KeychainManager &keychain,
                            const Clock &clock, const Calendar &calendar)
     : m_http(http)
@@ -73,6 +93,15 @@ QCoro::Task<OAuthFetcher::Usage> OAuthFetcher::fetchUsage() {
     co_return usage;
 }
 
+void OAuthFetcher::finishRenewals(std::chrono::milliseconds atMost) {
+    if (m_renewals == 0)
+        return;
+    QEventLoop waiting;
+    connect(this, &OAuthFetcher::renewalsEnded, &waiting, &QEventLoop::quit);
+    QTimer::singleShot(atMost, &waiting, &QEventLoop::quit);
+    waiting.exec();
+}
+
 QCoro::Task<std::string> OAuthFetcher::validAccessToken() {
     const QPointer<OAuthFetcher> self(this);
     const auto credentials = co_await m_keychain.readCredentials();
@@ -97,6 +126,7 @@ QCoro::Task<std::string> OAuthFetcher::forceRefresh() {
 
 QCoro::Task<std::string> OAuthFetcher::refreshAndSave(std::string refreshToken) {
     const QPointer<OAuthFetcher> self(this);
+    const Renewal renewal(this);
     std::optional<RefreshedTokens> tokens;
     std::optional<FetchError> failure;
     try {

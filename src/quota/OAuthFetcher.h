@@ -11,6 +11,7 @@
 #include <QObject>
 #include <QUrl>
 
+#include <chrono>
 #include <optional>
 #include <string>
 #include <utility>
@@ -25,6 +26,8 @@ class KeychainManager;
 /// access token when it is about to expire and when it is rejected, and stores the new one. Calls may
 /// overlap: of two renewals the later one stays. Main thread only.
 class OAuthFetcher final : public QObject {
+    Q_OBJECT
+
 public:
     using Usage = std::pair<QuotaData, std::optional<ExtraUsageData>>;
 
@@ -36,7 +39,17 @@ public:
     /// when the answer is not the JSON expected.
     [[nodiscard]] QCoro::Task<Usage> fetchUsage();
 
+    /// Runs the event loop until no renewal is under way, or `atMost` has passed: tokens that the server has
+    /// issued and nobody has stored would cost the user a login.
+    void finishRenewals(std::chrono::milliseconds atMost);
+
+Q_SIGNALS:
+    /// The last of the renewals under way is stored, or has failed.
+    void renewalsEnded();
+
 private:
+    class Renewal;
+
     [[nodiscard]] QCoro::Task<std::string> validAccessToken();
     [[nodiscard]] QCoro::Task<Usage> performFetch(std::string accessToken);
     [[nodiscard]] QCoro::Task<std::string> forceRefresh();
@@ -48,6 +61,7 @@ private:
     KeychainManager &m_keychain;
     const Clock &m_clock;
     Calendar m_calendar;
+    int m_renewals = 0; ///< under way
 };
 
 } // namespace burnwick

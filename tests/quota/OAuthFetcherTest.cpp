@@ -298,6 +298,20 @@ TEST_F(OAuthFetcherTest, OfTwoRenewalsTheLaterOneStays) {
         << "a mixture of both";
 }
 
+TEST_F(OAuthFetcherTest, RenewalsUnderWayCanBeAwaited) {
+    m_fetcher->finishRenewals(1h); // there are none
+
+    logIn("2025-06-10T11:00:00Z");
+    m_server.script(tokenTarget, {held(newTokens)});
+    const auto fetch = outcomeOf(m_fetcher->fetchUsage());
+    ASSERT_TRUE(waitFor([this] { return refreshes() == 1; }));
+    m_fetcher->finishRenewals(1ms);
+    EXPECT_EQ(m_store.replacements, 0) << "not before the server has answered";
+    m_server.release();
+    m_fetcher->finishRenewals(10s);
+    EXPECT_EQ(m_store.replacements, 1);
+}
+
 /// Where a fetch is when the fetcher goes, and how to get it there.
 struct Suspension {
     const char *name;
