@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "state/AppState.h"
 
+#include "async/DetachedTask.h"
+#include "async/Scheduler.h"
 #include "prefs/PreferencesManager.h"
-#include "state/DetachedTask.h"
-#include "state/Scheduler.h"
 
 #include <QMetaObject>
 

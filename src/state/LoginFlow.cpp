@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "state/LoginFlow.h"
 
+#include "async/Scheduler.h"
 #include "platform/TerminalLauncher.h"
 #include "quota/KeychainManager.h"
 #include "state/LoginScript.h"
-#include "state/Scheduler.h"
 
 #include <QPointer>
 

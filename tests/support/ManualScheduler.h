@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "state/Scheduler.h"
+#include "async/Scheduler.h"
 
 #include <algorithm>
 #include <utility>

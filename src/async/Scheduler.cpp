@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "state/Scheduler.h"
+#include "async/Scheduler.h"
 
 #include <QTimer>
 
