@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/DesktopAppearance.h"
 #include "platform/DirectoryEventSource.h"
 #include "platform/SecretStore.h"
 #include "platform/StatusItem.h"
@@ -20,6 +21,9 @@ namespace burnwick::platform {
 /// See OpenDirectoryEventSource.
 [[nodiscard]] std::unique_ptr<DirectoryEventSource>
 openDirectoryEventSource(const std::filesystem::path &path);
+
+/// Needs a running application object.
+[[nodiscard]] std::unique_ptr<DesktopAppearance> makeDesktopAppearance();
 
 /// Needs a running application object.
 [[nodiscard]] std::unique_ptr<TerminalLauncher> makeTerminalLauncher();
