@@ -63,6 +63,8 @@ void ThemeController::apply() {
     const QPalette palette = paletteOf(scheme);
     QApplication::setPalette(palette);
     QToolTip::setPalette(palette);
+    // The news is posted to the windows; without this they would have it one turn of the event loop later.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::ApplicationPaletteChange);
     Q_EMIT changed(scheme);
 }
 
