@@ -1,0 +1,207 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "platform/Platform.h"
+#include "platform/linux/AutostartLoginItem.h"
+#include "support/LogTreeFixture.h"
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QCoreApplication>
+
+#include <fstream>
+#include <functional>
+#include <iterator>
+
+#include <sys/stat.h>
+
+namespace burnwick {
+namespace {
+
+namespace fs = std::filesystem;
+using test::TemporaryDirectory;
+using test::writeFile;
+
+std::string bytesOf(const fs::path &file) {
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+/// What changes with each write, as the new file takes the old one's place.
+ino_t inodeOf(const fs::path &file) {
+    struct stat status {};
+    EXPECT_EQ(::stat(file.c_str(), &status), 0) << file;
+    return status.st_ino;
+}
+
+std::ptrdiff_t entriesOf(const fs::path &folder) {
+    return std::distance(fs::directory_iterator(folder), {});
+}
+
+class LoginItemTest : public testing::Test {
+protected:
+    LoginItemTest() {
+        writeFile(m_program, "#!/bin/sh\n");
+        fs::permissions(m_program, fs::perms::owner_all);
+    }
+
+    TemporaryDirectory m_directory;
+    fs::path m_program = m_directory.path() / "my programs" / "burnwick";
+    fs::path m_folder = m_directory.path() / "config" / "autostart";
+    fs::path m_file = m_folder / "burnwick.desktop";
+    AutostartLoginItem m_item{m_folder, QString::fromStdString(m_program.string())};
+};
+
+TEST_F(LoginItemTest, IsSwitchedOnAndOff) {
+    EXPECT_FALSE(m_item.isRegistered());
+    EXPECT_FALSE(m_item.unregisterItem()) << "nothing to do";
+    EXPECT_FALSE(fs::exists(m_folder));
+
+    EXPECT_FALSE(m_item.registerItem());
+    EXPECT_TRUE(m_item.isRegistered());
+    EXPECT_NE(bytesOf(m_file).find("\nExec=\"" + m_program.string() + "\"\n"), std::string::npos)
+        << bytesOf(m_file);
+    EXPECT_EQ(entriesOf(m_folder), 1);
+
+    EXPECT_FALSE(m_item.unregisterItem());
+    EXPECT_FALSE(m_item.isRegistered());
+    EXPECT_EQ(entriesOf(m_folder), 0);
+}
+
+TEST_F(LoginItemTest, WritesOnlyWhatChanges) {
+    ASSERT_FALSE(m_item.registerItem());
+    const ino_t first = inodeOf(m_file);
+    EXPECT_FALSE(m_item.registerItem());
+    EXPECT_EQ(inodeOf(m_file), first);
+
+    const std::string written = bytesOf(m_file);
+    writeFile(m_file, written + "Hidden=true\n");
+    EXPECT_FALSE(m_item.isRegistered());
+    EXPECT_FALSE(m_item.unregisterItem());
+    EXPECT_EQ(bytesOf(m_file), written + "Hidden=true\n") << "off already, in the user's own way";
+    EXPECT_FALSE(m_item.registerItem());
+    EXPECT_EQ(bytesOf(m_file), written);
+}
+
+/// Something else stands where the entry or its folder should be: a failure that changes nothing.
+TEST_F(LoginItemTest, DestroysNothing) {
+    struct Case {
+        const char *name;
+        std::function<void()> arrange;
+        bool entryIsOn = false;
+    };
+    const fs::path other = m_directory.path() / "other.desktop";
+    const Case cases[] = {
+        {"a directory", [&] { writeFile(m_file / "kept", "x"); }},
+        {"an empty directory", [&] { fs::create_directories(m_file); }},
+        {"a pipe",
+         [&] {
+             fs::create_directories(m_folder);
+             ASSERT_EQ(::mkfifo(m_file.c_str(), 0600), 0);
+         }},
+        {"a huge file", [&] { writeFile(m_file, std::string(100'000, '\n')); }},
+        {"a link to nothing",
+         [&] {
+             fs::create_directories(m_folder);
+             fs::create_symlink("/dev/null", m_file);
+         }},
+        {"a broken link",
+         [&] {
+             fs::create_directories(m_folder);
+             fs::create_symlink(other, m_file);
+         }},
+        {"a link to an entry",
+         [&] {
+             writeFile(other, "[Desktop Entry]\nExec=other\n");
+             fs::create_directories(m_folder);
+             fs::create_symlink(other, m_file);
+         },
+         true},
+        {"a file as the folder", [&] { writeFile(m_folder, "x"); }},
+        {"a file as the folder's parent", [&] { writeFile(m_folder.parent_path(), "x"); }},
+        {"a broken link as the folder",
+         [&] {
+             fs::create_directories(m_folder.parent_path());
+             fs::create_symlink(other, m_folder);
+         }},
+    };
+    const auto picture = [this] {
+        std::string text;
+        for (const auto &entry : fs::recursive_directory_iterator(m_directory.path()))
+            text += entry.path().string() + ' ' + std::to_string(int(entry.symlink_status().type())) + ' ' +
+                    (entry.symlink_status().type() == fs::file_type::regular ? bytesOf(entry.path()) : "") +
+                    '\n';
+        return text;
+    };
+    for (const Case &c : cases) {
+        c.arrange();
+        const std::string before = picture();
+        const auto failure = m_item.registerItem();
+        EXPECT_TRUE(failure && failure->reason.find("/config") != std::string::npos) << c.name;
+        EXPECT_EQ(m_item.isRegistered(), c.entryIsOn) << c.name;
+        EXPECT_EQ(m_item.unregisterItem().has_value(), c.entryIsOn) << c.name;
+        EXPECT_EQ(picture(), before) << c.name;
+        fs::remove_all(m_folder.parent_path());
+        fs::remove(other);
+    }
+}
+
+TEST_F(LoginItemTest, ALinkToTheRightEntryWillDo) {
+    ASSERT_FALSE(m_item.registerItem());
+    fs::rename(m_file, m_directory.path() / "dotfile");
+    fs::create_symlink(m_directory.path() / "dotfile", m_file);
+    EXPECT_FALSE(m_item.registerItem());
+    EXPECT_TRUE(fs::is_symlink(m_file));
+}
+
+TEST_F(LoginItemTest, AProgramThatIsGoneIsNotRegistered) {
+    fs::remove(m_program);
+    EXPECT_TRUE(m_item.registerItem());
+    EXPECT_FALSE(fs::exists(m_folder));
+}
+
+TEST_F(LoginItemTest, NamesAnInstalledProgramWithoutItsFolder) {
+    const fs::path elsewhere = m_directory.path() / "bin";
+    const auto nameIn = [&](const fs::path &searched) {
+        return programNameForEntry(QString::fromStdString(m_program.string()),
+                                   {QString::fromStdString(searched.string())})
+            .toStdString();
+    };
+    EXPECT_EQ(nameIn(m_program.parent_path()), "burnwick");
+    EXPECT_EQ(nameIn(elsewhere), m_program.string()) << "not installed";
+    writeFile(elsewhere / "burnwick", "");
+    fs::permissions(elsewhere / "burnwick", fs::perms::owner_all);
+    EXPECT_EQ(nameIn(elsewhere), m_program.string()) << "another one is installed";
+    fs::remove(elsewhere / "burnwick");
+    fs::create_symlink(m_program, elsewhere / "burnwick");
+    EXPECT_EQ(nameIn(elsewhere), "burnwick");
+}
+
+TEST(LoginItemOfThisProgram, StandsInTheUsersConfiguration) {
+    const TemporaryDirectory directory;
+    const QByteArray homeBefore = qgetenv("HOME");
+    const QByteArray configBefore = qgetenv("XDG_CONFIG_HOME");
+    struct Case {
+        std::string configHome;
+        fs::path folder;
+    };
+    const Case cases[] = {
+        {directory.path() / "chosen", directory.path() / "chosen"},
+        {"", directory.path() / ".config"},
+        {"relative/folder", directory.path() / ".config"},
+    };
+    qputenv("HOME", QByteArray::fromStdString(directory.path().string()));
+    for (const Case &c : cases) {
+        qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(c.configHome));
+        const fs::path file = c.folder / "autostart" / "burnwick.desktop";
+        EXPECT_FALSE(platform::makeLoginItem()->registerItem()) << c.configHome;
+        EXPECT_NE(bytesOf(file).find("TryExec=" + QCoreApplication::applicationFilePath().toStdString()),
+                  std::string::npos)
+            << c.configHome;
+        EXPECT_FALSE(platform::makeLoginItem()->unregisterItem());
+    }
+    qputenv("HOME", homeBefore);
+    qputenv("XDG_CONFIG_HOME", configBefore);
+}
+
+} // namespace
+} // namespace burnwick
