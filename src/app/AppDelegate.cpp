@@ -3,6 +3,7 @@
 #include "app/AppDelegate.h"
 
 #include "platform/Platform.h"
+#include "ui/WindowActivation.h"
 
 #include <QDesktopServices>
 #include <QDir>
@@ -43,14 +44,18 @@ AppState::Services AppDelegate::services() {
             m_alerts};
 }
 
-void AppDelegate::launch() {
+void AppDelegate::launch(const ApplicationRequest &start) {
     m_statusBarController.emplace(m_appState, platform::makeStatusItem());
     m_appState.start();
     // The first load is done: the window's first picture has the figures.
     m_mainWindow.emplace(m_appState);
     m_mainWindow->setWindowTitle(mainWindowTitle());
     m_mainWindow->setWindowIcon(QIcon(QStringLiteral(":/burnwick/icons/burnwick.svg")));
-    m_mainWindow->show();
+    perform(start);
+}
+
+void AppDelegate::perform(const ApplicationRequest &request) {
+    bringToFront(*m_mainWindow, request.activation.token);
 }
 
 void AppDelegate::terminate() {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "model/Clock.h"
+#include "platform/ApplicationInstance.h"
 #include "platform/SecretStore.h"
 #include "platform/TerminalLauncher.h"
 #include "prefs/Endpoints.h"
@@ -26,8 +27,10 @@ class AppDelegate final {
 public:
     AppDelegate();
 
-    /// Shows the status item and the window and starts the refresh cycle.
-    void launch();
+    /// Shows the status item and the window and starts the refresh cycle; then does what the start asks for.
+    void launch(const ApplicationRequest &start);
+    /// Does what a later start or the desktop asks for. Once launched.
+    void perform(const ApplicationRequest &request);
     /// Stops timers and watching; nothing is saved.
     void terminate();
 

@@ -1,26 +1,82 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "app/AppDelegate.h"
+#include "app/StartOptions.h"
 #include "app/TerminationSignals.h"
 #include "model/Version.h"
+#include "platform/Platform.h"
 
 #include <QApplication>
 
-int main(int argc, char **argv) {
-    QApplication application(argc, argv);
+#include <iostream>
+#include <optional>
+#include <variant>
+
+namespace burnwick {
+
+namespace {
+
+enum ExitCode { exitSuccess = 0, exitFailure = 1, exitWrongOptions = 2 };
+
+QStringList toStringList(int argc, char **argv) {
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments += QString::fromLocal8Bit(argv[i]);
+    return arguments;
+}
+
+void describeApplication() {
     QApplication::setApplicationName(QStringLiteral("burnwick"));
     QApplication::setApplicationDisplayName(QStringLiteral("Burnwick"));
-    const auto version = burnwick::version();
-    QApplication::setApplicationVersion(
-        QString::fromUtf8(version.data(), static_cast<qsizetype>(version.size())));
+    QApplication::setApplicationVersion(QString::fromStdString(std::string(version())));
     QApplication::setDesktopFileName(QStringLiteral("burnwick"));
     // The status item stays when the window is closed, and a click on it brings the window back.
     QApplication::setQuitOnLastWindowClosed(false);
+}
 
-    const burnwick::TerminationSignals signals;
-    QObject::connect(&signals, &burnwick::TerminationSignals::received, &application, &QApplication::quit);
-    burnwick::AppDelegate delegate;
-    QObject::connect(&application, &QApplication::aboutToQuit, &application, [&] { delegate.terminate(); });
-    delegate.launch();
+/// Runs the program, or has the one that runs do what this start asks for.
+int run(const ApplicationRequest &request) {
+    const TerminationSignals signals;
+    QObject::connect(&signals, &TerminationSignals::received, qApp, &QApplication::quit);
+    std::optional<AppDelegate> delegate;
+    QObject::connect(qApp, &QApplication::aboutToQuit, qApp, [&delegate] {
+        if (delegate)
+            delegate->terminate();
+    });
+    // Behind the delegate, so that no request reaches one that is gone.
+    const auto instance = platform::makeApplicationInstance();
+    instance->claim(request, [&](InstanceClaim outcome) {
+        if (outcome == InstanceClaim::handedOver || outcome == InstanceClaim::notHandedOver) {
+            QApplication::exit(outcome == InstanceClaim::handedOver ? exitSuccess : exitFailure);
+            return;
+        }
+        delegate.emplace();
+        delegate->launch(request);
+        instance->setRequestHandler(
+            [&delegate](const ApplicationRequest &later) { delegate->perform(later); });
+    });
     return QApplication::exec();
+}
+
+} // namespace
+
+} // namespace burnwick
+
+int main(int argc, char **argv) {
+    // Before the application object, which needs a display.
+    if (const auto information = burnwick::informationAskedFor(burnwick::toStringList(argc, argv))) {
+        std::cout << information->toStdString();
+        return burnwick::exitSuccess;
+    }
+    const burnwick::StartupActivation activation = burnwick::platform::startupActivation();
+    QApplication application(argc, argv);
+    burnwick::platform::forgetStartupActivation();
+    burnwick::describeApplication();
+
+    const auto options = burnwick::parseStartOptions(QApplication::arguments());
+    if (const auto *wrong = std::get_if<burnwick::WrongStart>(&options)) {
+        std::cerr << "burnwick: " << wrong->reason.toStdString() << " See burnwick --help.\n";
+        return burnwick::exitWrongOptions;
+    }
+    return burnwick::run({std::get<burnwick::ApplicationAction>(options), activation});
 }

@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/ApplicationInstance.h"
 #include "platform/DesktopAppearance.h"
 #include "platform/DirectoryEventSource.h"
+#include "platform/LoginItem.h"
 #include "platform/LoginItem.h"
 #include "platform/SecretStore.h"
 #include "platform/StatusItem.h"
@@ -35,5 +37,18 @@ openDirectoryEventSource(const std::filesystem::path &path);
 
 /// Needs a running application object.
 [[nodiscard]] std::unique_ptr<LoginItem> makeLoginItem();
+
+/// Needs a running application object.
+[[nodiscard]] std::unique_ptr<LoginItem> makeLoginItem();
+
+/// Needs a running application object.
+[[nodiscard]] std::unique_ptr<ApplicationInstance> makeApplicationInstance();
+
+/// What the desktop gave this process when it started it. To be read before there is an application object,
+/// which takes a part for itself.
+[[nodiscard]] StartupActivation startupActivation();
+/// Removes it from the environment, so that the programs that this one starts do not take it for theirs. Once
+/// there is an application object.
+void forgetStartupActivation();
 
 } // namespace burnwick::platform

@@ -16,6 +16,7 @@ constexpr auto busConfig = R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-
 <busconfig>
   <type>session</type>
   <listen>unix:dir=%1</listen>
+  %2
   <policy context="default">
     <allow send_destination="*" eavesdrop="true"/>
     <allow receive_sender="*"/>
@@ -27,12 +28,15 @@ constexpr auto busConfig = R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-
 
 } // namespace
 
-PrivateBus::PrivateBus() {
+PrivateBus::PrivateBus(const QString &serviceFolder) {
     const QString configPath = m_directory.filePath(QStringLiteral("bus.conf"));
     QFile config(configPath);
     if (!config.open(QIODevice::WriteOnly))
         return;
-    config.write(QString::fromLatin1(busConfig).arg(m_directory.path()).toUtf8());
+    const QString services = serviceFolder.isEmpty()
+                                 ? QString()
+                                 : QStringLiteral("<servicedir>%1</servicedir>").arg(serviceFolder);
+    config.write(QString::fromLatin1(busConfig).arg(m_directory.path(), services).toUtf8());
     config.close();
 
     // A test that crashes runs no destructors.
@@ -62,6 +66,17 @@ QDBusConnection PrivateBus::connect(const QString &name) const {
 void PrivateBus::kill() {
     m_daemon.kill();
     m_daemon.waitForFinished();
+}
+
+void PrivateBus::freeze() const {
+    // A daemon that has ended would have the number 0, which stands for all of the test's own group.
+    if (m_daemon.processId() > 0)
+        ::kill(static_cast<pid_t>(m_daemon.processId()), SIGSTOP);
+}
+
+void PrivateBus::thaw() const {
+    if (m_daemon.processId() > 0)
+        ::kill(static_cast<pid_t>(m_daemon.processId()), SIGCONT);
 }
 
 } // namespace burnwick

@@ -9,12 +9,13 @@
 
 namespace burnwick {
 
-/// A message bus of the test's own. It starts no services by itself, so nothing of the user's desktop
+/// A message bus of the test's own. By itself it starts no services, so nothing of the user's desktop
 /// (portals, keyrings, notifications) can be reached through it. Ends with this object, and with the process
 /// at the latest.
 class PrivateBus {
 public:
-    PrivateBus();
+    /// It starts the services of that folder, if one is named.
+    explicit PrivateBus(const QString &serviceFolder = {});
     ~PrivateBus();
     PrivateBus(const PrivateBus &) = delete;
     PrivateBus &operator=(const PrivateBus &) = delete;
@@ -31,6 +32,10 @@ public:
 
     /// Ends the daemon, as if it had crashed.
     void kill();
+
+    /// Stops the daemon: what it is sent waits for thaw().
+    void freeze() const;
+    void thaw() const;
 
 private:
     QTemporaryDir m_directory;

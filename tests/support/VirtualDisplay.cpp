@@ -1,0 +1,117 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "support/VirtualDisplay.h"
+
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+
+#include <sys/prctl.h>
+
+namespace burnwick::test {
+
+namespace {
+
+struct Free {
+    void operator()(void *memory) const { std::free(memory); }
+};
+template <typename T>
+using Reply = std::unique_ptr<T, Free>;
+
+} // namespace
+
+VirtualDisplay::VirtualDisplay() {
+    // A test that crashes runs no destructors.
+    m_server.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+    m_server.setStandardErrorFile(QProcess::nullDevice());
+    m_server.start(QStringLiteral("Xvfb"),
+                   {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-nolisten"),
+                    QStringLiteral("tcp"), QStringLiteral("-noreset")});
+    while (!m_server.canReadLine() && m_server.waitForReadyRead()) {
+    }
+    const QByteArray number = m_server.readLine().trimmed();
+    if (number.isEmpty())
+        return;
+    m_name = QLatin1Char(':') + QString::fromLatin1(number);
+    m_connection.reset(xcb_connect(m_name.toLatin1().constData(), nullptr));
+    if (xcb_connection_has_error(m_connection.get()) != 0)
+        m_name.clear();
+}
+
+VirtualDisplay::~VirtualDisplay() {
+    m_connection.reset();
+    m_server.kill();
+    m_server.waitForFinished();
+}
+
+bool VirtualDisplay::shows(const QByteArray &title) const {
+    const auto windows = visibleWindows();
+    return std::ranges::any_of(windows, [&](xcb_window_t window) { return titleOf(window) == title; });
+}
+
+bool VirtualDisplay::showsInFront(const QByteArray &title) const {
+    const auto windows = visibleWindows();
+    return !windows.empty() && titleOf(windows.back()) == title;
+}
+
+void VirtualDisplay::close(const QByteArray &title) {
+    for (const xcb_window_t window : visibleWindows()) {
+        if (titleOf(window) != title)
+            continue;
+        xcb_client_message_event_t message{};
+        message.response_type = XCB_CLIENT_MESSAGE;
+        message.format = 32;
+        message.window = window;
+        message.type = atom("WM_PROTOCOLS");
+        message.data.data32[0] = atom("WM_DELETE_WINDOW");
+        xcb_send_event(m_connection.get(), 0, window, XCB_EVENT_MASK_NO_EVENT,
+                       reinterpret_cast<const char *>(&message));
+    }
+    xcb_flush(m_connection.get());
+}
+
+void VirtualDisplay::cover() {
+    const xcb_window_t window = xcb_generate_id(m_connection.get());
+    xcb_create_window(m_connection.get(), XCB_COPY_FROM_PARENT, window, root(), 0, 0, 2'000, 2'000, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_map_window(m_connection.get(), window);
+    xcb_flush(m_connection.get());
+}
+
+xcb_window_t VirtualDisplay::root() const {
+    return xcb_setup_roots_iterator(xcb_get_setup(m_connection.get())).data->root;
+}
+
+xcb_atom_t VirtualDisplay::atom(const QByteArray &name) const {
+    const auto cookie = xcb_intern_atom(m_connection.get(), 0, static_cast<std::uint16_t>(name.size()), name);
+    const Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(m_connection.get(), cookie, nullptr));
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+std::vector<xcb_window_t> VirtualDisplay::visibleWindows() const {
+    const Reply<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(m_connection.get(), xcb_query_tree(m_connection.get(), root()), nullptr));
+    if (!tree)
+        return {};
+    const xcb_window_t *const children = xcb_query_tree_children(tree.get());
+    std::vector<xcb_window_t> windows(children, children + xcb_query_tree_children_length(tree.get()));
+    std::erase_if(windows, [this](xcb_window_t window) {
+        const auto cookie = xcb_get_window_attributes(m_connection.get(), window);
+        const Reply<xcb_get_window_attributes_reply_t> reply(
+            xcb_get_window_attributes_reply(m_connection.get(), cookie, nullptr));
+        return !reply || reply->map_state != XCB_MAP_STATE_VIEWABLE;
+    });
+    return windows;
+}
+
+QByteArray VirtualDisplay::titleOf(xcb_window_t window) const {
+    constexpr std::uint32_t longestInWords = 64;
+    const auto cookie = xcb_get_property(m_connection.get(), 0, window, atom("_NET_WM_NAME"),
+                                         XCB_GET_PROPERTY_TYPE_ANY, 0, longestInWords);
+    const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(m_connection.get(), cookie, nullptr));
+    return reply ? QByteArray(static_cast<const char *>(xcb_get_property_value(reply.get())),
+                              xcb_get_property_value_length(reply.get()))
+                 : QByteArray();
+}
+
+} // namespace burnwick::test

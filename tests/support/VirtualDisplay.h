@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QProcess>
+#include <QtCore/QString>
+
+#include <memory>
+#include <vector>
+
+#include <xcb/xcb.h>
+
+namespace burnwick::test {
+
+/// An X server of the test's own, without a window manager and so without frames around windows. Ends with
+/// this object, and with the process at the latest.
+class VirtualDisplay {
+public:
+    VirtualDisplay();
+    ~VirtualDisplay();
+    VirtualDisplay(const VirtualDisplay &) = delete;
+    VirtualDisplay &operator=(const VirtualDisplay &) = delete;
+
+    /// For the variable DISPLAY; empty when the server did not start.
+    [[nodiscard]] QString name() const { return m_name; }
+
+    /// Whether a window of that title can be seen.
+    [[nodiscard]] bool shows(const QByteArray &title) const;
+    /// Whether it is the topmost one that can be seen.
+    [[nodiscard]] bool showsInFront(const QByteArray &title) const;
+    /// Asks the window to close, as its frame's button would.
+    void close(const QByteArray &title);
+    /// Puts a window over all others.
+    void cover();
+
+private:
+    struct Disconnect {
+        void operator()(xcb_connection_t *connection) const { xcb_disconnect(connection); }
+    };
+
+    [[nodiscard]] xcb_window_t root() const;
+    [[nodiscard]] xcb_atom_t atom(const QByteArray &name) const;
+    /// Those that can be seen, the topmost one last.
+    [[nodiscard]] std::vector<xcb_window_t> visibleWindows() const;
+    [[nodiscard]] QByteArray titleOf(xcb_window_t window) const;
+
+    QProcess m_server;
+    QString m_name;
+    std::unique_ptr<xcb_connection_t, Disconnect> m_connection;
+};
+
+} // namespace burnwick::test
