@@ -6,7 +6,6 @@
 #include "platform/DesktopAppearance.h"
 #include "platform/DirectoryEventSource.h"
 #include "platform/LoginItem.h"
-#include "platform/LoginItem.h"
 #include "platform/SecretStore.h"
 #include "platform/StatusItem.h"
 #include "platform/TerminalLauncher.h"
@@ -34,9 +33,6 @@ openDirectoryEventSource(const std::filesystem::path &path);
 /// The store in which Claude Code keeps the login of the user of that home directory. Needs a running
 /// application object.
 [[nodiscard]] std::unique_ptr<SecretStore> makeSecretStore(const std::filesystem::path &home);
-
-/// Needs a running application object.
-[[nodiscard]] std::unique_ptr<LoginItem> makeLoginItem();
 
 /// Needs a running application object.
 [[nodiscard]] std::unique_ptr<LoginItem> makeLoginItem();
