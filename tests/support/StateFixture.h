@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "notify/QuotaAlerts.h"
 #include "platform/Platform.h"
 #include "prefs/PreferencesManager.h"
 #include "prefs/UserDefaults.h"
 #include "state/AccountServices.h"
 #include "state/AppState.h"
-#include "state/QuotaAlerts.h"
 #include "support/LogTreeFixture.h"
 #include "support/ManualClock.h"
 #include "support/ManualScheduler.h"

@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace burnwick {
+
+/// A notification to show now, with the desktop's default sound. Plain text in UTF-8: nothing in it is
+/// markup.
+struct UserNotification {
+    std::string identifier; ///< a notification takes the place of an earlier one with the same identifier
+    std::string title;
+    std::string body;
+
+    bool operator==(const UserNotification &) const = default;
+};
+
+/// The desktop's notifications. Main thread only.
+///
+/// Operations answer exactly once, within seconds, on the main thread and after the call returned. Answers
+/// are dropped when the center is destroyed first; neither they nor the handlers may destroy it.
+class NotificationCenter {
+public:
+    enum class Authorization {
+        notDetermined, ///< nobody is there to show notifications, as far as one can tell
+        denied,        ///< the user switched this application's notifications off
+        authorized,
+    };
+    struct AuthorizationOutcome {
+        bool granted = false;
+        std::optional<std::string> error; ///< why it could not be found out; then not granted
+    };
+    /// Called when the user clicks a notification, with the desktop's permission to raise a window: an
+    /// activation token, empty where the desktop hands out none.
+    using ActivateHandler = std::function<void(const std::string &activationToken)>;
+
+    virtual ~NotificationCenter() = default;
+
+    virtual void readAuthorization(std::function<void(Authorization)> answer) = 0;
+    /// Asks the user, where the system does such things, for alerts with sound.
+    virtual void requestAuthorization(std::function<void(AuthorizationOutcome)> answer) = 0;
+    /// Called when the authorisation may have changed; it is to be read again then.
+    virtual void setAuthorizationChangedHandler(std::function<void()> handler) = 0;
+
+    /// Shows it, also while the application is in front. Answers the error, or none once the desktop took it.
+    virtual void add(const UserNotification &notification,
+                     std::function<void(std::optional<std::string> error)> answer) = 0;
+    virtual void setActivateHandler(ActivateHandler handler) = 0;
+};
+
+} // namespace burnwick

@@ -1,0 +1,135 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "notify/QuotaAlertRules.h"
+
+#include "support/ManualClock.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace burnwick::alerts {
+namespace {
+
+using namespace std::chrono_literals;
+using test::at;
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+const std::string thisWindow = "1763300000.0";
+
+TEST(QuotaAlertRules, AnAlertIsDueOnceInAWindowFromItsThresholdOn) {
+    using enum QuotaAlert;
+    const auto none = std::vector<QuotaAlert>();
+    const struct {
+        const char *what;
+        QuotaCheck check;
+        std::vector<QuotaAlert> due;
+    } rows[] = {
+        {"just below 80", {thisWindow, 79.99, true, true, {}, {}}, none},
+        {"80 exactly", {thisWindow, 80.0, true, true, {}, {}}, {eightyPercent}},
+        {"just below 100", {thisWindow, 99.99, true, true, {}, {}}, {eightyPercent}},
+        {"100 exactly: both, in this order",
+         {thisWindow, 100.0, true, true, {}, {}},
+         {eightyPercent, rateLimit}},
+        {"far above", {thisWindow, 250.0, true, true, {}, {}}, {eightyPercent, rateLimit}},
+        {"sent before", {thisWindow, 92.0, true, true, thisWindow, {}}, none},
+        {"sent in another window", {thisWindow, 85.0, true, true, "1763282000.0", {}}, {eightyPercent}},
+        {"each for itself: 80 sent", {thisWindow, 100.0, true, true, thisWindow, {}}, {rateLimit}},
+        {"each for itself: limit sent", {thisWindow, 100.0, true, true, {}, thisWindow}, {eightyPercent}},
+        {"the other one's memory does not count",
+         {thisWindow, 85.0, true, true, {}, thisWindow},
+         {eightyPercent}},
+        {"80 not wanted", {thisWindow, 100.0, false, true, {}, {}}, {rateLimit}},
+        {"limit not wanted", {thisWindow, 100.0, true, false, {}, {}}, {eightyPercent}},
+        {"neither wanted", {thisWindow, 100.0, false, false, {}, {}}, none},
+        {"no window known", {{}, 100.0, true, true, {}, {}}, none},
+        {"no window known, but an earlier one", {{}, 100.0, true, true, thisWindow, thisWindow}, none},
+        {"no number", {thisWindow, std::nan(""), true, true, {}, {}}, none},
+        {"no end", {thisWindow, infinity, true, true, {}, {}}, none},
+        {"below everything", {thisWindow, -infinity, true, true, {}, {}}, none},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(dueQuotaAlerts(row.check), row.due) << row.what;
+}
+
+TEST(QuotaAlertRules, AWindowHasOneIdWhateverItsResetInstantWobbles) {
+    const struct {
+        const char *resetAt;
+        const char *id;
+    } rows[] = {
+        {"2025-11-16T13:30:00Z", "1763299800.0"},
+        {"2025-11-16T13:30:01.987654Z", "1763299800.0"},
+        {"2025-11-16T13:29:58.012345Z", "1763299800.0"},
+        {"2025-11-16T18:30:00.5Z", "1763317800.0"},
+        {"1970-01-01T00:00:00Z", "0.0"},
+        {"2200-01-01T00:00:00Z", "7258118400.0"},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(windowIdOf(at(row.resetAt)), row.id) << row.resetAt;
+}
+
+TEST(QuotaAlertRules, TimeIsToldInHoursAndMinutesCutOff) {
+    const Instant now = at("2025-11-16T12:00:00.25Z");
+    const struct {
+        std::chrono::nanoseconds ahead;
+        const char *text;
+    } rows[] = {
+        {1h + 5min, "1h 5m"},
+        {2h + 5min + 59s, "2h 5m"},
+        {1h, "1h 0m"},
+        {1h - 1ns, "59m"},
+        {59min + 59s, "59m"},
+        {45min, "45m"},
+        {59s, "0m"},
+        {0s, "0m"},
+        {-1ns, "0m"},
+        {-5h, "0m"},
+        {25h, "25h 0m"},
+        {5h - 1s, "4h 59m"},
+        {240h + 9min, "240h 9m"},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(timeUntil(now + row.ahead, now), row.text) << row.ahead.count();
+    EXPECT_EQ(timeUntil(std::nullopt, now), "soon");
+    // The distance is beyond what the difference of two instants can hold.
+    EXPECT_EQ(timeUntil(at("1700-01-01T00:00:00Z"), now), "0m");
+    EXPECT_EQ(timeUntil(at("2250-01-01T00:00:00Z"), at("1700-01-01T00:00:00Z")), "4821192h 0m");
+}
+
+TEST(QuotaAlertRules, UsageIsCutToAWholeNumber) {
+    const struct {
+        double usagePct;
+        const char *body;
+    } rows[] = {
+        {80.0, "You've used 80% of your 5-hour quota."},
+        {85.9, "You've used 85% of your 5-hour quota."},
+        {99.7, "You've used 99% of your 5-hour quota."},
+        {100.0, "You've used 100% of your 5-hour quota."},
+        {1234567.8, "You've used 1234567% of your 5-hour quota."},
+        {1e20, "You've used 100000000000000000000% of your 5-hour quota."},
+    };
+    for (const auto &row : rows) {
+        const UserNotification expected{"quota80", "Quota Alert", row.body};
+        EXPECT_EQ(eightyPercentAlert(row.usagePct), expected) << row.usagePct;
+    }
+    EXPECT_EQ(eightyPercentAlert(std::numeric_limits<double>::max()).body.size(),
+              309 + eightyPercentAlert(1.0).body.size() - 1);
+}
+
+TEST(QuotaAlertRules, TheOtherAlertsHaveTheirWords) {
+    const Instant now = at("2025-11-16T13:33:20Z");
+    const UserNotification rateLimit{"rateLimit", "Rate Limit Reached",
+                                     "You've hit your rate limit. Quota resets in 2h 5m."};
+    EXPECT_EQ(rateLimitAlert(now + 125min, now), rateLimit);
+    const UserNotification reset{"sessionReset-1763300000.0", "Session Reset",
+                                 "Your 5-hour quota has reset. You're ready to go!"};
+    EXPECT_EQ(sessionResetAlert(now), reset);
+    EXPECT_EQ(sessionResetAlert(now + 250ms).identifier, "sessionReset-1763300000.25");
+    const UserNotification update{"updateAvailable", "Update Available",
+                                  "Burnwick 1.10.0 <b>%1%</b>/.. is available. Open Settings to update."};
+    EXPECT_EQ(updateAvailableAlert("1.10.0 <b>%1%</b>/.."), update);
+}
+
+} // namespace
+} // namespace burnwick::alerts
