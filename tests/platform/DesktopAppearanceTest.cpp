@@ -156,17 +156,20 @@ TEST(DesktopAppearance, APortalThatGoesKeepsItsWordUntilItIsBack) {
     ASSERT_TRUE(waitFor([&] { return follower.heard.size() == 3; }));
     EXPECT_EQ(follower.heard.back(), (AppearanceWishes{dark, true}));
 
-    portal->silent = true;
     portal.reset();
+    portal.emplace(QStringLiteral("second-portal"));
+    portal->silent = true;
+    ASSERT_TRUE(waitFor([&] { return portal->calls == 2; }));
+    portal.reset(); // with the questions open
     Follower::letThrough();
     EXPECT_EQ(follower.heard.size(), 3U);
 
-    portal.emplace(QStringLiteral("second-portal"));
+    portal.emplace(QStringLiteral("third-portal"));
     portal->answers = {{colorKey, portalLight}}; // this one cannot tell of animations
     ASSERT_TRUE(waitFor([&] { return follower.heard.size() == 4; }));
     EXPECT_EQ(follower.heard.back(), (AppearanceWishes{light, true}));
     portal->announce(colorGroup, colorKey, wrapped(1U, 1));
-    ASSERT_TRUE(waitFor([&] { return follower.heard.size() == 5; })) << "it listens to the old one";
+    ASSERT_TRUE(waitFor([&] { return follower.heard.size() == 5; })) << "it listens to an old one";
     EXPECT_EQ(follower.heard.back(), (AppearanceWishes{dark, true}));
 }
 

@@ -61,7 +61,12 @@ private:
 
 class ThemeControllerTest : public testing::Test {
 protected:
-    ThemeControllerTest() { QApplication::setPalette(paletteOf(ColorScheme::light)); }
+    /// On a platform with a style and colours of its own.
+    ThemeControllerTest() {
+        QApplication::setStyle(QStringLiteral("Windows"));
+        QApplication::setPalette(paletteOf(ColorScheme::light));
+        QToolTip::setPalette(QPalette(Qt::yellow));
+    }
     ~ThemeControllerTest() override { QApplication::setPalette(QPalette()); }
 
     void start() { m_controller.emplace(m_preferences, m_desktop); }
