@@ -32,11 +32,22 @@ public:
     void fire(std::chrono::milliseconds interval) const {
         const std::vector<Timer *> running = m_timers;
         for (Timer *timer : running) {
-            if (std::find(m_timers.begin(), m_timers.end(), timer) == m_timers.end() ||
-                timer->interval != interval)
-                continue;
-            const auto callback = timer->callback;
-            callback();
+            if (isRunning(timer) && timer->interval == interval)
+                timer->fire();
+        }
+    }
+
+    /// Lets that much time pass for the timers that are running now. They fire one after the other, each as
+    /// often as it becomes due. A callback may end any of them.
+    void advance(std::chrono::milliseconds by) const {
+        const std::vector<Timer *> running = m_timers;
+        for (Timer *timer : running) {
+            if (isRunning(timer))
+                timer->elapsed += by;
+            while (isRunning(timer) && timer->elapsed >= timer->interval) {
+                timer->elapsed -= timer->interval;
+                timer->fire();
+            }
         }
     }
 
@@ -50,10 +61,20 @@ private:
         Timer(const Timer &) = delete;
         Timer &operator=(const Timer &) = delete;
 
+        void fire() const {
+            const auto copy = callback; // the timer may be ended by it
+            copy();
+        }
+
         ManualScheduler &scheduler;
         std::chrono::milliseconds interval;
+        std::chrono::milliseconds elapsed{0};
         std::function<void()> callback;
     };
+
+    [[nodiscard]] bool isRunning(const Timer *timer) const {
+        return std::find(m_timers.begin(), m_timers.end(), timer) != m_timers.end();
+    }
 
     std::vector<Timer *> m_timers;
 };

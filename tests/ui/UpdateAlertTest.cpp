@@ -1,0 +1,111 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "ui/settings/UpdateAlert.h"
+
+#include "support/WaitFor.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+
+namespace burnwick {
+namespace {
+
+class UpdateAlertTest : public testing::Test {
+protected:
+    QMessageBox *alertFor(const QString &version) {
+        showUpdateAlert(
+            version, QUrl(QStringLiteral("https://burnwick.test")),
+            [this](const QUrl &url) { m_events.append(QString::fromLatin1(url.toEncoded())); },
+            [this] { m_events.append(QStringLiteral("closed")); });
+        return qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+    }
+    /// What the labels show, line after line; every one of them shows it as plain text.
+    static QString textOf(const QMessageBox &alert) {
+        QStringList lines;
+        for (const QLabel *label : alert.findChildren<QLabel *>()) {
+            if (label->text().isEmpty())
+                continue;
+            EXPECT_EQ(label->textFormat(), Qt::PlainText) << label->text().toStdString();
+            lines.append(label->text());
+        }
+        return lines.join(u'\n');
+    }
+    static QPushButton *button(const QMessageBox &alert, const QString &text) {
+        for (QPushButton *button : alert.findChildren<QPushButton *>()) {
+            if (button->text().remove(u'&') == text)
+                return button;
+        }
+        return nullptr;
+    }
+
+    QStringList m_events;
+};
+
+TEST_F(UpdateAlertTest, AsksWhetherToUpdate) {
+    QMessageBox *alert = alertFor(QStringLiteral("1.10.0"));
+    ASSERT_NE(alert, nullptr);
+    EXPECT_EQ(alert->windowModality(), Qt::ApplicationModal);
+    EXPECT_EQ(textOf(*alert), QStringLiteral("Update Available\n"
+                                             "Version 1.10.0 is available. Would you like to update now?"));
+    EXPECT_EQ(alert->findChildren<QPushButton *>().size(), 2);
+    EXPECT_TRUE(m_events.isEmpty());
+    alert->reject();
+}
+
+TEST_F(UpdateAlertTest, OnlyUpdateNowOpensTheDownload) {
+    const QStringList closed{QStringLiteral("closed")};
+    const QStringList opened{QStringLiteral("https://burnwick.test/releases/Burnwick-1%2F..%2F2.dmg"),
+                             QStringLiteral("closed")};
+    const struct {
+        const char *what;
+        void (*answer)(QMessageBox &alert);
+        QStringList events;
+    } rows[] = {
+        {"Update Now", [](QMessageBox &alert) { button(alert, QStringLiteral("Update Now"))->click(); },
+         opened},
+        {"Return", [](QMessageBox &alert) { QTest::keyClick(&alert, Qt::Key_Return); }, opened},
+        {"Later", [](QMessageBox &alert) { button(alert, QStringLiteral("Later"))->click(); }, closed},
+        {"Escape", [](QMessageBox &alert) { QTest::keyClick(&alert, Qt::Key_Escape); }, closed},
+        {"the window closed", [](QMessageBox &alert) { alert.close(); }, closed},
+    };
+    for (const auto &row : rows) {
+        const QPointer<QMessageBox> alert = alertFor(QStringLiteral("1/../2"));
+        ASSERT_NE(alert, nullptr) << row.what;
+        ASSERT_TRUE(QTest::qWaitForWindowActive(alert)) << row.what;
+        row.answer(*alert);
+        EXPECT_EQ(m_events, row.events) << row.what;
+        EXPECT_TRUE(waitFor([&alert] { return alert.isNull(); })) << row.what;
+        m_events.clear();
+    }
+}
+
+TEST_F(UpdateAlertTest, AVersionIsOneBearableLineOfPlainText) {
+    const QString longVersion(1 << 20, u'9');
+    const QString cut = QString(39, u'9') + QChar(u'\u2026');
+    const struct {
+        QString version, shown;
+    } rows[] = {
+        {QStringLiteral(" 2.0 "), QStringLiteral(" 2.0 ")},
+        {QStringLiteral("<b>9</b>&amp;%2 &x"), QStringLiteral("<b>9</b>&amp;%2 &x")},
+        {QStringLiteral("1\n2\r3\t4\u20285"), QStringLiteral("1\ufffd2\ufffd3\ufffd4\ufffd5")},
+        {QStringLiteral("1\u202e2"), QStringLiteral("1\ufffd2")},
+        {longVersion, cut},
+    };
+    for (const auto &row : rows) {
+        QMessageBox *alert = alertFor(row.version);
+        ASSERT_NE(alert, nullptr);
+        EXPECT_EQ(textOf(*alert), QStringLiteral("Update Available\nVersion ") + row.shown +
+                                      QStringLiteral(" is available. Would you like to update now?"));
+        EXPECT_LT(alert->width(), 1000);
+        EXPECT_LT(alert->height(), 400);
+        delete alert;
+    }
+}
+
+} // namespace
+} // namespace burnwick
