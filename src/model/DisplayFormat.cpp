@@ -56,6 +56,19 @@ std::string timeRemainingText(Instant until, Instant now) {
     return std::to_string(hours / 24) + "d " + std::to_string(hours % 24) + 'h';
 }
 
+std::string relativeAgeText(Instant since, Instant now) {
+    constexpr std::int64_t minute = 60;
+    constexpr std::int64_t hour = 60 * minute;
+    const std::int64_t seconds = std::chrono::duration_cast<std::chrono::seconds>(now - since).count();
+    if (seconds < minute)
+        return "just now";
+    if (seconds < 2 * minute)
+        return "1 minute ago";
+    if (seconds < hour)
+        return std::to_string(seconds / minute) + " minutes ago";
+    return std::to_string(seconds / hour) + "h ago";
+}
+
 std::string peakHourText(std::optional<std::int64_t> hour) {
     if (!hour)
         return "--";

@@ -31,6 +31,9 @@ namespace burnwick {
 /// "Now", "42m", "3h 5m" and, from 48 hours on, "2d 1h".
 [[nodiscard]] std::string timeRemainingText(Instant until, Instant now);
 
+/// "just now", "7 minutes ago", "2h ago"; an instant to come counts as now.
+[[nodiscard]] std::string relativeAgeText(Instant since, Instant now);
+
 /// "12 AM" for 0, "1 PM" for 13; "--" without an hour.
 [[nodiscard]] std::string peakHourText(std::optional<std::int64_t> hour);
 

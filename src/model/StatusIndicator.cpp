@@ -4,16 +4,18 @@
 
 namespace burnwick {
 
-StatusIndicator statusIndicatorFor(const std::optional<QuotaData> &quota) noexcept {
+StatusIndicator statusIndicatorForUsage(double usagePct) noexcept {
     constexpr double redFromPct = 81.0;
     constexpr double orangeFromPct = 41.0;
-    if (!quota)
-        return StatusIndicator::green;
-    if (quota->fiveHourUsagePct >= redFromPct)
+    if (usagePct >= redFromPct)
         return StatusIndicator::red;
-    if (quota->fiveHourUsagePct >= orangeFromPct)
+    if (usagePct >= orangeFromPct)
         return StatusIndicator::orange;
     return StatusIndicator::green;
+}
+
+StatusIndicator statusIndicatorFor(const std::optional<QuotaData> &quota) noexcept {
+    return quota ? statusIndicatorForUsage(quota->fiveHourUsagePct) : StatusIndicator::green;
 }
 
 RgbColor colorOf(StatusIndicator indicator) noexcept {

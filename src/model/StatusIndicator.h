@@ -21,7 +21,10 @@ struct RgbColor {
     bool operator==(const RgbColor &) const = default;
 };
 
-/// Green below 41 % of the 5-hour window and without a snapshot, orange from 41 %, red from 81 %.
+/// Green below 41 %, orange from 41 %, red from 81 %.
+[[nodiscard]] StatusIndicator statusIndicatorForUsage(double usagePct) noexcept;
+
+/// Of the 5-hour window; green without a snapshot.
 [[nodiscard]] StatusIndicator statusIndicatorFor(const std::optional<QuotaData> &quota) noexcept;
 
 /// The colour of the status dot.
