@@ -6,6 +6,7 @@
 #include "platform/DesktopAppearance.h"
 #include "platform/DirectoryEventSource.h"
 #include "platform/LoginItem.h"
+#include "platform/NotificationCenter.h"
 #include "platform/SecretStore.h"
 #include "platform/StatusItem.h"
 #include "platform/TerminalLauncher.h"
@@ -29,6 +30,9 @@ openDirectoryEventSource(const std::filesystem::path &path);
 
 /// Needs a running application object.
 [[nodiscard]] std::unique_ptr<TerminalLauncher> makeTerminalLauncher();
+
+/// Needs a running application object.
+[[nodiscard]] std::unique_ptr<NotificationCenter> makeNotificationCenter();
 
 /// The store in which Claude Code keeps the login of the user of that home directory. Needs a running
 /// application object.

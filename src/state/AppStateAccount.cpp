@@ -3,12 +3,12 @@
 
 // The account's half of the state: quota, service status and login.
 
+#include "async/DetachedTask.h"
 #include "notify/QuotaAlerts.h"
 #include "prefs/PreferencesManager.h"
 #include "quota/FetchError.h"
 #include "quota/KeychainManager.h"
 #include "state/AppState.h"
-#include "state/DetachedTask.h"
 #include "status/ClaudeStatusFetcher.h"
 
 #include <QPointer>

@@ -30,41 +30,21 @@ QString statusNotifierWatcherName() {
 
 WatcherTracker::WatcherTracker(const QDBusConnection &connection)
     : m_connection(connection)
-    , m_ownerChanges(statusNotifierWatcherName(), connection, QDBusServiceWatcher::WatchForOwnerChange) {
-    connect(&m_ownerChanges, &QDBusServiceWatcher::serviceOwnerChanged, this,
-            [this](const QString &, const QString &, const QString &newOwner) { setOwner(newOwner); });
-    askForOwner();
+    , m_owner(connection, statusNotifierWatcherName()) {
+    connect(&m_owner, &ServiceOwner::changed, this, [this](const QString &owner) {
+        if (owner.isEmpty())
+            Q_EMIT absent();
+        else
+            identify(owner);
+    });
 }
 
-void WatcherTracker::askForOwner() {
-    const auto call =
-        callMessageBus(m_connection, QStringLiteral("GetNameOwner"), {statusNotifierWatcherName()});
+void WatcherTracker::identify(const QString &owner) {
+    const auto call = callMessageBus(m_connection, QStringLiteral("GetConnectionUnixProcessID"), {owner});
     connect(new QDBusPendingCallWatcher(call, this), &QDBusPendingCallWatcher::finished, this,
-            [this](QDBusPendingCallWatcher *finished) {
+            [this, owner](QDBusPendingCallWatcher *finished) {
                 finished->deleteLater();
-                const QDBusPendingReply<QString> owner = *finished;
-                if (!m_owner) // otherwise a change was announced meanwhile, which is newer
-                    setOwner(owner.isValid() ? owner.value() : QString());
-            });
-}
-
-void WatcherTracker::setOwner(const QString &owner) {
-    if (m_owner == owner)
-        return;
-    m_owner = owner;
-    if (owner.isEmpty())
-        Q_EMIT absent();
-    else
-        identifyOwner();
-}
-
-void WatcherTracker::identifyOwner() {
-    const QString asked = *m_owner;
-    const auto call = callMessageBus(m_connection, QStringLiteral("GetConnectionUnixProcessID"), {asked});
-    connect(new QDBusPendingCallWatcher(call, this), &QDBusPendingCallWatcher::finished, this,
-            [this, asked](QDBusPendingCallWatcher *finished) {
-                finished->deleteLater();
-                if (m_owner != asked)
+                if (m_owner.name() != owner)
                     return;
                 const QDBusPendingReply<uint> pid = *finished;
                 Q_EMIT appeared(trayHostFor(pid.isValid() ? processNameOf(pid.value()) : std::string()));

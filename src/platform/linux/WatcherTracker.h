@@ -2,14 +2,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/ServiceOwner.h"
 #include "platform/linux/TrayHost.h"
 
 #include <QtCore/QObject>
 #include <QtCore/QString>
 #include <QtDBus/QDBusConnection>
-#include <QtDBus/QDBusServiceWatcher>
-
-#include <optional>
 
 namespace burnwick {
 
@@ -31,13 +29,10 @@ Q_SIGNALS:
     void absent();
 
 private:
-    void setOwner(const QString &owner);
-    void askForOwner();
-    void identifyOwner();
+    void identify(const QString &owner);
 
     QDBusConnection m_connection;
-    QDBusServiceWatcher m_ownerChanges;
-    std::optional<QString> m_owner; ///< its unique name; empty when nobody is; unset before the first answer
+    ServiceOwner m_owner;
 };
 
 } // namespace burnwick
