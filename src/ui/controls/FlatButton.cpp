@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "ui/controls/FlatButton.h"
+
+#include <QPainter>
+#include <QStyle>
+
+namespace burnwick {
+
+FlatButton::FlatButton(const QString &text, const Look &look, QWidget *parent)
+    : QPushButton(text, parent)
+    , m_look(look) {
+    setFont(fontOf(look.text));
+    setAttribute(Qt::WA_Hover);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    // It is drawn by itself: the style's "default button" would be invisible.
+    setAutoDefault(false);
+}
+
+QSize FlatButton::sizeHint() const {
+    const QSize words = fontMetrics().size(Qt::TextShowMnemonic, text());
+    return words + 2 * m_look.padding;
+}
+
+QColor ThemeColors::*FlatButton::groundNow() const {
+    if (isDown() && m_look.pressed)
+        return m_look.pressed;
+    if (isChecked() && m_look.chosen)
+        return m_look.chosen;
+    if (underMouse() && isEnabled() && m_look.hovered)
+        return m_look.hovered;
+    return m_look.ground;
+}
+
+void FlatButton::paintEvent(QPaintEvent *) {
+    const ThemeColors &colors = colorsFor(*this);
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    if (QColor ThemeColors::*ground = groundNow()) {
+        painter.setBrush(colors.*ground);
+        painter.drawRoundedRect(rect(), m_look.radius, m_look.radius);
+    }
+    if (m_look.outline) {
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(colors.*m_look.outline);
+        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), m_look.radius, m_look.radius);
+    }
+    const bool chosen = isCheckable() && isChecked();
+    painter.setPen(chosen ? colors.text : colors.*m_look.restingText);
+    const bool showsMnemonic = style()->styleHint(QStyle::SH_UnderlineShortcut, nullptr, this) != 0;
+    painter.drawText(rect(), Qt::AlignCenter | (showsMnemonic ? Qt::TextShowMnemonic : Qt::TextHideMnemonic),
+                     text());
+}
+
+} // namespace burnwick

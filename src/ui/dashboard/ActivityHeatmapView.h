@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "ui/dashboard/HeatmapLayout.h"
+#include "ui/dashboard/PointableChart.h"
+
+namespace burnwick {
+
+/// The days of the last weeks, each in a colour that says how much was done. Of a fixed size.
+class ActivityHeatmapView final : public PointableChart {
+    Q_OBJECT
+
+public:
+    /// Of `weeks` columns; sizes in logical pixels.
+    explicit ActivityHeatmapView(int cellSize, int gap, int weeks, QWidget *parent = nullptr);
+
+    /// Today is the last cell. Repaints only when the values differ.
+    void setActivity(const DailyActivity &activity, LocalDay today);
+
+protected:
+    [[nodiscard]] std::optional<std::size_t> partAt(QPointF point) const override;
+    [[nodiscard]] QRect zoneOf(std::size_t part) const override;
+    [[nodiscard]] QString tipOf(std::size_t part) const override;
+    void changeEvent(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void showActivity();
+
+    DailyActivity m_activity;
+    std::optional<LocalDay> m_today; ///< nothing is shown before it is known
+    HeatmapLayout m_layout;
+};
+
+} // namespace burnwick

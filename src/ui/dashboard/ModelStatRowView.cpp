@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "ui/dashboard/ModelStatRowView.h"
+
+#include "model/DisplayFormat.h"
+#include "ui/controls/AccessibleRole.h"
+#include "ui/controls/Text.h"
+#include "ui/controls/TextLabel.h"
+#include "ui/controls/ToolTipText.h"
+#include "ui/dashboard/DailyActivity.h"
+#include "ui/dashboard/UsageBar.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace burnwick {
+
+ModelStatRowView::ModelStatRowView(QWidget *parent)
+    : QWidget(parent)
+    , m_name(new TextLabel(TextStyle::label, QPalette::WindowText, this))
+    , m_share(new TextLabel(TextStyle::labelStrong, QPalette::WindowText, this))
+    , m_detail(new TextLabel(TextStyle::caption, QPalette::PlaceholderText, this))
+    , m_bar(new UsageBar(this)) {
+    setAccessibleRole(*this, QAccessible::Grouping);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    m_name->setElidable();
+    auto *firstLine = new QHBoxLayout;
+    firstLine->setSpacing(16);
+    firstLine->addWidget(m_name, 1);
+    firstLine->addWidget(m_share);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(2);
+    column->addLayout(firstLine);
+    column->addWidget(m_detail);
+    column->addSpacing(4);
+    column->addWidget(m_bar);
+}
+
+void ModelStatRowView::setStat(const ModelStat &stat) {
+    if (m_stat == stat)
+        return;
+    m_stat = stat;
+    const QString name = textOf(stat.name);
+    const QString share = textOf(percentText(stat.percentage));
+    const QString detail =
+        textOf(tokenCountText(stat.inputTokens) + " in · " + tokenCountText(stat.outputTokens) + " out");
+    m_name->setText(name);
+    m_share->setText(share);
+    m_detail->setText(detail);
+    m_bar->setShare(stat.percentage);
+    setAccessibleName(name + QLatin1String(": ") + share + QLatin1String(", ") + detail);
+
+    const QString toolTip =
+        plainToolTip(QStringLiteral("%1\nIn: %2\nOut: %3")
+                         .arg(name, exactTokensText(stat.inputTokens), exactTokensText(stat.outputTokens)));
+    setToolTip(toolTip);
+    // An elidable label would show the name alone.
+    m_name->setToolTip(toolTip);
+}
+
+} // namespace burnwick

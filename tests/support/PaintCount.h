@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QWidget>
+
+#include <utility>
+
+namespace burnwick::test {
+
+/// Counts how often a widget and what it contains are painted from now on.
+class PaintCount final : public QObject {
+public:
+    /// Shows the widget's window first, if it is not shown yet.
+    explicit PaintCount(QWidget &widget) {
+        widget.window()->show();
+        settle();
+        widget.installEventFilter(this);
+        for (QWidget *child : widget.findChildren<QWidget *>())
+            child->installEventFilter(this);
+    }
+
+    /// The paint events since the last call.
+    int take() {
+        settle();
+        return std::exchange(m_count, 0);
+    }
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override {
+        m_count += event->type() == QEvent::Paint;
+        return false;
+    }
+
+private:
+    static void settle() {
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents();
+    }
+
+    int m_count = 0;
+};
+
+} // namespace burnwick::test

@@ -1,0 +1,248 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "support/PaintCount.h"
+#include "ui/dashboard/ModelBarChartView.h"
+#include "ui/theme/TextStyle.h"
+#include "ui/theme/ThemeColors.h"
+#include "ui/theme/ThemePalette.h"
+
+#include <gtest/gtest.h>
+
+#include <QFontMetricsF>
+#include <QImage>
+#include <QTest>
+#include <QToolTip>
+
+#include <limits>
+
+namespace burnwick {
+namespace {
+
+using std::chrono::days;
+
+constexpr LocalDay today(std::chrono::year(2025) / 11 / 21);
+
+LocalDay daysAgo(int count) {
+    return today - days(count);
+}
+
+BarChartLayout layoutOf(const DailyActivity &activity, QSizeF size = {728, 184}) {
+    return layoutBarChart(activity, today, size, QFontMetricsF(fontOf(TextStyle::small)));
+}
+
+TEST(BarChartLayoutTest, OneBarForEachDayFromTheEarliestOn) {
+    struct Case {
+        DailyActivity activity;
+        std::size_t bars;
+    };
+    for (const Case &row :
+         {Case{{{today, 1}}, 1}, Case{{{daysAgo(1), 1}}, 2}, Case{{{daysAgo(88), 1}}, 89},
+          Case{{{daysAgo(89), 1}}, 90}, Case{{{daysAgo(90), 1}}, 90},
+          Case{{{daysAgo(200), 9}, {daysAgo(3), 1}}, 90}, Case{{}, 90}, Case{{{daysAgo(-2), 1}}, 90}}) {
+        const BarChartLayout layout = layoutOf(row.activity);
+        ASSERT_EQ(layout.bars.size(), row.bars);
+        for (std::size_t i = 0; i < row.bars; ++i)
+            EXPECT_EQ(layout.bars[i].day, daysAgo(static_cast<int>(row.bars - 1 - i)));
+    }
+}
+
+TEST(BarChartLayoutTest, BarsAreAsHighAsTheirCountsAndOldDaysDoNotCount) {
+    const BarChartLayout layout =
+        layoutOf({{daysAgo(200), 900'000}, {daysAgo(3), 30}, {daysAgo(2), 60}, {daysAgo(1), 0}, {today, 1}},
+                 {728, 20'000});
+    const auto heightOf = [&](std::size_t ago) { return layout.bars[89 - ago].rect.height(); };
+    EXPECT_NEAR(heightOf(2), layout.plot.height(), 0.01);
+    EXPECT_NEAR(heightOf(3), heightOf(2) / 2, 0.01);
+    EXPECT_NEAR(heightOf(0), heightOf(2) / 60, 0.01);
+    EXPECT_EQ(heightOf(1), 0);
+    EXPECT_EQ(heightOf(50), 0);
+    for (const BarChartLayout::Bar &bar : layout.bars)
+        EXPECT_NEAR(bar.rect.bottom(), layout.plot.bottom(), 0.01);
+    EXPECT_GE(layoutOf({{daysAgo(1), 1'000'000'000}, {today, 1}}).bars[1].rect.height(), 1) << "not seen";
+}
+
+TEST(AxisCountTextTest, HasASmallKAndDecimalsForMillionsOnly) {
+    const std::pair<double, const char *> rows[] = {
+        {0, "0"},           {999, "999"},  {1000, "1k"},         {20'400, "20k"},
+        {999'999, "1000k"}, {1e6, "1.0M"}, {52'300'000, "52.3M"}};
+    for (const auto &[count, text] : rows)
+        EXPECT_EQ(axisCountText(count).toStdString(), text);
+}
+
+TEST(GuideValuesTest, AreRoundAndReachTheHighest) {
+    const std::pair<std::int64_t, std::vector<double>> rows[] = {
+        {0, {0}},
+        {1, {0, 1, 2}},
+        {3, {0, 1, 2, 3}},
+        {7, {0, 5, 10}},
+        {70, {0, 25, 50, 75}},
+        {1001, {0, 1000, 2000}},
+        {1400, {0, 1000, 2000}}, // 500, 1000 and 1500 would read "500", "1k", "2k"
+        {7200, {0, 5000, 10'000}},
+        {52'300'000, {0, 20e6, 40e6, 60e6}},
+    };
+    for (const auto &[highest, values] : rows)
+        EXPECT_EQ(guideValues(highest), values) << highest;
+}
+
+TEST(GuideValuesTest, AreThreeOrFourWithTruthfulTexts) {
+    const auto valueOf = [](QString text) {
+        const double unit = text.endsWith(QLatin1Char('M')) ? 1e6 : text.endsWith(QLatin1Char('k')) ? 1e3 : 1;
+        return text.remove(QLatin1Char('M')).remove(QLatin1Char('k')).toDouble() * unit;
+    };
+    std::vector<std::int64_t> highest{std::numeric_limits<std::int64_t>::max()};
+    for (std::int64_t value = 1; value < 4'000'000'000'000'000'000; value += value / 7 + 1)
+        highest.push_back(value);
+    for (const std::int64_t value : highest) {
+        const std::vector<double> guides = guideValues(value);
+        EXPECT_TRUE(guides.size() == 3 || guides.size() == 4) << value;
+        EXPECT_GE(guides.back(), static_cast<double>(value));
+        EXPECT_LE(guides.back(), std::max(2.0, 2 * static_cast<double>(value)))
+            << "half of the plot is empty";
+        for (const double guide : guides)
+            EXPECT_DOUBLE_EQ(valueOf(axisCountText(guide)), guide) << value;
+    }
+}
+
+TEST(BarChartLayoutTest, TextsStayInsideAndApart) {
+    for (const int firstDay : {0, 1, 5, 6, 8, 10, 11, 30, 60, 89}) {
+        for (const double width : {240.0, 400.0, 728.0}) {
+            SCOPED_TRACE(testing::Message() << firstDay + 1 << " bars on " << width);
+            const BarChartLayout layout = layoutOf({{daysAgo(firstDay), 52'300'000}}, {width, 184});
+            double end = 0;
+            for (auto date = layout.dates.rbegin(); date != layout.dates.rend(); ++date) {
+                EXPECT_GE(date->rect.left(), end) << "overlaps, or leaves on the left";
+                end = date->rect.right() + 4;
+                EXPECT_LE(date->rect.right(), width + 0.01);
+                EXPECT_LE(date->rect.bottom(), 184);
+                const auto bar = layout.barAt({date->rect.center().x(), layout.plot.center().y()});
+                ASSERT_TRUE(bar);
+                EXPECT_EQ(date->text, dayText(layout.bars[*bar].day));
+                EXPECT_NEAR(date->rect.center().x(), layout.bars[*bar].rect.center().x(), 0.01);
+            }
+            ASSERT_FALSE(layout.dates.empty());
+            EXPECT_EQ(layout.dates.front().text, QStringLiteral("Nov 21")) << "today has its date";
+            if (width == 728) {
+                EXPECT_LE(layout.dates.size(), 10U);
+                EXPECT_GE(layout.dates.size(), std::min<std::size_t>(layout.bars.size(), 5));
+            }
+            for (const BarChartLayout::GuideLine &guide : layout.guideLines) {
+                EXPECT_GE(guide.labelRect.top(), 0);
+                EXPECT_LT(guide.labelRect.right(), layout.plot.left());
+                EXPECT_GE(guide.labelRect.width(),
+                          QFontMetricsF(fontOf(TextStyle::small)).horizontalAdvance(guide.label));
+            }
+            EXPECT_LE(layout.bars.back().rect.right(), width);
+        }
+    }
+}
+
+TEST(BarChartLayoutTest, HasNoBarsInNoSpace) {
+    for (const QSizeF size : {QSizeF(0, 0), QSizeF(30, 20), QSizeF(10, 200)}) {
+        const BarChartLayout layout = layoutOf({{daysAgo(20), 5}}, size);
+        EXPECT_EQ(layout.bars.size(), 21U);
+        EXPECT_GE(layout.plot.width(), 0);
+        EXPECT_GE(layout.plot.height(), 0);
+    }
+}
+
+class ModelBarChartViewTest : public testing::Test {
+protected:
+    ModelBarChartViewTest() { m_view.resize(728, 184); }
+
+    QImage picture(double scale = 1) {
+        QImage image(m_view.size() * scale, QImage::Format_RGB32);
+        image.setDevicePixelRatio(scale);
+        image.fill(colorsFor(m_view).card);
+        m_view.render(&image, {}, {}, QWidget::RenderFlags());
+        return image;
+    }
+    /// How many rows of pixels of the bar's colour there are in the middle of the bar.
+    static int heightIn(const QImage &image, const BarChartLayout::Bar &bar, double scale) {
+        int rows = 0;
+        for (int y = 0; y < image.height(); ++y)
+            rows += image.pixelColor(qRound(bar.rect.center().x() * scale), y) == QColor(196, 107, 79);
+        return rows;
+    }
+
+    ModelBarChartView m_view;
+};
+
+TEST_F(ModelBarChartViewTest, PaintsBarsOfTheirHeightsInBothSchemes) {
+    const DailyActivity activity{{daysAgo(59), 20}, {daysAgo(1), 60}};
+    const BarChartLayout layout = layoutOf(activity);
+    m_view.setActivity(activity, today);
+    for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
+        m_view.setPalette(paletteOf(scheme));
+        for (const double scale : {1.0, 1.5, 2.0}) {
+            const QImage image = picture(scale);
+            const int low = heightIn(image, layout.bars[0], scale);
+            const int high = heightIn(image, layout.bars[58], scale);
+            EXPECT_NEAR(high, layout.plot.height() * scale, 3);
+            EXPECT_NEAR(low, high / 3.0, 3);
+            EXPECT_EQ(heightIn(image, layout.bars[59], scale), 0);
+        }
+    }
+}
+
+TEST_F(ModelBarChartViewTest, GuideLinesAreSharpAtEachScale) {
+    m_view.setPalette(paletteOf(ColorScheme::light));
+    m_view.setActivity({{daysAgo(59), 60}}, today);
+    for (const double scale : {1.0, 1.5, 2.0}) {
+        const QImage image = picture(scale);
+        std::vector<QColor> colors;
+        for (int y = 0; y < (layoutOf({}).plot.bottom() + 2) * scale; ++y) {
+            const QColor color = image.pixelColor(qRound(400 * scale), y);
+            if (color != colorsOf(ColorScheme::light).card)
+                colors.push_back(color);
+        }
+        EXPECT_EQ(colors.size(), scale == 2 ? 8U : 4U) << "four lines of a whole width, at scale " << scale;
+        for (const QColor &color : colors)
+            EXPECT_EQ(color, colors.front()) << "a blurred line, at scale " << scale;
+    }
+}
+
+TEST_F(ModelBarChartViewTest, AnEmptyHistoryIsAnAxisWithoutBars) {
+    m_view.setPalette(paletteOf(ColorScheme::light));
+    m_view.setActivity({}, today);
+    EXPECT_EQ(m_view.accessibleName(), QStringLiteral("Tokens per day since Aug 24: no tokens"));
+    const QImage image = picture();
+    const BarChartLayout layout = layoutOf({});
+    for (const BarChartLayout::Bar &bar : layout.bars)
+        EXPECT_EQ(heightIn(image, bar, 1), 0);
+    EXPECT_NE(image.pixelColor(400, qRound(layout.plot.bottom())), colorsOf(ColorScheme::light).card);
+    EXPECT_EQ(layout.dates.size(), 7U);
+}
+
+TEST_F(ModelBarChartViewTest, RepaintsOnlyForOtherValues) {
+    m_view.setActivity({{today, 5}}, today);
+    test::PaintCount paints(m_view);
+    m_view.setActivity({{today, 5}}, today);
+    EXPECT_EQ(paints.take(), 0);
+    m_view.setActivity({{today, 6}}, today);
+    EXPECT_EQ(paints.take(), 1);
+}
+
+TEST_F(ModelBarChartViewTest, TheDayUnderThePointerSaysItsExactTokens) {
+    const DailyActivity activity{{daysAgo(6), 1'234'567}, {today, 1}};
+    m_view.setActivity(activity, today);
+    EXPECT_EQ(m_view.accessibleName(),
+              QStringLiteral("Tokens per day since Nov 15: 2 active days, most on Nov 15 with 1.2M tokens"));
+    test::PaintCount paints(m_view);
+    const BarChartLayout layout = layoutOf(activity);
+    const auto pointAt = [&](std::size_t bar) {
+        QTest::mouseMove(&m_view, layout.slotOf(bar).center().toPoint());
+        return QToolTip::text().toStdString();
+    };
+    EXPECT_EQ(pointAt(0), "Nov 15: 1,234,567 tokens");
+    EXPECT_EQ(paints.take(), 1);
+    EXPECT_EQ(pointAt(1), "Nov 16: no tokens");
+    EXPECT_EQ(pointAt(6), "Nov 21: 1 token");
+
+    // The day under the pointer has left the history.
+    m_view.setActivity({{today, 1}}, today);
+    EXPECT_EQ(QToolTip::text(), QStringLiteral("Nov 21: 1 token"));
+}
+
+} // namespace
+} // namespace burnwick
