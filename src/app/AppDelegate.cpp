@@ -4,6 +4,7 @@
 
 #include "platform/Platform.h"
 #include "ui/WindowActivation.h"
+#include "ui/settings/UpdateAlert.h"
 
 #include <QDesktopServices>
 #include <QDir>
@@ -27,9 +28,30 @@ AppDelegate::AppDelegate()
     , m_secretStore(platform::makeSecretStore(homeDirectory()))
     , m_terminal(platform::makeTerminalLauncher())
     , m_account(m_endpoints, *m_secretStore, m_clock, m_calendar)
-    , m_appState(services()) {}
+    , m_notificationCenter(platform::makeNotificationCenter())
+    , m_notifications(*m_notificationCenter, m_defaults, m_clock)
+    , m_updateChecker(m_scheduler)
+    , m_userDriverDelegate(
+          [this] { showMainWindow({}); },
+          [this](const QString &version) { m_notifications.sendUpdateAvailable(version.toStdString()); })
+    , m_updaterController(updaterServices())
+    , m_loginItem(platform::makeLoginItem())
+    , m_desktopAppearance(platform::makeDesktopAppearance())
+    , m_theme(m_preferences, *m_desktopAppearance)
+    , m_appState(stateServices()) {}
 
-AppState::Services AppDelegate::services() {
+StandardUpdaterController::Services AppDelegate::updaterServices() {
+    return {m_account.http,
+            m_defaults,
+            m_clock,
+            m_scheduler,
+            m_endpoints.productBaseURL,
+            m_updateChecker,
+            m_userDriverDelegate,
+            [this](const QString &version) { showUpdate(version); }};
+}
+
+AppState::Services AppDelegate::stateServices() {
     return {m_preferences,
             JSONLParser(homeDirectory(), m_calendar, m_clock),
             m_calendar,
@@ -41,21 +63,46 @@ AppState::Services AppDelegate::services() {
             m_account.statusFetcher,
             *m_terminal,
             [this] { QDesktopServices::openUrl(m_endpoints.loginURL); },
-            m_alerts};
+            m_notifications};
 }
 
 void AppDelegate::launch(const ApplicationRequest &start) {
     m_statusBarController.emplace(m_appState, platform::makeStatusItem());
     m_appState.start();
+    m_notificationCenter->setActivateHandler([this](const std::string &token) { showMainWindow(token); });
+    m_notifications.requestAuthorization();
+    applyLaunchAtStartup();
     // The first load is done: the window's first picture has the figures.
-    m_mainWindow.emplace(m_appState);
+    m_mainWindow.emplace(
+        MainWindowView::Services{m_appState, m_preferences, m_calendar, m_clock, m_scheduler});
     m_mainWindow->setWindowTitle(mainWindowTitle());
     m_mainWindow->setWindowIcon(QIcon(QStringLiteral(":/burnwick/icons/burnwick.svg")));
-    perform(start);
+    if (m_theme.isSettled()) {
+        perform(start);
+        return;
+    }
+    // Otherwise it would be shown in one theme and turn to the other.
+    QObject::connect(&m_theme, &ThemeController::settled, &*m_mainWindow, [this, start] { perform(start); });
+}
+
+/// The desktop may refuse, which is the desktop's decision; the preference stays.
+void AppDelegate::applyLaunchAtStartup() {
+    static_cast<void>(m_preferences.launchAtStartup() ? m_loginItem->registerItem()
+                                                      : m_loginItem->unregisterItem());
 }
 
 void AppDelegate::perform(const ApplicationRequest &request) {
-    bringToFront(*m_mainWindow, request.activation.token);
+    showMainWindow(request.activation.token);
+}
+
+void AppDelegate::showMainWindow(const std::string &activationToken) {
+    if (m_mainWindow)
+        bringToFront(*m_mainWindow, activationToken);
+}
+
+void AppDelegate::showUpdate(const QString &version) {
+    showUpdateAlert(
+        version, m_endpoints.productBaseURL, [](const QUrl &url) { QDesktopServices::openUrl(url); }, [] {});
 }
 
 void AppDelegate::terminate() {

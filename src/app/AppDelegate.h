@@ -2,8 +2,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "async/Scheduler.h"
 #include "model/Clock.h"
+#include "notify/NotificationManager.h"
 #include "platform/ApplicationInstance.h"
+#include "platform/DesktopAppearance.h"
+#include "platform/LoginItem.h"
+#include "platform/NotificationCenter.h"
 #include "platform/SecretStore.h"
 #include "platform/TerminalLauncher.h"
 #include "prefs/Endpoints.h"
@@ -11,10 +16,12 @@
 #include "prefs/UserDefaults.h"
 #include "state/AccountServices.h"
 #include "state/AppState.h"
-#include "state/QuotaAlerts.h"
-#include "state/Scheduler.h"
 #include "ui/dashboard/MainWindowView.h"
 #include "ui/statusbar/StatusBarController.h"
+#include "ui/theme/ThemeController.h"
+#include "update/StandardUpdaterController.h"
+#include "update/UpdateChecker.h"
+#include "update/UserDriverDelegate.h"
 
 #include <memory>
 #include <optional>
@@ -35,13 +42,11 @@ public:
     void terminate();
 
 private:
-    /// Tells nobody.
-    class SilentAlerts final : public QuotaAlerts {
-        void checkQuota(std::optional<Instant>, bool, bool, double) override {}
-        void sendSessionReset() override {}
-    };
-
-    [[nodiscard]] AppState::Services services();
+    [[nodiscard]] AppState::Services stateServices();
+    [[nodiscard]] StandardUpdaterController::Services updaterServices();
+    void applyLaunchAtStartup();
+    void showMainWindow(const std::string &activationToken);
+    void showUpdate(const QString &version);
 
     SystemClock m_clock;
     Calendar m_calendar;
@@ -52,7 +57,14 @@ private:
     std::unique_ptr<SecretStore> m_secretStore;
     std::unique_ptr<TerminalLauncher> m_terminal;
     AccountServices m_account;
-    SilentAlerts m_alerts;
+    std::unique_ptr<NotificationCenter> m_notificationCenter;
+    NotificationManager m_notifications;
+    UpdateChecker m_updateChecker;
+    UserDriverDelegate m_userDriverDelegate;
+    StandardUpdaterController m_updaterController;
+    std::unique_ptr<LoginItem> m_loginItem;
+    std::unique_ptr<DesktopAppearance> m_desktopAppearance;
+    ThemeController m_theme;
     AppState m_appState;
     std::optional<StatusBarController> m_statusBarController;
     std::optional<MainWindowView> m_mainWindow;

@@ -5,6 +5,7 @@
 #include "app/TerminationSignals.h"
 #include "model/Version.h"
 #include "platform/Platform.h"
+#include "platform/Process.h"
 
 #include <QApplication>
 
@@ -63,6 +64,7 @@ int run(const ApplicationRequest &request) {
 } // namespace burnwick
 
 int main(int argc, char **argv) {
+    const burnwick::platform::ProcessScope process;
     // Before the application object, which needs a display.
     if (const auto information = burnwick::informationAskedFor(burnwick::toStringList(argc, argv))) {
         std::cout << information->toStdString();

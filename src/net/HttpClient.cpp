@@ -3,18 +3,19 @@
 #include "net/HttpClient.h"
 
 #include "model/Version.h"
-#include "net/Loopback.h"
 #include "net/SingleUseBody.h"
+#include "net/SystemProxies.h"
 #include "net/TransportError.h"
 
 #include <QCoroNetworkReply>
+#include <QFutureWatcher>
 #include <QMetaEnum>
-#include <QNetworkProxyFactory>
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QTimer>
 
 #include <algorithm>
+#include <coroutine>
 #include <memory>
 #include <optional>
 #include <string>
@@ -25,19 +26,10 @@ namespace {
 
 using Kind = TransportError::Kind;
 using Reply = std::unique_ptr<QNetworkReply, QScopedPointerDeleteLater>;
+using ProxyWatcher = std::unique_ptr<QFutureWatcher<SystemProxies::Proxies>, QScopedPointerDeleteLater>;
 
-/// Set on a reply that is aborted because its client goes.
+/// Set on what is waited for and ends because its client goes.
 constexpr auto clientGone = "burnwickClientGone";
-
-/// What goes to this machine itself must not leave it.
-class SystemProxies final : public QNetworkProxyFactory {
-public:
-    QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery &query) override {
-        if (isLoopback(query.peerHostName()))
-            return {QNetworkProxy(QNetworkProxy::NoProxy)};
-        return systemProxyForQuery(query);
-    }
-};
 
 bool fitsOneLine(const QByteArray &text) {
     return std::ranges::none_of(text, [](char c) { return c == '\r' || c == '\n' || c == '\0'; });
@@ -47,8 +39,6 @@ QNetworkRequest prepared(const HttpRequest &request) {
     using Request = QNetworkRequest;
     Request prepared(request.url);
     prepared.setAttribute(Request::RedirectPolicyAttribute, Request::ManualRedirectPolicy);
-    prepared.setAttribute(Request::CacheLoadControlAttribute, Request::AlwaysNetwork);
-    prepared.setAttribute(Request::CacheSaveControlAttribute, false);
     prepared.setAttribute(Request::CookieLoadControlAttribute, Request::Manual);
     prepared.setAttribute(Request::CookieSaveControlAttribute, Request::Manual);
     prepared.setAttribute(Request::AuthenticationReuseAttribute, Request::Manual);
@@ -122,12 +112,55 @@ QNetworkReply *begin(QNetworkAccessManager &manager, const HttpRequest &request)
     return reply;
 }
 
-/// Does not use the manager once it is suspended.
-QCoro::Task<HttpResponse> exchange(QNetworkAccessManager *manager, HttpLimits limits, HttpRequest request) {
+/// Awaits the end of what is watched, or whatever else emits finished(), and goes on within the emission: one
+/// that is queued would never come when the watcher goes.
+class Finished {
+public:
+    explicit Finished(QFutureWatcherBase *watcher)
+        : m_watcher(watcher) {}
+
+    [[nodiscard]] bool await_ready() const noexcept { return false; }
+    void await_suspend(std::coroutine_handle<> waiting) {
+        QObject::connect(
+            m_watcher, &QFutureWatcherBase::finished, m_watcher, [waiting] { waiting.resume(); },
+            Qt::SingleShotConnection);
+    }
+    void await_resume() const noexcept {}
+
+private:
+    QFutureWatcherBase *m_watcher;
+};
+
+/// Returns once the proxies for the URL are known. Uses nothing but the deadline when it throws.
+QCoro::Task<void> findProxies(QNetworkAccessManager *manager, SystemProxies *proxies, QUrl url,
+                              const QTimer *deadline) {
+    if (proxies->knows(url))
+        co_return;
+    const ProxyWatcher answer(new ProxyWatcher::element_type(manager));
+    answer->setFuture(proxies->ask(url));
+    // The answer, the deadline and the client's end wake this coroutine in the same way.
+    QObject::connect(deadline, &QTimer::timeout, answer.get(), &QFutureWatcherBase::finished);
+    Finished finished(answer.get());
+    co_await finished;
+    if (answer->property(clientGone).toBool())
+        throw TransportError(Kind::cancelled);
+    if (!deadline->isActive())
+        throw TransportError(Kind::timedOut);
+    proxies->learn(url, answer->result());
+}
+
+/// Does not use the manager and its proxies once it is suspended, other than in findProxies().
+QCoro::Task<HttpResponse> exchange(QNetworkAccessManager *manager, SystemProxies *proxies, HttpLimits limits,
+                                   HttpRequest request) {
+    QTimer deadline;
+    deadline.setSingleShot(true);
+    deadline.setTimerType(Qt::PreciseTimer); // a coarse one may be late by a twentieth
+    deadline.start(limits.deadline);
+    co_await findProxies(manager, proxies, request.url, &deadline);
+
     const Reply reply(begin(*manager, request));
     QByteArray body;
     std::optional<Kind> stopped;
-
     // Queued, because an abort resumes this coroutine at once, within whatever called it.
     const auto stop = [&stopped, &reply](Kind why) {
         stopped = stopped.value_or(why);
@@ -141,11 +174,8 @@ QCoro::Task<HttpResponse> exchange(QNetworkAccessManager *manager, HttpLimits li
             stop(Kind::tooLarge);
     };
     // The timer is also the context of all connections: they end with this frame, to which they refer.
-    QTimer deadline;
-    deadline.setSingleShot(true);
     QObject::connect(&deadline, &QTimer::timeout, &deadline, [&stop] { stop(Kind::timedOut); });
     QObject::connect(reply.get(), &QNetworkReply::readyRead, &deadline, collect);
-    deadline.start(limits.deadline);
 
     co_await reply.get();
     collect();
@@ -155,11 +185,17 @@ QCoro::Task<HttpResponse> exchange(QNetworkAccessManager *manager, HttpLimits li
 } // namespace
 
 HttpClient::HttpClient(HttpLimits limits)
-    : m_limits(limits) {
-    m_manager.setProxyFactory(new SystemProxies); // owned by the manager
+    : m_limits(limits)
+    , m_proxies(new SystemProxies) {
+    m_manager.setProxyFactory(m_proxies); // which the manager owns from now on
 }
 
 HttpClient::~HttpClient() {
+    const auto watchers = m_manager.findChildren<QFutureWatcherBase *>(Qt::FindDirectChildrenOnly);
+    for (QFutureWatcherBase *watcher : watchers) {
+        watcher->setProperty(clientGone, true);
+        Q_EMIT watcher->finished();
+    }
     const auto replies = m_manager.findChildren<QNetworkReply *>(Qt::FindDirectChildrenOnly);
     for (QNetworkReply *reply : replies) {
         reply->setProperty(clientGone, true);
@@ -168,7 +204,7 @@ HttpClient::~HttpClient() {
 }
 
 QCoro::Task<HttpResponse> HttpClient::send(HttpRequest request) {
-    return exchange(&m_manager, m_limits, std::move(request));
+    return exchange(&m_manager, m_proxies, m_limits, std::move(request));
 }
 
 } // namespace burnwick

@@ -13,6 +13,8 @@
 
 namespace burnwick {
 
+class SystemProxies;
+
 enum class HttpMethod { get, post };
 
 struct HttpRequest {
@@ -29,13 +31,19 @@ struct HttpResponse {
 
 /// What an exchange may take.
 struct HttpLimits {
-    std::chrono::milliseconds deadline = std::chrono::seconds(10); ///< from the first step to the last byte
-    qsizetype largestBody = qsizetype{1} << 20;                    ///< bytes, after decompression
+    std::chrono::milliseconds deadline =
+        std::chrono::seconds(10); ///< from the first step, be it the search for a proxy, to the last byte
+    qsizetype largestBody = qsizetype{1} << 20; ///< bytes, after decompression
 };
 
 /// Sends requests, each by itself: no cookies, no cache, no stored passwords, and no redirect is followed, so
 /// that what a request carries reaches the host in its URL alone. Servers must prove their identity. A proxy
-/// of the system's is used, except for loopback addresses. Main thread only.
+/// of the system's is used, except for loopback addresses; nothing waits while the system looks it up. Main
+/// thread only.
+///
+/// A post reaches the server once at most. A get whose connection breaks, or brings garbage, before any
+/// answer may be sent again by the network library, up to three times: a connection that was kept may have
+/// ended while it idled.
 class HttpClient final {
 public:
     explicit HttpClient(HttpLimits limits = {});
@@ -51,6 +59,7 @@ public:
 
 private:
     HttpLimits m_limits;
+    SystemProxies *m_proxies; ///< the manager's
     QNetworkAccessManager m_manager;
 };
 

@@ -3,6 +3,7 @@
 #include "model/Calendar.h"
 #include "model/Clock.h"
 #include "model/Version.h"
+#include "platform/Process.h"
 #include "report/AccountFetch.h"
 #include "report/GenmonForm.h"
 #include "report/JsonForm.h"
@@ -143,6 +144,7 @@ int run(int argumentCount, char *arguments[]) {
 } // namespace burnwick
 
 int main(int argc, char *argv[]) {
+    const burnwick::platform::ProcessScope process;
     try {
         return burnwick::run(argc, argv);
     } catch (const std::exception &error) {

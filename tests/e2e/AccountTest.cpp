@@ -4,6 +4,8 @@
 #include "support/ScriptedServer.h"
 #include "support/ShiftedTime.h"
 
+#include <QTcpServer>
+
 #include <chrono>
 #include <fstream>
 #include <sstream>
@@ -132,6 +134,23 @@ TEST_F(AccountTest, QuittingWhileARequestRunsEndsAtOnce) {
     ASSERT_TRUE(startProgram());
     ASSERT_TRUE(waitFor([&] { return !m_server.requestsFor("/api/oauth/usage").empty(); }));
     EXPECT_TRUE(endsWhenTold(SIGTERM)) << "the request's deadline is ten seconds";
+}
+
+TEST_F(AccountTest, ASlowProxySettingDelaysNeitherTheWindowNorTheEnd) {
+    QTcpServer silence; // where the setting's script is said to be
+    ASSERT_TRUE(silence.listen(QHostAddress::LocalHost));
+    QProcessEnvironment environment = m_program.processEnvironment();
+    for (const char *variable : {"http_proxy", "https_proxy"})
+        environment.insert(QLatin1String(variable),
+                           QStringLiteral("pac+http://127.0.0.1:%1/p.pac").arg(silence.serverPort()));
+    m_program.setProcessEnvironment(environment);
+    // In a network for documentation: nobody is there.
+    test::writeFile(m_home.path() / ".config/burnwick/burnwick.json",
+                    R"({"apiBaseURL":"https://192.0.2.1","statusBaseURL":"https://192.0.2.1"})");
+    ASSERT_TRUE(startProgram());
+    ASSERT_TRUE(waitFor([&silence] { return silence.hasPendingConnections(); })) << "nobody asked";
+    EXPECT_TRUE(itemShows("0 | $0.00 | s--  ●"));
+    EXPECT_TRUE(endsWhenTold(SIGTERM));
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "e2e/ProgramFixture.h"
 
+#include <sys/resource.h>
+
 namespace burnwick {
 namespace {
 
@@ -28,6 +30,22 @@ TEST_F(ProgramTest, RunsWithoutLogsAndLeavesTheHomeAlone) {
     EXPECT_TRUE(endsWhenTold(SIGINT));
     EXPECT_FALSE(std::filesystem::exists(m_home.path() / ".claude"));
     EXPECT_FALSE(std::filesystem::exists(m_home.path() / ".config" / "burnwick"));
+}
+
+TEST_F(ProgramTest, ACrashWouldLeaveNoTokensBehind) {
+    rlimit limit{};
+    ASSERT_EQ(getrlimit(RLIMIT_CORE, &limit), 0);
+    if (limit.rlim_max == 0)
+        GTEST_SKIP() << "there are no core dumps here";
+    const rlimit highest{limit.rlim_max, limit.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_CORE, &highest), 0); // inherited by the program
+    const bool started = startProgram();
+    ASSERT_EQ(setrlimit(RLIMIT_CORE, &limit), 0);
+    ASSERT_TRUE(started);
+    rlimit programs{};
+    ASSERT_EQ(prlimit(static_cast<pid_t>(m_program.processId()), RLIMIT_CORE, nullptr, &programs), 0);
+    EXPECT_EQ(programs.rlim_cur, 0u);
+    EXPECT_EQ(programs.rlim_max, limit.rlim_max) << "of use to programs started from it";
 }
 
 TEST_F(ProgramTest, AnOverflowOfTheSumsIsSaidInOneLine) {

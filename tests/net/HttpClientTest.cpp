@@ -20,8 +20,9 @@ using namespace std::chrono_literals;
 using test::errorOf;
 using test::redirectTo;
 using test::resultOf;
+using test::ScriptedAnswer;
 using test::ScriptedServer;
-using Ending = test::ScriptedAnswer::Ending;
+using Ending = ScriptedAnswer::Ending;
 using Kind = TransportError::Kind;
 
 const QString page = QStringLiteral("/page");
@@ -77,7 +78,8 @@ TEST(HttpClientTest, KeepsNothingBetweenRequests) {
     for (int i = 0; i < 2; ++i)
         resultOf(client.send(get(server.url(page))));
     ASSERT_EQ(server.requests().size(), 2) << "answered from a cache";
-    EXPECT_TRUE(server.requests().back().header("Cookie").isNull());
+    for (const char *header : {"Cookie", "Cache-Control", "Pragma", "If-None-Match", "If-Modified-Since"})
+        EXPECT_TRUE(server.requests().back().header(header).isNull()) << header;
 }
 
 TEST(HttpClientTest, EveryStatusIsAnAnswer) {
@@ -135,15 +137,33 @@ TEST(HttpClientTest, TellsFaultsApart) {
 }
 
 TEST(HttpClientTest, NothingIsPostedTwice) {
-    ScriptedServer server;
-    server.script("/page", {{200, "answer"}, {.ending = Ending::hangUp}});
-    HttpClient client;
-    const HttpRequest post{HttpMethod::post, server.url(page), {}, "body"};
-    resultOf(client.send(post));
-    // On the same connection as before, where the library might take the end for one of idleness.
-    EXPECT_EQ(errorOf<TransportError>(client.send(post)).kind(), Kind::incomplete);
-    ASSERT_EQ(server.requests().size(), 2);
-    EXPECT_EQ(server.requests().back().body, "body");
+    const ScriptedAnswer answer{200, "answer"};
+    const ScriptedAnswer hangUp{.ending = Ending::hangUp};
+    const ScriptedAnswer garbage{200, "SSH-2.0-OpenSSH_9.2\r\n", {}, Ending::raw};
+    const ScriptedAnswer cut{200, "a body of some length", {}, Ending::cut};
+    const struct {
+        const char *what;
+        std::vector<ScriptedAnswer> answers;
+    } rows[] = {
+        {"fresh connection, no answer", {hangUp}},
+        // Where the library might take the end for one of idleness.
+        {"used connection, no answer", {answer, hangUp}},
+        {"fresh connection, garbage", {garbage}},
+        {"used connection, garbage", {answer, garbage}},
+        {"fresh connection, half an answer", {cut}},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.what);
+        ScriptedServer server;
+        server.script("/page", row.answers);
+        HttpClient client;
+        const HttpRequest post{HttpMethod::post, server.url(page), {}, "body"};
+        for (std::size_t i = 1; i < row.answers.size(); ++i)
+            resultOf(client.send(post));
+        EXPECT_EQ(errorOf<TransportError>(client.send(post)).kind(), Kind::incomplete);
+        ASSERT_EQ(server.requests().size(), row.answers.size());
+        EXPECT_EQ(server.requests().back().body, "body");
+    }
 }
 
 TEST(HttpClientTest, AStatusCountsEvenWhenItsBodyIsBroken) {
@@ -203,17 +223,62 @@ TEST(HttpClientTest, ServersProveTheirIdentity) {
     }
 }
 
+/// The proxies in the environment, while it lives.
+class ProxySetting {
+public:
+    explicit ProxySetting(const QByteArray &proxy) {
+        for (const char *variable : {"http_proxy", "https_proxy"})
+            qputenv(variable, proxy);
+    }
+    ~ProxySetting() {
+        for (const char *variable : {"http_proxy", "https_proxy"})
+            qunsetenv(variable);
+    }
+    ProxySetting(const ProxySetting &) = delete;
+    ProxySetting &operator=(const ProxySetting &) = delete;
+};
+
+/// In a network for documentation: nobody is there.
+const QUrl elsewhere(QStringLiteral("http://192.0.2.1/page"));
+
 TEST(HttpClientTest, NoProxySeesWhatGoesToLoopback) {
     ScriptedServer proxy;
     ScriptedServer server;
     server.script("/page", {{200, "answer"}});
-    qputenv("http_proxy", proxy.url().toEncoded());
+    const ProxySetting setting(proxy.url().toEncoded());
     HttpClient client;
-    const auto outcome = test::outcomeOf(client.send(get(server.url(page))));
-    EXPECT_TRUE(waitFor([&outcome] { return outcome->done(); }));
-    qunsetenv("http_proxy");
+    EXPECT_EQ(resultOf(client.send(get(server.url(page)))).body, "answer");
     EXPECT_EQ(proxy.connectionCount(), 0);
-    EXPECT_EQ(server.requests().size(), 1);
+}
+
+TEST(HttpClientTest, TheSystemsProxyIsUsed) {
+    ScriptedServer proxy;
+    proxy.script(elsewhere.toEncoded(), {{200, "first"}, {200, "second"}});
+    const ProxySetting setting(proxy.url().toEncoded());
+    HttpClient client;
+    EXPECT_EQ(resultOf(client.send(get(elsewhere))).body, "first");
+    EXPECT_EQ(resultOf(client.send(get(elsewhere))).body, "second");
+}
+
+TEST(HttpClientTest, ASlowProxySettingFreezesNothing) {
+    QTcpServer silence; // where the setting's script is said to be
+    ASSERT_TRUE(silence.listen(QHostAddress::LocalHost));
+    const ProxySetting setting("pac+http://127.0.0.1:" + QByteArray::number(silence.serverPort()) + "/p.pac");
+
+    HttpClient client(impatient);
+    EXPECT_EQ(errorOf<TransportError>(client.send(get(elsewhere))).kind(), Kind::timedOut);
+    EXPECT_TRUE(waitFor([&silence] { return silence.hasPendingConnections(); })) << "nobody asked";
+
+    auto leaving = std::make_unique<HttpClient>();
+    const auto outcome = test::outcomeOf(leaving->send(get(elsewhere)));
+    EXPECT_FALSE(outcome->done());
+    leaving.reset();
+    ASSERT_TRUE(outcome->error);
+    EXPECT_THROW(std::rethrow_exception(outcome->error), TransportError);
+
+    ScriptedServer server;
+    server.script("/page", {{200, "answer"}});
+    EXPECT_EQ(resultOf(client.send(get(server.url(page)))).body, "answer") << "loopback needs no answer";
 }
 
 TEST(HttpClientTest, AHeaderIsOneLine) {

@@ -2,48 +2,175 @@
 // SPDX-License-Identifier: MIT
 #include "ui/dashboard/MainWindowView.h"
 
+#include "async/DetachedTask.h"
+#include "model/Calendar.h"
+#include "model/Clock.h"
+#include "model/DisplayFormat.h"
+#include "prefs/PreferencesManager.h"
 #include "state/AppState.h"
-#include "ui/dashboard/StatTile.h"
+#include "ui/controls/FocusRing.h"
+#include "ui/controls/Text.h"
+#include "ui/controls/TextLabel.h"
+#include "ui/dashboard/AccountBar.h"
+#include "ui/dashboard/ActivityTabs.h"
+#include "ui/dashboard/DashboardButtons.h"
+#include "ui/dashboard/HeaderBar.h"
+#include "ui/dashboard/LiveColumn.h"
 
-#include <QGridLayout>
+#include <QApplication>
+#include <QButtonGroup>
+#include <QHBoxLayout>
+#include <QShortcut>
+#include <QStackedWidget>
+#include <QVBoxLayout>
 
 namespace burnwick {
 
 namespace {
 
-constexpr int tilesPerRow = 6;
-constexpr int tileSpacing = 4;
 constexpr int windowMargin = 20;
+constexpr int columnGap = 16;
+constexpr int cardSpacing = 12;
+constexpr int rightColumnWidth = 760;
 
-QString textOf(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
+/// In the order of the tabs.
+constexpr int overview = 0;
 
 } // namespace
 
-MainWindowView::MainWindowView(const AppState &appState, QWidget *parent)
+MainWindowView::MainWindowView(Services services, QWidget *parent)
     : QWidget(parent)
-    , m_appState(appState)
-    , m_subscription(appState, [this] { showState(); }) {
-    auto *grid = new QGridLayout(this);
-    grid->setContentsMargins(windowMargin, windowMargin, windowMargin, windowMargin);
-    grid->setSpacing(tileSpacing);
-    grid->setSizeConstraint(QLayout::SetFixedSize);
-    const auto figures = statFigures(appState.historicalData(), appState.sessionCost());
-    for (std::size_t i = 0; i < figures.size(); ++i) {
-        m_tiles[i] = new StatTile(textOf(figures[i].label), this);
-        const int at = static_cast<int>(i);
-        grid->addWidget(m_tiles[i], at / tilesPerRow, at % tilesPerRow);
-    }
-    for (int column = 0; column < tilesPerRow; ++column)
-        grid->setColumnStretch(column, 1);
+    , m_services(services)
+    , m_tabs(new QButtonGroup(this))
+    , m_filters(new QButtonGroup(this))
+    , m_pages(new QStackedWidget)
+    , m_liveColumn(new LiveColumn)
+    , m_overview(new OverviewTab)
+    , m_models(new ModelsTab)
+    , m_accountBar(new AccountBar)
+    , m_updated(new TextLabel(TextStyle::caption, QPalette::PlaceholderText))
+    , m_subscription(services.appState, [this] { showState(); })
+    , m_ticks(services.clock, services.scheduler, [this] { showState(); }) {
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(windowMargin, 14, windowMargin, 12);
+    column->setSpacing(cardSpacing);
+    column->setSizeConstraint(QLayout::SetFixedSize);
+    column->addWidget(new HeaderBar);
+    column->addWidget(makeBody());
+    column->addWidget(m_accountBar);
+    column->addWidget(m_updated);
+
+    connect(m_accountBar, &AccountBar::refreshRequested, this, &MainWindowView::refreshQuota);
+    connect(m_accountBar, &AccountBar::loginRequested, this, [this] { m_services.appState.connect(); });
+    addShortcuts();
+    new FocusRing(this);
+    // Until the user moves it, the keyboard belongs to no control.
+    setFocusPolicy(Qt::ClickFocus);
+    setFocus();
     showState();
 }
 
+QWidget *MainWindowView::makeTabBar() {
+    auto *bar = new QWidget;
+    auto *line = new QHBoxLayout(bar);
+    line->setContentsMargins({});
+    line->setSpacing(4);
+    for (const char *label : {"Overview", "Models"}) {
+        auto *tab = new TabButton(QString::fromUtf8(label));
+        m_tabs->addButton(tab, static_cast<int>(m_tabs->buttons().size()));
+        line->addWidget(tab);
+    }
+    line->addStretch();
+    for (const TimeFilter filter : allTimeFilters) {
+        auto *button = new FilterButton(textOf(nameOf(filter)));
+        m_filters->addButton(button, static_cast<int>(filter));
+        line->addWidget(button);
+    }
+    m_tabs->button(overview)->setChecked(true);
+    connect(m_tabs, &QButtonGroup::idToggled, this, [this](int tab, bool chosen) {
+        if (chosen)
+            m_pages->setCurrentIndex(tab);
+    });
+    connect(m_filters, &QButtonGroup::idToggled, this, [this](int filter, bool chosen) {
+        if (chosen)
+            m_services.appState.setTimeFilter(static_cast<TimeFilter>(filter));
+    });
+    return bar;
+}
+
+QWidget *MainWindowView::makeBody() {
+    auto *body = new QWidget;
+    auto *line = new QHBoxLayout(body);
+    line->setContentsMargins({});
+    line->setSpacing(columnGap);
+    line->addWidget(m_liveColumn);
+
+    auto *right = new QVBoxLayout;
+    right->setSpacing(cardSpacing);
+    right->addWidget(makeTabBar());
+    m_pages->addWidget(m_overview);
+    m_pages->addWidget(m_models);
+    m_pages->setFixedWidth(rightColumnWidth);
+    right->addWidget(m_pages, 1);
+    line->addLayout(right);
+    return body;
+}
+
+void MainWindowView::addShortcuts() {
+    const auto add = [this](const QKeySequence &keys, auto action) {
+        connect(new QShortcut(keys, this), &QShortcut::activated, this, action);
+    };
+    add(Qt::CTRL | Qt::Key_1, [this] { selectTab(0); });
+    add(Qt::CTRL | Qt::Key_2, [this] { selectTab(1); });
+    add(Qt::CTRL | Qt::Key_R, [this] { refreshAll(); });
+    add(Qt::CTRL | Qt::Key_W, [this] { close(); });
+    add(Qt::CTRL | Qt::Key_Q, [] { QApplication::quit(); });
+}
+
+void MainWindowView::selectTab(int tab) {
+    m_tabs->button(tab)->setChecked(true);
+}
+
+/// The user asks: also where nothing is asked for by itself.
+void MainWindowView::refreshQuota() {
+    AppState &state = m_services.appState;
+    runDetached(m_services.preferences.autoRefreshQuota() ? state.refreshQuota() : state.forceRefreshQuota());
+}
+
+void MainWindowView::refreshAll() {
+    AppState &state = m_services.appState;
+    state.refreshLocalData();
+    if (state.oauthStatus() != OAuthStatus::authenticating)
+        refreshQuota();
+    runDetached(state.refreshClaudeStatus());
+}
+
+void MainWindowView::showEvent(QShowEvent *event) {
+    showState();
+    m_ticks.start();
+    QWidget::showEvent(event);
+}
+
+void MainWindowView::hideEvent(QHideEvent *event) {
+    m_ticks.stop();
+    QWidget::hideEvent(event);
+}
+
+void MainWindowView::closeEvent(QCloseEvent *event) {
+    selectTab(overview);
+    QWidget::closeEvent(event);
+}
+
 void MainWindowView::showState() {
-    const auto figures = statFigures(m_appState.historicalData(), m_appState.sessionCost());
-    for (std::size_t i = 0; i < figures.size(); ++i)
-        m_tiles[i]->setValue(textOf(figures[i].value));
+    const AppState &state = m_services.appState;
+    const Instant now = m_services.clock.now();
+    const LocalDay today = m_services.calendar.dayOf(now);
+    m_liveColumn->setValues(state, now);
+    m_overview->setValues(state.historicalData(), state.sessionCost(), today);
+    m_models->setValues(state.historicalData(), today);
+    m_filters->button(static_cast<int>(state.timeFilter()))->setChecked(true);
+    m_accountBar->setStatus(state.oauthStatus());
+    m_updated->setText(QStringLiteral("Updated ") + textOf(relativeAgeText(state.lastUpdated(), now)));
 }
 
 } // namespace burnwick

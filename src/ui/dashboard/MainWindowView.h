@@ -2,33 +2,67 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "logs/StatFigures.h"
+#include "ui/MinuteTicks.h"
 #include "ui/StateSubscription.h"
 
 #include <QWidget>
 
-#include <array>
-#include <tuple>
+class QButtonGroup;
+class QStackedWidget;
 
 namespace burnwick {
 
+class AccountBar;
 class AppState;
-class StatTile;
+class Calendar;
+class LiveColumn;
+class ModelsTab;
+class OverviewTab;
+class PreferencesManager;
+class TextLabel;
 
-/// The dashboard's content. Follows the state while it lives. Main thread only.
+/// The dashboard's content. Follows the state while it lives, and the time while it is visible. Main thread
+/// only.
 class MainWindowView final : public QWidget {
     Q_OBJECT
 
 public:
-    /// The state must outlive this object.
-    explicit MainWindowView(const AppState &appState, QWidget *parent = nullptr);
+    /// What the window works with; it must outlive the window.
+    struct Services {
+        AppState &appState;
+        const PreferencesManager &preferences;
+        const Calendar &calendar;
+        const Clock &clock;
+        Scheduler &scheduler;
+    };
+
+    explicit MainWindowView(Services services, QWidget *parent = nullptr);
+
+protected:
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
 
 private:
+    [[nodiscard]] QWidget *makeTabBar();
+    [[nodiscard]] QWidget *makeBody();
+    void addShortcuts();
+    void selectTab(int tab);
+    void refreshQuota();
+    void refreshAll();
     void showState();
 
-    const AppState &m_appState;
-    std::array<StatTile *, std::tuple_size_v<decltype(statFigures({}, 0))>> m_tiles{};
+    Services m_services;
+    QButtonGroup *m_tabs;
+    QButtonGroup *m_filters;
+    QStackedWidget *m_pages;
+    LiveColumn *m_liveColumn;
+    OverviewTab *m_overview;
+    ModelsTab *m_models;
+    AccountBar *m_accountBar;
+    TextLabel *m_updated;
     StateSubscription m_subscription;
+    MinuteTicks m_ticks;
 };
 
 } // namespace burnwick

@@ -2,72 +2,63 @@
 // SPDX-License-Identifier: MIT
 #include "ui/dashboard/StatTile.h"
 
-#include <QFontMetrics>
-#include <QLabel>
+#include "ui/controls/TextLabel.h"
+#include "ui/theme/ThemeColors.h"
+
+#include <QPainter>
+#include <QPainterPath>
 #include <QVBoxLayout>
 
 namespace burnwick {
 
-namespace {
-
-constexpr int tileHeight = 92;
-constexpr int labelPixelSize = 11;
-constexpr int valuePixelSize = 18;
-
-QLabel *makeLabel(int pixelSize, int weight, QWidget *parent) {
-    auto *label = new QLabel(parent);
-    label->setTextFormat(Qt::PlainText);
-    QFont font = label->font();
-    font.setPixelSize(pixelSize);
-    font.setWeight(static_cast<QFont::Weight>(weight));
-    label->setFont(font);
-    return label;
-}
-
-} // namespace
-
-StatTile::StatTile(const QString &label, QWidget *parent)
-    : QFrame(parent)
+StatTile::StatTile(const QString &label, Corners corners, QWidget *parent)
+    : QWidget(parent)
+    , m_corners(corners)
     , m_label(label)
-    , m_valueLabel(makeLabel(valuePixelSize, QFont::DemiBold, this)) {
-    setFixedHeight(tileHeight);
-    setMinimumWidth(120);
-    setAutoFillBackground(true);
-    setBackgroundRole(QPalette::Base);
+    , m_value(new TextLabel(TextStyle::figure)) {
+    constexpr int height = 92;
+    constexpr int sidePadding = 14;
+    setFixedHeight(height);
     // The value may be longer than the tile is wide; it is elided, not given the room.
-    m_valueLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    m_value->setElidable();
+    setMinimumWidth(sidePadding);
 
-    QLabel *caption = makeLabel(labelPixelSize, QFont::Normal, this);
-    caption->setText(label);
-    caption->setForegroundRole(QPalette::PlaceholderText);
-
+    auto *caption = new TextLabel(label, TextStyle::caption, QPalette::PlaceholderText);
+    caption->setElidable();
     auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(14, 0, 14, 0);
+    column->setContentsMargins(sidePadding, 0, sidePadding, 0);
     column->setSpacing(4);
     column->addStretch();
     column->addWidget(caption);
-    column->addWidget(m_valueLabel);
+    column->addWidget(m_value);
     column->addStretch();
 }
 
 void StatTile::setValue(const QString &value) {
-    if (m_value == value && !m_valueLabel->text().isEmpty())
+    if (m_value->text() == value && !value.isEmpty())
         return;
-    m_value = value;
+    m_value->setText(value);
     setAccessibleName(m_label + QLatin1String(": ") + value);
-    showElided();
 }
 
-void StatTile::resizeEvent(QResizeEvent *event) {
-    QFrame::resizeEvent(event);
-    showElided();
-}
-
-void StatTile::showElided() {
-    const QString shown =
-        m_valueLabel->fontMetrics().elidedText(m_value, Qt::ElideMiddle, contentsRect().width() - 28);
-    m_valueLabel->setText(shown);
-    m_valueLabel->setToolTip(shown == m_value ? QString() : m_value.toHtmlEscaped());
+void StatTile::paintEvent(QPaintEvent *) {
+    constexpr double radius = 12;
+    const QRectF area(rect());
+    QPainterPath shape;
+    shape.setFillRule(Qt::WindingFill);
+    shape.addRoundedRect(area, radius, radius);
+    const QSizeF square(radius, radius);
+    if (!m_corners.topLeft)
+        shape.addRect({area.topLeft(), square});
+    if (!m_corners.topRight)
+        shape.addRect({area.topRight() - QPointF(radius, 0), square});
+    if (!m_corners.bottomLeft)
+        shape.addRect({area.bottomLeft() - QPointF(0, radius), square});
+    if (!m_corners.bottomRight)
+        shape.addRect({area.bottomRight() - QPointF(radius, radius), square});
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillPath(shape, colorsFor(*this).card);
 }
 
 } // namespace burnwick

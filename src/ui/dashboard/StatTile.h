@@ -2,32 +2,37 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QFrame>
-#include <QString>
-
-class QLabel;
+#include <QWidget>
 
 namespace burnwick {
 
+class TextLabel;
+
 /// A labelled figure of the dashboard. Its texts are plain text, whatever is in them.
-class StatTile final : public QFrame {
+class StatTile final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit StatTile(const QString &label, QWidget *parent = nullptr);
+    /// Which of its corners are round.
+    struct Corners {
+        bool topLeft = false;
+        bool topRight = false;
+        bool bottomLeft = false;
+        bool bottomRight = false;
+    };
+
+    StatTile(const QString &label, Corners corners, QWidget *parent = nullptr);
 
     /// Repaints only when the text differs.
     void setValue(const QString &value);
 
 protected:
-    void resizeEvent(QResizeEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
 
 private:
-    void showElided();
-
+    Corners m_corners;
     QString m_label;
-    QString m_value;
-    QLabel *m_valueLabel;
+    TextLabel *m_value;
 };
 
 } // namespace burnwick

@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <memory>
+
+namespace burnwick {
+
+class Clock;
+class RepeatingTimer;
+class Scheduler;
+
+/// Calls back at each full minute while it runs, for texts that tell how long something takes. Main thread
+/// only.
+class MinuteTicks final {
+public:
+    /// Does not start; clock and scheduler must outlive this object.
+    MinuteTicks(const Clock &clock, Scheduler &scheduler, std::function<void()> onMinute);
+    ~MinuteTicks();
+    MinuteTicks(const MinuteTicks &) = delete;
+    MinuteTicks &operator=(const MinuteTicks &) = delete;
+
+    void start();
+    void stop();
+
+private:
+    const Clock &m_clock;
+    Scheduler &m_scheduler;
+    std::function<void()> m_onMinute;
+    std::unique_ptr<RepeatingTimer> m_timer;
+};
+
+} // namespace burnwick

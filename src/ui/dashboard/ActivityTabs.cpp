@@ -1,0 +1,140 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "ui/dashboard/ActivityTabs.h"
+
+#include "ui/controls/Text.h"
+#include "ui/controls/TextLabel.h"
+#include "ui/dashboard/ActivityHeatmapView.h"
+#include "ui/dashboard/HeatmapLegend.h"
+#include "ui/dashboard/ModelBarChartView.h"
+#include "ui/dashboard/ModelStatRowView.h"
+#include "ui/dashboard/PanelCard.h"
+#include "ui/dashboard/StatTile.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+namespace burnwick {
+
+namespace {
+
+constexpr int tilesPerRow = 6;
+constexpr int cardSpacing = 12;
+
+/// The corners of a tile that are corners of the whole block.
+StatTile::Corners outerCorners(std::size_t index, std::size_t count) {
+    const std::size_t lastRow = count - tilesPerRow;
+    return {index == 0, index == tilesPerRow - 1, index == lastRow, index == count - 1};
+}
+
+TextLabel *sectionTitle(const char *text) {
+    return new TextLabel(QString::fromUtf8(text), TextStyle::captionStrong, QPalette::PlaceholderText);
+}
+
+QVBoxLayout *columnOf(QWidget *tab) {
+    auto *column = new QVBoxLayout(tab);
+    column->setContentsMargins({});
+    column->setSpacing(cardSpacing);
+    return column;
+}
+
+/// Rows that scroll where there are more than fit.
+QScrollArea *scrolling(QWidget *content) {
+    auto *area = new QScrollArea;
+    area->setWidget(content);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->viewport()->setAutoFillBackground(false);
+    content->setAutoFillBackground(false);
+    return area;
+}
+
+} // namespace
+
+OverviewTab::OverviewTab(QWidget *parent)
+    : QWidget(parent)
+    , m_heatmap(new ActivityHeatmapView(11, 3, 52)) {
+    auto *tiles = new QGridLayout;
+    constexpr int tileSpacing = 4;
+    tiles->setSpacing(tileSpacing);
+    const auto figures = statFigures({}, 0);
+    for (std::size_t i = 0; i < figures.size(); ++i) {
+        m_tiles[i] = new StatTile(textOf(figures[i].label), outerCorners(i, figures.size()));
+        tiles->addWidget(m_tiles[i], static_cast<int>(i) / tilesPerRow, static_cast<int>(i) % tilesPerRow);
+    }
+    for (int column = 0; column < tilesPerRow; ++column)
+        tiles->setColumnStretch(column, 1);
+
+    auto *card = new PanelCard;
+    auto *title = new QHBoxLayout;
+    title->addWidget(sectionTitle("Activity"));
+    title->addStretch();
+    title->addWidget(new HeatmapLegend);
+    card->content()->addLayout(title);
+    card->content()->addStretch();
+    card->content()->addWidget(m_heatmap, 0, Qt::AlignHCenter);
+    card->content()->addStretch();
+
+    QVBoxLayout *column = columnOf(this);
+    column->addLayout(tiles);
+    column->addWidget(card, 1);
+}
+
+void OverviewTab::setValues(const HistoricalData &history, double sessionCost, LocalDay today) {
+    const auto figures = statFigures(history, sessionCost);
+    for (std::size_t i = 0; i < figures.size(); ++i)
+        m_tiles[i]->setValue(textOf(figures[i].value));
+    m_heatmap->setActivity(history.dailyActivity, today);
+}
+
+ModelsTab::ModelsTab(QWidget *parent)
+    : QWidget(parent)
+    , m_noData(new PanelCard)
+    , m_models(new PanelCard)
+    , m_chartCard(new PanelCard)
+    , m_chart(new ModelBarChartView) {
+    auto *noData = static_cast<PanelCard *>(m_noData)->content();
+    noData->addWidget(
+        new TextLabel(QStringLiteral("No model data yet"), TextStyle::body, QPalette::PlaceholderText), 0,
+        Qt::AlignCenter);
+
+    auto *rows = new QWidget;
+    m_rowColumn = new QVBoxLayout(rows);
+    m_rowColumn->setContentsMargins({});
+    m_rowColumn->setSpacing(14);
+    m_rowColumn->addStretch();
+    static_cast<PanelCard *>(m_models)->content()->addWidget(scrolling(rows));
+
+    auto *chart = static_cast<PanelCard *>(m_chartCard)->content();
+    chart->addWidget(sectionTitle("Tokens per day"));
+    chart->addWidget(m_chart, 1);
+
+    QVBoxLayout *column = columnOf(this);
+    column->addWidget(m_noData, 1);
+    column->addWidget(m_models);
+    column->addWidget(m_chartCard, 1);
+}
+
+void ModelsTab::setValues(const HistoricalData &history, LocalDay today) {
+    const std::vector<ModelStat> &stats = history.modelStats;
+    while (m_rows.size() > stats.size()) {
+        delete m_rows.back();
+        m_rows.pop_back();
+    }
+    while (m_rows.size() < stats.size()) {
+        m_rows.push_back(new ModelStatRowView);
+        m_rowColumn->insertWidget(m_rowColumn->count() - 1, m_rows.back());
+    }
+    for (std::size_t i = 0; i < stats.size(); ++i)
+        m_rows[i]->setStat(stats[i]);
+    m_chart->setActivity(history.dailyActivity, today);
+
+    m_noData->setVisible(stats.empty());
+    m_models->setVisible(!stats.empty());
+    m_chartCard->setVisible(!stats.empty());
+}
+
+} // namespace burnwick

@@ -1,0 +1,17 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QWidget>
+
+namespace burnwick {
+
+/// The dashboard's first line: the logo.
+class HeaderBar final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit HeaderBar(QWidget *parent = nullptr);
+};
+
+} // namespace burnwick

@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "ui/dashboard/LiveColumn.h"
+
+#include "state/AppState.h"
+#include "ui/controls/TextLabel.h"
+#include "ui/dashboard/LivePanels.h"
+#include "ui/theme/ThemeColors.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QVBoxLayout>
+
+namespace burnwick {
+
+namespace {
+
+/// A triangle with an exclamation mark.
+class WarningSymbol final : public QWidget {
+public:
+    WarningSymbol() { setFixedSize(26, 24); }
+
+protected:
+    void paintEvent(QPaintEvent *) override {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(colorsFor(*this).secondary, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.drawPolygon(QPolygonF({{13, 2.5}, {24, 21.5}, {2, 21.5}}));
+        painter.drawLine(QPointF(13, 9.5), QPointF(13, 14.5));
+        painter.drawPoint(QPointF(13, 18));
+    }
+};
+
+QWidget *makeEmptyState() {
+    auto *card = new PanelCard;
+    card->setAccessibleName(QStringLiteral("OAuth token not found"));
+    auto *hint = new TextLabel(QStringLiteral("Open Settings to connect your Claude account"),
+                               TextStyle::caption, QPalette::PlaceholderText);
+    QVBoxLayout *content = card->content();
+    content->addSpacing(8);
+    content->addWidget(new WarningSymbol, 0, Qt::AlignHCenter);
+    content->addWidget(new TextLabel(QStringLiteral("OAuth token not found"), TextStyle::labelStrong), 0,
+                       Qt::AlignHCenter);
+    content->addWidget(hint, 0, Qt::AlignHCenter);
+    content->addSpacing(8);
+    return card;
+}
+
+} // namespace
+
+LiveColumn::LiveColumn(QWidget *parent)
+    : QWidget(parent)
+    , m_emptyState(makeEmptyState())
+    , m_quota(new WindowQuotaPanel)
+    , m_extraUsage(new WindowExtraUsagePanel)
+    , m_burnRate(new WindowBurnRatePanel)
+    , m_claudeStatus(new WindowClaudeStatusPanel) {
+    constexpr int width = 300;
+    setFixedWidth(width);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins({});
+    column->setSpacing(12);
+    for (QWidget *card :
+         std::initializer_list<QWidget *>{m_emptyState, m_quota, m_extraUsage, m_burnRate, m_claudeStatus})
+        column->addWidget(card);
+    column->addStretch();
+}
+
+void LiveColumn::setValues(const AppState &state, Instant now) {
+    const auto &quota = state.quotaData();
+    const auto &extraUsage = state.extraUsage();
+    if (quota)
+        m_quota->setQuota(*quota, now);
+    if (extraUsage)
+        m_extraUsage->setUsage(*extraUsage);
+    m_burnRate->setValues({state.burnRateTokensPerMin(), state.projectedTodayCost(),
+                           state.projectedWeeklyCost(), state.projectedMonthlyCost(),
+                           quota ? quota->fiveHourResetAt : std::nullopt},
+                          now);
+    m_claudeStatus->setComponents(state.claudeStatus());
+
+    m_emptyState->setVisible(!quota && !extraUsage);
+    m_quota->setVisible(quota.has_value());
+    m_extraUsage->setVisible(extraUsage.has_value());
+    m_burnRate->setVisible(state.burnRateTokensPerMin() > 0);
+}
+
+} // namespace burnwick

@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "model/Instant.h"
+
+#include <QWidget>
+
+namespace burnwick {
+
+class AppState;
+class WindowBurnRatePanel;
+class WindowClaudeStatusPanel;
+class WindowExtraUsagePanel;
+class WindowQuotaPanel;
+
+/// The dashboard's left side: a panel for each thing that is known now.
+class LiveColumn final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit LiveColumn(QWidget *parent = nullptr);
+
+    void setValues(const AppState &state, Instant now);
+
+private:
+    QWidget *m_emptyState;
+    WindowQuotaPanel *m_quota;
+    WindowExtraUsagePanel *m_extraUsage;
+    WindowBurnRatePanel *m_burnRate;
+    WindowClaudeStatusPanel *m_claudeStatus;
+};
+
+} // namespace burnwick

@@ -1,0 +1,139 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "ui/dashboard/LivePanels.h"
+
+#include "model/DisplayFormat.h"
+#include "ui/controls/StatusDot.h"
+#include "ui/controls/Text.h"
+#include "ui/controls/TextLabel.h"
+#include "ui/dashboard/PanelRows.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace burnwick {
+
+namespace {
+
+template <typename Row>
+Row *addRow(PanelCard &card, Row *row) {
+    card.content()->addWidget(row);
+    return row;
+}
+
+MenuRowView *addRow(PanelCard &card, const char *label) {
+    return addRow(card, new MenuRowView(QString::fromUtf8(label)));
+}
+
+QColor ThemeColors::*colorRoleOf(ClaudeComponentStatus::Status status) {
+    using Status = ClaudeComponentStatus::Status;
+    switch (status) {
+    case Status::operational:
+        return &ThemeColors::operational;
+    case Status::degraded:
+        return &ThemeColors::degraded;
+    case Status::outage:
+        return &ThemeColors::outage;
+    case Status::unknown:
+        break;
+    }
+    return &ThemeColors::secondary;
+}
+
+} // namespace
+
+WindowQuotaPanel::WindowQuotaPanel(QWidget *parent)
+    : PanelCard(QStringLiteral("QUOTA"), parent)
+    , m_session(addRow(*this, new QuotaBarRow(QStringLiteral("Session"))))
+    , m_weekly(addRow(*this, new QuotaBarRow(QStringLiteral("Weekly"))))
+    , m_claudeDesign(addRow(*this, new QuotaBarRow(QStringLiteral("Claude Design")))) {
+    content()->setSpacing(12);
+}
+
+void WindowQuotaPanel::setQuota(const QuotaData &quota, Instant now) {
+    m_session->setUsage(quota.fiveHourUsagePct, quota.fiveHourResetAt, now);
+    m_weekly->setUsage(quota.sevenDayUsagePct, quota.sevenDayResetAt, now);
+    m_claudeDesign->setUsage(quota.claudeDesignWeeklyPct, quota.claudeDesignResetAt, now);
+}
+
+WindowExtraUsagePanel::WindowExtraUsagePanel(QWidget *parent)
+    : PanelCard(QStringLiteral("EXTRA USAGE"), parent)
+    , m_spent(addRow(*this, new ExtraUsageBarRow))
+    , m_monthlyLimit(addRow(*this, "Monthly limit"))
+    , m_currentBalance(addRow(*this, "Current balance")) {}
+
+void WindowExtraUsagePanel::setUsage(const ExtraUsageData &usage) {
+    m_spent->setUsage(usage.dailySpend, usage.dailySpendPct, usage.daysUntilReset);
+    m_monthlyLimit->setValue(textOf(costText(usage.monthlyLimit)));
+    m_currentBalance->setValue(textOf(costText(usage.currentBalance)));
+}
+
+WindowBurnRatePanel::WindowBurnRatePanel(QWidget *parent)
+    : PanelCard(QStringLiteral("BURN RATE"), parent)
+    , m_current(addRow(*this, "Current"))
+    , m_today(addRow(*this, "Today's final"))
+    , m_weekly(addRow(*this, "Weekly projection"))
+    , m_monthly(addRow(*this, "Monthly projection"))
+    , m_reset(addRow(*this, new TextLabel(TextStyle::small, QPalette::PlaceholderText))) {
+    header()->addWidget(
+        new TextLabel(QStringLiteral("(if this continues...)"), TextStyle::small, QPalette::PlaceholderText));
+}
+
+void WindowBurnRatePanel::setValues(const Values &values, Instant now) {
+    m_current->setValue(textOf(burnRateText(values.tokensPerMin)));
+    m_today->setValue(textOf(costText(values.todayCost)));
+    m_weekly->setValue(textOf(costText(values.weeklyCost)));
+    m_monthly->setValue(textOf(costText(values.monthlyCost)));
+    m_reset->setVisible(values.resetAt.has_value());
+    if (values.resetAt)
+        m_reset->setText(QStringLiteral("Reset ") + textOf(timeRemainingText(*values.resetAt, now)));
+}
+
+/// A component's name, its dot and its word.
+class WindowClaudeStatusPanel::Row final : public QWidget {
+public:
+    Row()
+        : m_name(new TextLabel(TextStyle::body, QPalette::PlaceholderText))
+        , m_dot(new StatusDot)
+        , m_word(new TextLabel(TextStyle::body)) {
+        m_name->setElidable();
+        auto *line = new QHBoxLayout(this);
+        line->setContentsMargins({});
+        line->setSpacing(6);
+        line->addWidget(m_name, 1);
+        line->addWidget(m_dot);
+        line->addWidget(m_word);
+    }
+    void setComponent(const ClaudeComponentStatus &component) {
+        const QString name = textOf(component.name);
+        const QString word = textOf(wordFor(component.status));
+        m_dot->setColor(colorRoleOf(component.status));
+        m_name->setText(name);
+        m_word->setText(word);
+        setAccessibleName(name + QLatin1String(": ") + word);
+    }
+
+private:
+    TextLabel *m_name;
+    StatusDot *m_dot;
+    TextLabel *m_word;
+};
+
+WindowClaudeStatusPanel::WindowClaudeStatusPanel(QWidget *parent)
+    : PanelCard(QStringLiteral("CLAUDE STATUS"), parent)
+    , m_fetching(addRow(*this, new TextLabel(QString::fromUtf8("Fetching status…"), TextStyle::body,
+                                             QPalette::PlaceholderText))) {}
+
+void WindowClaudeStatusPanel::setComponents(const std::vector<ClaudeComponentStatus> &components) {
+    m_fetching->setVisible(components.empty());
+    while (m_rows.size() > components.size()) {
+        delete m_rows.back();
+        m_rows.pop_back();
+    }
+    while (m_rows.size() < components.size())
+        m_rows.push_back(addRow(*this, new Row));
+    for (std::size_t i = 0; i < components.size(); ++i)
+        m_rows[i]->setComponent(components[i]);
+}
+
+} // namespace burnwick

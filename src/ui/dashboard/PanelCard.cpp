@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "ui/dashboard/PanelCard.h"
+
+#include "ui/controls/TextLabel.h"
+#include "ui/theme/ThemeColors.h"
+
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QVBoxLayout>
+
+namespace burnwick {
+
+PanelCard::PanelCard(QWidget *parent)
+    : QWidget(parent)
+    , m_content(new QVBoxLayout(this)) {
+    m_content->setContentsMargins(16, 14, 16, 14);
+    m_content->setSpacing(8);
+}
+
+PanelCard::PanelCard(const QString &caption, QWidget *parent)
+    : PanelCard(parent) {
+    setAccessibleName(caption);
+    m_header = new QHBoxLayout;
+    m_header->setSpacing(8);
+    m_header->addWidget(new TextLabel(caption, TextStyle::sectionCaption, QPalette::PlaceholderText));
+    m_header->addStretch();
+    m_content->addLayout(m_header);
+}
+
+void PanelCard::paintEvent(QPaintEvent *) {
+    constexpr double radius = 12;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(colorsFor(*this).card);
+    painter.drawRoundedRect(rect(), radius, radius);
+}
+
+} // namespace burnwick

@@ -1,0 +1,121 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "ui/dashboard/PanelRows.h"
+
+#include "model/DisplayFormat.h"
+#include "model/StatusIndicator.h"
+#include "ui/controls/Text.h"
+#include "ui/controls/TextLabel.h"
+#include "ui/dashboard/UsageBar.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace burnwick {
+
+namespace {
+
+QHBoxLayout *lineOf(QWidget *leading, QWidget *trailing) {
+    auto *line = new QHBoxLayout;
+    line->setSpacing(8);
+    line->addWidget(leading);
+    line->addStretch();
+    line->addWidget(trailing);
+    return line;
+}
+
+QColor ThemeColors::*colorRoleOf(StatusIndicator indicator) {
+    switch (indicator) {
+    case StatusIndicator::red:
+        return &ThemeColors::over;
+    case StatusIndicator::orange:
+        return &ThemeColors::near;
+    case StatusIndicator::green:
+        break;
+    }
+    return &ThemeColors::good;
+}
+
+QString resetText(const std::optional<Instant> &resetAt, Instant now) {
+    if (!resetAt)
+        return {};
+    if (*resetAt <= now)
+        return QStringLiteral("resets now");
+    return QStringLiteral("resets in ") + textOf(timeRemainingText(*resetAt, now));
+}
+
+} // namespace
+
+MenuRowView::MenuRowView(const QString &label, QWidget *parent)
+    : QWidget(parent)
+    , m_label(new TextLabel(label, TextStyle::body, QPalette::PlaceholderText))
+    , m_value(new TextLabel(TextStyle::bodyStrong)) {
+    m_value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    m_value->setElidable();
+    QHBoxLayout *line = lineOf(m_label, m_value);
+    line->setContentsMargins({});
+    setLayout(line);
+}
+
+void MenuRowView::setValue(const QString &value) {
+    if (m_value->text() == value)
+        return;
+    m_value->setText(value);
+    setAccessibleName(m_label->text() + QLatin1String(": ") + value);
+}
+
+QuotaBarRow::QuotaBarRow(const QString &label, QWidget *parent)
+    : QWidget(parent)
+    , m_label(new TextLabel(label, TextStyle::label))
+    , m_used(new TextLabel(TextStyle::label))
+    , m_bar(new UsageBar)
+    , m_reset(new TextLabel(TextStyle::caption, QPalette::PlaceholderText)) {
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins({});
+    column->setSpacing(6);
+    column->addLayout(lineOf(m_label, m_used));
+    column->addWidget(m_bar);
+    column->addWidget(m_reset);
+}
+
+void QuotaBarRow::setUsage(double usedPct, const std::optional<Instant> &resetAt, Instant now) {
+    const QString used = textOf(percentText(usedPct)) + QLatin1String(" used");
+    const QString reset = resetText(resetAt, now);
+    m_bar->setShare(usedPct);
+    m_bar->setColor(colorRoleOf(statusIndicatorForUsage(usedPct)));
+    m_reset->setVisible(resetAt.has_value());
+    if (m_used->text() == used && m_reset->text() == reset)
+        return;
+    m_used->setText(used);
+    m_reset->setText(reset);
+    setAccessibleName(m_label->text() + QLatin1String(": ") + used +
+                      (reset.isEmpty() ? QString() : QLatin1String(", ") + reset));
+}
+
+ExtraUsageBarRow::ExtraUsageBarRow(QWidget *parent)
+    : QWidget(parent)
+    , m_amount(new TextLabel(TextStyle::figure))
+    , m_note(new TextLabel(TextStyle::caption, QPalette::PlaceholderText))
+    , m_bar(new UsageBar) {
+    auto *line = lineOf(m_amount, m_note);
+    line->setAlignment(m_note, Qt::AlignBottom);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins({});
+    column->setSpacing(6);
+    column->addLayout(line);
+    column->addWidget(m_bar);
+}
+
+void ExtraUsageBarRow::setUsage(double amount, double pct, std::int64_t days) {
+    const QString spent = textOf(costText(amount));
+    const QString note = textOf(percentText(pct)) + QString::fromUtf8(" · ") + QString::number(days) +
+                         (days == 1 ? QLatin1String(" day left") : QLatin1String(" days left"));
+    m_bar->setShare(pct);
+    if (m_amount->text() == spent && m_note->text() == note)
+        return;
+    m_amount->setText(spent);
+    m_note->setText(note);
+    setAccessibleName(spent + QLatin1String(" spent, ") + note);
+}
+
+} // namespace burnwick

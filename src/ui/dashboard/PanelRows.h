@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "model/Instant.h"
+
+#include <QWidget>
+
+#include <cstdint>
+#include <optional>
+
+namespace burnwick {
+
+class TextLabel;
+class UsageBar;
+
+/// A label and its value on one line.
+class MenuRowView final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit MenuRowView(const QString &label, QWidget *parent = nullptr);
+
+    void setValue(const QString &value);
+
+private:
+    TextLabel *m_label;
+    TextLabel *m_value;
+};
+
+/// How much of a quota is used, in the colour of its nearness to the limit, and when it begins anew.
+class QuotaBarRow final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit QuotaBarRow(const QString &label, QWidget *parent = nullptr);
+
+    /// In percent, which may exceed 100. Without an instant the line of the reset is left out.
+    void setUsage(double usedPct, const std::optional<Instant> &resetAt, Instant now);
+
+private:
+    TextLabel *m_label;
+    TextLabel *m_used;
+    UsageBar *m_bar;
+    TextLabel *m_reset;
+};
+
+/// What extra usage has cost, of the limit, and for how long the limit holds.
+class ExtraUsageBarRow final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit ExtraUsageBarRow(QWidget *parent = nullptr);
+
+    /// Dollars, percent of the limit, days until the limit begins anew.
+    void setUsage(double amount, double pct, std::int64_t days);
+
+private:
+    TextLabel *m_amount;
+    TextLabel *m_note;
+    UsageBar *m_bar;
+};
+
+} // namespace burnwick

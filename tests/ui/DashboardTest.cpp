@@ -1,0 +1,219 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "ui/DashboardScenes.h"
+#include "ui/controls/FocusRing.h"
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QApplication>
+#include <QShortcut>
+#include <QTest>
+
+namespace burnwick {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// The names of all that assistive technology finds visible below the object.
+void collectNames(QAccessibleInterface *object, QStringList &names) {
+    if (object == nullptr || object->state().invisible)
+        return;
+    names << object->text(QAccessible::Name);
+    for (int i = 0; i < object->childCount(); ++i)
+        collectNames(object->child(i), names);
+}
+
+QStringList namesIn(QWidget &window) {
+    QStringList names;
+    collectNames(QAccessible::queryAccessibleInterface(&window), names);
+    return names;
+}
+
+bool anyStartsWith(const QStringList &names, const std::string &text) {
+    const QString wanted = QString::fromStdString(text);
+    return std::any_of(names.begin(), names.end(),
+                       [&](const QString &name) { return name.startsWith(wanted); });
+}
+
+/// Writes down what is painted below a window.
+class PaintLog final : public QObject {
+public:
+    explicit PaintLog(QWidget &window) {
+        for (QWidget *widget : window.findChildren<QWidget *>())
+            widget->installEventFilter(this);
+        window.installEventFilter(this);
+    }
+    bool eventFilter(QObject *widget, QEvent *event) override {
+        if (event->type() == QEvent::Paint)
+            painted << QString::fromUtf8(widget->metaObject()->className());
+        return false;
+    }
+    QStringList painted;
+};
+
+class DashboardTest : public test::DashboardFixture {
+protected:
+    QAbstractButton &button(QWidget &window, const char *text) {
+        for (auto *candidate : window.findChildren<QAbstractButton *>()) {
+            if (candidate->text() == QString::fromUtf8(text))
+                return *candidate;
+        }
+        throw std::logic_error("no such button");
+    }
+    std::size_t usageRequests() { return m_server.requestsFor("/api/oauth/usage").size(); }
+};
+
+/// One of the scenes, by its number.
+class DashboardSceneTest : public test::DashboardFixture, public testing::WithParamInterface<std::size_t> {};
+
+TEST_P(DashboardSceneTest, SaysWhatIsSo) {
+    const test::DashboardScene &scene = test::dashboardScenes().at(GetParam());
+    MainWindowView window(windowServices());
+    window.show();
+    scene.prepare(*this);
+    if (scene.tab == 1)
+        QTest::keyClick(&window, Qt::Key_2, Qt::ControlModifier);
+    QCoreApplication::processEvents();
+    const QStringList names = namesIn(window);
+    for (const std::string &text : scene.texts)
+        EXPECT_TRUE(anyStartsWith(names, text)) << text << " in\n" << names.join(u'\n').toStdString();
+    for (const std::string &text : scene.absent)
+        EXPECT_FALSE(anyStartsWith(names, text)) << text;
+}
+
+INSTANTIATE_TEST_SUITE_P(Scenes, DashboardSceneTest,
+                         testing::Range(std::size_t{0}, test::dashboardScenes().size()),
+                         [](const auto &scene) {
+                             std::string name = test::dashboardScenes().at(scene.param).name;
+                             std::replace(name.begin(), name.end(), '-', '_');
+                             return name;
+                         });
+
+TEST_F(DashboardTest, NothingIsPaintedAnewForValuesThatStay) {
+    addHistory();
+    logIn();
+    answerUsage(67);
+    MainWindowView window(windowServices());
+    window.show();
+    settle();
+    ASSERT_TRUE(waitFor([&] { return anyStartsWith(namesIn(window), "Session: 67% used"); }));
+    PaintLog paints(window);
+    ASSERT_TRUE(waitFor([&] {
+        paints.painted.clear();
+        QCoreApplication::processEvents();
+        return paints.painted.isEmpty();
+    })) << "never at rest";
+    m_state.refreshLocalData();
+    m_scheduler.fire(300s);
+    ASSERT_TRUE(waitFor([this] { return usageRequests() == 2; }));
+    QTest::qWait(0);
+    EXPECT_EQ(paints.painted.join(u' ').toStdString(), "");
+}
+
+TEST_F(DashboardTest, TheTimesMoveWhileTheWindowIsVisible) {
+    logIn();
+    answerUsage(67);
+    settle();
+    MainWindowView window(windowServices());
+    window.show();
+    EXPECT_TRUE(anyStartsWith(namesIn(window), "Updated just now"));
+    // 12:00:01, so the full minute is 59 seconds away.
+    m_clock.advance(59s);
+    m_scheduler.fire(59s);
+    m_clock.advance(60s);
+    m_scheduler.fire(60s);
+    EXPECT_TRUE(anyStartsWith(namesIn(window), "Updated 1 minute ago"));
+    EXPECT_TRUE(anyStartsWith(namesIn(window), "Session: 67% used, resets in 2h 3m"));
+
+    const auto whileVisible = m_scheduler.intervals().size();
+    window.hide();
+    EXPECT_EQ(m_scheduler.intervals().size(), whileVisible - 1) << "a hidden window needs no timer";
+    m_clock.advance(60min);
+    window.show();
+    EXPECT_TRUE(anyStartsWith(namesIn(window), "Updated 1h ago"));
+}
+
+TEST_F(DashboardTest, FiltersAndTabsAreChosenAndAClosedWindowOpensOnTheFirstTab) {
+    addHistory();
+    settle();
+    MainWindowView window(windowServices());
+    window.show();
+    button(window, "7d").click();
+    EXPECT_EQ(m_state.timeFilter(), TimeFilter::sevenDays);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(button(window, "7d").isChecked());
+    EXPECT_FALSE(button(window, "All").isChecked());
+    EXPECT_TRUE(anyStartsWith(namesIn(window), "Active days: 7"));
+
+    QTest::keyClick(&window, Qt::Key_2, Qt::ControlModifier);
+    EXPECT_TRUE(button(window, "Models").isChecked());
+    EXPECT_FALSE(anyStartsWith(namesIn(window), "Sessions: "));
+    QTest::keyClick(&window, Qt::Key_W, Qt::ControlModifier);
+    EXPECT_FALSE(window.isVisible());
+    window.show();
+    EXPECT_TRUE(button(window, "Overview").isChecked());
+    EXPECT_TRUE(anyStartsWith(namesIn(window), "Sessions: "));
+}
+
+TEST_F(DashboardTest, TheButtonOfTheAccountDoesWhatItSays) {
+    logIn();
+    m_server.script("/api/oauth/usage", {{500}});
+    settle();
+    MainWindowView window(windowServices());
+    window.show();
+    button(window, "Re-authenticate").click();
+    EXPECT_EQ(m_state.oauthStatus(), OAuthStatus::authenticating);
+    EXPECT_EQ(m_terminal.commands.size(), 1U);
+}
+
+TEST_F(DashboardTest, RetryAsksAlsoWhereNothingIsAskedByItself) {
+    logIn();
+    answerUsage(67);
+    m_preferences.setAutoRefreshQuota(false);
+    MainWindowView window(windowServices());
+    window.show();
+    m_state.start();
+    EXPECT_EQ(usageRequests(), 0U);
+    button(window, "Retry").click();
+    ASSERT_TRUE(waitFor([this] { return m_state.oauthStatus() == OAuthStatus::connected; }));
+    QCoreApplication::processEvents();
+    QTest::keyClick(&window, Qt::Key_R, Qt::ControlModifier);
+    EXPECT_TRUE(waitFor([this] { return usageRequests() == 2; }));
+}
+
+TEST_F(DashboardTest, TheKeyboardReachesEverythingInReadingOrder) {
+    settle();
+    MainWindowView window(windowServices());
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(waitFor([&] { return window.isActiveWindow(); }));
+    const auto *ring = window.findChild<FocusRing *>();
+    EXPECT_FALSE(ring->isVisible()) << "before the keyboard was used";
+    QStringList order;
+    for (int i = 0; i < 4; ++i) {
+        QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
+        const auto *focused = qobject_cast<QAbstractButton *>(QApplication::focusWidget());
+        ASSERT_TRUE(focused != nullptr && ring->isVisible());
+        EXPECT_EQ(ring->geometry().center(), focused->mapTo(&window, focused->rect().center()));
+        order << focused->text();
+    }
+    // Of a group the chosen one; the arrow keys choose another.
+    EXPECT_EQ(order, (QStringList{u"Overview"_qs, u"All"_qs, u"Claude"_qs, u"Re-authenticate"_qs}));
+    button(window, "All").setFocus();
+    QTest::keyClick(&button(window, "All"), Qt::Key_Right);
+    EXPECT_EQ(m_state.timeFilter(), TimeFilter::thirtyDays);
+}
+
+TEST_F(DashboardTest, TheWindowIsAsWideWhateverTheNamesAre) {
+    MainWindowView window(windowServices());
+    window.show();
+    const int width = window.width();
+    addModels({"<img src=x>" + std::string(300, 'w')});
+    answerStatus("operational", "operational");
+    settle();
+    EXPECT_EQ(window.width(), width);
+    EXPECT_TRUE(anyStartsWith(namesIn(window), "Favorite model: <img src=x>www"));
+}
+
+} // namespace
+} // namespace burnwick
