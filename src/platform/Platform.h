@@ -7,7 +7,6 @@
 #include "platform/DirectoryEventSource.h"
 #include "platform/LoginItem.h"
 #include "platform/NotificationCenter.h"
-#include "platform/NotificationCenter.h"
 #include "platform/SecretStore.h"
 #include "platform/StatusItem.h"
 #include "platform/TerminalLauncher.h"
@@ -31,9 +30,6 @@ openDirectoryEventSource(const std::filesystem::path &path);
 
 /// Needs a running application object.
 [[nodiscard]] std::unique_ptr<TerminalLauncher> makeTerminalLauncher();
-
-/// Needs a running application object.
-[[nodiscard]] std::unique_ptr<NotificationCenter> makeNotificationCenter();
 
 /// Needs a running application object.
 [[nodiscard]] std::unique_ptr<NotificationCenter> makeNotificationCenter();
