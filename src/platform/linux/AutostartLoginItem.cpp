@@ -22,7 +22,7 @@ namespace {
 namespace fs = std::filesystem;
 
 /// Far more than an entry with all its translations takes.
-constexpr std::size_t largestEntry = 64 * 1024;
+constexpr std::size_t largestEntry = 65'536;
 
 LoginItemFailure failure(const fs::path &file, const std::string &reason) {
     return {file.string() + ": " + reason};
