@@ -8,7 +8,8 @@
 namespace burnwick {
 
 /// The program as the one argument of an Exec key, by the quoting and escaping rules of the Desktop Entry
-/// Specification 1.5. UTF-8.
+/// Specification 1.5. UTF-8. GLib 2.74 and systemd 252 read it back as it was, but for a percent sign
+/// (neither finds such a program) and a backslash (systemd does not).
 [[nodiscard]] std::string execValue(std::string_view program);
 
 /// Whether a desktop that finds this text in its autostart folder starts something: it is an entry with an
