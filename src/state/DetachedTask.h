@@ -1,5 +1,0 @@
-// SPDX-FileCopyrightText: 2026 The Burnwick developers
-// SPDX-License-Identifier: MIT
-#pragma once
-
-#include "async/DetachedTask.h"
