@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "platform/linux/SessionBusConnector.h"
+
+#include "platform/UnawaitedResult.h"
+
+#include <QtCore/QFileInfo>
+#include <QtCore/QFutureWatcher>
+#include <QtCore/QTimer>
+#include <QtCore/QUrl>
+
+#include <utility>
+
+namespace burnwick {
+
+namespace {
+
+/// Empty where there is no bus. Without an address of ours the library would start one.
+QString sessionBusAddress() {
+    if (const QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS"); !address.isEmpty())
+        return QString::fromLocal8Bit(address);
+    const QByteArray runtimeDirectory = qgetenv("XDG_RUNTIME_DIR");
+    const QString socket = QString::fromLocal8Bit(runtimeDirectory) + QStringLiteral("/bus");
+    if (runtimeDirectory.isEmpty() || !QFileInfo::exists(socket))
+        return {};
+    // Addresses have a tilde and some others escaped.
+    return QStringLiteral("unix:path=") + QString::fromLatin1(QUrl::toPercentEncoding(
+                                              socket, QByteArrayLiteral("/"), QByteArrayLiteral("~")));
+}
+
+/// Blocks, perhaps for ever.
+std::optional<QDBusConnection> connectTo(const QString &address, const QString &name) {
+    if (const QDBusConnection former(name); former.isConnected())
+        return former;
+    // One whose bus has gone would be given again.
+    QDBusConnection::disconnectFromBus(name);
+    const auto connection = QDBusConnection::connectToBus(address, name);
+    return connection.isConnected() ? std::optional(connection) : std::nullopt;
+}
+
+} // namespace
+
+SessionBusConnector::SessionBusConnector(QString connectionName, QObject *parent)
+    : QObject(parent)
+    , m_connectionName(std::move(connectionName)) {}
+
+void SessionBusConnector::connectWithin(std::chrono::milliseconds limit, Answer answer) {
+    const QString address = sessionBusAddress();
+    if (address.isEmpty())
+        return answer(std::nullopt);
+    if (m_attempt.resultCount() > 0) {
+        if (const Connection last = m_attempt.result(); last && last->isConnected())
+            return answer(last);
+    }
+    if (!m_attempt.isRunning()) {
+        m_sinceStart.start();
+        m_attempt = platform::unawaitedResult<Connection>(
+            [address, name = m_connectionName] { return connectTo(address, name); });
+    }
+    const auto remaining = limit - std::chrono::milliseconds(m_sinceStart.elapsed());
+    if (remaining <= std::chrono::milliseconds::zero())
+        return answer(std::nullopt);
+
+    auto *const watcher = new QFutureWatcher<Connection>(this);
+    auto *const deadline = new QTimer(watcher);
+    deadline->setSingleShot(true);
+    connect(deadline, &QTimer::timeout, watcher, &QFutureWatcherBase::finished);
+    connect(
+        watcher, &QFutureWatcherBase::finished, watcher,
+        [watcher, answer = std::move(answer)] {
+            watcher->deleteLater();
+            answer(watcher->isFinished() ? watcher->result() : std::nullopt);
+        },
+        Qt::SingleShotConnection);
+    watcher->setFuture(m_attempt);
+    deadline->start(remaining);
+}
+
+} // namespace burnwick
