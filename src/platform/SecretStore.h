@@ -11,6 +11,12 @@ namespace burnwick {
 /// The service under whose name Claude Code keeps the JSON document with its login.
 inline constexpr const char *claudeCodeService = "Claude Code-credentials";
 
+/// A blob and where it lies. The place means something to the store alone.
+struct StoredSecret {
+    std::string blob;
+    std::string place;
+};
+
 /// Keeps one secret blob under a service's name, shared with other programs. Main thread only.
 ///
 /// Both operations may take their time (a few seconds at most) without blocking, and answer exactly once, on
@@ -22,10 +28,11 @@ public:
 
     /// The whole blob; absent when there is none, or it cannot be had now.
     virtual void read(const std::string &service,
-                      std::function<void(std::optional<std::string> blob)> answer) = 0;
-    /// Replaces an existing blob as a whole: afterwards the store holds the old one or the new one. Never
-    /// makes a new one. Answers whether the new one is in place.
-    virtual void replace(const std::string &service, const std::string &blob,
+                      std::function<void(std::optional<StoredSecret> secret)> answer) = 0;
+    /// Replaces an existing blob as a whole, in the place where it was read: afterwards that holds the old
+    /// one or the new one. Never makes a new one, and replaces nothing when read() would look elsewhere by
+    /// now. Answers whether the new one is in place.
+    virtual void replace(const std::string &service, const StoredSecret &secret,
                          std::function<void(bool replaced)> answer) = 0;
 };
 

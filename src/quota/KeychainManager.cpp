@@ -41,25 +41,25 @@ private:
     bool m_suspended = false;
 };
 
-using Blob = std::optional<std::string>;
+using Reading = std::optional<StoredSecret>;
 
-StoreAnswer<Blob> readBlob(SecretStore &store) {
-    return StoreAnswer<Blob>(
+StoreAnswer<Reading> readSecret(SecretStore &store) {
+    return StoreAnswer<Reading>(
         [&store](auto answer) { store.read(KeychainManager::claudeService, std::move(answer)); });
 }
 
-StoreAnswer<bool> replaceBlob(SecretStore &store, std::string blob) {
-    return StoreAnswer<bool>([&store, blob = std::move(blob)](auto answer) {
-        store.replace(KeychainManager::claudeService, blob, std::move(answer));
+StoreAnswer<bool> replaceSecret(SecretStore &store, StoredSecret secret) {
+    return StoreAnswer<bool>([&store, secret = std::move(secret)](auto answer) {
+        store.replace(KeychainManager::claudeService, secret, std::move(answer));
     });
 }
 
 } // namespace
 
 QCoro::Task<std::optional<OAuthCredentials>> KeychainManager::readCredentials() {
-    auto reading = readBlob(m_store);
-    const Blob document = co_await reading;
-    auto credentials = document ? credentialsFromDocument(*document) : std::nullopt;
+    auto reading = readSecret(m_store);
+    const Reading document = co_await reading;
+    auto credentials = document ? credentialsFromDocument(document->blob) : std::nullopt;
     co_return credentials;
 }
 
@@ -67,13 +67,13 @@ QCoro::Task<void> KeychainManager::updateCredentials(std::string accessToken,
                                                      std::optional<std::string> refreshToken,
                                                      std::optional<Instant> expiresAt) {
     SecretStore &store = m_store;
-    auto reading = readBlob(store);
-    const Blob document = co_await reading;
+    auto reading = readSecret(store);
+    const Reading document = co_await reading;
     const auto patched =
-        document ? patchedDocument(*document, accessToken, refreshToken, expiresAt) : std::nullopt;
+        document ? patchedDocument(document->blob, accessToken, refreshToken, expiresAt) : std::nullopt;
     if (!patched)
         co_return;
-    auto replacing = replaceBlob(store, *patched);
+    auto replacing = replaceSecret(store, {*patched, document->place});
     // A failure is silent: the next reading yields the old tokens.
     static_cast<void>(co_await replacing);
 }

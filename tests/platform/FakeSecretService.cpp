@@ -98,14 +98,15 @@ QDBusMessage FakeSecretService::answerForItem(const QDBusMessage &message, Item 
     if (message.member() == QLatin1String("GetSecret")) {
         if (openSessions == 0 || message.arguments().value(0).value<QDBusObjectPath>().path() != sessionPath)
             return refuse("NoSession");
-        return message.createReply(QVariant::fromValue(
-            Secret{QDBusObjectPath(sessionPath), {}, item.secret, QStringLiteral("text/plain")}));
+        return message.createReply(
+            QVariant::fromValue(Secret{QDBusObjectPath(sessionPath), {}, item.secret, item.contentType}));
     }
     if (message.member() == QLatin1String("SetSecret")) {
         const auto secret = qdbus_cast<Secret>(message.arguments().value(0));
         if (openSessions == 0 || secret.session.path() != sessionPath)
             return refuse("NoSession");
         item.secret = secret.value;
+        item.contentType = secret.contentType;
         return message.createReply();
     }
     return message.createErrorReply(QDBusError::UnknownMethod, message.member());

@@ -22,6 +22,7 @@ public:
         qulonglong modified = 0; ///< seconds since 1970
         bool locked = false;
         QString service = QStringLiteral("Claude Code-credentials");
+        QString contentType = QStringLiteral("text/plain");
     };
 
     /// Takes the keyring's name, also from another one. `name` tells connections apart.

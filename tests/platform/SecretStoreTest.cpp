@@ -10,7 +10,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QtCore/QRegularExpression>
+#include <QtCore/QTemporaryDir>
 #include <QtCore/QTimer>
+#include <QtNetwork/QLocalServer>
 
 #include <fstream>
 #include <iterator>
@@ -36,25 +39,29 @@ std::string bytesOf(const fs::path &file) {
 
 /// A store in a home of its own and what it answered, if it did.
 struct Store {
-    explicit Store(std::chrono::milliseconds limit = noLimit,
-                   const QDBusConnection &bus = QDBusConnection::sessionBus())
-        : store(std::make_unique<LinuxSecretStore>(directory.path(), bus, limit)) {}
+    explicit Store(std::chrono::milliseconds limit = noLimit)
+        : store(std::make_unique<LinuxSecretStore>(directory.path(), limit)) {}
 
     test::TemporaryDirectory directory;
     fs::path file = directory.path() / ".claude" / ".credentials.json";
     std::unique_ptr<LinuxSecretStore> store;
     int answers = 0;
     std::optional<std::string> blob;
+    std::string place; ///< of the last blob
     bool replaced = false;
 
     void ask(const std::string &name = service) {
-        store->read(name, [this](std::optional<std::string> answer) {
+        store->read(name, [this](std::optional<StoredSecret> answer) {
             ++answers;
-            blob = std::move(answer);
+            blob.reset();
+            if (answer) {
+                blob = answer->blob;
+                place = answer->place;
+            }
         });
     }
     void put(const std::string &newBlob, const std::string &name = service) {
-        store->replace(name, newBlob, [this](bool answer) {
+        store->replace(name, {newBlob, place}, [this](bool answer) {
             ++answers;
             replaced = answer;
         });
@@ -109,28 +116,41 @@ TEST(SecretStore, TheFileComesFirstEvenWhenItCannotBeRead) {
     }
 }
 
-TEST(SecretStore, AReplacementGoesWhereTheBlobIsReadFromThen) {
+TEST(SecretStore, AReplacementGoesWhereTheBlobWasRead) {
+    const QString json = QStringLiteral("application/json");
     FakeSecretService keyring;
-    keyring.items = {{"in the keyring"}, {"other", 0, false, QStringLiteral("other service")}};
+    keyring.items = {{"in the keyring", 0, false, QString::fromLatin1(service), json},
+                     {"other", 0, false, QStringLiteral("other service")}};
     Store store;
+    EXPECT_EQ(store.read(), "in the keyring");
     EXPECT_TRUE(store.replace("1"));
     EXPECT_EQ(keyring.items[0].secret, "1");
+    EXPECT_EQ(keyring.items[0].contentType, json);
     EXPECT_FALSE(fs::exists(store.file));
+    // Claude Code moves to the file meanwhile.
     test::writeFile(store.file, "in the file");
-    EXPECT_TRUE(store.replace("2"));
-    EXPECT_EQ(bytesOf(store.file), "2");
+    EXPECT_FALSE(store.replace("2"));
+    EXPECT_EQ(bytesOf(store.file), "in the file");
     EXPECT_EQ(keyring.items[0].secret, "1");
+
+    EXPECT_EQ(store.read(), "in the file");
+    EXPECT_TRUE(store.replace("3"));
     EXPECT_FALSE(store.replace(std::string(mebibyte + 1, 'x')));
-    EXPECT_EQ(bytesOf(store.file), "2");
+    EXPECT_EQ(bytesOf(store.file), "3");
+    fs::rename(store.file, store.file.string() + ".away");
+    EXPECT_FALSE(store.replace("4"));
+    EXPECT_FALSE(fs::exists(store.file));
+    EXPECT_EQ(keyring.items[0].secret, "1");
+    fs::rename(store.file.string() + ".away", store.file);
     // The file is Claude Code's alone.
     EXPECT_EQ(store.read("other service"), "other");
-    EXPECT_TRUE(store.replace("3", "other service"));
-    EXPECT_EQ(keyring.items[1].secret, "3");
-    EXPECT_EQ(bytesOf(store.file), "2");
+    EXPECT_TRUE(store.replace("5", "other service"));
+    EXPECT_EQ(keyring.items[1].secret, "5");
+    EXPECT_EQ(bytesOf(store.file), "3");
     EXPECT_TRUE(waitFor([&] { return keyring.openSessions == 0; }));
 }
 
-TEST(SecretStore, OfSeveralItemsTheNewestUnlockedOneCounts) {
+TEST(SecretStore, OfSeveralItemsTheNewestCounts) {
     using Item = FakeSecretService::Item;
     const struct {
         const char *what;
@@ -143,7 +163,8 @@ TEST(SecretStore, OfSeveralItemsTheNewestUnlockedOneCounts) {
         {"locked", {{"x", 1, true}}, std::nullopt, 0},
         {"newest first", {{"new", 1763300002}, {"old", 1763300001}}, "new", 0},
         {"newest in the middle", {{"old", 5}, {"new", 1763300001}, {"old", 1763300000}}, "new", 1},
-        {"newest locked", {{"old", 1}, {"locked", 9, true}, {"new", 2}}, "new", 2},
+        {"newest locked", {{"old", 1}, {"locked", 9, true}, {"old", 2}}, std::nullopt, 0},
+        {"oldest locked", {{"locked", 1, true}, {"old", 2}, {"new", 3}}, "new", 2},
         {"of unknown time", {{"first", 0}, {"second", 0}}, "first", 0},
         {"too long", {{QByteArray(mebibyte + 1, 'x'), 1}}, std::nullopt, 0},
         {"any bytes", {{QByteArray("\0\xff", 2), 1}}, std::string("\0\xff", 2), 0},
@@ -174,6 +195,7 @@ TEST(SecretStore, AKeyringThatDoesNotAnswerIsNotWaitedForLong) {
         keyring.silentMethod = QLatin1String(method);
         const test::LogCapture log;
         Store store(shortLimit);
+        store.place = "/org/freedesktop/secrets/collection/login/0";
         int turns = 0;
         QTimer timer;
         QObject::connect(&timer, &QTimer::timeout, [&turns] { ++turns; });
@@ -220,13 +242,77 @@ TEST(SecretStore, AKeyringThatGoesOrIsReplacedEndsTheReadingAtOnce) {
 }
 
 TEST(SecretStore, WithoutAKeyringThereIsNoBlob) {
-    Store withoutKeyring;
-    Store withoutBus(noLimit, QDBusConnection(QStringLiteral("no such connection")));
-    for (Store *store : {&withoutKeyring, &withoutBus}) {
-        EXPECT_EQ(store->read(), std::nullopt);
-        EXPECT_FALSE(store->replace("new"));
-        EXPECT_FALSE(fs::exists(store->file)) << "made a login where there is none";
+    Store store;
+    store.place = "/org/freedesktop/secrets/collection/login/0";
+    EXPECT_EQ(store.read(), std::nullopt);
+    EXPECT_FALSE(store.replace("new"));
+    EXPECT_FALSE(fs::exists(store.file)) << "made a login where there is none";
+}
+
+/// Another place for the session bus, while it lives. The keyring's connection is made anew there.
+class BusMoved {
+public:
+    BusMoved(const QByteArray &address, const QByteArray &runtimeDirectory) {
+        QDBusConnection::disconnectFromBus(QStringLiteral("burnwick-keyring"));
+        set("DBUS_SESSION_BUS_ADDRESS", address);
+        set("XDG_RUNTIME_DIR", runtimeDirectory);
     }
+    ~BusMoved() {
+        set("DBUS_SESSION_BUS_ADDRESS", m_address);
+        set("XDG_RUNTIME_DIR", m_runtimeDirectory);
+    }
+    BusMoved(const BusMoved &) = delete;
+    BusMoved &operator=(const BusMoved &) = delete;
+
+private:
+    static void set(const char *variable, const QByteArray &value) {
+        value.isNull() ? qunsetenv(variable) : qputenv(variable, value);
+    }
+
+    QByteArray m_address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+    QByteArray m_runtimeDirectory = qgetenv("XDG_RUNTIME_DIR");
+};
+
+TEST(SecretStore, ABusThatSaysNothingFreezesNothing) {
+    const QTemporaryDir directory;
+    QLocalServer silence;
+    ASSERT_TRUE(silence.listen(directory.filePath(QStringLiteral("bus"))));
+    const BusMoved moved({}, directory.path().toUtf8());
+    Store store(shortLimit);
+    test::writeFile(store.file, "blob");
+    EXPECT_EQ(store.read(), "blob");
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(silence.hasPendingConnections()) << "the file needs no bus";
+
+    fs::remove(store.file);
+    store.ask();
+    EXPECT_EQ(store.answers, 0);
+    EXPECT_TRUE(store.waitForAnswer());
+    EXPECT_EQ(store.blob, std::nullopt);
+    EXPECT_TRUE(waitFor([&silence] { return silence.hasPendingConnections(); })) << "nobody connected";
+    store.ask();
+    EXPECT_EQ(store.answers, 1) << "waits for it again";
+}
+
+TEST(SecretStore, NoBusIsStarted) {
+    const QTemporaryDir directory;
+    const BusMoved moved({}, directory.path().toUtf8());
+    Store store;
+    store.ask();
+    EXPECT_EQ(store.answers, 1);
+    EXPECT_EQ(store.blob, std::nullopt);
+}
+
+TEST(SecretStore, TheBusIsFoundWithoutAnAddress) {
+    FakeSecretService keyring;
+    keyring.items = {{"in the keyring"}};
+    static const QRegularExpression socket(QStringLiteral("unix:path=([^,]+)"));
+    const QString path = socket.match(sessionBusOfTests().address()).captured(1);
+    ASSERT_FALSE(path.isEmpty());
+    const QTemporaryDir directory(QDir::tempPath() + QStringLiteral("/run~ %1,\u00fc"));
+    ASSERT_TRUE(QFile::link(path, directory.filePath(QStringLiteral("bus"))));
+    const BusMoved moved({}, directory.path().toUtf8());
+    EXPECT_EQ(Store().read(), "in the keyring");
 }
 
 TEST(SecretStore, AnAnswerToAStoreThatIsGoneIsDropped) {

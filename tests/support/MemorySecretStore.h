@@ -11,26 +11,28 @@ namespace burnwick::test {
 
 /// Keeps one blob in memory, for whatever service.
 class MemorySecretStore final : public SecretStore {
+    using ReadAnswer = std::function<void(std::optional<StoredSecret>)>;
+
 public:
-    void read(const std::string &, std::function<void(std::optional<std::string>)> answer) override {
+    void read(const std::string &, ReadAnswer answer) override {
         ++reads;
         if (holdsReads)
             m_waiting.push_back(std::move(answer));
         else
-            answer(blob);
+            give(answer);
     }
-    void replace(const std::string &, const std::string &newBlob, std::function<void(bool)> answer) override {
+    void replace(const std::string &, const StoredSecret &secret, std::function<void(bool)> answer) override {
         ++replacements;
         const bool replaced = blob.has_value() && writable;
         if (replaced)
-            blob = newBlob;
+            blob = secret.blob;
         answer(replaced);
     }
 
     /// Answers the reads that are held.
     void answerReads() {
         for (const auto &answer : std::exchange(m_waiting, {}))
-            answer(blob);
+            give(answer);
     }
 
     std::optional<std::string> blob;
@@ -40,7 +42,11 @@ public:
     int replacements = 0;
 
 private:
-    std::vector<std::function<void(std::optional<std::string>)>> m_waiting;
+    void give(const ReadAnswer &answer) const {
+        answer(blob ? std::optional(StoredSecret{*blob, {}}) : std::nullopt);
+    }
+
+    std::vector<ReadAnswer> m_waiting;
 };
 
 } // namespace burnwick::test

@@ -15,51 +15,68 @@ namespace {
 
 constexpr std::size_t largestBlob = 1024UL * 1024;
 
-using std::chrono::milliseconds;
-using ReadAnswer = std::function<void(std::optional<std::string>)>;
+using Bus = std::optional<QDBusConnection>;
+using ReadAnswer = std::function<void(std::optional<StoredSecret>)>;
 using ReplaceAnswer = std::function<void(bool)>;
 
 QCoro::Task<void> readFromKeyring(QPointer<QObject> store, QDBusConnection bus, QString service,
-                                  milliseconds limit, ReadAnswer answer) {
-    const auto secret = co_await secretservice::readSecret(bus, service, limit);
+                                  QDeadlineTimer deadline, ReadAnswer answer) {
+    const auto secret = co_await secretservice::readSecret(bus, service, deadline);
     if (!store)
         co_return;
-    std::optional<std::string> blob;
-    if (secret && static_cast<std::size_t>(secret->size()) <= largestBlob)
-        blob = secret->toStdString();
-    answer(std::move(blob));
+    std::optional<StoredSecret> stored;
+    if (secret && static_cast<std::size_t>(secret->value.size()) <= largestBlob)
+        stored = StoredSecret{secret->value.toStdString(), secret->item.toStdString()};
+    answer(std::move(stored));
 }
 
-QCoro::Task<void> replaceInKeyring(QPointer<QObject> store, QDBusConnection bus, QString service,
-                                   QByteArray blob, milliseconds limit, ReplaceAnswer answer) {
-    const bool replaced = co_await secretservice::replaceSecret(bus, service, blob, limit);
+QCoro::Task<void> replaceInKeyring(QPointer<QObject> store, QDBusConnection bus,
+                                   secretservice::ItemSecret secret, QDeadlineTimer deadline,
+                                   ReplaceAnswer answer) {
+    const bool replaced = co_await secretservice::replaceSecret(bus, secret, deadline);
     if (store)
         answer(replaced);
 }
 
 } // namespace
 
-LinuxSecretStore::LinuxSecretStore(const std::filesystem::path &home, QDBusConnection bus,
-                                   milliseconds keyringLimit)
+LinuxSecretStore::LinuxSecretStore(const std::filesystem::path &home, std::chrono::milliseconds keyringLimit)
     : m_file(home / ".claude" / ".credentials.json")
-    , m_bus(std::move(bus))
-    , m_keyringLimit(keyringLimit) {}
+    , m_keyringLimit(keyringLimit)
+    , m_bus(QStringLiteral("burnwick-keyring")) {}
 
 void LinuxSecretStore::read(const std::string &service, ReadAnswer answer) {
-    if (isInFile(service))
-        return answer(readWholeFile(m_file, largestBlob));
-    // Nothing in there throws; the answer comes by itself.
-    static_cast<void>(readFromKeyring(&m_lifetime, m_bus, QString::fromStdString(service), m_keyringLimit,
-                                      std::move(answer)));
+    if (isInFile(service)) {
+        const auto blob = readWholeFile(m_file, largestBlob);
+        return answer(blob ? std::optional(StoredSecret{*blob, m_file}) : std::nullopt);
+    }
+    const auto ask = [store = QPointer<QObject>(&m_bus), name = QString::fromStdString(service),
+                      deadline = QDeadlineTimer(m_keyringLimit), answer = std::move(answer)](const Bus &bus) {
+        if (!bus)
+            return answer(std::nullopt);
+        // Nothing in there throws; the answer comes by itself.
+        static_cast<void>(readFromKeyring(store, *bus, name, deadline, answer));
+    };
+    m_bus.connectWithin(m_keyringLimit, ask);
 }
 
-void LinuxSecretStore::replace(const std::string &service, const std::string &blob, ReplaceAnswer answer) {
-    if (blob.size() > largestBlob)
+void LinuxSecretStore::replace(const std::string &service, const StoredSecret &secret, ReplaceAnswer answer) {
+    if (secret.blob.size() > largestBlob)
         return answer(false); // nobody could read it back
-    if (isInFile(service))
-        return answer(!replaceWholeFile(m_file, blob));
-    static_cast<void>(replaceInKeyring(&m_lifetime, m_bus, QString::fromStdString(service),
-                                       QByteArray::fromStdString(blob), m_keyringLimit, std::move(answer)));
+    const bool wasInFile = secret.place == m_file;
+    if (wasInFile != isInFile(service))
+        return answer(false);
+    if (wasInFile)
+        return answer(!replaceWholeFile(m_file, secret.blob));
+    const secretservice::ItemSecret item{QByteArray::fromStdString(secret.blob),
+                                         QString::fromStdString(secret.place)};
+    const auto put = [store = QPointer<QObject>(&m_bus), item, deadline = QDeadlineTimer(m_keyringLimit),
+                      answer = std::move(answer)](const Bus &bus) {
+        if (!bus)
+            return answer(false);
+        static_cast<void>(replaceInKeyring(store, *bus, item, deadline, answer));
+    };
+    m_bus.connectWithin(m_keyringLimit, put);
 }
 
 bool LinuxSecretStore::isInFile(const std::string &service) const {

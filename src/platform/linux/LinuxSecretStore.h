@@ -3,9 +3,9 @@
 #pragma once
 
 #include "platform/SecretStore.h"
+#include "platform/linux/SessionBusConnector.h"
 
-#include <QtCore/QObject>
-#include <QtDBus/QDBusConnection>
+#include <QtCore/QDeadlineTimer>
 
 #include <chrono>
 #include <filesystem>
@@ -14,28 +14,27 @@ namespace burnwick {
 
 /// Claude Code's login is the file ~/.claude/.credentials.json, where it exists, even if it cannot be read;
 /// otherwise, and for any other service, the keyring's item (see SecretService.h). Which of them it is, is
-/// asked anew by each operation. Blobs are up to 1 MiB.
+/// asked anew by each reading. The session bus is not touched before the keyring is needed. Blobs are up to
+/// 1 MiB.
 ///
 /// The file is read and written at once: it is small and local, and so is the time that this takes.
 class LinuxSecretStore final : public SecretStore {
 public:
-    /// `keyringLimit` is for all the calls of one operation together.
+    /// `keyringLimit` is for all of one operation, beginning with the connection to the bus.
     explicit LinuxSecretStore(const std::filesystem::path &home,
-                              QDBusConnection bus = QDBusConnection::sessionBus(),
                               std::chrono::milliseconds keyringLimit = std::chrono::seconds(5));
 
     void read(const std::string &service,
-              std::function<void(std::optional<std::string> blob)> answer) override;
-    void replace(const std::string &service, const std::string &blob,
+              std::function<void(std::optional<StoredSecret> secret)> answer) override;
+    void replace(const std::string &service, const StoredSecret &secret,
                  std::function<void(bool replaced)> answer) override;
 
 private:
     [[nodiscard]] bool isInFile(const std::string &service) const;
 
     std::filesystem::path m_file;
-    QDBusConnection m_bus;
     std::chrono::milliseconds m_keyringLimit;
-    QObject m_lifetime; ///< gone as soon as answers are to be dropped
+    SessionBusConnector m_bus; ///< gone as soon as answers are to be dropped
 };
 
 } // namespace burnwick

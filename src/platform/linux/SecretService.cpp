@@ -6,7 +6,6 @@
 
 #include <QCoroDBus>
 
-#include <QtCore/QDeadlineTimer>
 #include <QtDBus/QDBusError>
 #include <QtDBus/QDBusMessage>
 #include <QtDBus/QDBusObjectPath>
@@ -41,17 +40,16 @@ struct Caller {
     }
 };
 
-/// An item, and a session in which secrets travel as they are: the bus is the user's own.
-struct OpenItem {
+/// A session in which secrets travel as they are: the bus is the user's own.
+struct Session {
     Caller caller;
-    QDBusObjectPath item;
-    QDBusObjectPath session;
+    QDBusObjectPath path;
 };
 
 /// The peer that owns the keyring's name. Calls to that peer start no service, and fail at once when another
 /// one takes its place.
-QCoro::Task<std::optional<Caller>> findKeyring(QDBusConnection bus, std::chrono::milliseconds limit) {
-    Caller caller{bus, QDeadlineTimer(limit), QStringLiteral("org.freedesktop.DBus")};
+QCoro::Task<std::optional<Caller>> findKeyring(QDBusConnection bus, QDeadlineTimer deadline) {
+    Caller caller{bus, deadline, QStringLiteral("org.freedesktop.DBus")};
     const auto call =
         caller.call(QStringLiteral("/org/freedesktop/DBus"), caller.peer, QStringLiteral("GetNameOwner"),
                     {QStringLiteral("org.freedesktop.secrets")});
@@ -74,82 +72,94 @@ QCoro::Task<qulonglong> modificationTime(Caller caller, QDBusObjectPath item) {
     co_return time.isValid() ? time.value().variant().toULongLong() : 0;
 }
 
+/// None also when the newest is locked.
 QCoro::Task<std::optional<QDBusObjectPath>> findNewestItem(Caller caller, QString service) {
     const Attributes attributes{{QStringLiteral("service"), service}};
     const auto call = caller.call(servicePath, serviceInterface, QStringLiteral("SearchItems"),
                                   {QVariant::fromValue(attributes)});
     const QDBusMessage answer = co_await call;
-    const QDBusPendingReply<QList<QDBusObjectPath>, QList<QDBusObjectPath>> unlockedAndLocked(answer);
-    const auto items =
-        unlockedAndLocked.isValid() ? unlockedAndLocked.argumentAt<0>() : QList<QDBusObjectPath>();
+    const QDBusPendingReply<QList<QDBusObjectPath>, QList<QDBusObjectPath>> found(answer);
+    const auto unlocked = found.isValid() ? found.argumentAt<0>() : QList<QDBusObjectPath>();
+    const auto items = found.isValid() ? unlocked + found.argumentAt<1>() : unlocked;
 
-    std::optional<QDBusObjectPath> newest;
-    if (items.size() == 1)
-        newest = items.first();
+    qsizetype newest = 0;
     qulonglong newestTime = 0;
     for (qsizetype i = 0; i < items.size() && items.size() > 1; ++i) {
         const qulonglong time = co_await modificationTime(caller, items[i]);
-        if (!newest || time > newestTime) {
-            newest = items[i];
+        if (time > newestTime) {
+            newest = i;
             newestTime = time;
         }
     }
-    co_return newest;
+    co_return newest < unlocked.size() ? std::optional(unlocked[newest]) : std::nullopt;
 }
 
-QCoro::Task<std::optional<OpenItem>> openNewestItem(QDBusConnection bus, QString service,
-                                                    std::chrono::milliseconds limit) {
-    registerTypes();
-    const auto keyring = co_await findKeyring(bus, limit);
-    if (!keyring)
-        co_return std::optional<OpenItem>();
-    const auto item = co_await findNewestItem(*keyring, service);
-    if (!item)
-        co_return std::optional<OpenItem>();
-    const auto call = keyring->call(servicePath, serviceInterface, QStringLiteral("OpenSession"),
-                                    {QStringLiteral("plain"), QVariant::fromValue(QDBusVariant(QString()))});
+QCoro::Task<std::optional<Session>> openSession(Caller caller) {
+    const auto call = caller.call(servicePath, serviceInterface, QStringLiteral("OpenSession"),
+                                  {QStringLiteral("plain"), QVariant::fromValue(QDBusVariant(QString()))});
     const QDBusMessage answer = co_await call;
     const QDBusPendingReply<QDBusVariant, QDBusObjectPath> opened(answer);
-    std::optional<OpenItem> open;
+    std::optional<Session> session;
     if (opened.isValid())
-        open = OpenItem{*keyring, *item, opened.argumentAt<1>()};
-    co_return open;
+        session = Session{caller, opened.argumentAt<1>()};
+    co_return session;
 }
 
-void closeSession(const OpenItem &open) {
+void close(const Session &session) {
     // Nothing hangs on the answer.
-    static_cast<void>(open.caller.call(open.session.path(), sessionInterface, QStringLiteral("Close"), {}));
+    static_cast<void>(
+        session.caller.call(session.path.path(), sessionInterface, QStringLiteral("Close"), {}));
+}
+
+QCoro::Task<std::optional<Secret>> secretOf(Session session, QString item) {
+    const auto call = session.caller.call(item, itemInterface, QStringLiteral("GetSecret"),
+                                          {QVariant::fromValue(session.path)});
+    const QDBusMessage answer = co_await call;
+    const QDBusPendingReply<Secret> secret(answer);
+    co_return secret.isValid() ? std::optional(secret.value()) : std::nullopt;
 }
 
 } // namespace
 
-QCoro::Task<std::optional<QByteArray>> readSecret(QDBusConnection bus, QString service,
-                                                  std::chrono::milliseconds limit) {
-    const auto open = co_await openNewestItem(bus, service, limit);
-    if (!open)
-        co_return std::optional<QByteArray>();
-    const auto call = open->caller.call(open->item.path(), itemInterface, QStringLiteral("GetSecret"),
-                                        {QVariant::fromValue(open->session)});
-    const QDBusMessage answer = co_await call;
-    closeSession(*open);
-    const QDBusPendingReply<Secret> secret(answer);
-    std::optional<QByteArray> value;
-    if (secret.isValid())
-        value = secret.value().value;
-    co_return value;
+QCoro::Task<std::optional<ItemSecret>> readSecret(QDBusConnection bus, QString service,
+                                                  QDeadlineTimer deadline) {
+    registerTypes();
+    std::optional<ItemSecret> found;
+    const auto keyring = co_await findKeyring(bus, deadline);
+    if (!keyring)
+        co_return found;
+    const auto item = co_await findNewestItem(*keyring, service);
+    if (!item)
+        co_return found;
+    const auto session = co_await openSession(*keyring);
+    if (!session)
+        co_return found;
+    const auto secret = co_await secretOf(*session, item->path());
+    close(*session);
+    if (secret)
+        found = ItemSecret{secret->value, item->path()};
+    co_return found;
 }
 
-QCoro::Task<bool> replaceSecret(QDBusConnection bus, QString service, QByteArray secret,
-                                std::chrono::milliseconds limit) {
-    const auto open = co_await openNewestItem(bus, service, limit);
-    if (!open)
+QCoro::Task<bool> replaceSecret(QDBusConnection bus, ItemSecret secret, QDeadlineTimer deadline) {
+    registerTypes();
+    const auto keyring = co_await findKeyring(bus, deadline);
+    if (!keyring)
         co_return false;
-    const Secret replacement{open->session, {}, secret, QStringLiteral("text/plain")};
-    const auto call = open->caller.call(open->item.path(), itemInterface, QStringLiteral("SetSecret"),
+    const auto session = co_await openSession(*keyring);
+    if (!session)
+        co_return false;
+    bool replaced = false;
+    const auto former = co_await secretOf(*session, secret.item);
+    if (former) {
+        const Secret replacement{session->path, {}, secret.value, former->contentType};
+        const auto call = keyring->call(secret.item, itemInterface, QStringLiteral("SetSecret"),
                                         {QVariant::fromValue(replacement)});
-    const QDBusMessage answer = co_await call;
-    closeSession(*open);
-    co_return answer.type() == QDBusMessage::ReplyMessage;
+        const QDBusMessage answer = co_await call;
+        replaced = answer.type() == QDBusMessage::ReplyMessage;
+    }
+    close(*session);
+    co_return replaced;
 }
 
 } // namespace burnwick::secretservice

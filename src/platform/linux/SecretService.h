@@ -5,26 +5,32 @@
 #include <QCoroTask>
 
 #include <QtCore/QByteArray>
+#include <QtCore/QDeadlineTimer>
 #include <QtCore/QString>
 #include <QtDBus/QDBusConnection>
 
-#include <chrono>
 #include <optional>
 
 /// The desktop's keyring, through the Secret Service on the session bus (org.freedesktop.secrets).
 ///
 /// Only a keyring that runs already and is unlocked is asked: starting one would start it locked, and
-/// unlocking one opens a dialog. Of several items with the attribute the one modified last counts. Nothing
-/// blocks, nothing throws, and each call ends within `limit` as long as the event loop runs. The coroutines
-/// use nothing but their parameters.
+/// unlocking one opens a dialog. Nothing blocks, nothing throws, and each call ends by the deadline as long
+/// as the event loop runs. The coroutines use nothing but their parameters.
 namespace burnwick::secretservice {
 
-/// The secret of the item whose attribute "service" has the value; absent when it cannot be had.
-[[nodiscard]] QCoro::Task<std::optional<QByteArray>> readSecret(QDBusConnection bus, QString service,
-                                                                std::chrono::milliseconds limit);
+/// The secret of an item, and the item's path.
+struct ItemSecret {
+    QByteArray value;
+    QString item;
+};
 
-/// Gives that item another secret. Whether the keyring said that it has it now.
-[[nodiscard]] QCoro::Task<bool> replaceSecret(QDBusConnection bus, QString service, QByteArray secret,
-                                              std::chrono::milliseconds limit);
+/// The secret of the item whose attribute "service" has the value; absent when it cannot be had. Of several
+/// items the one modified last counts: when that one is locked, the others are out of date.
+[[nodiscard]] QCoro::Task<std::optional<ItemSecret>> readSecret(QDBusConnection bus, QString service,
+                                                                QDeadlineTimer deadline);
+
+/// Gives that item another secret of the same content type. Whether the keyring said that it has it now.
+[[nodiscard]] QCoro::Task<bool> replaceSecret(QDBusConnection bus, ItemSecret secret,
+                                              QDeadlineTimer deadline);
 
 } // namespace burnwick::secretservice
