@@ -11,8 +11,10 @@ namespace burnwick {
 
 namespace {
 
-std::optional<std::string> stringIn(const QJsonValue &value) {
-    return value.isString() ? std::optional(value.toString().toStdString()) : std::nullopt;
+/// An empty one is none: it would be stored in place of one that works.
+std::optional<std::string> tokenIn(const QJsonValue &value) {
+    const QString token = value.toString();
+    return token.isEmpty() ? std::nullopt : std::optional(token.toStdString());
 }
 
 Instant later(Instant now, double seconds) {
@@ -31,11 +33,11 @@ Instant later(Instant now, double seconds) {
 
 RefreshedTokens decodeRefreshedTokens(const QByteArray &body, Instant now) {
     const QJsonObject root = parseJson(body).object(); // empty for an array
-    const auto accessToken = stringIn(root.value(QLatin1String("access_token")));
+    const auto accessToken = tokenIn(root.value(QLatin1String("access_token")));
     if (!accessToken)
         throw RefreshError(RefreshError::Kind::invalidResponse);
     const QJsonValue lifetime = root.value(QLatin1String("expires_in"));
-    return {*accessToken, stringIn(root.value(QLatin1String("refresh_token"))),
+    return {*accessToken, tokenIn(root.value(QLatin1String("refresh_token"))),
             lifetime.isDouble() ? std::optional(later(now, lifetime.toDouble())) : std::nullopt};
 }
 

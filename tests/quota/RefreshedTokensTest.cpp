@@ -47,14 +47,16 @@ TEST(RefreshedTokensTest, OnlyTheAccessTokenIsNeeded) {
         {R"({"access_token":"a","refresh_token":"r","scope":"x"})", {"a", "r", {}}},
         {R"({"access_token":"a","refresh_token":null})", {"a", {}, {}}},
         {R"({"access_token":"a","refresh_token":7})", {"a", {}, {}}},
+        {R"({"access_token":"a","refresh_token":""})", {"a", {}, {}}},
     };
     for (const auto &row : rows)
         EXPECT_EQ(decodeRefreshedTokens(row.body, Instant()), row.expected) << row.body.data();
 }
 
 TEST(RefreshedTokensTest, OtherJsonIsAnInvalidResponseAndTheRestIsNone) {
-    for (const char *body : {"[]", R"(["access_token"])", "{}", R"({"access_token":null})",
-                             R"({"access_token":5})", R"({"error":"invalid_grant"})"}) {
+    for (const char *body :
+         {"[]", R"(["access_token"])", "{}", R"({"access_token":null})", R"({"access_token":5})",
+          R"({"access_token":""})", R"({"error":"invalid_grant"})"}) {
         try {
             static_cast<void>(decodeRefreshedTokens(body, Instant()));
             ADD_FAILURE() << body;
