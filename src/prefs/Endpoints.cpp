@@ -52,11 +52,11 @@ QUrl builtIn(const Endpoint &endpoint) {
 }
 
 QUrl choose(const Endpoint &endpoint, const UserDefaults &defaults) {
-    const auto stored = defaults.get<QString>(endpoint.key);
-    if (!stored)
+    if (!defaults.contains(endpoint.key))
         return builtIn(endpoint);
-    QUrl url(*stored, QUrl::StrictMode);
-    const QString objection = objectionTo(url, endpoint.use);
+    const auto stored = defaults.get<QString>(endpoint.key);
+    QUrl url(stored.value_or(QString()), QUrl::StrictMode);
+    const QString objection = stored ? objectionTo(url, endpoint.use) : QStringLiteral("it is no text");
     if (objection.isEmpty())
         return url;
     // The value itself may hold a password.

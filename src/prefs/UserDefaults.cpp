@@ -97,12 +97,15 @@ QString writeFile(const QString &path, const QJsonObject &values) {
 
 } // namespace
 
-UserDefaults::UserDefaults(QString path)
-    : m_path(std::move(path)) {
+UserDefaults::UserDefaults(QString path, Access access)
+    : m_path(std::move(path))
+    , m_access(access) {
     const QString file = followLinks(m_path);
     const FileContents contents = readFile(file);
     m_values = contents.values;
-    if (contents.state == FileState::corrupt)
+    if (contents.state != FileState::readable && m_access == Access::readOnly)
+        qCWarning(defaultsLog).noquote() << "The settings are not read:" << m_path + u':' << contents.problem;
+    else if (contents.state == FileState::corrupt)
         static_cast<void>(setAside(file, contents.problem));
     else if (contents.state == FileState::unreadable)
         report(contents.problem);
@@ -150,6 +153,8 @@ void UserDefaults::change(const QString &key, const QJsonValue &valueOrUndefined
 }
 
 void UserDefaults::save() {
+    if (m_access == Access::readOnly)
+        return;
     const QString file = followLinks(m_path);
     const FileContents contents = readFile(file);
     if (contents.state == FileState::unreadable)

@@ -30,7 +30,10 @@ concept StorableValue =
 /// Numbers are exact as 64-bit integers and as doubles. Main thread only.
 class UserDefaults final {
 public:
-    explicit UserDefaults(QString path);
+    /// With read-only access nothing is written or renamed, whatever the file holds: changes live in memory.
+    enum class Access { readWrite, readOnly };
+
+    explicit UserDefaults(QString path, Access access = Access::readWrite);
 
     /// "burnwick/burnwick.json" in the user's folder for configuration ($XDG_CONFIG_HOME).
     [[nodiscard]] static QString defaultPath();
@@ -39,6 +42,8 @@ public:
     /// and a whole number as an integer.
     template <StorableValue T>
     [[nodiscard]] std::optional<T> get(const QString &key) const;
+    /// Whether there is a value under the key, of whatever type.
+    [[nodiscard]] bool contains(const QString &key) const { return m_values.contains(key); }
 
     /// Stores the value; the file is not touched when it already holds it.
     template <StorableValue T>
@@ -54,6 +59,7 @@ private:
     void report(const QString &problem);
 
     QString m_path;
+    Access m_access;
     QJsonObject m_values;
     QHash<QString, QJsonValue> m_unsaved; ///< changes not in the file yet; undefined stands for a removal
     QString m_reported;                   ///< the trouble already logged

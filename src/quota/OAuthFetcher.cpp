@@ -53,7 +53,8 @@ class OAuthFetcher::Renewal {
 public:
     explicit Renewal(OAuthFetcher *fetcher)
         : m_fetcher(fetcher) {
-        ++m_fetcher->m_renewals;
+        if (m_fetcher->m_renewals++ == 0)
+            Q_EMIT m_fetcher->renewalsBegan();
     }
     ~Renewal() {
         if (m_fetcher && --m_fetcher->m_renewals == 0)

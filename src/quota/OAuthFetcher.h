@@ -44,6 +44,8 @@ public:
     void finishRenewals(std::chrono::milliseconds atMost);
 
 Q_SIGNALS:
+    /// A renewal is about to be asked for, the first of those under way.
+    void renewalsBegan();
     /// The last of the renewals under way is stored, or has failed.
     void renewalsEnded();
 

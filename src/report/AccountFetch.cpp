@@ -4,6 +4,7 @@
 
 #include "platform/Platform.h"
 #include "prefs/UserDefaults.h"
+#include "report/SignalHold.h"
 #include "state/AccountServices.h"
 #include "state/FailureVerdict.h"
 
@@ -71,8 +72,12 @@ AccountAnswer fetchAccount(const std::filesystem::path &home, const Clock &clock
     char *arguments[] = {name, nullptr};
     const QCoreApplication application(argumentCount, arguments);
     const auto store = platform::makeSecretStore(home);
-    const UserDefaults defaults(UserDefaults::defaultPath());
+    const UserDefaults defaults(UserDefaults::defaultPath(), UserDefaults::Access::readOnly);
+    // Tokens that the server has issued and nobody has stored would cost the user a login.
+    std::optional<SignalHold> hold;
     AccountServices services(Endpoints::load(defaults), *store, clock, calendar);
+    QObject::connect(&services.oauthFetcher, &OAuthFetcher::renewalsBegan, [&hold] { hold.emplace(); });
+    QObject::connect(&services.oauthFetcher, &OAuthFetcher::renewalsEnded, [&hold] { hold.reset(); });
     return QCoro::waitFor(askForBoth(services));
 }
 

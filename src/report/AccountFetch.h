@@ -21,7 +21,8 @@ struct AccountAnswer {
 };
 
 /// Asks once, and at the same time, for the quota and for the service's status, with the login in that home
-/// directory and the addresses in the user's settings. A token that has to be renewed is renewed and stored.
+/// directory and the addresses in the user's settings. A token that has to be renewed is renewed and stored;
+/// meanwhile, for some seconds, signals do not end the program.
 ///
 /// Waits for both: 10 seconds at most for each exchange, of which a quota takes up to four. Throws nothing.
 /// Main thread only; makes an application object for the time it takes, so there must be none.

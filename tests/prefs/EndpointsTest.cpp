@@ -92,5 +92,18 @@ TEST_F(EndpointsTest, NoTokenGoesToAnAddressThatIsNotSafe) {
     }
 }
 
+TEST_F(EndpointsTest, AValueOfAnotherTypeIsTold) {
+    const auto usual = Endpoints::load(m_defaults).apiBaseURL;
+    for (const char *value :
+         {"5", "true", "null", R"(["https://api.example"])", R"({"secret":"https://a.b"})"}) {
+        m_file.write(QByteArray(R"({"apiBaseURL":)") + value + "}");
+        const UserDefaults defaults(m_file.path);
+        const test::LogCapture log;
+        EXPECT_EQ(Endpoints::load(defaults).apiBaseURL, usual) << value;
+        ASSERT_EQ(log.lines().size(), 1) << value;
+        EXPECT_EQ(log.lines().first(), QStringLiteral("The setting apiBaseURL is ignored: it is no text"));
+    }
+}
+
 } // namespace
 } // namespace burnwick

@@ -201,6 +201,25 @@ TEST(UserDefaults, ADamagedFileIsSetAside) {
     EXPECT_EQ(kept, damaged);
 }
 
+TEST(UserDefaults, WhoOnlyReadsChangesNothing) {
+    for (const char *bytes : {"", "{", "[1]", R"({"b": 1})"}) {
+        const SettingsFile file;
+        file.write(bytes);
+        const ino_t inode = inodeOf(file.path);
+        const LogLines log;
+        UserDefaults defaults(file.path, UserDefaults::Access::readOnly);
+        defaults.set(a, true);
+        EXPECT_EQ(defaults.get<bool>(a), true);
+        EXPECT_EQ(file.bytes(), bytes);
+        EXPECT_EQ(inodeOf(file.path), inode);
+        EXPECT_EQ(file.names().size(), 1) << bytes;
+        EXPECT_EQ(log.count(), *bytes == '\0' || file.values().contains(b) ? 0 : 1) << bytes;
+    }
+    const SettingsFile missing;
+    UserDefaults(missing.path, UserDefaults::Access::readOnly).set(a, true);
+    EXPECT_FALSE(QFileInfo::exists(missing.folder()));
+}
+
 TEST(UserDefaults, AFileDamagedMeanwhileIsWrittenAnewFromMemory) {
     const SettingsFile file;
     file.write(R"({"a": 1, "future": [2]})");

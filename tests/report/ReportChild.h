@@ -17,7 +17,8 @@
 namespace burnwick::test {
 
 struct Outcome {
-    int exitCode = -1;
+    int exitCode = -1; ///< unless a signal ended it
+    int signal = 0;
     std::string output;
     std::string errors;
 };
@@ -61,6 +62,8 @@ public:
         EXPECT_EQ(m_process.state(), QProcess::NotRunning);
         return outcome();
     }
+    /// While it runs.
+    [[nodiscard]] pid_t processId() const { return static_cast<pid_t>(m_process.processId()); }
 
 private:
     void start(const QStringList &arguments) {
@@ -69,8 +72,9 @@ private:
         m_process.start();
     }
     Outcome outcome() {
-        EXPECT_EQ(m_process.exitStatus(), QProcess::NormalExit);
-        return {m_process.exitCode(), m_process.readAllStandardOutput().toStdString(),
+        const bool ended = m_process.exitStatus() == QProcess::NormalExit;
+        return {ended ? m_process.exitCode() : -1, ended ? 0 : m_process.exitCode(),
+                m_process.readAllStandardOutput().toStdString(),
                 m_process.readAllStandardError().toStdString()};
     }
 

@@ -8,10 +8,14 @@
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
+#include <QtCore/QTemporaryDir>
+#include <QtNetwork/QLocalServer>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <csignal>
+#include <iterator>
 
 namespace burnwick {
 namespace {
@@ -39,6 +43,8 @@ class ReportQuota : public testing::Test {
 protected:
     ReportQuota() {
         configure({});
+        m_program.set("XDG_CONFIG_HOME", (m_home.path() / ".config").c_str())
+            .set("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus");
         test::writeFile(m_credentials,
                         R"({"claudeAiOauth":{"accessToken":"secret-a1","refreshToken":"secret-r1",)"
                         R"("expiresAt":4102444800000,"scopes":["x"]},"other":9007199254740993})");
@@ -50,19 +56,16 @@ protected:
     void configure(const QString &more) {
         const QString server = m_server.url().toString();
         test::writeFile(
-            m_home.path() / ".config/burnwick/burnwick.json",
+            m_settings,
             QStringLiteral(R"({"apiBaseURL":"%1","statusBaseURL":"%1"%2})").arg(server, more).toStdString());
     }
     Outcome run(const char *form, const char *locale = "C.UTF-8") {
-        test::Program program(m_home.path());
-        program.set("XDG_CONFIG_HOME", (m_home.path() / ".config").c_str())
-            .set("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus")
-            .set("LC_ALL", locale);
+        m_program.set("LC_ALL", locale);
         QStringList arguments{QStringLiteral("--quota")};
         if (*form != '\0')
             arguments += QLatin1String(form);
-        Outcome outcome = program.runWhileServing(arguments);
-        EXPECT_EQ(outcome.exitCode, 0);
+        Outcome outcome = m_program.runWhileServing(arguments);
+        EXPECT_EQ(outcome.exitCode, outcome.signal == 0 ? 0 : -1);
         EXPECT_EQ((outcome.output + outcome.errors).find("secret"), std::string::npos)
             << outcome.output << outcome.errors;
         return outcome;
@@ -81,6 +84,8 @@ protected:
     test::ScriptedServer m_server;
     test::LogHome m_home;
     std::filesystem::path m_credentials = m_home.path() / ".claude/.credentials.json";
+    std::filesystem::path m_settings = m_home.path() / ".config/burnwick/burnwick.json";
+    test::Program m_program{m_home.path()};
 };
 
 TEST_F(ReportQuota, TellsWhatTheServicesSay) {
@@ -201,6 +206,53 @@ TEST_F(ReportQuota, AnIgnoredSettingIsNamedWithoutItsValue) {
     configure(QStringLiteral(R"(,"loginURL":"http://secret.example")"));
     runForJson("burnwick-report: The setting loginURL is ignored: it is not https\n");
 }
+
+TEST_F(ReportQuota, ADamagedSettingsFileIsLeftAlone) {
+    test::writeFile(m_settings, "{");
+    // The addresses are the usual ones now, and nothing is to leave this machine.
+    m_program.set("https_proxy", m_server.url().toEncoded().constData());
+    std::filesystem::remove(m_credentials);
+    EXPECT_NE(run("--json").errors.find("The settings are not read"), std::string::npos);
+    EXPECT_EQ(std::filesystem::file_size(m_settings), 1);
+    const std::filesystem::directory_iterator folder(m_settings.parent_path());
+    EXPECT_EQ(std::distance(begin(folder), end(folder)), 1);
+}
+
+TEST_F(ReportQuota, ABusThatSaysNothingIsAskedOnlyWithoutAFileAndNotForLong) {
+    const QTemporaryDir directory;
+    const QString socket = directory.filePath(QStringLiteral("bus"));
+    QLocalServer silence;
+    ASSERT_TRUE(silence.listen(socket));
+    m_program.set("DBUS_SESSION_BUS_ADDRESS", qUtf8Printable(QStringLiteral("unix:path=") + socket));
+    runForJson();
+    EXPECT_FALSE(silence.hasPendingConnections());
+    std::filesystem::remove(m_credentials);
+    runForJson("burnwick-report: no quota: OAuth token not found in Keychain\n");
+    EXPECT_TRUE(silence.hasPendingConnections());
+}
+
+class ReportQuotaSignal : public ReportQuota, public testing::WithParamInterface<int> {};
+
+TEST_P(ReportQuotaSignal, WaitsUntilRenewedTokensAreStored) {
+    std::signal(GetParam(), SIG_DFL); // inherited by the program; a run without a terminal ignores some
+    m_server.script(usageTarget, {{401}, usage});
+    m_server.script(tokenTarget, {test::held(newTokens)});
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
+        if (m_server.requestsFor(tokenTarget).empty())
+            return;
+        poll.stop();
+        ::kill(m_program.processId(), GetParam());
+        m_server.release();
+    });
+    poll.start(std::chrono::milliseconds(5));
+    EXPECT_EQ(run("--json").signal, GetParam());
+    EXPECT_EQ(storedDocument()[QStringLiteral("claudeAiOauth")][QStringLiteral("refreshToken")].toString(),
+              QStringLiteral("secret-r2"));
+    EXPECT_EQ(m_server.requestsFor(usageTarget).size(), 1) << "it went on";
+}
+
+INSTANTIATE_TEST_SUITE_P(Ending, ReportQuotaSignal, testing::Values(SIGINT, SIGTERM, SIGHUP));
 
 TEST_F(ReportQuota, WithoutTheOptionNobodyIsAsked) {
     const Outcome outcome = test::Program(m_home.path())
