@@ -209,6 +209,9 @@ TEST_F(OAuthFetcherTest, FailuresOfTheUsageEndpoint) {
         m_server.script(usageTarget, {{200, usage.body, {}, ending}});
         EXPECT_EQ(failure<TransportError>().kind(), TransportError::Kind::incomplete);
     }
+    // Also a rejection that is cut short: the login is not renewed on hearsay.
+    m_server.script(usageTarget, {{401, "rejected", {}, Ending::cut}});
+    EXPECT_EQ(failure<TransportError>().kind(), TransportError::Kind::incomplete);
     EXPECT_EQ(refreshes(), 0);
 
     makeFetcher(50ms);
@@ -232,6 +235,7 @@ TEST_F(OAuthFetcherTest, FailuresOfTheTokenEndpoint) {
         {{200, R"({"access_token":1})"}, Kind::refreshFailed},
         {{200, "<html>"}, Kind::refreshFailed},
         {{200, newTokens.body, {}, Ending::cut}, Kind::refreshFailed},
+        {{200, {}, {}, Ending::hangUp}, Kind::refreshFailed},
         {{200, {}, {}, Ending::silence}, Kind::refreshFailed},
     };
     const auto before = m_store.blob;
@@ -240,9 +244,11 @@ TEST_F(OAuthFetcherTest, FailuresOfTheTokenEndpoint) {
         makeFetcher(row.answer.ending == Ending::silence ? 100ms : 10s);
         m_server.script(tokenTarget, {row.answer});
         const auto attempts = tokensSent().size();
+        const auto refreshesBefore = refreshes();
         EXPECT_EQ(failure().kind(), row.kind)
             << row.answer.status << ' ' << row.answer.body.data() << static_cast<int>(row.answer.ending);
         EXPECT_EQ(tokensSent().size(), attempts + 1);
+        EXPECT_EQ(refreshes(), refreshesBefore + 1);
     }
     EXPECT_EQ(m_store.blob, before);
 }
