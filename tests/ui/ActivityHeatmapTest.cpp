@@ -14,6 +14,8 @@
 #include <QTest>
 #include <QToolTip>
 
+#include <set>
+
 namespace burnwick {
 
 namespace {
@@ -35,7 +37,7 @@ QImage picture(QWidget &widget, double scale = 1) {
     QImage image(widget.size() * scale, QImage::Format_RGB32);
     image.setDevicePixelRatio(scale);
     image.fill(colorsFor(widget).card);
-    widget.render(&image, {}, {}, QWidget::RenderFlags());
+    widget.render(&image, {}, {}, QWidget::DrawChildren);
     return image;
 }
 
@@ -106,6 +108,8 @@ TEST(HeatmapLayoutTest, MonthsStandAboveTheirFirstDayInsideTheGrid) {
     EXPECT_EQ(layout.months.front().name, QStringLiteral("Dec"));
     EXPECT_EQ(layout.months.back().name, QStringLiteral("Nov"));
     EXPECT_EQ(layout.months.back().rect.left(), 49 * 14);
+    EXPECT_EQ(layoutOf({}, dayOf(2025, 11, 22)).months.back().rect.left(), 48 * 14)
+        << "the column's last day";
 
     // On each day of a year, so on those too on which a month has just begun.
     for (int i = 0; i < 365; ++i) {
@@ -137,6 +141,26 @@ TEST(ActivityHeatmapViewTest, TodaysCellHasItsColourInBothSchemes) {
             EXPECT_NE(yesterday, colorsOf(scheme).card) << "an empty day is seen";
             EXPECT_EQ(at(12.5, 5.5), colorsOf(scheme).card) << "the gap, at scale " << scale;
         }
+    }
+}
+
+TEST(ActivityHeatmapViewTest, CellsAreSharpWhereverTheyStand) {
+    QWidget window;
+    window.setPalette(paletteOf(ColorScheme::light));
+    ActivityHeatmapView view(11, 3, 52, &window);
+    view.move(1, 1);
+    view.setActivity({}, today);
+    window.resize(view.size() + QSize(2, 2));
+    for (const double scale : {1.0, 1.25, 1.5, 2.0}) {
+        const QImage image = picture(window, scale);
+        std::set<QRgb> down;
+        for (int y = qRound(30 * scale); y < image.height(); ++y)
+            down.insert(image.pixel(qRound((1 + 5.5) * scale), y));
+        std::set<QRgb> across;
+        for (int x = 0; x < image.width(); ++x)
+            across.insert(image.pixel(x, image.height() - qRound((1 + 5.5) * scale)));
+        EXPECT_EQ(down.size(), 2U) << "cells and ground, at scale " << scale;
+        EXPECT_EQ(across, down) << "at scale " << scale;
     }
 }
 

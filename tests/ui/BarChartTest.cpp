@@ -13,7 +13,9 @@
 #include <QTest>
 #include <QToolTip>
 
+#include <array>
 #include <limits>
+#include <set>
 
 namespace burnwick {
 namespace {
@@ -105,35 +107,36 @@ TEST(GuideValuesTest, AreThreeOrFourWithTruthfulTexts) {
 }
 
 TEST(BarChartLayoutTest, TextsStayInsideAndApart) {
-    for (const int firstDay : {0, 1, 5, 6, 8, 10, 11, 30, 60, 89}) {
-        for (const double width : {240.0, 400.0, 728.0}) {
-            SCOPED_TRACE(testing::Message() << firstDay + 1 << " bars on " << width);
-            const BarChartLayout layout = layoutOf({{daysAgo(firstDay), 52'300'000}}, {width, 184});
-            double end = 0;
-            for (auto date = layout.dates.rbegin(); date != layout.dates.rend(); ++date) {
-                EXPECT_GE(date->rect.left(), end) << "overlaps, or leaves on the left";
-                end = date->rect.right() + 4;
-                EXPECT_LE(date->rect.right(), width + 0.01);
-                EXPECT_LE(date->rect.bottom(), 184);
-                const auto bar = layout.barAt({date->rect.center().x(), layout.plot.center().y()});
-                ASSERT_TRUE(bar);
-                EXPECT_EQ(date->text, dayText(layout.bars[*bar].day));
-                EXPECT_NEAR(date->rect.center().x(), layout.bars[*bar].rect.center().x(), 0.01);
-            }
-            ASSERT_FALSE(layout.dates.empty());
-            EXPECT_EQ(layout.dates.front().text, QStringLiteral("Nov 21")) << "today has its date";
-            if (width == 728) {
-                EXPECT_LE(layout.dates.size(), 10U);
-                EXPECT_GE(layout.dates.size(), std::min<std::size_t>(layout.bars.size(), 5));
-            }
-            for (const BarChartLayout::GuideLine &guide : layout.guideLines) {
-                EXPECT_GE(guide.labelRect.top(), 0);
-                EXPECT_LT(guide.labelRect.right(), layout.plot.left());
-                EXPECT_GE(guide.labelRect.width(),
-                          QFontMetricsF(fontOf(TextStyle::small)).horizontalAdvance(guide.label));
-            }
-            EXPECT_LE(layout.bars.back().rect.right(), width);
+    for (int i = 0; i < 90 * 6; ++i) {
+        const int firstDay = i / 6;
+        const double width = std::array{240.0, 400.0, 728.0}.at(static_cast<std::size_t>(i % 3));
+        const std::int64_t count = i % 2 == 0 ? 2 : 52'300'000;
+        SCOPED_TRACE(testing::Message() << firstDay + 1 << " bars on " << width << ", up to " << count);
+        const BarChartLayout layout = layoutOf({{daysAgo(firstDay), count}}, {width, 184});
+        double end = 0;
+        for (auto date = layout.dates.rbegin(); date != layout.dates.rend(); ++date) {
+            EXPECT_GE(date->rect.left(), end) << "overlaps, or leaves on the left";
+            end = date->rect.right() + 4;
+            EXPECT_LE(date->rect.right(), width + 0.01);
+            EXPECT_LE(date->rect.bottom(), 184);
+            const auto bar = layout.barAt({date->rect.center().x(), layout.plot.center().y()});
+            ASSERT_TRUE(bar);
+            EXPECT_EQ(date->text, dayText(layout.bars[*bar].day));
+            EXPECT_NEAR(date->rect.center().x(), layout.bars[*bar].rect.center().x(), 0.01);
         }
+        ASSERT_FALSE(layout.dates.empty());
+        EXPECT_EQ(layout.dates.front().text, QStringLiteral("Nov 21")) << "today has its date";
+        if (width == 728) {
+            EXPECT_LE(layout.dates.size(), 10U);
+            EXPECT_GE(layout.dates.size(), std::min<std::size_t>(layout.bars.size(), 5));
+        }
+        for (const BarChartLayout::GuideLine &guide : layout.guideLines) {
+            EXPECT_GE(guide.labelRect.top(), 0);
+            EXPECT_LT(guide.labelRect.right(), layout.plot.left());
+            EXPECT_GE(guide.labelRect.width(),
+                      QFontMetricsF(fontOf(TextStyle::small)).horizontalAdvance(guide.label));
+        }
+        EXPECT_LE(layout.bars.back().rect.right(), width);
     }
 }
 
@@ -143,6 +146,7 @@ TEST(BarChartLayoutTest, HasNoBarsInNoSpace) {
         EXPECT_EQ(layout.bars.size(), 21U);
         EXPECT_GE(layout.plot.width(), 0);
         EXPECT_GE(layout.plot.height(), 0);
+        EXPECT_GE(layout.slotWidth, 0);
     }
 }
 
@@ -181,6 +185,10 @@ TEST_F(ModelBarChartViewTest, PaintsBarsOfTheirHeightsInBothSchemes) {
             EXPECT_NEAR(high, layout.plot.height() * scale, 3);
             EXPECT_NEAR(low, high / 3.0, 3);
             EXPECT_EQ(heightIn(image, layout.bars[59], scale), 0);
+            std::set<QRgb> colors;
+            for (int y = 0; y < layout.plot.bottom() * scale; ++y)
+                colors.insert(image.pixel(qRound(layout.bars[0].rect.center().x() * scale), y));
+            EXPECT_EQ(colors.size(), 3U) << "ground, lines and a bar with a sharp end, at scale " << scale;
         }
     }
 }
@@ -221,6 +229,14 @@ TEST_F(ModelBarChartViewTest, RepaintsOnlyForOtherValues) {
     EXPECT_EQ(paints.take(), 0);
     m_view.setActivity({{today, 6}}, today);
     EXPECT_EQ(paints.take(), 1);
+}
+
+TEST_F(ModelBarChartViewTest, FollowsTheWidgetsSize) {
+    const DailyActivity activity{{daysAgo(6), 60}};
+    m_view.setActivity(activity, today);
+    m_view.resize(400, 120);
+    const BarChartLayout layout = layoutOf(activity, {400, 120});
+    EXPECT_NEAR(heightIn(picture(), layout.bars[0], 1), layout.plot.height(), 3);
 }
 
 TEST_F(ModelBarChartViewTest, TheDayUnderThePointerSaysItsExactTokens) {

@@ -11,6 +11,7 @@
 
 #include <QImage>
 #include <QLabel>
+#include <QLayout>
 #include <QTextDocumentFragment>
 
 #include <cmath>
@@ -67,6 +68,11 @@ QStringList textsOf(const ModelStatRowView &row) {
 TEST(ModelStatRowViewTest, ShowsAModelAndFollowsItInPlace) {
     ModelStatRowView row;
     row.setStat({"claude-opus-4-1", 22'712'345, 8'500'000, 29.6});
+    row.setPalette(paletteOf(ColorScheme::dark));
+    row.resize(400, row.sizeHint().height());
+    row.layout()->activate();
+    UsageBar *bar = row.findChild<UsageBar *>();
+    EXPECT_NEAR(filledWidth(*bar, QColor(196, 107, 79)), 0.296 * 400, 2);
     const auto labels = row.findChildren<QLabel *>();
     EXPECT_EQ(textsOf(row), (QStringList{QStringLiteral("claude-opus-4-1"), QStringLiteral("30%"),
                                          QStringLiteral("22.7M in · 8.5M out")}));

@@ -76,12 +76,14 @@ TEST(JudgeAppcastTest, ComparesTheFirstVersionInTheText) {
 class CheckAppcastTest : public testing::Test {
 protected:
     AppcastVerdict answering(ScriptedAnswer answer) {
+        const bool hangs = answer.ending == Ending::stall || answer.ending == Ending::silence;
         m_server.script(target, {std::move(answer)});
-        return resultOf(checkAppcast(m_http, m_server.url()));
+        return resultOf(checkAppcast(hangs ? m_hasty : m_http, m_server.url()));
     }
 
     ScriptedServer m_server;
-    HttpClient m_http{{std::chrono::milliseconds(300)}};
+    HttpClient m_http;
+    HttpClient m_hasty{{std::chrono::milliseconds(100)}};
 };
 
 TEST_F(CheckAppcastTest, ComparesWithThisProgramsVersion) {

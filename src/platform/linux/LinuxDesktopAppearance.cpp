@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/LinuxDesktopAppearance.h"
 
+#include <utility>
+
 namespace burnwick {
 
 namespace {
@@ -29,15 +31,16 @@ bool isFalse(const QVariant &value) {
 } // namespace
 
 LinuxDesktopAppearance::LinuxDesktopAppearance(const QDBusConnection &bus)
-    : m_portal(bus) {
-    QObject::connect(&m_portal, &PortalSettings::told, &m_portal,
-                     [this](const QString &key, const QVariant &value) { take(key, value); });
-}
+    : m_bus(bus) {}
 
 void LinuxDesktopAppearance::follow(Handler handler) {
     m_handler = std::move(handler);
-    m_portal.follow(QStringLiteral("org.gnome.desktop.interface"), animationsKey);
-    m_portal.follow(QStringLiteral("org.freedesktop.appearance"), colorSchemeKey);
+    // The colours last: with their answer all is known.
+    m_portal.emplace(m_bus, QList<PortalSettings::Setting>{
+                                {QStringLiteral("org.gnome.desktop.interface"), animationsKey},
+                                {QStringLiteral("org.freedesktop.appearance"), colorSchemeKey}});
+    QObject::connect(&*m_portal, &PortalSettings::told, &*m_portal,
+                     [this](const QString &key, const QVariant &value) { take(key, value); });
 }
 
 void LinuxDesktopAppearance::take(const QString &key, const QVariant &value) {

@@ -24,7 +24,8 @@ private:
     Handler m_handler;
     AppearanceWishes m_wishes;
     std::optional<AppearanceWishes> m_told;
-    PortalSettings m_portal;
+    QDBusConnection m_bus;
+    std::optional<PortalSettings> m_portal;
 };
 
 } // namespace burnwick

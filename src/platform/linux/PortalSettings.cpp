@@ -2,14 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/PortalSettings.h"
 
-#include "platform/linux/MessageBus.h"
-
 #include <QtDBus/QDBusMessage>
 #include <QtDBus/QDBusPendingCallWatcher>
 #include <QtDBus/QDBusPendingReply>
 #include <QtDBus/QDBusVariant>
 
 #include <algorithm>
+#include <utility>
 
 namespace burnwick {
 
@@ -28,46 +27,34 @@ QVariant unwrapped(QVariant value) {
 
 } // namespace
 
-PortalSettings::PortalSettings(const QDBusConnection &bus)
+PortalSettings::PortalSettings(const QDBusConnection &bus, QList<Setting> settings)
     : m_bus(bus)
-    , m_ownerChanges(portalName, bus, QDBusServiceWatcher::WatchForOwnerChange) {
-    connect(&m_ownerChanges, &QDBusServiceWatcher::serviceOwnerChanged, this,
-            [this](const QString &, const QString &, const QString &newOwner) { setOwner(newOwner); });
-    askForOwner();
-}
-
-void PortalSettings::askForOwner() {
-    const auto call = callMessageBus(m_bus, QStringLiteral("GetNameOwner"), {QString(portalName)});
-    connect(new QDBusPendingCallWatcher(call, this), &QDBusPendingCallWatcher::finished, this,
-            [this](QDBusPendingCallWatcher *finished) {
-                finished->deleteLater();
-                const QDBusPendingReply<QString> owner = *finished;
-                if (owner.isValid() && m_owner.isEmpty())
-                    m_owner = owner.value();
-            });
-}
-
-void PortalSettings::setOwner(const QString &owner) {
-    m_owner = owner;
-    if (owner.isEmpty())
-        return;
-    for (const Setting &setting : std::as_const(m_settings))
-        read(setting);
-}
-
-void PortalSettings::follow(const QString &group, const QString &key) {
+    , m_settings(std::move(settings))
+    , m_owner(bus, portalName) {
     if (!m_bus.isConnected()) {
-        QMetaObject::invokeMethod(
-            this, [this, key] { Q_EMIT told(key, {}); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, &PortalSettings::tellNothing, Qt::QueuedConnection);
         return;
     }
-    m_settings.append({group, key});
+    connect(&m_owner, &ServiceOwner::changed, this, [this](const QString &owner) {
+        if (!owner.isEmpty() || !m_asked)
+            readAll();
+    });
     // From any sender: given the portal's name, this call would wait for the bus to say whose it is.
     [[maybe_unused]] const bool connected =
-        m_bus.connect(QString(), portalPath, settingsInterface, QStringLiteral("SettingChanged"), {group},
-                      QString(), this, SLOT(onSettingChanged(QDBusMessage)));
+        m_bus.connect(QString(), portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
+                      SLOT(onSettingChanged(QDBusMessage)));
     Q_ASSERT(connected);
-    read(m_settings.last());
+}
+
+void PortalSettings::tellNothing() {
+    for (const Setting &setting : std::as_const(m_settings))
+        Q_EMIT told(setting.key, {});
+}
+
+void PortalSettings::readAll() {
+    m_asked = true;
+    for (const Setting &setting : std::as_const(m_settings))
+        read(setting);
 }
 
 void PortalSettings::read(const Setting &setting) {
@@ -84,7 +71,7 @@ void PortalSettings::read(const Setting &setting) {
 }
 
 void PortalSettings::onSettingChanged(const QDBusMessage &message) {
-    if (message.service() != m_owner || message.signature() != QLatin1String("ssv"))
+    if (message.service() != m_owner.name() || message.signature() != QLatin1String("ssv"))
         return;
     const auto arguments = message.arguments();
     const bool followed =

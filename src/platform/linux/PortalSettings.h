@@ -2,12 +2,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/ServiceOwner.h"
+
 #include <QtCore/QList>
 #include <QtCore/QObject>
 #include <QtCore/QString>
 #include <QtCore/QVariant>
 #include <QtDBus/QDBusConnection>
-#include <QtDBus/QDBusServiceWatcher>
 
 class QDBusMessage;
 
@@ -21,35 +22,32 @@ class PortalSettings final : public QObject {
     Q_OBJECT
 
 public:
-    explicit PortalSettings(const QDBusConnection &bus);
-
-    /// Asks for the value, and once more each time when the portal comes back. Starts the portal where the
-    /// desktop has one.
-    void follow(const QString &group, const QString &key);
-
-Q_SIGNALS:
-    /// The value without its D-Bus variants, or a new one; invalid when the portal did not tell it. Never
-    /// from within follow().
-    void told(const QString &key, const QVariant &value);
-
-private:
     struct Setting {
         QString group;
         QString key;
     };
 
+    /// Asks for the values, and once more each time when the portal comes back. Starts the portal where the
+    /// desktop has one.
+    PortalSettings(const QDBusConnection &bus, QList<Setting> settings);
+
+Q_SIGNALS:
+    /// The value without its D-Bus variants, or a new one; invalid when the portal did not tell it.
+    void told(const QString &key, const QVariant &value);
+
+private:
+    void tellNothing();
+    void readAll();
     void read(const Setting &setting);
-    void askForOwner();
-    void setOwner(const QString &owner);
 
 private Q_SLOTS:
     void onSettingChanged(const QDBusMessage &message);
 
 private:
     QDBusConnection m_bus;
-    QDBusServiceWatcher m_ownerChanges;
-    QString m_owner; ///< the portal's unique name; empty while unknown
     QList<Setting> m_settings;
+    ServiceOwner m_owner;
+    bool m_asked = false; ///< at all: an absent portal is asked for once, which starts it
 };
 
 } // namespace burnwick

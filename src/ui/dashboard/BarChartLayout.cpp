@@ -111,7 +111,7 @@ std::vector<double> guideValues(std::int64_t highest) {
             {{1, 2}, {1, 3}, {2, 2}, {2, 3}, {2.5, 3}, {5, 2}, {5, 3}}};
         for (const auto &[step, count] : scales) {
             if (step * size * count < needed || !isExactOnAxis(step * size) ||
-                !isExactOnAxis(2 * step * size) || !isExactOnAxis(count * step * size))
+                !isExactOnAxis(step * size * count))
                 continue;
             std::vector<double> values;
             for (int i = 0; i <= count; ++i)
