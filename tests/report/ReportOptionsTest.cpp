@@ -67,21 +67,5 @@ TEST(ReportOptionsTest, RefusesWhatItDoesNotKnowAndNamesIt) {
     }
 }
 
-TEST(ReportOptionsTest, AreAllInTheManual) {
-    QFile manual(QStringLiteral(BURNWICK_REPORT_MANUAL));
-    ASSERT_TRUE(manual.open(QIODevice::ReadOnly));
-    const QString page = QString::fromUtf8(manual.readAll()).remove(u'\\');
-    EXPECT_TRUE(reportHelp().startsWith(QStringLiteral("Usage: burnwick-report [options]\n")));
-    auto option = QRegularExpression(QStringLiteral("(?<=[ ,])--?[a-z]+")).globalMatch(reportHelp());
-    int count = 0;
-    for (; option.hasNext(); ++count) {
-        const QString name = option.next().captured();
-        const QRegularExpression documented(QStringLiteral("^\\.TP\n\\.B[IR]? .*%1\\b").arg(name),
-                                            QRegularExpression::MultilineOption);
-        EXPECT_TRUE(page.contains(documented)) << name.toStdString();
-    }
-    EXPECT_EQ(count, 10); // eight options, two of them with a short name
-}
-
 } // namespace
 } // namespace burnwick

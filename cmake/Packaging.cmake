@@ -1,0 +1,30 @@
+# The Debian package, by `cpack --preset deb`. What is installed is in src/ and data/.
+
+set(doc_directory ${CMAKE_INSTALL_DATADIR}/doc/burnwick)
+install(FILES packaging/copyright packaging/changelog README.md DESTINATION ${doc_directory})
+install(FILES docs/status-item.md DESTINATION ${doc_directory}/docs)
+
+set(CPACK_PACKAGE_NAME burnwick)
+set(CPACK_PACKAGE_VENDOR "The Burnwick developers")
+set(CPACK_PACKAGE_CONTACT "The Burnwick developers <developers@burnwick.example>")
+set(CPACK_PACKAGE_HOMEPAGE_URL ${BURNWICK_PRODUCT_BASE_URL})
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "token usage, cost and quota of Claude Code at a glance")
+set(CPACK_PACKAGE_DESCRIPTION
+    "Burnwick sits in the status bar and shows how many tokens Claude Code has
+burnt, what they cost and how much of the 5-hour allowance is used. One click
+opens a window with the quotas, the burn rate and the whole history.
+
+The program burnwick-report prints the same figures in a terminal, for bars
+and for scripts.")
+set(CPACK_STRIP_FILES ON)
+set(CPACK_VERBATIM_VARIABLES ON)
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION utils)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# Loaded as plugins or read as data, which no tool sees in a program.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland, fonts-inter")
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS gnome-shell-extension-appindicator)
+set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/CompressDocuments.cmake)
+include(CPack)
