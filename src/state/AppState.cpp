@@ -132,8 +132,9 @@ void AppState::setTimeFilter(TimeFilter filter) {
 }
 
 void AppState::recomputeHistory() {
+    static const LogHistory nothing; // a temporary one would make a copy of the other, too
     publish(m_historicalData,
-            m_services.parser.computeHistoricalData(m_history ? *m_history : LogHistory(), m_timeFilter));
+            m_services.parser.computeHistoricalData(m_history ? *m_history : nothing, m_timeFilter));
     publish(m_lastUpdated, m_services.clock.now());
 }
 

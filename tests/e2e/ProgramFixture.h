@@ -60,7 +60,7 @@ protected:
     }
 
     LogHome m_home;
-    FakeStatusNotifierWatcher m_watcher;
+    FakeStatusNotifierWatcher m_watcher{sessionBusOfTests()};
     QProcess m_program;
 };
 

@@ -29,9 +29,9 @@ std::string mainThreadName() {
 
 } // namespace
 
-FakeStatusNotifierWatcher::FakeStatusNotifierWatcher()
+FakeStatusNotifierWatcher::FakeStatusNotifierWatcher(const PrivateBus &bus)
     : m_ownProcessName(mainThreadName())
-    , m_connection(sessionBusOfTests().connect(connectionName)) {
+    , m_connection(bus.connect(connectionName)) {
     m_connection.registerObject(QStringLiteral("/StatusNotifierWatcher"), this,
                                 QDBusConnection::ExportScriptableSlots);
 }

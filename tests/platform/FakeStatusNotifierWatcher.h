@@ -21,7 +21,7 @@ class FakeStatusNotifierWatcher final : public QObject {
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
 
 public:
-    FakeStatusNotifierWatcher();
+    explicit FakeStatusNotifierWatcher(const PrivateBus &bus);
     ~FakeStatusNotifierWatcher() override;
 
     /// Starts as a host of that process name: the main thread's name, which /proc shows, is the process's.

@@ -39,7 +39,7 @@ struct ShownItem {
         return property("Menu").value<QDBusObjectPath>().path().toStdString();
     }
 
-    FakeStatusNotifierWatcher watcher;
+    FakeStatusNotifierWatcher watcher{sessionBusOfTests()};
     std::unique_ptr<StatusItem> item = platform::makeStatusItem();
     std::vector<std::string> tokens; ///< of the handler's calls
 };
@@ -52,7 +52,7 @@ TEST(StatusItemOnBus, RegistersUnderTheNameThatHostsExpect) {
 }
 
 TEST(StatusItemOnBus, IsSilentUntilItHasContent) {
-    FakeStatusNotifierWatcher watcher;
+    FakeStatusNotifierWatcher watcher{sessionBusOfTests()};
     watcher.takeName("panel-6-systray");
     const auto silent = platform::makeStatusItem();
     const auto shown = platform::makeStatusItem();
@@ -62,7 +62,7 @@ TEST(StatusItemOnBus, IsSilentUntilItHasContent) {
 }
 
 TEST(StatusItemOnBus, RegistersWithAWatcherThatComesLaterOrAgain) {
-    FakeStatusNotifierWatcher watcher;
+    FakeStatusNotifierWatcher watcher{sessionBusOfTests()};
     const auto item = platform::makeStatusItem();
     item->show(contentAt(67));
     QCoreApplication::processEvents();

@@ -95,7 +95,7 @@ void NotificationServer::notify(const UserNotification &notification, uint repla
 
 /// By its unique name: others may pass the signals on, and then each would come twice.
 void NotificationServer::followSignalsOf(const QString &owner) {
-    constexpr std::pair<const char *, const char *> signalsAndSlots[] = {
+    const std::pair<const char *, const char *> signalsAndSlots[] = {
         {"ActivationToken", SLOT(onActivationToken(uint, QString))},
         {"ActionInvoked", SLOT(onActionInvoked(uint, QString))},
         {"NotificationClosed", SLOT(onNotificationClosed(uint, uint))},
