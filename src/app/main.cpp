@@ -70,6 +70,7 @@ int main(int argc, char **argv) {
         std::cout << information->toStdString();
         return burnwick::exitSuccess;
     }
+    burnwick::platform::forgoSilentServices();
     const burnwick::StartupActivation activation = burnwick::platform::startupActivation();
     QApplication application(argc, argv);
     burnwick::platform::forgetStartupActivation();

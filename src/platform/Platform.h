@@ -44,6 +44,11 @@ openDirectoryEventSource(const std::filesystem::path &path);
 /// Needs a running application object.
 [[nodiscard]] std::unique_ptr<ApplicationInstance> makeApplicationInstance();
 
+/// Has this process do without desktop services that would keep it waiting without limit. Takes a moment, or
+/// 2 s where there are such. Before there is an application object, and before anything else of this process
+/// uses the desktop's services.
+void forgoSilentServices();
+
 /// What the desktop gave this process when it started it. To be read before there is an application object,
 /// which takes a part for itself.
 [[nodiscard]] StartupActivation startupActivation();

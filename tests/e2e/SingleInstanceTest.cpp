@@ -4,6 +4,9 @@
 #include "platform/FakeApplication.h"
 #include "support/VirtualDisplay.h"
 
+#include <QLocalServer>
+#include <QTemporaryDir>
+
 #include <algorithm>
 #include <deque>
 
@@ -111,6 +114,22 @@ TEST_F(SingleInstanceTest, RunsWithoutABus) {
     ASSERT_TRUE(
         showProgramOn(display, {{"DBUS_SESSION_BUS_ADDRESS", QStringLiteral("unix:path=/nowhere/at/all")}}));
     EXPECT_TRUE(endsWhenTold(SIGTERM));
+}
+
+TEST_F(SingleInstanceTest, RunsWithABusThatSaysNothing) {
+    const test::VirtualDisplay display;
+    const QTemporaryDir directory;
+    const QString socket = directory.filePath(QStringLiteral("bus"));
+    QLocalServer silence;
+    ASSERT_TRUE(silence.listen(socket));
+    // There, Qt itself asks the bus before the program can.
+    ASSERT_TRUE(showProgramOn(display, {{"DBUS_SESSION_BUS_ADDRESS", QStringLiteral("unix:path=") + socket},
+                                        {"XDG_CURRENT_DESKTOP", QStringLiteral("KDE")},
+                                        {"KDE_FULL_SESSION", QStringLiteral("true")},
+                                        {"KDE_SESSION_VERSION", QStringLiteral("5")}}));
+    EXPECT_TRUE(silence.hasPendingConnections()) << "nobody connected";
+    EXPECT_TRUE(endsWhenTold(SIGTERM));
+    EXPECT_EQ(m_program.readAll().count("does not answer"), 1);
 }
 
 TEST_F(SingleInstanceTest, ReadsTheCommandLine) {

@@ -3,30 +3,16 @@
 #include "platform/linux/SessionBusConnector.h"
 
 #include "platform/UnawaitedResult.h"
+#include "platform/linux/SessionBusAddress.h"
 
-#include <QtCore/QFileInfo>
 #include <QtCore/QFutureWatcher>
 #include <QtCore/QTimer>
-#include <QtCore/QUrl>
 
 #include <utility>
 
 namespace burnwick {
 
 namespace {
-
-/// Empty where there is no bus. Without an address of ours the library would start one.
-QString sessionBusAddress() {
-    if (const QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS"); !address.isEmpty())
-        return QString::fromLocal8Bit(address);
-    const QByteArray runtimeDirectory = qgetenv("XDG_RUNTIME_DIR");
-    const QString socket = QString::fromLocal8Bit(runtimeDirectory) + QStringLiteral("/bus");
-    if (runtimeDirectory.isEmpty() || !QFileInfo::exists(socket))
-        return {};
-    // Addresses have a tilde and some others escaped.
-    return QStringLiteral("unix:path=") + QString::fromLatin1(QUrl::toPercentEncoding(
-                                              socket, QByteArrayLiteral("/"), QByteArrayLiteral("~")));
-}
 
 /// Blocks, perhaps for ever.
 std::optional<QDBusConnection> connectTo(const QString &address, const QString &name) {

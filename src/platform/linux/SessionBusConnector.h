@@ -15,8 +15,8 @@
 namespace burnwick {
 
 /// Connects to the session bus without blocking, which QDBusConnection::sessionBus() does without limit: the
-/// bus may accept a connection and say nothing more. Starts no bus: there is one where
-/// $DBUS_SESSION_BUS_ADDRESS says so, or else at $XDG_RUNTIME_DIR/bus. Main thread only.
+/// bus may accept a connection and say nothing more. Starts no bus: there is one where sessionBusAddress()
+/// says so. Main thread only.
 ///
 /// While an attempt hangs, QtDBus makes the main thread wait in whatever else of its connections by name or
 /// type: sessionBus(), systemBus(), connectToBus() and disconnectFromBus(). Calls on a connection go on.

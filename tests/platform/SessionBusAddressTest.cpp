@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "platform/linux/SessionBusAddress.h"
+
+#include "support/PrivateBus.h"
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QTemporaryDir>
+#include <QtCore/QUrl>
+#include <QtNetwork/QLocalServer>
+#include <QtNetwork/QLocalSocket>
+
+namespace burnwick {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto limit = 100ms;
+
+/// Listens and says nothing: no event loop runs that would take the connections.
+class SilentServer {
+public:
+    explicit SilentServer(const QString &name,
+                          QLocalServer::SocketOptions options = QLocalServer::NoOptions) {
+        m_server.setSocketOptions(options);
+        EXPECT_TRUE(m_server.listen(name)) << m_server.errorString().toStdString();
+    }
+
+private:
+    QLocalServer m_server;
+};
+
+TEST(SessionBusAddress, OnlyASocketThatSaysNothingIsSilent) {
+    const QTemporaryDir directory(QDir::tempPath() + QStringLiteral("/bus ~%,;"));
+    const QString path = directory.filePath(QStringLiteral("silent"));
+    const QString escaped =
+        QString::fromLatin1(QUrl::toPercentEncoding(path, QByteArrayLiteral("/"), QByteArrayLiteral("~")));
+    const QString abstractName = path.section(u'/', -2).remove(u',').remove(u';').remove(u'%');
+    const SilentServer server(path);
+    const SilentServer abstractServer(abstractName, QLocalServer::AbstractNamespaceOption);
+    const QString unused = QStringLiteral("unix:path=/nowhere/at/all");
+    const struct {
+        QString address;
+        bool silent;
+    } rows[] = {
+        {QStringLiteral("unix:path=") + escaped, true},
+        {QStringLiteral("unix:guid=0f,path=") + escaped + QStringLiteral(",x=y;") + unused, true},
+        {QStringLiteral("unix:abstract=") + abstractName, true},
+        {QStringLiteral("unix:abstract=") + abstractName + QStringLiteral("-other"), false},
+        {sessionBusOfTests().address(), false},
+        {unused + QStringLiteral(";unix:path=") + escaped, false},
+        {QStringLiteral("unix:path=/dev/null"), false},
+        {QStringLiteral("unix:path=") + QString(200, u'x'), false},
+        {QStringLiteral("unix:path="), false},
+        {QStringLiteral("unix:"), false},
+        {QStringLiteral("tcp:host=localhost,port=1"), false},
+        {QStringLiteral("disabled:"), false},
+        {QString(), false},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(isSilentBus(row.address, limit), row.silent) << row.address.toStdString();
+}
+
+TEST(SessionBusAddress, AServerThatTakesNoMoreConnectionsIsSilent) {
+    const QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("bus"));
+    QLocalServer server;
+    server.setListenBacklogSize(0);
+    ASSERT_TRUE(server.listen(path));
+    QLocalSocket first;
+    first.connectToServer(path);
+    ASSERT_TRUE(first.waitForConnected());
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_TRUE(isSilentBus(QStringLiteral("unix:path=") + path, limit));
+    EXPECT_LT(timer.elapsed(), 5000);
+}
+
+TEST(SessionBusAddress, AFrozenBusIsSilentAndIsHeardAgainWhenItGoesOn) {
+    sessionBusOfTests().freeze();
+    EXPECT_TRUE(isSilentBus(sessionBusOfTests().address(), limit));
+    sessionBusOfTests().thaw();
+    EXPECT_FALSE(isSilentBus(sessionBusOfTests().address(), 10s));
+}
+
+} // namespace
+} // namespace burnwick
