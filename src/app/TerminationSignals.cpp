@@ -5,6 +5,7 @@
 #include <QSocketNotifier>
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 
 #include <fcntl.h>
@@ -18,9 +19,18 @@ namespace {
 std::array<int, 2> wakePipe{-1, -1};
 
 extern "C" void writeToPipe(int) {
+    // What was interrupted may be about to look at it.
+    const int error = errno;
     const char byte = 0;
     // A full pipe has woken the event loop already.
     [[maybe_unused]] const ssize_t written = ::write(wakePipe[1], &byte, 1);
+    errno = error;
+}
+
+/// As by nohup, so that the program outlives its terminal.
+bool isIgnored(int number) {
+    struct sigaction action {};
+    return ::sigaction(number, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
 }
 
 } // namespace
@@ -39,6 +49,8 @@ TerminationSignals::TerminationSignals(QObject *parent)
         Q_EMIT received();
     });
     for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
+        if (isIgnored(number))
+            continue;
         struct sigaction action {};
         action.sa_handler = writeToPipe;
         action.sa_flags = SA_RESTART;

@@ -9,7 +9,7 @@ class QSocketNotifier;
 namespace burnwick {
 
 /// Turns SIGTERM, SIGINT and SIGHUP into a signal of the event loop, so that the program ends as if the user
-/// had quit it. One per process.
+/// had quit it. Those that whoever started it had it ignore stay ignored. One per process.
 class TerminationSignals final : public QObject {
     Q_OBJECT
 

@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "e2e/ProgramFixture.h"
 
+#include <QFile>
+#include <QRegularExpression>
+
 #include <sys/resource.h>
 
 namespace burnwick {
@@ -30,6 +33,22 @@ TEST_F(ProgramTest, RunsWithoutLogsAndLeavesTheHomeAlone) {
     EXPECT_TRUE(endsWhenTold(SIGINT));
     EXPECT_FALSE(std::filesystem::exists(m_home.path() / ".claude"));
     EXPECT_FALSE(std::filesystem::exists(m_home.path() / ".config" / "burnwick"));
+}
+
+TEST_F(ProgramTest, StartedByNohupItOutlivesItsTerminal) {
+    m_program.setChildProcessModifier([] {
+        std::signal(SIGHUP, SIG_IGN);
+        std::signal(SIGTERM, SIG_DFL);
+    });
+    ASSERT_TRUE(startProgram());
+    QFile status(QStringLiteral("/proc/%1/status").arg(m_program.processId()));
+    ASSERT_TRUE(status.open(QIODevice::ReadOnly));
+    static const QRegularExpression mask(QStringLiteral("SigIgn:\\s*([0-9a-f]+)"));
+    const qulonglong ignored =
+        mask.match(QString::fromLatin1(status.readAll())).captured(1).toULongLong(nullptr, 16);
+    EXPECT_TRUE(ignored & (1ULL << (SIGHUP - 1)));
+    EXPECT_FALSE(ignored & (1ULL << (SIGTERM - 1)));
+    EXPECT_TRUE(endsWhenTold(SIGTERM));
 }
 
 TEST_F(ProgramTest, ACrashWouldLeaveNoTokensBehind) {
