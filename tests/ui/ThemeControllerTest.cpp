@@ -15,15 +15,18 @@
 #include <QPainter>
 #include <QSignalSpy>
 #include <QStyle>
+#include <QTimer>
 #include <QToolTip>
 #include <QWidget>
 
 #include <array>
 #include <optional>
+#include <thread>
 
 namespace burnwick {
 namespace {
 
+using namespace std::chrono_literals;
 using Colors = AppearanceWishes::Colors;
 
 constexpr std::array allColors{Colors::noPreference, Colors::dark, Colors::light};
@@ -178,6 +181,15 @@ TEST_F(ThemeControllerTest, AWindowWaitsForTheDesktopButNotForLong) {
         m_desktop.tell(Colors::light);
         EXPECT_EQ(settled.size(), row.settledAtOnce ? 0 : 1);
     }
+}
+
+TEST_F(ThemeControllerTest, TheTimeBeforeTheEventLoopRunsIsNotTheDesktops) {
+    start();
+    // It needs a turn of the event loop and then a little time.
+    QTimer::singleShot(0, [this] { QTimer::singleShot(20ms, [this] { m_desktop.tell(Colors::dark); }); });
+    std::this_thread::sleep_for(400ms); // as the first load of many logs would
+    ASSERT_TRUE(waitFor([this] { return m_controller->isSettled(); }));
+    EXPECT_EQ(shown(), ColorScheme::dark) << "settled without the answer";
 }
 
 TEST_F(ThemeControllerTest, ReducedMotionIsToldApartFromTheColours) {

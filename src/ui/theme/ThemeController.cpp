@@ -38,8 +38,10 @@ ThemeController::ThemeController(const PreferencesManager &preferences, DesktopA
     QApplication::setStyle(QStringLiteral("Fusion"));
     apply();
     connect(&preferences, &PreferencesManager::themeChanged, this, &ThemeController::apply);
+    // Its time begins with the event loop, before which no answer is heard: a first load may take longer.
     if (!m_settled)
-        QTimer::singleShot(settlingTime, this, &ThemeController::settle);
+        QTimer::singleShot(0, this,
+                           [this] { QTimer::singleShot(settlingTime, this, &ThemeController::settle); });
     desktop.follow([self = QPointer(this)](const AppearanceWishes &wishes) {
         if (self)
             self->take(wishes);
