@@ -13,6 +13,7 @@ namespace {
 const QString helpName = QStringLiteral("help");
 const QString versionName = QStringLiteral("version");
 const QString actionName = QStringLiteral("action");
+const QString newInstanceName = QStringLiteral("new-instance");
 
 void addOptions(QCommandLineParser &parser) {
     // Else Qt's "-reverse" would count as -v and more.
@@ -25,6 +26,7 @@ void addOptions(QCommandLineParser &parser) {
     parser.addOption({{QStringLiteral("v"), versionName}, QStringLiteral("Print the version.")});
     parser.addOption({actionName, QStringLiteral("Do this as well: settings opens the settings."),
                       QStringLiteral("name")});
+    parser.addOption({newInstanceName, QStringLiteral("Run beside one that runs already.")});
 }
 
 } // namespace
@@ -41,7 +43,7 @@ std::optional<QString> informationAskedFor(const QStringList &arguments) {
     return std::nullopt;
 }
 
-std::variant<ApplicationAction, WrongStart> parseStartOptions(const QStringList &arguments) {
+std::variant<StartOptions, WrongStart> parseStartOptions(const QStringList &arguments) {
     QCommandLineParser parser;
     addOptions(parser);
     if (!parser.parse(arguments))
@@ -49,11 +51,15 @@ std::variant<ApplicationAction, WrongStart> parseStartOptions(const QStringList 
     if (!parser.positionalArguments().isEmpty())
         return WrongStart{
             QStringLiteral("Unexpected argument '%1'.").arg(parser.positionalArguments().first())};
+    StartOptions options;
+    options.newInstance = parser.isSet(newInstanceName);
     if (!parser.isSet(actionName))
-        return ApplicationAction::showWindow;
+        return options;
     const QString name = parser.value(actionName);
-    if (const auto action = applicationActionNamed(name.toStdString()))
-        return *action;
+    if (const auto action = applicationActionNamed(name.toStdString())) {
+        options.action = *action;
+        return options;
+    }
     return WrongStart{QStringLiteral("Unknown action '%1': use settings.").arg(name)};
 }
 

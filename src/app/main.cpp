@@ -36,7 +36,7 @@ void describeApplication() {
 }
 
 /// Runs the program, or has the one that runs do what this start asks for.
-int run(const ApplicationRequest &request) {
+int run(const ApplicationRequest &request, bool newInstance) {
     const TerminationSignals signals;
     QObject::connect(&signals, &TerminationSignals::received, qApp, &QApplication::quit);
     std::optional<AppDelegate> delegate;
@@ -44,6 +44,11 @@ int run(const ApplicationRequest &request) {
         if (delegate)
             delegate->terminate();
     });
+    if (newInstance) {
+        delegate.emplace();
+        delegate->launch(request);
+        return QApplication::exec();
+    }
     // Behind the delegate, so that no request reaches one that is gone.
     const auto instance = platform::makeApplicationInstance();
     instance->claim(request, [&](InstanceClaim outcome) {
@@ -81,5 +86,6 @@ int main(int argc, char **argv) {
         std::cerr << "burnwick: " << wrong->reason.toStdString() << " See burnwick --help.\n";
         return burnwick::exitWrongOptions;
     }
-    return burnwick::run({std::get<burnwick::ApplicationAction>(options), activation});
+    const auto &start = std::get<burnwick::StartOptions>(options);
+    return burnwick::run({start.action, activation}, start.newInstance);
 }

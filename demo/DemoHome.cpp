@@ -1,0 +1,127 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "demo/DemoHome.h"
+
+#include "bench/Random.h"
+#include "model/Timestamp.h"
+#include "support/LogTreeFixture.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QString>
+#include <QUrl>
+
+#include <array>
+#include <string>
+#include <string_view>
+
+namespace burnwick::demo {
+
+namespace {
+
+using bench::Random;
+using namespace std::chrono_literals;
+
+constexpr int firstDay = 61; ///< days before today
+constexpr std::array<std::string_view, 4> projects{"-home-dev-atlas", "-home-dev-billing-api",
+                                                   "-home-dev-parser", "-home-dev-website"};
+constexpr std::string_view opus = "claude-opus-4-1-20250805";
+constexpr std::string_view sonnet = "claude-sonnet-4-5-20250929";
+constexpr std::string_view haiku = "claude-haiku-4-5-20251001";
+/// Weighted by how often they occur here.
+constexpr std::array<std::string_view, 5> sessionModels{sonnet, sonnet, sonnet, opus, opus};
+constexpr std::array<int, 14> hoursOfWork{9, 9, 10, 10, 10, 11, 13, 14, 14, 15, 15, 16, 17, 21};
+
+class LogWriter {
+public:
+    LogWriter(const test::LogHome &home, Instant now)
+        : m_home(home)
+        , m_now(now) {}
+
+    Random &random() { return m_random; }
+
+    /// Answers at intervals of a minute or so, until now at the latest.
+    void addSession(Instant begin, std::uint64_t answers) {
+        const std::string_view model = m_random.oneOf(sessionModels);
+        std::string lines;
+        Instant last{};
+        for (Instant at = begin; answers > 0 && at <= m_now; --answers) {
+            lines += answer(at, m_random.oneIn(6) ? haiku : model);
+            last = at;
+            at += std::chrono::milliseconds(15'000 + m_random.below(90'000));
+        }
+        if (lines.empty())
+            return;
+        const std::string file = "session-" + std::to_string(++m_sessions) + ".jsonl";
+        m_home.add(std::string(m_random.oneOf(projects)) + "/" + file, lines, last);
+    }
+
+private:
+    std::string answer(Instant at, std::string_view model) {
+        const auto count = [this](std::uint64_t least, std::uint64_t most) {
+            return static_cast<long long>(m_random.skewed(least, most));
+        };
+        const std::string stamp =
+            printTimestamp({std::chrono::floor<std::chrono::milliseconds>(at), 3, std::nullopt, false});
+        return test::usageLine(stamp, count(20, 12'000), count(90, 24'000), count(500, 60'000),
+                               count(9'000, 300'000), model);
+    }
+
+    const test::LogHome &m_home;
+    Instant m_now;
+    Random m_random{20260201};
+    int m_sessions = 0;
+};
+
+bool isWorkingDay(LocalDay day) {
+    const std::chrono::weekday weekday(day);
+    return weekday != std::chrono::Saturday && weekday != std::chrono::Sunday;
+}
+
+std::uint64_t sessionsOn(LocalDay day, int daysAgo, Random &random) {
+    const bool onHoliday = daysAgo > 33 && daysAgo < 39;
+    if (onHoliday)
+        return 0;
+    if (!isWorkingDay(day))
+        return random.oneIn(3) ? 1 : 0;
+    return 1 + random.below(4);
+}
+
+void writeJson(const std::filesystem::path &file, const QJsonObject &object) {
+    test::writeFile(file, QJsonDocument(object).toJson().toStdString());
+}
+
+} // namespace
+
+void addLogs(const test::LogHome &home, Instant now, const Calendar &calendar) {
+    LogWriter writer(home, now);
+    Random &random = writer.random();
+    for (int daysAgo = firstDay; daysAgo >= 0; --daysAgo) {
+        const LocalDay day = calendar.dayOf(calendar.daysBefore(now, daysAgo));
+        for (auto left = sessionsOn(day, daysAgo, random); left > 0; --left) {
+            const auto begin =
+                std::chrono::hours(random.oneOf(hoursOfWork)) + std::chrono::minutes(random.below(60));
+            writer.addSession(calendar.startOf(day) + begin, 15 + random.below(60));
+        }
+    }
+    constexpr std::uint64_t moreThanFit = 1'000;
+    writer.addSession(now - 75min, moreThanFit);
+}
+
+void addAccount(const std::filesystem::path &home, const QUrl &services) {
+    const QString base = services.toString();
+    constexpr qint64 year2100 = 4'102'444'800'000; // in milliseconds
+    writeJson(home / ".claude" / ".credentials.json",
+              {{QStringLiteral("claudeAiOauth"),
+                QJsonObject{{QStringLiteral("accessToken"), QStringLiteral("demo-access")},
+                            {QStringLiteral("refreshToken"), QStringLiteral("demo-refresh")},
+                            {QStringLiteral("expiresAt"), year2100}}}});
+    writeJson(home / ".config" / "burnwick" / "burnwick.json",
+              {{QStringLiteral("apiBaseURL"), base},
+               {QStringLiteral("statusBaseURL"), base},
+               {QStringLiteral("productBaseURL"), base},
+               {QStringLiteral("loginURL"), base + QStringLiteral("/login")},
+               {QStringLiteral("feedbackURL"), base + QStringLiteral("/feedback")}});
+}
+
+} // namespace burnwick::demo

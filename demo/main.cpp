@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "app/TerminationSignals.h"
+#include "demo/DemoHome.h"
+#include "demo/StandInServices.h"
+#include "model/Clock.h"
+#include "support/LogTreeFixture.h"
+#include "support/ScriptedServer.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QProcess>
+#include <QTimer>
+
+#include <csignal>
+#include <iostream>
+
+#include <sys/prctl.h>
+
+namespace burnwick::demo {
+
+namespace {
+
+/// The user's desktop, and none of the user's files.
+QProcessEnvironment environmentWith(const QString &home) {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    // By default the key to an X display is in the home directory.
+    const QString displayKey = QDir::home().filePath(QStringLiteral(".Xauthority"));
+    if (!environment.contains(QStringLiteral("XAUTHORITY")) && QFileInfo::exists(displayKey))
+        environment.insert(QStringLiteral("XAUTHORITY"), displayKey);
+    environment.insert(QStringLiteral("HOME"), home);
+    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home + QStringLiteral("/.config"));
+    environment.insert(QStringLiteral("XDG_DATA_HOME"), home + QStringLiteral("/.local/share"));
+    environment.insert(QStringLiteral("XDG_STATE_HOME"), home + QStringLiteral("/.local/state"));
+    environment.insert(QStringLiteral("XDG_CACHE_HOME"), home + QStringLiteral("/.cache"));
+    // The login that a click starts would be the user's: many terminals are opened by a process that has the
+    // user's home.
+    environment.insert(QStringLiteral("TERMINAL"), QStringLiteral("true"));
+    return environment;
+}
+
+/// Runs the program until it ends; its exit code.
+int run(const QStringList &arguments) {
+    const TerminationSignals signals;
+    const test::LogHome home;
+    const SystemClock clock;
+    test::ScriptedServer services;
+    standIn(services, clock.now());
+    addLogs(home, clock.now(), Calendar::current());
+    addAccount(home.path(), services.url());
+
+    QProcess program;
+    program.setProcessEnvironment(environmentWith(QString::fromStdString(home.path().string())));
+    program.setProcessChannelMode(QProcess::ForwardedChannels);
+    program.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
+    QObject::connect(&signals, &TerminationSignals::received, &program, [&program] {
+        constexpr std::chrono::seconds patience{3};
+        program.terminate();
+        QTimer::singleShot(patience, &program, &QProcess::kill);
+    });
+    QObject::connect(&program, &QProcess::finished, qApp, [](int exitCode, QProcess::ExitStatus status) {
+        QCoreApplication::exit(status == QProcess::NormalExit ? exitCode : EXIT_FAILURE);
+    });
+    QObject::connect(&program, &QProcess::errorOccurred, qApp, [&program](QProcess::ProcessError error) {
+        if (error != QProcess::FailedToStart)
+            return;
+        std::cerr << "burnwick-demo: " << program.errorString().toStdString() << '\n';
+        QCoreApplication::exit(EXIT_FAILURE);
+    });
+    QMetaObject::invokeMethod(
+        &program,
+        [&] {
+            program.start(QStringLiteral(BURNWICK_PROGRAM),
+                          QStringList(QStringLiteral("--new-instance")) + arguments);
+        },
+        Qt::QueuedConnection);
+    return QCoreApplication::exec();
+}
+
+} // namespace
+
+} // namespace burnwick::demo
+
+int main(int argc, char **argv) {
+    const QCoreApplication application(argc, argv);
+    return burnwick::demo::run(QCoreApplication::arguments().mid(1));
+}

@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "demo/DemoHome.h"
+
+#include "demo/FilesIn.h"
+#include "demo/StandInServices.h"
+#include "model/Clock.h"
+#include "report/ReportChild.h"
+#include "support/LogTreeFixture.h"
+#include "support/ScriptedServer.h"
+
+#include <gtest/gtest.h>
+
+#include <QDateTime>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <algorithm>
+
+namespace burnwick {
+namespace {
+
+using namespace std::chrono_literals;
+using test::filesIn;
+
+TEST(DemoHomeTest, IsTheSameForTheSameInstantAndWrittenUpToIt) {
+    const Instant now = std::chrono::sys_days(std::chrono::June / 11 / 2025) + 15h + 30min;
+    const Calendar calendar = Calendar::inZone("Europe/Berlin");
+    const test::LogHome first;
+    const test::LogHome second;
+    demo::addLogs(first, now, calendar);
+    demo::addLogs(second, now, calendar);
+    const auto files = filesIn(first.path());
+    EXPECT_EQ(files, filesIn(second.path()));
+    std::filesystem::file_time_type newest = std::filesystem::file_time_type::min();
+    for (const auto &[path, file] : files)
+        newest = std::max(newest, file.first);
+    const auto age = now - std::chrono::file_clock::to_sys(newest);
+    EXPECT_GE(age, 0s);
+    EXPECT_LT(age, 2min);
+}
+
+TEST(DemoHomeTest, IsReadByTheReportAlongWithTheServices) {
+    const SystemClock clock;
+    const test::LogHome home;
+    test::ScriptedServer services;
+    demo::addLogs(home, clock.now(), Calendar::inZone("UTC"));
+    demo::addAccount(home.path(), services.url());
+    demo::standIn(services, clock.now());
+
+    test::Program report(home.path());
+    report.set("XDG_CONFIG_HOME", (home.path() / ".config").c_str())
+        .set("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus");
+    const test::Outcome outcome =
+        report.runWhileServing({QStringLiteral("--quota"), QStringLiteral("--json")});
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.errors;
+    const QJsonObject figures = QJsonDocument::fromJson(QByteArray::fromStdString(outcome.output)).object();
+
+    const QJsonObject history = figures[QStringLiteral("history")].toObject();
+    EXPECT_EQ(history[QStringLiteral("modelStats")].toArray().size(), 3);
+    EXPECT_GT(history[QStringLiteral("sessionCount")].toInt(), 60);
+    EXPECT_GT(history[QStringLiteral("activeDays")].toInt(), 30);
+    EXPECT_GT(history[QStringLiteral("longestStreak")].toInt(), 4);
+    EXPECT_GT(figures[QStringLiteral("session")][QStringLiteral("burnRateTokensPerMin")].toDouble(), 50);
+
+    EXPECT_EQ(figures[QStringLiteral("oauthStatus")].toString(), QStringLiteral("connected"));
+    const QJsonObject quota = figures[QStringLiteral("quota")].toObject();
+    EXPECT_EQ(quota[QStringLiteral("fiveHourUsagePct")].toDouble(), 67);
+    EXPECT_EQ(quota[QStringLiteral("sevenDayUsagePct")].toDouble(), 31);
+    const auto reset =
+        QDateTime::fromString(quota[QStringLiteral("fiveHourResetAt")].toString(), Qt::ISODate);
+    EXPECT_EQ(QDateTime::currentDateTimeUtc().secsTo(reset) / 60, 125);
+    EXPECT_EQ(figures[QStringLiteral("extraUsage")][QStringLiteral("monthlyLimit")].toDouble(), 50);
+    const QJsonArray components = figures[QStringLiteral("claudeStatus")].toArray();
+    ASSERT_EQ(components.size(), 2);
+    EXPECT_EQ(components[0][QStringLiteral("status")].toString(), QStringLiteral("operational"));
+    EXPECT_EQ(components[1][QStringLiteral("status")].toString(), QStringLiteral("degraded"));
+    EXPECT_EQ(services.requestsFor("/api/oauth/token").size(), 0U) << "the login does not expire";
+}
+
+} // namespace
+} // namespace burnwick
