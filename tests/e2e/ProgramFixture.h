@@ -18,11 +18,13 @@ namespace burnwick::test {
 /// The real program on a home of its own, seen from the status area of a desktop.
 class ProgramFixture : public testing::Test {
 protected:
-    ProgramFixture() {
+    explicit ProgramFixture(const PrivateBus &bus = sessionBusOfTests())
+        : m_watcher(bus) {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         const QString home = QString::fromStdString(m_home.path().string());
         environment.insert(QStringLiteral("HOME"), home);
         environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home + QStringLiteral("/.config"));
+        environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), bus.address());
         m_program.setProcessEnvironment(environment);
         m_program.setProcessChannelMode(QProcess::MergedChannels);
     }
@@ -60,7 +62,7 @@ protected:
     }
 
     LogHome m_home;
-    FakeStatusNotifierWatcher m_watcher{sessionBusOfTests()};
+    FakeStatusNotifierWatcher m_watcher;
     QProcess m_program;
 };
 

@@ -22,11 +22,13 @@ FlatButton::Look choiceLook(TextStyle text, QSize padding, int radius) {
 TabButton::TabButton(const QString &label, QWidget *parent)
     : FlatButton(label, choiceLook(TextStyle::label, {14, 6}, 8), parent) {
     setCheckable(true);
+    setAutoExclusive(true); // assistive technology then takes it for one of several choices
 }
 
 FilterButton::FilterButton(const QString &label, QWidget *parent)
     : FlatButton(label, choiceLook(TextStyle::body, {10, 5}, 6), parent) {
     setCheckable(true);
+    setAutoExclusive(true);
 }
 
 FlatButton::Look smallButtonStyle() {
