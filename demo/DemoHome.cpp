@@ -108,16 +108,20 @@ void addLogs(const test::LogHome &home, Instant now, const Calendar &calendar) {
     writer.addSession(now - 75min, moreThanFit);
 }
 
-void addAccount(const std::filesystem::path &home, const QUrl &services) {
-    const QString base = services.toString();
+void addLogin(const std::filesystem::path &home) {
     constexpr qint64 year2100 = 4'102'444'800'000; // in milliseconds
     writeJson(home / ".claude" / ".credentials.json",
               {{QStringLiteral("claudeAiOauth"),
                 QJsonObject{{QStringLiteral("accessToken"), QStringLiteral("demo-access")},
                             {QStringLiteral("refreshToken"), QStringLiteral("demo-refresh")},
                             {QStringLiteral("expiresAt"), year2100}}}});
+}
+
+void addSettings(const std::filesystem::path &home, const QUrl &services, const QString &theme) {
+    const QString base = services.toString();
     writeJson(home / ".config" / "burnwick" / "burnwick.json",
-              {{QStringLiteral("apiBaseURL"), base},
+              {{QStringLiteral("theme"), theme},
+               {QStringLiteral("apiBaseURL"), base},
                {QStringLiteral("statusBaseURL"), base},
                {QStringLiteral("productBaseURL"), base},
                {QStringLiteral("loginURL"), base + QStringLiteral("/login")},

@@ -7,6 +7,7 @@
 
 #include <filesystem>
 
+class QString;
 class QUrl;
 
 namespace burnwick::test {
@@ -20,7 +21,10 @@ namespace burnwick::demo {
 /// calendar.
 void addLogs(const test::LogHome &home, Instant now, const Calendar &calendar);
 
-/// Writes a login that does not expire, and settings that have all the services at that address.
-void addAccount(const std::filesystem::path &home, const QUrl &services);
+/// Writes a login that does not expire.
+void addLogin(const std::filesystem::path &home);
+
+/// Writes settings with that theme, and with all the services at that address.
+void addSettings(const std::filesystem::path &home, const QUrl &services, const QString &theme);
 
 } // namespace burnwick::demo

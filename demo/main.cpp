@@ -7,6 +7,7 @@
 #include "support/LogTreeFixture.h"
 #include "support/ScriptedServer.h"
 
+#include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
@@ -41,14 +42,15 @@ QProcessEnvironment environmentWith(const QString &home) {
 }
 
 /// Runs the program until it ends; its exit code.
-int run(const QStringList &arguments) {
+int run(const QString &theme) {
     const TerminationSignals signals;
     const test::LogHome home;
     const SystemClock clock;
     test::ScriptedServer services;
     standIn(services, clock.now());
     addLogs(home, clock.now(), Calendar::current());
-    addAccount(home.path(), services.url());
+    addLogin(home.path());
+    addSettings(home.path(), services.url(), theme);
 
     QProcess program;
     program.setProcessEnvironment(environmentWith(QString::fromStdString(home.path().string())));
@@ -70,10 +72,7 @@ int run(const QStringList &arguments) {
     });
     QMetaObject::invokeMethod(
         &program,
-        [&] {
-            program.start(QStringLiteral(BURNWICK_PROGRAM),
-                          QStringList(QStringLiteral("--new-instance")) + arguments);
-        },
+        [&] { program.start(QStringLiteral(BURNWICK_PROGRAM), {QStringLiteral("--new-instance")}); },
         Qt::QueuedConnection);
     return QCoreApplication::exec();
 }
@@ -84,5 +83,13 @@ int run(const QStringList &arguments) {
 
 int main(int argc, char **argv) {
     const QCoreApplication application(argc, argv);
-    return burnwick::demo::run(QCoreApplication::arguments().mid(1));
+    const QCommandLineOption theme(QStringLiteral("theme"), QStringLiteral("light, dark or system"),
+                                   QStringLiteral("name"), QStringLiteral("system"));
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral(
+        "Runs Burnwick on a made-up home with made-up services. Nothing of the user's is read or written."));
+    parser.addHelpOption();
+    parser.addOption(theme);
+    parser.process(application);
+    return burnwick::demo::run(parser.value(theme));
 }

@@ -46,7 +46,8 @@ TEST(DemoHomeTest, IsReadByTheReportAlongWithTheServices) {
     const test::LogHome home;
     test::ScriptedServer services;
     demo::addLogs(home, clock.now(), Calendar::inZone("UTC"));
-    demo::addAccount(home.path(), services.url());
+    demo::addLogin(home.path());
+    demo::addSettings(home.path(), services.url(), QStringLiteral("dark"));
     demo::standIn(services, clock.now());
 
     test::Program report(home.path());
