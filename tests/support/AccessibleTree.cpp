@@ -83,6 +83,7 @@ std::vector<AccessibleReference> AccessibleTree::childrenOf(const AccessibleRefe
         children >> reference.service >> reference.path;
         children.endStructure();
     }
+    children.endArray();
     return references;
 }
 
