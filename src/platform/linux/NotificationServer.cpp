@@ -69,7 +69,10 @@ void NotificationServer::readCapabilities(std::function<void(const Capabilities 
                      // One that does not tell may read markup, and then a text could be taken for some.
                      Capabilities capabilities{!names.isValid(), false};
                      if (names.isValid()) {
-                         capabilities = {names.value().contains(QLatin1String("body-markup")),
+                         // Links are markup: dunst without a setting for it announces only these and reads
+                         // all of it.
+                         capabilities = {names.value().contains(QLatin1String("body-markup")) ||
+                                             names.value().contains(QLatin1String("body-hyperlinks")),
                                          names.value().contains(QLatin1String("actions"))};
                          if (message.service() == owner())
                              m_capabilities = capabilities;
