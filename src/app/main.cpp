@@ -53,6 +53,7 @@ int run(const ApplicationRequest &request, bool newInstance) {
     const auto instance = platform::makeApplicationInstance();
     instance->claim(request, [&](InstanceClaim outcome) {
         if (outcome == InstanceClaim::handedOver || outcome == InstanceClaim::notHandedOver) {
+            platform::concludeStartup(request.activation);
             QApplication::exit(outcome == InstanceClaim::handedOver ? exitSuccess : exitFailure);
             return;
         }

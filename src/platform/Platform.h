@@ -55,5 +55,8 @@ void forgoSilentServices();
 /// Removes it from the environment, so that the programs that this one starts do not take it for theirs. Once
 /// there is an application object.
 void forgetStartupActivation();
+/// Tells the desktop that this start is over, of a process that shows no window: X11's desktops would show a
+/// busy pointer for a while. Needs a running application object.
+void concludeStartup(const StartupActivation &activation);
 
 } // namespace burnwick::platform

@@ -103,6 +103,19 @@ TEST_F(SingleInstanceTest, ASecondStartHandsOverWhatTheDesktopGaveIt) {
     EXPECT_TRUE(m_watcher.registeredItems().isEmpty()) << "a second status item";
 }
 
+TEST_F(SingleInstanceTest, ASecondStartEndsTheDesktopsBusyPointer) {
+    test::VirtualDisplay display;
+    const FakeApplication first;
+    const Variables variables{{"QT_QPA_PLATFORM", QStringLiteral("xcb")},
+                              {"DISPLAY", display.name()},
+                              {"DESKTOP_STARTUP_ID", QStringLiteral("a \"long\" id\\_TIME5")}};
+    EXPECT_EQ(display.saidOfStarts(), "");
+    EXPECT_EQ(startAgain({}, variables), 0) << m_said.toStdString();
+    const QByteArray text(R"(remove: ID="a \"long\" id\\_TIME5")");
+    EXPECT_TRUE(waitFor([&] { return display.saidOfStarts().size() > text.size(); }));
+    EXPECT_EQ(display.saidOfStarts(), text.leftJustified(40, '\0'));
+}
+
 TEST_F(SingleInstanceTest, ASecondStartEndsThoughTheFirstHangs) {
     const FakeApplication hanging(FakeApplication::Conduct::hangs);
     EXPECT_EQ(startAgain(), 1);

@@ -78,6 +78,20 @@ void VirtualDisplay::cover() {
     xcb_flush(m_connection.get());
 }
 
+QByteArray VirtualDisplay::saidOfStarts() {
+    const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_change_window_attributes(m_connection.get(), root(), XCB_CW_EVENT_MASK, &mask);
+    const xcb_atom_t begin = atom("_NET_STARTUP_INFO_BEGIN"), more = atom("_NET_STARTUP_INFO");
+    while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.get())}) {
+        if ((event->response_type & 0x7f) != XCB_CLIENT_MESSAGE)
+            continue;
+        const auto &message = reinterpret_cast<const xcb_client_message_event_t &>(*event);
+        if (message.format == 8 && (message.type == begin || message.type == more))
+            m_saidOfStarts += QByteArray(reinterpret_cast<const char *>(message.data.data8), 20);
+    }
+    return m_saidOfStarts;
+}
+
 xcb_window_t VirtualDisplay::root() const {
     return xcb_setup_roots_iterator(xcb_get_setup(m_connection.get())).data->root;
 }

@@ -33,6 +33,8 @@ public:
     void close(const QByteArray &title);
     /// Puts a window over all others.
     void cover();
+    /// What programs told all the desktop about their starts, from the first call on, in one text.
+    [[nodiscard]] QByteArray saidOfStarts();
 
 private:
     struct Disconnect {
@@ -48,6 +50,7 @@ private:
     QProcess m_server;
     QString m_name;
     std::unique_ptr<xcb_connection_t, Disconnect> m_connection;
+    QByteArray m_saidOfStarts;
 };
 
 } // namespace burnwick::test
