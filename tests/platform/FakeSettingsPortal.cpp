@@ -70,6 +70,8 @@ void sendSettingChanged(const QDBusConnection &sender, const QString &group, con
     QDBusMessage signal = QDBusMessage::createSignal(path, interface, QStringLiteral("SettingChanged"));
     signal.setArguments({group, key, value});
     sender.send(signal);
+    // Not before the bus has passed it on: what another connection asks of it later comes after.
+    static_cast<void>(sender.interface()->isServiceRegistered(sender.baseService()));
 }
 
 } // namespace burnwick
