@@ -20,7 +20,8 @@ namespace fs = std::filesystem;
 using Authorization = NotificationCenter::Authorization;
 
 constexpr auto noLimit = 1h;
-constexpr auto shortLimit = 200ms;
+/// For answers that never come; others come before it on a busy machine too.
+constexpr auto shortLimit = 500ms;
 
 Authorization authorizationOf(LinuxNotificationCenter &center) {
     std::optional<Authorization> answer;

@@ -17,7 +17,8 @@ using namespace std::chrono_literals;
 
 /// Longer than any test waits: an answer that comes has not come by the limit.
 constexpr auto noLimit = 1h;
-constexpr auto shortLimit = 50ms;
+/// For answers that never come; others come before it on a busy machine too.
+constexpr auto shortLimit = 500ms;
 
 const QString notifyMethod = QStringLiteral("Notify");
 const QString capabilitiesMethod = QStringLiteral("GetCapabilities");
@@ -248,6 +249,7 @@ TEST(NotificationDelivery, AnswersAreDroppedWithTheCenter) {
     center.add(quota("two"));
     ASSERT_TRUE(waitFor([&] { return server.calls.contains(notifyMethod); }));
     center.center.reset();
+    center.errors.clear(); // a busy machine may have reached the limit before
     server.release();
     EXPECT_EQ(witness.send(quota("three")), "none");
     EXPECT_TRUE(center.errors.empty());
