@@ -1,14 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "e2e/ProgramFixture.h"
-#include "support/ScriptedServer.h"
+#include "e2e/AccountFixture.h"
 #include "support/ShiftedTime.h"
 
 #include <QTcpServer>
 
 #include <chrono>
-#include <fstream>
-#include <sstream>
 
 using namespace std::chrono_literals;
 
@@ -17,44 +14,13 @@ namespace {
 
 using test::ScriptedAnswer;
 
-ScriptedAnswer answerOf(int status, const QByteArray &body) {
-    ScriptedAnswer answer;
-    answer.status = status;
-    answer.body = body;
-    return answer;
-}
+using test::answerOf;
+using test::usage;
 
-ScriptedAnswer usage(int pct) {
-    return answerOf(200, R"({"five_hour":{"utilization":)" + QByteArray::number(pct) +
-                             R"(,"resets_at":"2026-01-01T00:00:00Z"},"seven_day":{"utilization":1}})");
-}
-
-/// The real program with a login, the vendor's services played on loopback, seen from a status area.
-class AccountTest : public test::ProgramFixture {
+/// With a login.
+class AccountTest : public test::AccountFixture {
 protected:
-    AccountTest() {
-        logIn(std::chrono::sys_days(std::chrono::January / 1 / 2100));
-        test::writeFile(m_home.path() / ".config/burnwick/burnwick.json",
-                        R"({"apiBaseURL":")" + m_server.url().toString().toStdString() +
-                            R"(","statusBaseURL":")" + m_server.url().toString().toStdString() + R"("})");
-        m_server.script("/api/v2/components.json", {answerOf(200, R"({"components":[]})")});
-    }
-    void logIn(Instant expiry) {
-        const auto milliseconds =
-            std::chrono::duration_cast<std::chrono::milliseconds>(expiry.time_since_epoch()).count();
-        test::writeFile(m_credentials,
-                        R"({"mcpOAuth":{"n":9007199254740993},"claudeAiOauth":{"accessToken":"old-token",)"
-                        R"("refreshToken":"refresh-token","scopes":["user:inference"],"expiresAt":)" +
-                            std::to_string(milliseconds) + "}}");
-    }
-    [[nodiscard]] std::string credentials() const {
-        std::ostringstream text;
-        text << std::ifstream(m_credentials).rdbuf();
-        return text.str();
-    }
-
-    std::filesystem::path m_credentials = m_home.path() / ".claude" / ".credentials.json";
-    test::ScriptedServer m_server;
+    AccountTest() { logIn(); }
 };
 
 TEST_F(AccountTest, ARejectedTokenIsRenewedAndTheQuotaShown) {
@@ -69,7 +35,7 @@ TEST_F(AccountTest, ARejectedTokenIsRenewedAndTheQuotaShown) {
     ASSERT_EQ(asked.size(), 2U);
     EXPECT_EQ(asked[0].header("Authorization"), "Bearer old-token");
     EXPECT_EQ(asked[1].header("Authorization"), "Bearer new-token");
-    const std::string stored = credentials();
+    const std::string stored = contentOf(m_credentials);
     for (const char *kept :
          {R"("n":9007199254740993)", R"("scopes":["user:inference"])", R"("new-token")", R"("next")"})
         EXPECT_NE(stored.find(kept), std::string::npos) << kept << " in " << stored;
@@ -124,7 +90,7 @@ TEST_F(AccountTest, ATokenAboutToExpireIsRenewedBeforeItIsSent) {
     ASSERT_EQ(asked.size(), 2U);
     EXPECT_EQ(asked[0].header("Authorization"), "Bearer old-token");
     EXPECT_EQ(asked[1].header("Authorization"), "Bearer new-token");
-    EXPECT_NE(credentials().find(R"("refresh-token")"), std::string::npos) << "none came instead";
+    EXPECT_NE(contentOf(m_credentials).find(R"("refresh-token")"), std::string::npos) << "none came instead";
 }
 
 TEST_F(AccountTest, QuittingWhileARequestRunsEndsAtOnce) {
@@ -145,8 +111,7 @@ TEST_F(AccountTest, ASlowProxySettingDelaysNeitherTheWindowNorTheEnd) {
                            QStringLiteral("pac+http://127.0.0.1:%1/p.pac").arg(silence.serverPort()));
     m_program.setProcessEnvironment(environment);
     // In a network for documentation: nobody is there.
-    test::writeFile(m_home.path() / ".config/burnwick/burnwick.json",
-                    R"({"apiBaseURL":"https://192.0.2.1","statusBaseURL":"https://192.0.2.1"})");
+    test::writeFile(m_settings, R"({"apiBaseURL":"https://192.0.2.1","statusBaseURL":"https://192.0.2.1"})");
     ASSERT_TRUE(startProgram());
     ASSERT_TRUE(waitFor([&silence] { return silence.hasPendingConnections(); })) << "nobody asked";
     EXPECT_TRUE(itemShows("0 | $0.00 | s--  ●"));

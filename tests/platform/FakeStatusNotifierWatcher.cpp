@@ -43,6 +43,7 @@ FakeStatusNotifierWatcher::~FakeStatusNotifierWatcher() {
 
 void FakeStatusNotifierWatcher::takeName(const std::string &processName) {
     prctl(PR_SET_NAME, processName.c_str());
+    m_registeredItems.clear();
     m_connection.registerService(watcherName);
 }
 
