@@ -67,7 +67,7 @@ QVariantList AccessibleTree::call(const AccessibleReference &object, const char 
     QDBusMessage message = QDBusMessage::createMethodCall(
         object.service, object.path.path(), QString::fromLatin1(interface), QString::fromLatin1(method));
     message.setArguments(arguments);
-    const QDBusMessage reply = m_connection.call(message, QDBus::BlockWithGui, patienceInMilliseconds);
+    const QDBusMessage reply = m_connection.call(message, QDBus::Block, patienceInMilliseconds);
     return reply.type() == QDBusMessage::ReplyMessage ? reply.arguments() : QVariantList();
 }
 
