@@ -203,7 +203,7 @@ TEST_F(StandardUpdaterControllerTest, OnlyACheckThatReachedNobodyIsTriedAgainSoo
     ASSERT_TRUE(delegateHeard(2));
 
     m_server.script(target, {{200, {}, {}, Ending::silence}});
-    HttpClient hasty{{100ms}};
+    HttpClient hasty{{500ms}};
     const auto other = controllerFor(m_server.url(), hasty);
     ASSERT_TRUE(waitFor([this] { return requests() == 1; }));
     ASSERT_TRUE(delegateHeard(3));
