@@ -68,10 +68,11 @@ TEST(StatusItemOnBus, RegistersWithAWatcherThatComesLaterOrAgain) {
     QCoreApplication::processEvents();
     watcher.takeName("panel-6-systray");
     ASSERT_TRUE(watcher.waitForItems(1));
+    const QStringList registered = watcher.registeredItems();
     watcher.dropName();
     watcher.takeName("panel-6-systray");
-    ASSERT_TRUE(watcher.waitForItems(2));
-    EXPECT_EQ(watcher.registeredItems().at(0), watcher.registeredItems().at(1));
+    ASSERT_TRUE(watcher.waitForItems(1));
+    EXPECT_EQ(watcher.registeredItems(), registered);
 }
 
 TEST(StatusItemOnBus, AnswersEveryPropertyOfTheInterface) {
@@ -149,7 +150,7 @@ TEST(StatusItemOnBus, FollowsAChangeOfTheHost) {
     ShownItem shown("gnome-shell");
     shown.watcher.dropName();
     shown.watcher.takeName("kded5");
-    ASSERT_TRUE(shown.watcher.waitForItems(2));
+    ASSERT_TRUE(shown.watcher.waitForItems(1));
     EXPECT_EQ(shown.menuPath(), "/NO_DBUSMENU");
     EXPECT_EQ(shown.watcher.callMenu(QStringLiteral("AboutToShow"), {0}).type(), QDBusMessage::ErrorMessage);
     EXPECT_EQ(shown.text("XAyatanaLabel"), "");
