@@ -45,14 +45,18 @@ if [ "${1:-}" = --in ]; then
     exit
 fi
 
-BURNWICK_PACKAGE=$(realpath "$1")
-BURNWICK_PICTURE=$(realpath "$2")
-export BURNWICK_PACKAGE BURNWICK_PICTURE
+# Without root it all runs as another user, whom home directories are often closed to.
+place=$(mktemp --directory)
+chmod 1777 "$place"
+cp "$1" "$place/burnwick.deb"
+cp "$0" "$place/try"
+chmod a+rx "$place"/*
+export BURNWICK_PACKAGE=$place/burnwick.deb BURNWICK_PICTURE=$place/picture.png
 
-# Its socket is an abstract one too, which is seen from any root.
-exec {display}< <(exec Xvfb -displayfd 1 -screen 0 1280x800x24 -nolisten tcp 2>/dev/null)
+# Its socket is an abstract one too, which is seen from any root. It lets in every local user.
+exec {display}< <(exec Xvfb -displayfd 1 -screen 0 1280x800x24 -nolisten tcp -ac 2>/dev/null)
 server=$!
-trap 'kill "$server"' EXIT
+trap 'kill "$server"; rm -rf "$place"' EXIT
 read -r number <&"$display"
 export DISPLAY=:$number
 unset XAUTHORITY
@@ -63,5 +67,6 @@ sources=(/etc/apt/sources.list /etc/apt/sources.list.d/*.list /etc/apt/sources.l
 for i in "${!sources[@]}"; do
     [ -s "${sources[i]}" ] || unset "sources[i]"
 done
-mmdebstrap --quiet --variant=apt --format=null --customize-hook="'$(realpath "$0")' --in \"\$1\"" \
+mmdebstrap --quiet --variant=apt --format=null --customize-hook="'$place/try' --in \"\$1\"" \
     "$VERSION_CODENAME" /dev/null "${sources[@]}"
+cp "$BURNWICK_PICTURE" "$2"
