@@ -25,7 +25,9 @@ constexpr std::chrono::milliseconds settleTime{1500};
 AppState::AppState(Services services, QObject *parent)
     : QObject(parent)
     , m_services(std::move(services))
-    , m_lastUpdated(m_services.clock.now()) {}
+    , m_lastUpdated(m_services.clock.now()) {
+    connect(&m_services.preferences, &PreferencesManager::refreshRateChanged, this, &AppState::restartTimers);
+}
 
 AppState::~AppState() = default;
 
@@ -66,6 +68,15 @@ void AppState::startOAuthTimer() {
 void AppState::stopTimers() {
     m_jsonlTimer.reset();
     m_oauthTimer.reset();
+}
+
+/// The rate of those that run has changed.
+void AppState::restartTimers() {
+    if (!m_jsonlTimer && !m_oauthTimer)
+        return;
+    stopTimers();
+    startOAuthTimer();
+    startJSONLTimer();
 }
 
 /// Runs on the monitor's thread. Events that come while a refresh is due are served by it.

@@ -75,7 +75,8 @@ public:
     void refreshLocalData();
     /// Computes the figures of the recent entries: tokens, cost, burn rate, projections and the indicator.
     void updateLocalStats();
-    /// (Re)starts the local timer at the preference's rate.
+    /// (Re)starts the local timer at the preference's rate. By itself when that changes, as the quota timer
+    /// is.
     void startJSONLTimer();
     /// (Re)starts the quota timer: every 300 seconds, whatever the preferences.
     void startOAuthTimer();
@@ -126,6 +127,7 @@ private:
     QCoro::Task<void> takeFailure(FailureVerdict verdict, RefreshKind kind);
     void endLogin(LoginFlow::Outcome outcome);
     void updateStatusIndicator();
+    void restartTimers();
     void onDirectoryChange();
     void refreshOnceMore();
     void loadHistory();

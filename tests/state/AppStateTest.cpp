@@ -179,16 +179,19 @@ TEST_F(AppStateTest, ANewDayMovesTheStreakWithoutNewLogs) {
     EXPECT_EQ(m_state.lastUpdated(), m_clock.now());
 }
 
-TEST_F(AppStateTest, TheLocalTimerFollowsThePreferenceAndTheQuotaTimerDoesNot) {
+TEST_F(AppStateTest, AnotherRateStartsBothTimersAnewAndChangesTheLocalOne) {
+    using Intervals = std::vector<std::chrono::milliseconds>;
+    m_preferences.setRefreshRate(RefreshRate::tenMin);
+    EXPECT_EQ(m_scheduler.intervals(), Intervals()) << "before the start";
+    m_state.start();
     for (const auto &[rate, interval] :
          {std::pair{RefreshRate::oneMin, 60s}, {RefreshRate::fiveMin, 300s}, {RefreshRate::tenMin, 600s}}) {
         m_preferences.setRefreshRate(rate);
-        m_state.stopTimers();
-        EXPECT_TRUE(m_scheduler.intervals().empty());
-        m_state.startOAuthTimer();
-        m_state.startJSONLTimer();
-        EXPECT_EQ(m_scheduler.intervals(), (std::vector<std::chrono::milliseconds>{300s, interval}));
+        EXPECT_EQ(m_scheduler.intervals(), (Intervals{300s, interval}));
     }
+    m_state.stop();
+    m_preferences.setRefreshRate(RefreshRate::oneMin);
+    EXPECT_EQ(m_scheduler.intervals(), Intervals()) << "after the end";
 }
 
 TEST_F(AppStateTest, StoppingEndsTimersAndWatching) {
