@@ -18,6 +18,10 @@ std::filesystem::path homeDirectory() {
     return QDir::homePath().toStdString();
 }
 
+void openInBrowser(const QUrl &url) {
+    QDesktopServices::openUrl(url);
+}
+
 } // namespace
 
 AppDelegate::AppDelegate()
@@ -36,9 +40,11 @@ AppDelegate::AppDelegate()
           [this](const QString &version) { m_notifications.sendUpdateAvailable(version.toStdString()); })
     , m_updaterController(updaterServices())
     , m_loginItem(platform::makeLoginItem())
+    , m_desktopSettings(platform::makeDesktopSettings())
     , m_desktopAppearance(platform::makeDesktopAppearance())
     , m_theme(m_preferences, *m_desktopAppearance)
-    , m_appState(stateServices()) {}
+    , m_appState(stateServices())
+    , m_settingsWindow(settingsServices()) {}
 
 StandardUpdaterController::Services AppDelegate::updaterServices() {
     return {m_account.http,
@@ -62,8 +68,18 @@ AppState::Services AppDelegate::stateServices() {
             m_account.oauthFetcher,
             m_account.statusFetcher,
             *m_terminal,
-            [this] { QDesktopServices::openUrl(m_endpoints.loginURL); },
+            [this] { openInBrowser(m_endpoints.loginURL); },
             m_notifications};
+}
+
+SettingsView::Services AppDelegate::settingsServices() {
+    return {m_preferences,
+            *m_loginItem,
+            *m_notificationCenter,
+            *m_desktopSettings,
+            {m_account.http, m_scheduler, m_endpoints.productBaseURL, openInBrowser},
+            m_endpoints.feedbackURL,
+            [this] { return m_theme.reducedMotion(); }};
 }
 
 void AppDelegate::launch(const ApplicationRequest &start) {
@@ -77,12 +93,19 @@ void AppDelegate::launch(const ApplicationRequest &start) {
         MainWindowView::Services{m_appState, m_preferences, m_calendar, m_clock, m_scheduler});
     m_mainWindow->setWindowTitle(mainWindowTitle());
     m_mainWindow->setWindowIcon(QIcon(QStringLiteral(":/burnwick/icons/burnwick.svg")));
-    if (m_theme.isSettled()) {
+    QObject::connect(&*m_mainWindow, &MainWindowView::settingsRequested, &*m_mainWindow,
+                     [this] { m_settingsWindow.show({}); });
+    const auto showWindows = [this, start] {
+        if (start.action == ApplicationAction::showSettings)
+            m_mainWindow->show();
         perform(start);
+    };
+    if (m_theme.isSettled()) {
+        showWindows();
         return;
     }
-    // Otherwise it would be shown in one theme and turn to the other.
-    QObject::connect(&m_theme, &ThemeController::settled, &*m_mainWindow, [this, start] { perform(start); });
+    // Otherwise they would be shown in one theme and turn to the other.
+    QObject::connect(&m_theme, &ThemeController::settled, &*m_mainWindow, showWindows);
 }
 
 /// The desktop may refuse, which is the desktop's decision; the preference stays.
@@ -92,7 +115,10 @@ void AppDelegate::applyLaunchAtStartup() {
 }
 
 void AppDelegate::perform(const ApplicationRequest &request) {
-    showMainWindow(request.activation.token);
+    if (request.action == ApplicationAction::showSettings)
+        m_settingsWindow.show(request.activation.token);
+    else
+        showMainWindow(request.activation.token);
 }
 
 void AppDelegate::showMainWindow(const std::string &activationToken) {
@@ -101,8 +127,7 @@ void AppDelegate::showMainWindow(const std::string &activationToken) {
 }
 
 void AppDelegate::showUpdate(const QString &version) {
-    showUpdateAlert(
-        version, m_endpoints.productBaseURL, [](const QUrl &url) { QDesktopServices::openUrl(url); }, [] {});
+    showUpdateAlert(version, m_endpoints.productBaseURL, openInBrowser, [] {});
 }
 
 void AppDelegate::terminate() {

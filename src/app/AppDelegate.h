@@ -7,6 +7,7 @@
 #include "notify/NotificationManager.h"
 #include "platform/ApplicationInstance.h"
 #include "platform/DesktopAppearance.h"
+#include "platform/DesktopSettings.h"
 #include "platform/LoginItem.h"
 #include "platform/NotificationCenter.h"
 #include "platform/SecretStore.h"
@@ -17,6 +18,7 @@
 #include "state/AccountServices.h"
 #include "state/AppState.h"
 #include "ui/dashboard/MainWindowView.h"
+#include "ui/settings/SettingsWindowController.h"
 #include "ui/statusbar/StatusBarController.h"
 #include "ui/theme/ThemeController.h"
 #include "update/StandardUpdaterController.h"
@@ -44,6 +46,7 @@ public:
 private:
     [[nodiscard]] AppState::Services stateServices();
     [[nodiscard]] StandardUpdaterController::Services updaterServices();
+    [[nodiscard]] SettingsView::Services settingsServices();
     void applyLaunchAtStartup();
     void showMainWindow(const std::string &activationToken);
     void showUpdate(const QString &version);
@@ -63,9 +66,11 @@ private:
     UserDriverDelegate m_userDriverDelegate;
     StandardUpdaterController m_updaterController;
     std::unique_ptr<LoginItem> m_loginItem;
+    std::unique_ptr<DesktopSettings> m_desktopSettings;
     std::unique_ptr<DesktopAppearance> m_desktopAppearance;
     ThemeController m_theme;
     AppState m_appState;
+    SettingsWindowController m_settingsWindow;
     std::optional<StatusBarController> m_statusBarController;
     std::optional<MainWindowView> m_mainWindow;
 };

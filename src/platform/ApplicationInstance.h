@@ -12,7 +12,7 @@ namespace burnwick {
 /// What the running program can be told to do.
 enum class ApplicationAction {
     showWindow,  ///< come to the front
-    showSettings ///< "settings", with the settings in front
+    showSettings ///< "settings": the settings in front
 };
 
 /// The action of that name in desktop entries and on the command line; absent when there is none.

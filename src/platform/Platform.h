@@ -4,6 +4,7 @@
 
 #include "platform/ApplicationInstance.h"
 #include "platform/DesktopAppearance.h"
+#include "platform/DesktopSettings.h"
 #include "platform/DirectoryEventSource.h"
 #include "platform/LoginItem.h"
 #include "platform/NotificationCenter.h"
@@ -27,6 +28,8 @@ openDirectoryEventSource(const std::filesystem::path &path);
 
 /// Needs a running application object.
 [[nodiscard]] std::unique_ptr<DesktopAppearance> makeDesktopAppearance();
+
+[[nodiscard]] std::unique_ptr<DesktopSettings> makeDesktopSettings();
 
 /// Needs a running application object.
 [[nodiscard]] std::unique_ptr<TerminalLauncher> makeTerminalLauncher();

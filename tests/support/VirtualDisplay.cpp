@@ -70,6 +70,25 @@ void VirtualDisplay::close(const QByteArray &title) {
     xcb_flush(m_connection.get());
 }
 
+void VirtualDisplay::pressKey(const QByteArray &title, xcb_keysym_t key, std::uint16_t modifiers) {
+    for (const xcb_window_t window : visibleWindows()) {
+        if (titleOf(window) != title)
+            continue;
+        for (const auto &[type, mask] : {std::pair{XCB_KEY_PRESS, XCB_EVENT_MASK_KEY_PRESS},
+                                         std::pair{XCB_KEY_RELEASE, XCB_EVENT_MASK_KEY_RELEASE}}) {
+            xcb_key_press_event_t event{};
+            event.response_type = static_cast<std::uint8_t>(type);
+            event.detail = codeOf(key);
+            event.root = root();
+            event.event = window;
+            event.state = modifiers;
+            event.same_screen = 1;
+            xcb_send_event(m_connection.get(), 0, window, mask, reinterpret_cast<const char *>(&event));
+        }
+    }
+    xcb_flush(m_connection.get());
+}
+
 void VirtualDisplay::cover() {
     const xcb_window_t window = xcb_generate_id(m_connection.get());
     xcb_create_window(m_connection.get(), XCB_COPY_FROM_PARENT, window, root(), 0, 0, 2'000, 2'000, 0,
@@ -116,6 +135,21 @@ std::vector<xcb_window_t> VirtualDisplay::visibleWindows() const {
         return !reply || reply->map_state != XCB_MAP_STATE_VIEWABLE;
     });
     return windows;
+}
+
+xcb_keycode_t VirtualDisplay::codeOf(xcb_keysym_t key) const {
+    const xcb_setup_t *setup = xcb_get_setup(m_connection.get());
+    const xcb_keycode_t first = setup->min_keycode;
+    const auto count = static_cast<std::uint8_t>(setup->max_keycode - first + 1);
+    const Reply<xcb_get_keyboard_mapping_reply_t> reply(xcb_get_keyboard_mapping_reply(
+        m_connection.get(), xcb_get_keyboard_mapping(m_connection.get(), first, count), nullptr));
+    if (!reply)
+        return 0;
+    const xcb_keysym_t *const keys = xcb_get_keyboard_mapping_keysyms(reply.get());
+    const auto *const end = keys + xcb_get_keyboard_mapping_keysyms_length(reply.get());
+    const auto *const found = std::find(keys, end, key);
+    return found == end ? xcb_keycode_t{0}
+                        : static_cast<xcb_keycode_t>(first + (found - keys) / reply->keysyms_per_keycode);
 }
 
 QByteArray VirtualDisplay::titleOf(xcb_window_t window) const {

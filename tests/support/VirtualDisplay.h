@@ -6,6 +6,7 @@
 #include <QtCore/QProcess>
 #include <QtCore/QString>
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -31,6 +32,8 @@ public:
     [[nodiscard]] bool showsInFront(const QByteArray &title) const;
     /// Asks the window to close, as its frame's button would.
     void close(const QByteArray &title);
+    /// Presses and releases a key, of X11/keysym.h, with modifiers in the window of that title.
+    void pressKey(const QByteArray &title, xcb_keysym_t key, std::uint16_t modifiers = 0);
     /// Puts a window over all others.
     void cover();
     /// What programs told all the desktop about their starts, from the first call on, in one text.
@@ -46,6 +49,7 @@ private:
     /// Those that can be seen, the topmost one last.
     [[nodiscard]] std::vector<xcb_window_t> visibleWindows() const;
     [[nodiscard]] QByteArray titleOf(xcb_window_t window) const;
+    [[nodiscard]] xcb_keycode_t codeOf(xcb_keysym_t key) const;
 
     QProcess m_server;
     QString m_name;

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
+#include "support/VisibleControls.h"
 #include "ui/DashboardScenes.h"
 #include "ui/controls/FocusRing.h"
 
 #include <QAbstractButton>
-#include <QAccessible>
 #include <QApplication>
 #include <QShortcut>
 #include <QTest>
@@ -13,21 +13,7 @@ namespace burnwick {
 namespace {
 
 using namespace std::chrono_literals;
-
-/// The names of all that assistive technology finds visible below the object.
-void collectNames(QAccessibleInterface *object, QStringList &names) {
-    if (object == nullptr || object->state().invisible)
-        return;
-    names << object->text(QAccessible::Name);
-    for (int i = 0; i < object->childCount(); ++i)
-        collectNames(object->child(i), names);
-}
-
-QStringList namesIn(QWidget &window) {
-    QStringList names;
-    collectNames(QAccessible::queryAccessibleInterface(&window), names);
-    return names;
-}
+using test::namesIn;
 
 bool anyStartsWith(const QStringList &names, const std::string &text) {
     const QString wanted = QString::fromStdString(text);
@@ -190,18 +176,30 @@ TEST_F(DashboardTest, TheKeyboardReachesEverythingInReadingOrder) {
     const auto *ring = window.findChild<FocusRing *>();
     EXPECT_FALSE(ring->isVisible()) << "before the keyboard was used";
     QStringList order;
-    for (int i = 0; i < 4; ++i) {
+    for (int i = 0; i < 5; ++i) {
         QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
         const auto *focused = qobject_cast<QAbstractButton *>(QApplication::focusWidget());
         ASSERT_TRUE(focused != nullptr && ring->isVisible());
         EXPECT_EQ(ring->geometry().center(), focused->mapTo(&window, focused->rect().center()));
-        order << focused->text();
+        order << (focused->text().isEmpty() ? focused->accessibleName() : focused->text());
     }
     // Of a group the chosen one; the arrow keys choose another.
-    EXPECT_EQ(order, (QStringList{u"Overview"_qs, u"All"_qs, u"Claude"_qs, u"Re-authenticate"_qs}));
+    EXPECT_EQ(order,
+              (QStringList{u"Settings"_qs, u"Overview"_qs, u"All"_qs, u"Claude"_qs, u"Re-authenticate"_qs}));
     button(window, "All").setFocus();
     QTest::keyClick(&button(window, "All"), Qt::Key_Right);
     EXPECT_EQ(m_state.timeFilter(), TimeFilter::thirtyDays);
+}
+
+TEST_F(DashboardTest, TheGearAndItsKeyAskForTheSettings) {
+    MainWindowView window(windowServices());
+    window.show();
+    int asked = 0;
+    QObject::connect(&window, &MainWindowView::settingsRequested, [&] { ++asked; });
+    test::press(window, QAccessible::Button, u"Settings"_qs);
+    EXPECT_EQ(asked, 1);
+    QTest::keyClick(&window, Qt::Key_Comma, Qt::ControlModifier);
+    EXPECT_EQ(asked, 2);
 }
 
 TEST_F(DashboardTest, TheWindowIsAsWideWhateverTheNamesAre) {

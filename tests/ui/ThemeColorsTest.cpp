@@ -47,6 +47,21 @@ TEST(ThemeColors, TextIsLegibleOnEverySurface) {
     }
 }
 
+TEST(ThemeColors, TextIsLegibleOnWhatLiesOnACard) {
+    const auto over = [](const QColor &ground, const QColor &top) {
+        const auto mix = [&top](float from, float to) { return from + (to - from) * top.alphaF(); };
+        return QColor::fromRgbF(mix(ground.redF(), top.redF()), mix(ground.greenF(), top.greenF()),
+                                mix(ground.blueF(), top.blueF()));
+    };
+    for (const auto scheme : {ColorScheme::light, ColorScheme::dark}) {
+        const ThemeColors &colors = colorsOf(scheme);
+        EXPECT_GE(contrast(colors.granted, over(colors.card, withOpacity(colors.granted, badgeOpacity))),
+                  legible);
+        EXPECT_GE(contrast(colors.secondary, over(colors.card, colors.track)), legible) << "a segment";
+        EXPECT_GE(contrast(colors.text, colors.segment), legible) << "the chosen one";
+    }
+}
+
 TEST(ThemeColors, MoreActivityIsDarker) {
     for (const auto scheme : {ColorScheme::light, ColorScheme::dark})
         EXPECT_TRUE(std::ranges::is_sorted(colorsOf(scheme).heat, std::greater(), relativeLuminance));

@@ -2,16 +2,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/FindExecutable.h"
+
 #include <QtCore/QProcessEnvironment>
 #include <QtCore/QStringList>
 
-#include <functional>
 #include <vector>
 
 namespace burnwick {
-
-/// The absolute path of a program given by name or path; empty when there is no such executable.
-using FindExecutable = std::function<QString(const QString &program)>;
 
 /// The installed terminals as the beginnings of command lines, the best one first; the program to run in the
 /// window and its arguments go behind, each as an argument of its own.

@@ -14,6 +14,7 @@ namespace burnwick {
 /// own style instead of the desktop's.
 class FlatButton : public QPushButton {
     Q_OBJECT
+    Q_PROPERTY(int radius READ radius CONSTANT)
 
 public:
     /// How such a button looks; grounds and text as roles of the theme.

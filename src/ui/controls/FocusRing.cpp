@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "ui/controls/FocusRing.h"
 
-#include "ui/controls/FlatButton.h"
 #include "ui/theme/ThemeColors.h"
 
 #include <QApplication>
@@ -64,8 +63,8 @@ bool FocusRing::eventFilter(QObject *, QEvent *event) {
 }
 
 void FocusRing::paintEvent(QPaintEvent *) {
-    const auto *button = qobject_cast<const FlatButton *>(m_control.data());
-    const int radius = (button != nullptr ? button->radius() : 4) + ringDistance + ringWidth / 2;
+    const QVariant corners = m_control ? m_control->property("radius") : QVariant();
+    const int radius = (corners.isValid() ? corners.toInt() : 4) + ringDistance + ringWidth / 2;
     constexpr double half = ringWidth / 2.0;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);

@@ -20,6 +20,11 @@ TextLabel::TextLabel(const QString &text, TextStyle style, QPalette::ColorRole c
     setText(text);
 }
 
+void TextLabel::setColorGroup(QPalette::ColorGroup group) {
+    m_colorGroup = group;
+    update();
+}
+
 void TextLabel::setElidable() {
     m_elidable = true;
     // What the text would like to have must not make its neighbours smaller.
@@ -49,7 +54,8 @@ bool TextLabel::event(QEvent *event) {
 
 void TextLabel::paintEvent(QPaintEvent *) {
     QPainter painter(this);
-    painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, foregroundRole()));
+    const auto ownGroup = isEnabled() ? QPalette::Active : QPalette::Disabled;
+    painter.setPen(palette().color(m_colorGroup.value_or(ownGroup), foregroundRole()));
     painter.drawText(contentsRect(), static_cast<int>(alignment()) | Qt::TextSingleLine, shownText());
 }
 

@@ -7,6 +7,8 @@
 #include <QLabel>
 #include <QPalette>
 
+#include <optional>
+
 namespace burnwick {
 
 /// A line of plain text, whatever is in it. Where it finds too little room it is elided in the middle and the
@@ -21,6 +23,9 @@ public:
     explicit TextLabel(const QString &text, TextStyle style, QPalette::ColorRole color = QPalette::WindowText,
                        QWidget *parent = nullptr);
 
+    /// Active or Disabled, whose texts have the tertiary colour. Without it, it follows isEnabled().
+    void setColorGroup(QPalette::ColorGroup group);
+
     /// Lets the label shrink below its text. Without it the text gets the room it needs.
     void setElidable();
 
@@ -33,6 +38,7 @@ protected:
 private:
     [[nodiscard]] QString shownText() const;
 
+    std::optional<QPalette::ColorGroup> m_colorGroup;
     bool m_elidable = false;
 };
 

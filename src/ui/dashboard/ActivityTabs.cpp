@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "ui/dashboard/ActivityTabs.h"
 
+#include "ui/controls/PanelCard.h"
 #include "ui/controls/Text.h"
 #include "ui/controls/TextLabel.h"
 #include "ui/dashboard/ActivityHeatmapView.h"
 #include "ui/dashboard/HeatmapLegend.h"
 #include "ui/dashboard/ModelBarChartView.h"
 #include "ui/dashboard/ModelStatRowView.h"
-#include "ui/dashboard/PanelCard.h"
 #include "ui/dashboard/StatTile.h"
 
 #include <QGridLayout>

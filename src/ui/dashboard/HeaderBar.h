@@ -6,12 +6,15 @@
 
 namespace burnwick {
 
-/// The dashboard's first line: the logo.
+/// The dashboard's first line: the logo, and at its end the way to the settings.
 class HeaderBar final : public QWidget {
     Q_OBJECT
 
 public:
     explicit HeaderBar(QWidget *parent = nullptr);
+
+Q_SIGNALS:
+    void settingsRequested();
 };
 
 } // namespace burnwick

@@ -5,7 +5,7 @@
 #include "model/ExtraUsageData.h"
 #include "model/QuotaData.h"
 #include "status/ClaudeComponentStatus.h"
-#include "ui/dashboard/PanelCard.h"
+#include "ui/controls/PanelCard.h"
 
 #include <optional>
 #include <vector>

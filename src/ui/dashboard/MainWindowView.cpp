@@ -55,11 +55,13 @@ MainWindowView::MainWindowView(Services services, QWidget *parent)
     column->setContentsMargins(windowMargin, 14, windowMargin, 12);
     column->setSpacing(cardSpacing);
     column->setSizeConstraint(QLayout::SetFixedSize);
-    column->addWidget(new HeaderBar);
+    auto *header = new HeaderBar;
+    column->addWidget(header);
     column->addWidget(makeBody());
     column->addWidget(m_accountBar);
     column->addWidget(m_updated);
 
+    connect(header, &HeaderBar::settingsRequested, this, &MainWindowView::settingsRequested);
     connect(m_accountBar, &AccountBar::refreshRequested, this, &MainWindowView::refreshQuota);
     connect(m_accountBar, &AccountBar::loginRequested, this, [this] { m_services.appState.connect(); });
     addShortcuts();
@@ -123,6 +125,7 @@ void MainWindowView::addShortcuts() {
     add(Qt::CTRL | Qt::Key_1, [this] { selectTab(0); });
     add(Qt::CTRL | Qt::Key_2, [this] { selectTab(1); });
     add(Qt::CTRL | Qt::Key_R, [this] { refreshAll(); });
+    add(Qt::CTRL | Qt::Key_Comma, [this] { Q_EMIT settingsRequested(); });
     add(Qt::CTRL | Qt::Key_W, [this] { close(); });
     add(Qt::CTRL | Qt::Key_Q, [] { QApplication::quit(); });
 }

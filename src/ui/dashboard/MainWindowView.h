@@ -38,6 +38,9 @@ public:
 
     explicit MainWindowView(Services services, QWidget *parent = nullptr);
 
+Q_SIGNALS:
+    void settingsRequested();
+
 protected:
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;

@@ -23,6 +23,7 @@ void addSharedColors(ThemeColors &colors) {
     colors.selected = withOpacity(colors.text, 0.10);
     colors.pressed = withOpacity(colors.text, 0.12);
     colors.emptyCell = withOpacity(colors.text, 0.07);
+    colors.switchOff = withOpacity(colors.text, 0.18);
     colors.accent = QColor(196, 107, 79);
     colors.good = colorOfIndicator(StatusIndicator::green);
     colors.near = colorOfIndicator(StatusIndicator::orange);
@@ -42,6 +43,8 @@ ThemeColors lightColors() {
     colors.secondary = QColor(0x6B, 0x67, 0x62);
     colors.tertiary = QColor(0xA5, 0xA1, 0x9B);
     colors.link = QColor(0x9D, 0x56, 0x3F);
+    colors.granted = QColor(15, 117, 34);
+    colors.segment = Qt::white;
     colors.line = withOpacity(colors.text, 0.08);
     colors.track = withOpacity(Qt::black, 0.06);
     addSharedColors(colors);
@@ -57,6 +60,8 @@ ThemeColors darkColors() {
     colors.secondary = QColor(0xA3, 0x9F, 0x99);
     colors.tertiary = QColor(0x6F, 0x6B, 0x66);
     colors.link = QColor(0xC9, 0x77, 0x5D);
+    colors.granted = QColor(25, 195, 50);
+    colors.segment = QColor(0x54, 0x50, 0x4B);
     colors.line = withOpacity(colors.text, 0.09);
     colors.track = withOpacity(Qt::white, 0.08);
     addSharedColors(colors);

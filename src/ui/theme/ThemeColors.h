@@ -26,6 +26,7 @@ struct ThemeColors {
     QColor tertiary;  ///< what nobody misses: the version, placeholders
     QColor inactive;  ///< tabs and filters that are not chosen
     QColor link;      ///< the accent, as text
+    QColor granted; ///< the badge of what the user allowed; as legible on `badgeOpacity` of itself on a card
 
     /// @name Translucent shapes
     QColor line;      ///< separators, guide lines, outlines
@@ -34,6 +35,10 @@ struct ThemeColors {
     QColor selected;  ///< the chosen tab or filter
     QColor pressed;   ///< a button held down
     QColor emptyCell; ///< a day without activity
+    QColor switchOff; ///< the ground of a switch that is off
+
+    /// @name Solid shapes
+    QColor segment; ///< the chosen one of several on a track
 
     /// @name The same in both schemes
     QColor accent;              ///< model bars, extra usage, switches, focus ring
@@ -45,6 +50,9 @@ struct ThemeColors {
     QColor outage;              ///< a service that is down, a login that is gone
     std::array<QColor, 4> heat; ///< days with activity, from little to much
 };
+
+/// What share of a badge's colour its ground has.
+inline constexpr double badgeOpacity = 0.15;
 
 /// Lives as long as the program.
 [[nodiscard]] const ThemeColors &colorsOf(ColorScheme scheme);

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "ui/dashboard/PanelCard.h"
+#include "ui/controls/PanelCard.h"
 
 #include "ui/controls/TextLabel.h"
 #include "ui/theme/ThemeColors.h"

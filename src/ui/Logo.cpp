@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "ui/Logo.h"
+
+#include <QPainter>
+
+namespace burnwick {
+
+Logo::Logo(int side, QWidget *parent)
+    : QWidget(parent)
+    , m_icon(QStringLiteral(":/burnwick/icons/burnwick.svg")) {
+    setFixedSize(side, side);
+    setAccessibleName(QStringLiteral("Burnwick"));
+}
+
+void Logo::paintEvent(QPaintEvent *) {
+    QPainter painter(this);
+    m_icon.paint(&painter, rect());
+}
+
+} // namespace burnwick

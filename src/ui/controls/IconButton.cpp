@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "ui/controls/IconButton.h"
+
+#include "ui/theme/ThemeColors.h"
+
+#include <QPainter>
+
+namespace burnwick {
+
+namespace {
+
+constexpr int buttonSize = 28;
+constexpr int pictureSize = 16;
+
+} // namespace
+
+IconButton::IconButton(const QString &picture, const QString &name, QWidget *parent)
+    : QAbstractButton(parent)
+    , m_picture(picture) {
+    setAttribute(Qt::WA_Hover);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setAccessibleName(name);
+    setToolTip(name);
+}
+
+QSize IconButton::sizeHint() const {
+    return {buttonSize, buttonSize};
+}
+
+void IconButton::paintEvent(QPaintEvent *) {
+    const ThemeColors &colors = colorsFor(*this);
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (isDown() || underMouse()) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(isDown() ? colors.pressed : colors.hover);
+        painter.drawRoundedRect(rect(), radius(), radius());
+    }
+    QPixmap shape = m_picture.pixmap({pictureSize, pictureSize}, devicePixelRatioF());
+    {
+        QPainter tint(&shape);
+        tint.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        tint.fillRect(shape.rect(), underMouse() ? colors.text : colors.secondary);
+    }
+    const int margin = (buttonSize - pictureSize) / 2;
+    painter.drawPixmap(margin, margin, shape);
+}
+
+} // namespace burnwick

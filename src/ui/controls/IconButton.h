@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QAbstractButton>
+#include <QIcon>
+
+namespace burnwick {
+
+/// A square button that is but a one-colour picture, painted in the text's secondary colour. Its tool tip is
+/// its name.
+class IconButton final : public QAbstractButton {
+    Q_OBJECT
+    Q_PROPERTY(int radius READ radius CONSTANT)
+
+public:
+    /// `picture` is a file or a resource; only where it is opaque counts.
+    IconButton(const QString &picture, const QString &name, QWidget *parent = nullptr);
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] int radius() const { return 8; }
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QIcon m_picture;
+};
+
+} // namespace burnwick

@@ -1,0 +1,171 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "ui/settings/SettingsView.h"
+
+#include "model/Version.h"
+#include "platform/LoginItem.h"
+#include "prefs/PreferencesManager.h"
+#include "ui/Logo.h"
+#include "ui/controls/FocusRing.h"
+#include "ui/controls/SegmentedPicker.h"
+#include "ui/controls/Switch.h"
+#include "ui/controls/Text.h"
+#include "ui/controls/TextLabel.h"
+#include "ui/settings/NotificationPermission.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
+
+namespace burnwick {
+
+namespace {
+
+constexpr QSize windowSize{360, 580};
+constexpr int sidePadding = 16;
+constexpr int cardSpacing = 8;
+
+using P = PreferencesManager;
+
+SettingsRow *rowOf(QWidget *control) {
+    return new SettingsRow(control->accessibleName(), control);
+}
+
+} // namespace
+
+SettingsView::SettingsView(Services services, QWidget *parent)
+    : QWidget(parent)
+    , m_services(std::move(services)) {
+    setFixedSize(windowSize);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins({});
+    column->setSpacing(0);
+    column->addWidget(makeHeader());
+    column->addWidget(new SettingsDivider);
+    column->addWidget(makeCards(), 1);
+    column->addWidget(new SettingsDivider);
+    column->addWidget(makeFooter());
+    addShortcuts();
+    new FocusRing(this);
+    // Until the user moves it, the keyboard belongs to no control.
+    setFocusPolicy(Qt::ClickFocus);
+    setFocus();
+}
+
+QWidget *SettingsView::makeHeader() {
+    constexpr int logoSize = 38;
+    auto *header = new QWidget;
+    auto *line = new QHBoxLayout(header);
+    line->setContentsMargins(sidePadding, 4, sidePadding, 12);
+    line->setSpacing(10);
+    line->addWidget(new Logo(logoSize));
+    line->addWidget(new TextLabel(QStringLiteral("Settings"), TextStyle::labelStrong));
+    line->addStretch();
+    return header;
+}
+
+QWidget *SettingsView::makeCards() {
+    auto *cards = new QWidget;
+    auto *column = new QVBoxLayout(cards);
+    column->setContentsMargins(sidePadding, cardSpacing, sidePadding, cardSpacing);
+    column->setSpacing(cardSpacing);
+    const auto add = [column](std::initializer_list<SettingsRow *> rows) {
+        auto *card = new SettingsCard;
+        for (SettingsRow *row : rows)
+            card->addRow(row);
+        column->addWidget(card);
+    };
+    Switch *launch = makeSwitch("Launch at startup",
+                                {&P::launchAtStartup, &P::setLaunchAtStartup, &P::launchAtStartupChanged});
+    connect(launch, &Switch::flipped, this, &SettingsView::registerAtDesktop);
+    auto *permission = new NotificationPermission(m_services.notifications, m_services.desktop);
+
+    add({rowOf(launch), new UpdateRow(m_services.updates)});
+    add({rowOf(makePicker<Theme>("Theme", allThemes, {&P::theme, &P::setTheme, &P::themeChanged}))});
+    add({rowOf(makeSwitch("Auto-refresh quota data",
+                          {&P::autoRefreshQuota, &P::setAutoRefreshQuota, &P::autoRefreshQuotaChanged})),
+         rowOf(makePicker<RefreshRate>("Refresh rate", allRefreshRates,
+                                       {&P::refreshRate, &P::setRefreshRate, &P::refreshRateChanged}))});
+    add({new SettingsRow(QStringLiteral("Notifications"), permission),
+         rowOf(makeSwitch("Session reset", {&P::sessionResetAlerts, &P::setSessionResetAlerts,
+                                            &P::sessionResetAlertsChanged})),
+         rowOf(makeSwitch("Alert at 80% quota",
+                          {&P::alertAt80Quota, &P::setAlertAt80Quota, &P::alertAt80QuotaChanged})),
+         rowOf(makeSwitch("Rate limit alerts",
+                          {&P::rateLimitAlerts, &P::setRateLimitAlerts, &P::rateLimitAlertsChanged}))});
+    add({makeFeedbackRow()});
+    column->addStretch();
+    return cards;
+}
+
+QWidget *SettingsView::makeFooter() {
+    auto *footer = new QWidget;
+    auto *line = new QHBoxLayout(footer);
+    line->setContentsMargins(sidePadding, 10, sidePadding, 10);
+    line->setSpacing(6);
+    line->addWidget(new TextLabel(QStringLiteral("Version"), TextStyle::caption, QPalette::PlaceholderText));
+    auto *number = new TextLabel(textOf(version()), TextStyle::caption);
+    number->setColorGroup(QPalette::Disabled);
+    line->addWidget(number);
+    line->addStretch();
+    return footer;
+}
+
+Switch *SettingsView::makeSwitch(const char *name, Preference<bool> preference) {
+    P &preferences = m_services.preferences;
+    auto *control = new Switch(m_services.reducedMotion);
+    control->setAccessibleName(QString::fromUtf8(name));
+    control->setOn((preferences.*preference.get)());
+    connect(&preferences, preference.changed, control, &Switch::setOn);
+    connect(control, &Switch::flipped, &preferences, preference.set);
+    return control;
+}
+
+template <typename Value, typename Values>
+SegmentedPicker *SettingsView::makePicker(const char *name, const Values &values,
+                                          Preference<Value> preference) {
+    P &preferences = m_services.preferences;
+    QStringList labels;
+    for (const Value value : values)
+        labels.append(labelOf(value));
+    auto *control = new SegmentedPicker(labels);
+    control->setAccessibleName(QString::fromUtf8(name));
+    const auto show = [control, &values](Value value) {
+        control->setChosen(static_cast<int>(std::ranges::find(values, value) - values.begin()));
+    };
+    show((preferences.*preference.get)());
+    connect(&preferences, preference.changed, control, show);
+    connect(control, &SegmentedPicker::picked, &preferences, [&preferences, &values, preference](int index) {
+        (preferences.*preference.set)(values[static_cast<std::size_t>(index)]);
+    });
+    return control;
+}
+
+SettingsRow *SettingsView::makeFeedbackRow() {
+    auto *button = new FlatButton(QStringLiteral("Give Feedback"), settingsButtonLook());
+    connect(button, &QAbstractButton::clicked, this,
+            [this] { m_services.updates.openURL(m_services.feedbackURL); });
+    return new SettingsRow(QStringLiteral("Help us improve the product"), button);
+}
+
+/// Once the preference has the value. What the system refuses is taken back, without a word.
+void SettingsView::registerAtDesktop(bool on) {
+    LoginItem &item = m_services.loginItem;
+    if (on ? item.registerItem() : item.unregisterItem())
+        m_services.preferences.setLaunchAtStartup(!on);
+}
+
+void SettingsView::addShortcuts() {
+    const auto add = [this](const QKeySequence &keys, auto action) {
+        connect(new QShortcut(keys, this), &QShortcut::activated, this, action);
+    };
+    add(Qt::Key_Escape, [this] { close(); });
+    add(Qt::CTRL | Qt::Key_W, [this] { close(); });
+    add(Qt::CTRL | Qt::Key_Q, [] { QApplication::quit(); });
+}
+
+} // namespace burnwick

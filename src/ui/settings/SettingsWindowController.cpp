@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "ui/settings/SettingsWindowController.h"
+
+#include "ui/WindowActivation.h"
+
+#include <QGuiApplication>
+#include <QIcon>
+#include <QScreen>
+#include <QWindow>
+
+#include <utility>
+
+namespace burnwick {
+
+namespace {
+
+/// The screen on which the user works.
+QScreen *currentScreen() {
+    const QWindow *focused = QGuiApplication::focusWindow();
+    return focused != nullptr ? focused->screen() : QGuiApplication::primaryScreen();
+}
+
+} // namespace
+
+SettingsWindowController::SettingsWindowController(SettingsView::Services services)
+    : m_services(std::move(services)) {}
+
+SettingsWindowController::~SettingsWindowController() = default;
+
+void SettingsWindowController::show(const std::string &activationToken) {
+    if (!m_window || !m_window->isVisible()) {
+        m_window.reset(); // two at a time would both follow the desktop
+        m_window = std::make_unique<SettingsView>(m_services);
+        m_window->setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                                 Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
+        m_window->setWindowTitle(QStringLiteral("Settings"));
+        m_window->setWindowIcon(QIcon(QStringLiteral(":/burnwick/icons/burnwick.svg")));
+        if (const QScreen *screen = currentScreen())
+            m_window->move(screen->availableGeometry().center() - m_window->rect().center());
+    }
+    bringToFront(*m_window, activationToken);
+}
+
+} // namespace burnwick

@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "ui/settings/UpdateRow.h"
+
+#include "async/DetachedTask.h"
+#include "async/Scheduler.h"
+#include "ui/settings/UpdateAlert.h"
+#include "update/AppcastCheck.h"
+
+#include <QPointer>
+
+#include <utility>
+
+namespace burnwick {
+
+namespace {
+
+const QString atRest = QStringLiteral("Check for updates");
+
+} // namespace
+
+UpdateRow::UpdateRow(Services services, QWidget *parent)
+    : UpdateRow(std::move(services), new FlatButton(QStringLiteral("Check Now"), settingsButtonLook()),
+                parent) {}
+
+UpdateRow::UpdateRow(Services services, FlatButton *button, QWidget *parent)
+    : SettingsRow(atRest, button, parent)
+    , m_services(std::move(services)) {
+    connect(button, &QAbstractButton::clicked, this, [this] { runDetached(check()); });
+}
+
+UpdateRow::~UpdateRow() = default;
+
+QCoro::Task<void> UpdateRow::check() {
+    // The window may be closed and gone before the answer comes.
+    const QPointer<UpdateRow> self(this);
+    setLabel(QString::fromUtf8("Checking…"));
+    const AppcastVerdict verdict = co_await checkAppcast(m_services.http, m_services.productBaseURL);
+    if (!self)
+        co_return;
+    switch (verdict.kind) {
+    case AppcastVerdict::Kind::upToDate:
+        showUpToDate();
+        break;
+    case AppcastVerdict::Kind::newerVersion:
+        showAvailable(verdict.version);
+        break;
+    case AppcastVerdict::Kind::couldNotCheck:
+        setLabel(atRest);
+        break;
+    }
+}
+
+void UpdateRow::showUpToDate() {
+    constexpr std::chrono::seconds shownFor{5};
+    setLabel(QString::fromUtf8("Up to date ✓"));
+    m_revert = m_services.scheduler.repeat(shownFor, [this] { setLabel(atRest); });
+}
+
+void UpdateRow::showAvailable(const QString &version) {
+    setLabel(QStringLiteral("Update available"));
+    if (std::exchange(m_alertIsOpen, true))
+        return;
+    showUpdateAlert(version, m_services.productBaseURL, m_services.openURL, [self = QPointer(this)] {
+        if (!self)
+            return;
+        self->m_alertIsOpen = false;
+        self->setLabel(atRest);
+    });
+}
+
+void UpdateRow::setLabel(const QString &label) {
+    m_revert.reset();
+    SettingsRow::setLabel(label);
+}
+
+} // namespace burnwick

@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "ui/settings/SettingsCard.h"
+
+#include <QCoroTask>
+#include <QUrl>
+
+#include <functional>
+#include <memory>
+
+namespace burnwick {
+
+class HttpClient;
+class RepeatingTimer;
+class Scheduler;
+
+/// Looks for a newer release when the user asks for it, and tells in its label what came of it.
+class UpdateRow final : public SettingsRow {
+    Q_OBJECT
+
+public:
+    /// What is referred to must outlive the row.
+    struct Services {
+        HttpClient &http;
+        Scheduler &scheduler;
+        QUrl productBaseURL;
+        std::function<void(const QUrl &)> openURL; ///< in the browser
+    };
+
+    explicit UpdateRow(Services services, QWidget *parent = nullptr);
+    ~UpdateRow() override;
+
+private:
+    UpdateRow(Services services, FlatButton *button, QWidget *parent);
+    [[nodiscard]] QCoro::Task<void> check();
+    void showUpToDate();
+    void showAvailable(const QString &version);
+    /// Ends what an earlier label was to become.
+    void setLabel(const QString &label);
+
+    Services m_services;
+    std::unique_ptr<RepeatingTimer> m_revert; ///< pending return to the first label
+    bool m_alertIsOpen = false;
+};
+
+} // namespace burnwick

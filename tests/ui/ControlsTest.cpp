@@ -1,0 +1,164 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "support/VisibleControls.h"
+#include "support/WaitFor.h"
+#include "ui/controls/SegmentedPicker.h"
+#include "ui/controls/Switch.h"
+#include "ui/theme/ThemeColors.h"
+#include "ui/theme/ThemePalette.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QHBoxLayout>
+#include <QImage>
+#include <QPushButton>
+#include <QTest>
+
+namespace burnwick {
+namespace {
+
+const ColorScheme schemes[] = {ColorScheme::light, ColorScheme::dark};
+
+/// What the widget looks like on a card.
+QImage pictureOf(QWidget &widget, ColorScheme scheme) {
+    widget.setPalette(paletteOf(scheme));
+    QImage picture(widget.size(), QImage::Format_RGB32);
+    picture.fill(colorsOf(scheme).card);
+    widget.render(&picture, {}, {}, QWidget::DrawChildren);
+    return picture;
+}
+
+class SwitchTest : public testing::Test {
+protected:
+    SwitchTest() {
+        m_switch.setAccessibleName(u"Alarm"_qs);
+        m_switch.resize(m_switch.sizeHint());
+    }
+    /// Whether the middle of the knob is at that end.
+    bool knobIsAt(bool right) {
+        const QImage picture = pictureOf(m_switch, ColorScheme::light);
+        const int middle = picture.height() / 2;
+        return picture.pixelColor(right ? picture.width() - middle : middle, middle) == QColor(Qt::white) &&
+               picture.pixelColor(right ? middle : picture.width() - middle, middle) != QColor(Qt::white);
+    }
+
+    bool m_reducedMotion = false;
+    Switch m_switch{[this] { return m_reducedMotion; }};
+};
+
+TEST_F(SwitchTest, IsACheckBoxThatSpaceToggles) {
+    m_switch.show();
+    const auto state = [this] { return QAccessible::queryAccessibleInterface(&m_switch)->state(); };
+    EXPECT_NE(test::findIn(m_switch, QAccessible::CheckBox, u"Alarm"_qs), nullptr);
+    EXPECT_TRUE(state().checkable && state().focusable && !state().checked);
+    QList<bool> flips;
+    QObject::connect(&m_switch, &Switch::flipped, [&](bool on) { flips << on; });
+    QTest::keyClick(&m_switch, Qt::Key_Space);
+    EXPECT_TRUE(state().checked);
+    QTest::mouseClick(&m_switch, Qt::LeftButton);
+    EXPECT_FALSE(state().checked);
+    test::press(m_switch, QAccessible::CheckBox, u"Alarm"_qs);
+    EXPECT_EQ(flips, (QList<bool>{true, false, true}));
+    m_switch.setOn(false);
+    EXPECT_FALSE(state().checked);
+    EXPECT_EQ(flips.size(), 3) << "shown, not flipped";
+}
+
+TEST_F(SwitchTest, TheKnobSlides) {
+    m_switch.show();
+    m_switch.click();
+    EXPECT_LT(m_switch.knobPosition(), 1) << "it jumps";
+    EXPECT_TRUE(waitFor([this] { return m_switch.knobPosition() == 1; }));
+    m_switch.click();
+    m_switch.click();
+    EXPECT_TRUE(waitFor([this] { return m_switch.knobPosition() == 1; })) << "turned back on its way";
+}
+
+TEST_F(SwitchTest, TheKnobJumpsWhereNothingIsToMoveAndUnseen) {
+    m_switch.setChecked(true);
+    EXPECT_EQ(m_switch.knobPosition(), 1) << "unseen";
+    m_switch.show();
+    m_reducedMotion = true;
+    m_switch.click();
+    EXPECT_EQ(m_switch.knobPosition(), 0);
+}
+
+TEST_F(SwitchTest, ShowsItsStateByPlaceAndColour) {
+    EXPECT_TRUE(knobIsAt(false));
+    m_switch.setLayoutDirection(Qt::RightToLeft);
+    EXPECT_TRUE(knobIsAt(true));
+    m_switch.setLayoutDirection(Qt::LeftToRight);
+    m_switch.setChecked(true);
+    EXPECT_TRUE(knobIsAt(true));
+    for (const ColorScheme scheme : schemes) {
+        const QImage picture = pictureOf(m_switch, scheme);
+        EXPECT_EQ(picture.pixelColor(8, picture.height() / 2), colorsOf(scheme).accent);
+    }
+}
+
+class SegmentedPickerTest : public testing::Test {
+protected:
+    SegmentedPickerTest() {
+        QObject::connect(&m_picker, &SegmentedPicker::picked, [this](int index) { m_picked << index; });
+        auto *line = new QHBoxLayout(&m_window);
+        line->addWidget(new QPushButton(u"before"_qs));
+        line->addWidget(&m_picker);
+        line->addWidget(new QPushButton(u"after"_qs));
+        m_window.show();
+        m_window.activateWindow();
+    }
+    [[nodiscard]] QString focusedText() const {
+        const auto *button = qobject_cast<QAbstractButton *>(m_window.focusWidget());
+        return button != nullptr ? button->text() : QString();
+    }
+
+    QWidget m_window;
+    SegmentedPicker m_picker{{u"Red"_qs, u"Green"_qs, u"Blue"_qs}};
+    QList<int> m_picked;
+};
+
+TEST_F(SegmentedPickerTest, IsOneStopAndTheArrowKeysPick) {
+    ASSERT_TRUE(waitFor([this] { return m_window.isActiveWindow(); }));
+    m_picker.setChosen(1);
+    EXPECT_TRUE(m_picked.isEmpty()) << "shown, not picked";
+    m_window.findChild<QPushButton *>()->setFocus();
+    const auto press = [this](Qt::Key key) { QTest::keyClick(m_window.focusWidget(), key); };
+    press(Qt::Key_Tab);
+    EXPECT_EQ(focusedText(), u"Green"_qs);
+    press(Qt::Key_Right);
+    EXPECT_EQ(focusedText(), u"Blue"_qs);
+    press(Qt::Key_Left);
+    press(Qt::Key_Left);
+    EXPECT_EQ(m_picked, (QList<int>{2, 1, 0}));
+    EXPECT_EQ(m_picker.chosen(), 0);
+    press(Qt::Key_Tab);
+    EXPECT_EQ(focusedText(), u"after"_qs);
+    QTest::keyClick(m_window.focusWidget(), Qt::Key_Backtab);
+    EXPECT_EQ(focusedText(), u"Red"_qs);
+}
+
+TEST_F(SegmentedPickerTest, IsAGroupOfRadioButtons) {
+    m_picker.setAccessibleName(u"Colour"_qs);
+    EXPECT_NE(test::findIn(m_window, QAccessible::Grouping, u"Colour"_qs), nullptr);
+    test::press(m_window, QAccessible::RadioButton, u"Blue"_qs);
+    EXPECT_EQ(m_picked, QList<int>{2});
+    for (const auto &[name, checked] : {std::pair(u"Red"_qs, false), {u"Blue"_qs, true}})
+        EXPECT_EQ(bool(test::findIn(m_window, QAccessible::RadioButton, name)->state().checked), checked);
+}
+
+TEST_F(SegmentedPickerTest, TheChosenSegmentStandsOutInBothThemes) {
+    for (const ColorScheme scheme : schemes) {
+        const QImage picture = pictureOf(m_picker, scheme);
+        const auto groundOf = [&](int index) {
+            const QRect area = m_picker.findChildren<QAbstractButton *>().at(index)->geometry();
+            return picture.pixelColor(area.left() + 5, area.center().y());
+        };
+        EXPECT_EQ(groundOf(0), colorsOf(scheme).segment);
+        EXPECT_EQ(groundOf(1), groundOf(2));
+        EXPECT_GE(qAbs(groundOf(0).lightness() - groundOf(1).lightness()), 12);
+    }
+}
+
+} // namespace
+} // namespace burnwick

@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/AutostartLoginItem.h"
+#include "support/StateFixture.h"
+#include "ui/settings/SettingsView.h"
+
+#include <QCoreApplication>
+#include <QMetaObject>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace burnwick::test {
+
+/// A desktop whose user decides in the test.
+class FakeNotificationCenter final : public NotificationCenter {
+public:
+    void readAuthorization(std::function<void(Authorization)> answer) override {
+        const auto tell = [answer = std::move(answer), now = status] { answer(now); };
+        if (holdsAnswers)
+            m_held.push_back(tell);
+        else
+            QMetaObject::invokeMethod(QCoreApplication::instance(), tell, Qt::QueuedConnection);
+    }
+    void requestAuthorization(std::function<void(AuthorizationOutcome)> answer) override {
+        ++requests;
+        status = statusOnRequest;
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(),
+            [answer = std::move(answer), granted = status == Authorization::authorized] {
+                answer({granted, std::nullopt});
+            },
+            Qt::QueuedConnection);
+    }
+    void setAuthorizationChangedHandler(std::function<void()> handler) override {
+        m_changed = std::move(handler);
+    }
+    void add(const UserNotification &, std::function<void(std::optional<std::string>)>) override {}
+    void setActivateHandler(ActivateHandler) override {}
+
+    void change(Authorization to) {
+        status = to;
+        if (m_changed)
+            m_changed();
+    }
+    void release() {
+        for (const auto &tell : std::exchange(m_held, {}))
+            tell();
+    }
+    [[nodiscard]] bool isFollowed() const { return static_cast<bool>(m_changed); }
+
+    Authorization status = Authorization::authorized;
+    Authorization statusOnRequest = Authorization::authorized;
+    int requests = 0;
+    bool holdsAnswers = false; ///< to readings, until released
+
+private:
+    std::vector<std::function<void()>> m_held;
+    std::function<void()> m_changed;
+};
+
+/// Counts what it is asked for.
+class FakeDesktopSettings final : public DesktopSettings {
+public:
+    void openNotifications() override { ++opened; }
+
+    int opened = 0;
+};
+
+/// The settings over a store and an autostart folder of their own.
+class SettingsFixture : public StateFixture {
+protected:
+    [[nodiscard]] SettingsView::Services settingsServices();
+
+    std::filesystem::path m_autostart = m_home.path() / "autostart";
+    AutostartLoginItem m_loginItem{m_autostart, QCoreApplication::applicationFilePath()};
+    FakeNotificationCenter m_center;
+    FakeDesktopSettings m_desktop;
+    QStringList m_openedPages;
+    bool m_reducedMotion = false;
+};
+
+/// A state that people meet, to be looked at and read.
+struct SettingsScene {
+    std::string name;
+    NotificationCenter::Authorization authorization;
+    std::string control;             ///< of the row of notifications
+    std::vector<std::string> absent; ///< what that row must not offer then
+};
+
+[[nodiscard]] const std::vector<SettingsScene> &settingsScenes();
+
+} // namespace burnwick::test

@@ -1,0 +1,397 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "support/VisibleControls.h"
+#include "ui/SettingsScenes.h"
+
+#include "model/Version.h"
+#include "prefs/SettingsFile.h"
+#include "support/Outcome.h"
+#include "ui/settings/SettingsWindowController.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+#include <QTest>
+
+namespace burnwick {
+namespace {
+
+using namespace std::chrono_literals;
+using Authorization = NotificationCenter::Authorization;
+using test::findIn;
+using test::namesIn;
+using test::press;
+
+struct SwitchRow {
+    QString name;
+    QString key;
+    void (PreferencesManager::*set)(bool);
+};
+
+const std::vector<SwitchRow> &switchRows() {
+    using P = PreferencesManager;
+    static const std::vector<SwitchRow> rows{
+        {u"Launch at startup"_qs, u"launchAtStartup"_qs, &P::setLaunchAtStartup},
+        {u"Auto-refresh quota data"_qs, u"autoRefreshQuota"_qs, &P::setAutoRefreshQuota},
+        {u"Session reset"_qs, u"sessionResetAlerts"_qs, &P::setSessionResetAlerts},
+        {u"Alert at 80% quota"_qs, u"alertAt80Quota"_qs, &P::setAlertAt80Quota},
+        {u"Rate limit alerts"_qs, u"rateLimitAlerts"_qs, &P::setRateLimitAlerts},
+    };
+    return rows;
+}
+
+bool isOn(QWidget &window, QAccessible::Role role, const QString &name) {
+    const QAccessibleInterface *object = findIn(window, role, name);
+    EXPECT_NE(object, nullptr) << name.toStdString();
+    return object != nullptr && object->state().checked;
+}
+
+class SettingsViewTest : public test::SettingsFixture {
+protected:
+    SettingsView &openView() {
+        m_view.emplace(settingsServices());
+        m_view->show();
+        QCoreApplication::processEvents();
+        return *m_view;
+    }
+    [[nodiscard]] QJsonValue stored(const QString &key) const {
+        const auto file = m_home.path() / "settings.json";
+        return QJsonDocument::fromJson(test::bytesOf(QString::fromStdString(file.string())))
+            .object()
+            .value(key);
+    }
+    /// Whether the row of the updates says that.
+    bool says(const char *label) { return namesIn(*m_view).contains(QString::fromUtf8(label)); }
+    bool comesToSay(const char *label) {
+        return waitFor([this, label] { return says(label); });
+    }
+    void answerVersions(const std::vector<std::string_view> &versions, bool held = false) {
+        std::vector<test::ScriptedAnswer> answers;
+        for (const std::string_view version : versions) {
+            test::ScriptedAnswer answer;
+            answer.body = "<sparkle:shortVersionString>" +
+                          QByteArray(version.data(), static_cast<qsizetype>(version.size())) +
+                          "</sparkle:shortVersionString>";
+            answer.held = held;
+            answers.push_back(answer);
+        }
+        m_server.script("/appcast.xml", answers);
+    }
+    std::size_t checks() { return m_server.requestsFor("/appcast.xml").size(); }
+    void checkNow() { press(*m_view, QAccessible::Button, u"Check Now"_qs); }
+
+    std::optional<SettingsView> m_view;
+};
+
+TEST_F(SettingsViewTest, HasEverythingInItsOrder) {
+    SettingsView &view = openView();
+    EXPECT_EQ(view.size(), QSize(360, 580));
+    QStringList names = namesIn(view);
+    names.removeAll(QString());
+    const QString ownVersion = QString::fromUtf8(version().data(), qsizetype(version().size()));
+    const QStringList expected{
+        u"Burnwick"_qs, u"Settings"_qs,
+        // Each row's label and its control of the same name.
+        u"Launch at startup"_qs, u"Launch at startup"_qs, u"Check for updates"_qs, u"Check Now"_qs,
+        u"Theme"_qs, u"Theme"_qs, u"Light"_qs, u"Dark"_qs, u"System"_qs, u"Auto-refresh quota data"_qs,
+        u"Auto-refresh quota data"_qs, u"Refresh rate"_qs, u"Refresh rate"_qs, u"1m"_qs, u"5m"_qs, u"10m"_qs,
+        u"Notifications"_qs, u"Enabled"_qs, u"Session reset"_qs, u"Session reset"_qs,
+        u"Alert at 80% quota"_qs, u"Alert at 80% quota"_qs, u"Rate limit alerts"_qs, u"Rate limit alerts"_qs,
+        u"Help us improve the product"_qs, u"Give Feedback"_qs, u"Version"_qs, ownVersion};
+    EXPECT_EQ(names.join(u'|').toStdString(), expected.join(u'|').toStdString());
+}
+
+TEST_F(SettingsViewTest, EachSwitchIsStoredAtOnceAndFollowsTheStore) {
+    SettingsView &view = openView();
+    for (const SwitchRow &row : switchRows()) {
+        SCOPED_TRACE(row.name.toStdString());
+        const bool before = isOn(view, QAccessible::CheckBox, row.name);
+        press(view, QAccessible::CheckBox, row.name);
+        EXPECT_EQ(stored(row.key), QJsonValue(!before));
+        EXPECT_EQ(isOn(view, QAccessible::CheckBox, row.name), !before);
+        (m_preferences.*row.set)(before);
+        EXPECT_EQ(isOn(view, QAccessible::CheckBox, row.name), before);
+    }
+}
+
+TEST_F(SettingsViewTest, EachPickIsStoredAtOnceAndFollowsTheStore) {
+    SettingsView &view = openView();
+    const auto shows = [&view](const char *name) {
+        return isOn(view, QAccessible::RadioButton, QString::fromUtf8(name));
+    };
+    EXPECT_TRUE(shows("System") && shows("1m"));
+    press(view, QAccessible::RadioButton, u"Dark"_qs);
+    EXPECT_EQ(stored(u"theme"_qs), u"dark"_qs);
+    press(view, QAccessible::RadioButton, u"10m"_qs);
+    EXPECT_EQ(stored(u"refreshRate"_qs), 600);
+    EXPECT_TRUE(shows("Dark") && shows("10m") && !shows("System") && !shows("1m"));
+    m_preferences.setTheme(Theme::light);
+    m_preferences.setRefreshRate(RefreshRate::fiveMin);
+    EXPECT_TRUE(shows("Light") && shows("5m"));
+}
+
+TEST_F(SettingsViewTest, AFileThatWasEditedIsWhatTheNextStartShows) {
+    test::writeFile(m_home.path() / "edited.json",
+                    R"({"theme":"dark","refreshRate":600,"launchAtStartup":true,"autoRefreshQuota":false,)"
+                    R"("sessionResetAlerts":false,"alertAt80Quota":false,"rateLimitAlerts":false})");
+    UserDefaults defaults(QString::fromStdString((m_home.path() / "edited.json").string()));
+    PreferencesManager preferences(defaults);
+    const SettingsView::Services s = settingsServices();
+    SettingsView view(
+        {preferences, s.loginItem, s.notifications, s.desktop, s.updates, s.feedbackURL, s.reducedMotion});
+    view.show();
+    for (const SwitchRow &row : switchRows())
+        EXPECT_EQ(isOn(view, QAccessible::CheckBox, row.name), row.key == u"launchAtStartup"_qs);
+    EXPECT_TRUE(isOn(view, QAccessible::RadioButton, u"Dark"_qs));
+    EXPECT_TRUE(isOn(view, QAccessible::RadioButton, u"10m"_qs));
+    EXPECT_FALSE(std::filesystem::exists(m_autostart)) << "showing it changes nothing";
+}
+
+TEST_F(SettingsViewTest, AnotherRateHoldsAtOnce) {
+    m_state.start();
+    press(openView(), QAccessible::RadioButton, u"10m"_qs);
+    EXPECT_EQ(m_scheduler.intervals(), (std::vector<std::chrono::milliseconds>{300s, 600s}));
+}
+
+TEST_F(SettingsViewTest, LaunchAtStartupRegistersTheProgram) {
+    SettingsView &view = openView();
+    const QString name = u"Launch at startup"_qs;
+    press(view, QAccessible::CheckBox, name);
+    EXPECT_TRUE(m_loginItem.isRegistered());
+    press(view, QAccessible::CheckBox, name);
+    EXPECT_FALSE(m_loginItem.isRegistered());
+    EXPECT_EQ(stored(u"launchAtStartup"_qs), false);
+}
+
+TEST_F(SettingsViewTest, ARefusedLaunchAtStartupFlipsBack) {
+    SettingsView &view = openView();
+    const QString name = u"Launch at startup"_qs;
+    const auto flipsBack = [&](bool to) {
+        QList<bool> announced;
+        QObject context;
+        QObject::connect(&m_preferences, &PreferencesManager::launchAtStartupChanged, &context,
+                         [&](bool on) { announced << on; });
+        press(view, QAccessible::CheckBox, name);
+        EXPECT_EQ(announced, (QList<bool>{to, !to}));
+        EXPECT_EQ(stored(u"launchAtStartup"_qs), !to);
+        EXPECT_EQ(isOn(view, QAccessible::CheckBox, name), !to);
+    };
+    // Unlike a folder without permission, this also stops the superuser.
+    test::writeFile(m_autostart, "in the folder's place");
+    flipsBack(true);
+    EXPECT_FALSE(m_loginItem.isRegistered());
+
+    std::filesystem::remove(m_autostart);
+    press(view, QAccessible::CheckBox, name);
+    std::filesystem::rename(m_autostart / "burnwick.desktop", m_home.path() / "mine.desktop");
+    std::filesystem::create_symlink(m_home.path() / "mine.desktop", m_autostart / "burnwick.desktop");
+    flipsBack(false);
+    EXPECT_TRUE(m_loginItem.isRegistered());
+}
+
+/// One of the scenes, by its number.
+class SettingsSceneTest : public SettingsViewTest, public testing::WithParamInterface<std::size_t> {};
+
+TEST_P(SettingsSceneTest, OffersWhatTheAuthorisationCallsFor) {
+    const test::SettingsScene &scene = test::settingsScenes().at(GetParam());
+    m_center.status = scene.authorization;
+    openView();
+    EXPECT_TRUE(says(scene.control.c_str()));
+    for (const std::string &text : scene.absent)
+        EXPECT_FALSE(says(text.c_str())) << text;
+}
+
+INSTANTIATE_TEST_SUITE_P(Scenes, SettingsSceneTest,
+                         testing::Range(std::size_t{0}, test::settingsScenes().size()));
+
+TEST_F(SettingsViewTest, AllowAsksAndLooksAgain) {
+    m_center.status = Authorization::notDetermined;
+    m_center.statusOnRequest = Authorization::notDetermined;
+    SettingsView &view = openView();
+    press(view, QAccessible::Button, u"Allow"_qs);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(says("Allow")) << "nothing came of it";
+    m_center.statusOnRequest = Authorization::authorized;
+    press(view, QAccessible::Button, u"Allow"_qs);
+    EXPECT_TRUE(comesToSay("Enabled"));
+    EXPECT_EQ(m_center.requests, 2);
+    EXPECT_EQ(m_desktop.opened, 0);
+}
+
+TEST_F(SettingsViewTest, OpenSettingsOpensTheDesktopsAndTheWayBackIsNoticed) {
+    m_center.status = Authorization::denied;
+    SettingsView &view = openView();
+    press(view, QAccessible::Button, u"Open Settings"_qs);
+    EXPECT_EQ(m_desktop.opened, 1);
+    EXPECT_EQ(m_center.requests, 0);
+    QWidget desktopsOwn;
+    desktopsOwn.show();
+    desktopsOwn.activateWindow();
+    ASSERT_TRUE(waitFor([&] { return desktopsOwn.isActiveWindow(); }));
+    m_center.status = Authorization::authorized;
+    view.activateWindow();
+    EXPECT_TRUE(comesToSay("Enabled"));
+}
+
+TEST_F(SettingsViewTest, TheAuthorisationIsFollowedWhileTheViewLives) {
+    openView();
+    m_center.change(Authorization::notDetermined);
+    EXPECT_TRUE(comesToSay("Allow"));
+    m_center.change(Authorization::denied);
+    m_center.change(Authorization::authorized);
+    EXPECT_TRUE(comesToSay("Enabled"));
+    m_center.change(Authorization::denied);
+    m_view.reset(); // with the answer on its way
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(m_center.isFollowed());
+}
+
+TEST_F(SettingsViewTest, AnAnswerThatIsOvertakenCountsNoMore) {
+    openView();
+    m_center.holdsAnswers = true;
+    m_center.change(Authorization::denied);
+    m_center.holdsAnswers = false;
+    m_center.change(Authorization::notDetermined);
+    EXPECT_TRUE(comesToSay("Allow"));
+    m_center.release();
+    EXPECT_TRUE(says("Allow"));
+}
+
+TEST_F(SettingsViewTest, ACheckSaysWhatCameOfIt) {
+    openView();
+    answerVersions({version()});
+    checkNow();
+    EXPECT_TRUE(says("Checking…"));
+    EXPECT_TRUE(comesToSay("Up to date ✓"));
+    m_scheduler.advance(4'999ms);
+    EXPECT_TRUE(says("Up to date ✓"));
+    m_scheduler.advance(1ms);
+    EXPECT_TRUE(says("Check for updates"));
+
+    m_server.script("/appcast.xml", {{500}});
+    checkNow();
+    EXPECT_TRUE(says("Checking…"));
+    EXPECT_TRUE(comesToSay("Check for updates"));
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+TEST_F(SettingsViewTest, ANewerVersionIsOfferedOnce) {
+    openView();
+    answerVersions({"999.0"});
+    checkNow();
+    checkNow();
+    ASSERT_TRUE(waitFor([this] { return checks() == 2 && says("Update available"); }));
+    QTest::qWait(0);
+    QPointer<QMessageBox> alert = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+    ASSERT_NE(alert, nullptr);
+    EXPECT_EQ(alert->defaultButton()->text().remove(u'&'), u"Update Now"_qs);
+    QTest::keyClick(alert, Qt::Key_Escape);
+    EXPECT_TRUE(comesToSay("Check for updates"));
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << "another one behind it";
+    EXPECT_TRUE(m_openedPages.isEmpty());
+
+    checkNow();
+    ASSERT_TRUE(comesToSay("Update available"));
+    alert = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+    m_view.reset(); // the alert outlives it
+    ASSERT_NE(alert, nullptr);
+    alert->defaultButton()->click();
+    EXPECT_EQ(m_openedPages.size(), 1);
+}
+
+TEST_F(SettingsViewTest, TwoQuickPressesAreTwoChecksAndTheLastToEndIsShown) {
+    openView();
+    answerVersions({version()}, true);
+    checkNow();
+    checkNow();
+    ASSERT_TRUE(waitFor([this] { return checks() == 2; }));
+    EXPECT_TRUE(says("Checking…"));
+    m_server.release();
+    EXPECT_TRUE(comesToSay("Up to date ✓"));
+    // A check that begins while the last one's success is shown has the label to itself.
+    ASSERT_TRUE(waitFor([this] { return m_scheduler.intervals().size() == 1; }));
+    m_server.script("/appcast.xml", {{200, {}, {}, test::ScriptedAnswer::Ending::silence}});
+    checkNow();
+    m_scheduler.advance(5s);
+    EXPECT_TRUE(says("Checking…"));
+}
+
+TEST_F(SettingsViewTest, AViewMayGoDuringACheck) {
+    openView();
+    answerVersions({version(), "999.0"}, true);
+    checkNow();
+    checkNow();
+    ASSERT_TRUE(waitFor([this] { return checks() == 2; }));
+    m_view.reset();
+    m_server.release();
+    // The client is done with both once a third one is answered on a connection of its own.
+    const auto last = test::outcomeOf(m_account.http.send({HttpMethod::get, m_server.url(u"/x"_qs)}));
+    ASSERT_TRUE(waitFor([&] { return last->done(); }));
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    EXPECT_TRUE(m_scheduler.intervals().empty());
+}
+
+TEST_F(SettingsViewTest, FeedbackIsGivenInTheBrowser) {
+    press(openView(), QAccessible::Button, u"Give Feedback"_qs);
+    EXPECT_EQ(m_openedPages, QStringList{u"https://burnwick.test/feedback"_qs});
+}
+
+class SettingsWindowTest : public SettingsViewTest {
+protected:
+    static QList<SettingsView *> windows() {
+        QList<SettingsView *> views;
+        for (QWidget *widget : QApplication::topLevelWidgets())
+            if (auto *view = qobject_cast<SettingsView *>(widget))
+                views << view;
+        return views;
+    }
+
+    SettingsWindowController m_controller{settingsServices()};
+};
+
+TEST_F(SettingsWindowTest, IsOneAndFreshAtEachOpening) {
+    m_controller.show({});
+    ASSERT_EQ(windows().size(), 1);
+    const QPointer<SettingsView> first = windows().first();
+    EXPECT_EQ(first->windowTitle(), u"Settings"_qs);
+    EXPECT_EQ(first->minimumSize(), first->maximumSize());
+    EXPECT_FALSE(first->windowFlags() & (Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint));
+    const QPoint off = first->frameGeometry().center() - first->screen()->availableGeometry().center();
+    EXPECT_LE(off.manhattanLength(), 8) << "not centred: " << off.x() << ", " << off.y();
+    answerVersions({version()}, true);
+    press(*first, QAccessible::Button, u"Check Now"_qs);
+    m_controller.show({});
+    EXPECT_EQ(windows(), QList<SettingsView *>{first});
+
+    for (const auto &[key, modifier] :
+         {std::pair(Qt::Key_Escape, Qt::NoModifier), {Qt::Key_W, Qt::ControlModifier}}) {
+        SettingsView *open = windows().first();
+        ASSERT_TRUE(waitFor([open] { return open->isActiveWindow(); }));
+        QTest::keyClick(open, key, modifier);
+        EXPECT_FALSE(open->isVisible());
+        m_controller.show({});
+        ASSERT_EQ(windows().size(), 1);
+        EXPECT_TRUE(namesIn(*windows().first()).contains(u"Check for updates"_qs)) << "not fresh";
+    }
+    EXPECT_TRUE(first.isNull());
+    EXPECT_TRUE(m_center.isFollowed()) << "by the one that is open";
+}
+
+TEST_F(SettingsWindowTest, TheKeyboardReachesEverythingInReadingOrder) {
+    m_controller.show({});
+    SettingsView &window = *windows().first();
+    ASSERT_TRUE(waitFor([&] { return window.isActiveWindow(); }));
+    QStringList order;
+    for (int i = 0; i < 9; ++i) {
+        QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
+        order << QAccessible::queryAccessibleInterface(QApplication::focusWidget())->text(QAccessible::Name);
+    }
+    EXPECT_EQ(
+        order.join(u'|').toStdString(),
+        "Launch at startup|Check Now|System|Auto-refresh quota data|1m|Session reset|Alert at 80% quota|"
+        "Rate limit alerts|Give Feedback");
+}
+
+} // namespace
+} // namespace burnwick
