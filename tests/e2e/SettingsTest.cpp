@@ -43,8 +43,10 @@ protected:
 TEST_F(SettingsTest, OpenByTheirKeyAndKeepWhatIsChosen) {
     test::VirtualDisplay display;
     startOn(display);
+    ASSERT_TRUE(waitFor([&] { return display.givesKeyboardTo("Burnwick"); }));
     display.pressKey("Burnwick", XK_comma, XCB_MOD_MASK_CONTROL);
-    ASSERT_TRUE(waitFor([&] { return display.showsInFront(settingsTitle); }));
+    ASSERT_TRUE(waitFor([&] { return display.givesKeyboardTo(settingsTitle); }));
+    EXPECT_TRUE(display.showsInFront(settingsTitle));
     // The first control is the one of the start at login, the fourth that of the refresh by itself.
     for (int i = 0; i < 4; ++i)
         display.pressKey(settingsTitle, XK_Tab);

@@ -54,6 +54,12 @@ bool VirtualDisplay::showsInFront(const QByteArray &title) const {
     return !windows.empty() && titleOf(windows.back()) == title;
 }
 
+bool VirtualDisplay::givesKeyboardTo(const QByteArray &title) const {
+    const Reply<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(m_connection.get(), xcb_get_input_focus(m_connection.get()), nullptr));
+    return reply && titleOf(reply->focus) == title;
+}
+
 void VirtualDisplay::close(const QByteArray &title) {
     for (const xcb_window_t window : visibleWindows()) {
         if (titleOf(window) != title)

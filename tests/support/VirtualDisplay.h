@@ -30,6 +30,8 @@ public:
     [[nodiscard]] bool shows(const QByteArray &title) const;
     /// Whether it is the topmost one that can be seen.
     [[nodiscard]] bool showsInFront(const QByteArray &title) const;
+    /// Whether the keyboard is its.
+    [[nodiscard]] bool givesKeyboardTo(const QByteArray &title) const;
     /// Asks the window to close, as its frame's button would.
     void close(const QByteArray &title);
     /// Presses and releases a key, of X11/keysym.h, with modifiers in the window of that title.
