@@ -39,10 +39,10 @@ QStringList notificationSettingsCommand(const QString &desktops, const FindExecu
     for (const QString &desktop : desktops.split(u':', Qt::SkipEmptyParts))
         for (const SettingsPage &page : pages)
             if (desktop.compare(QLatin1String(page.desktop), Qt::CaseInsensitive) == 0)
-                if (const QStringList command = installed(page); !command.isEmpty())
+                if (QStringList command = installed(page); !command.isEmpty())
                     return command;
     for (const SettingsPage &page : pages)
-        if (const QStringList command = installed(page); !page.onlyThere && !command.isEmpty())
+        if (QStringList command = installed(page); !page.onlyThere && !command.isEmpty())
             return command;
     return {};
 }
