@@ -48,8 +48,10 @@ protected:
     [[nodiscard]] QString title() const {
         return m_watcher.readItem().value(QStringLiteral("Title")).toString();
     }
-    bool itemShows(const char *expected) {
-        return waitFor([&] { return title() == QString::fromUtf8(expected); });
+    testing::AssertionResult itemShows(const char *expected) {
+        if (waitFor([&] { return title() == QString::fromUtf8(expected); }))
+            return testing::AssertionSuccess();
+        return testing::AssertionFailure() << "it shows " << title().toStdString();
     }
     /// Whether the program ended by itself with 0 soon after it was told to.
     bool endsWhenTold(int signal) {

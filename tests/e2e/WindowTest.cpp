@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "e2e/ProgramFixture.h"
+#include "e2e/AccountFixture.h"
 #include "prefs/SettingsFile.h"
 #include "support/AccessibleTree.h"
 #include "support/VirtualDisplay.h"
@@ -13,10 +13,10 @@ struct AccessibleSession {
 };
 
 /// The real program's window as assistive technology finds it.
-class WindowTest : protected AccessibleSession, public test::ProgramFixture {
+class WindowTest : protected AccessibleSession, public test::AccountFixture {
 protected:
     WindowTest()
-        : ProgramFixture(m_tree.sessionBus()) {}
+        : AccountFixture(m_tree.sessionBus()) {}
 
     void SetUp() override {
         ASSERT_TRUE(m_tree.isReady());
@@ -27,8 +27,12 @@ protected:
         m_program.setProcessEnvironment(environment);
     }
 
-    bool comesToShow(const char *object) {
+    [[nodiscard]] bool shows(const char *object) const {
         return waitFor([&] { return m_tree.objects().contains(QString::fromUtf8(object)); });
+    }
+    /// Once it can be seen.
+    bool press(const char *object) {
+        return waitFor([&] { return m_tree.press(QString::fromUtf8(object)); });
     }
     /// Possibly with others between them.
     void expectInOrder(std::initializer_list<const char *> expected) const {
@@ -45,8 +49,7 @@ protected:
 
 TEST_F(WindowTest, IsReadAndOperatedByAssistiveTechnology) {
     ASSERT_TRUE(startProgram());
-    ASSERT_TRUE(
-        waitFor([&] { return m_tree.objects().contains(QStringLiteral("push button: Re-authenticate")); }));
+    ASSERT_TRUE(shows("push button: Re-authenticate"));
     expectInOrder({"label: Burnwick", "label: OAuth token not found",
                    "label: Open Settings to connect your Claude account", "label: CLAUDE STATUS",
                    "radio button: Overview [checked]", "radio button: Models", "radio button: All [checked]",
@@ -54,12 +57,10 @@ TEST_F(WindowTest, IsReadAndOperatedByAssistiveTechnology) {
                    "chart: Activity of the last 52 weeks: no tokens", "button menu: Model: Claude",
                    "push button: Re-authenticate", "label: Updated just now"});
 
-    EXPECT_TRUE(m_tree.press(QStringLiteral("radio button: Models")));
-    EXPECT_TRUE(
-        waitFor([&] { return m_tree.objects().contains(QStringLiteral("label: No model data yet")); }));
-    EXPECT_TRUE(m_tree.press(QStringLiteral("radio button: 7d")));
-    EXPECT_TRUE(
-        waitFor([&] { return m_tree.objects().contains(QStringLiteral("radio button: 7d [checked]")); }));
+    EXPECT_TRUE(press("radio button: Models"));
+    EXPECT_TRUE(shows("label: No model data yet"));
+    EXPECT_TRUE(press("radio button: 7d"));
+    EXPECT_TRUE(shows("radio button: 7d [checked]"));
     EXPECT_FALSE(m_tree.objects().contains(QStringLiteral("radio button: All [checked]")));
     EXPECT_TRUE(endsWhenTold(SIGTERM));
 }
@@ -68,9 +69,9 @@ TEST_F(WindowTest, TheSettingsAreReadAndOperatedToo) {
     // Stands where the folder of what starts at login would be made.
     test::writeFile(m_home.path() / ".config" / "autostart", "");
     ASSERT_TRUE(startProgram());
-    ASSERT_TRUE(comesToShow("push button: Settings"));
-    EXPECT_TRUE(m_tree.press(QStringLiteral("push button: Settings")));
-    ASSERT_TRUE(comesToShow("push button: Allow")) << "nobody shows notifications here";
+    ASSERT_TRUE(shows("push button: Settings"));
+    EXPECT_TRUE(press("push button: Settings"));
+    ASSERT_TRUE(shows("push button: Allow")) << "nobody shows notifications here";
     expectInOrder({"label: Settings",
                    "label: Launch at startup",
                    "check box: Launch at startup",
@@ -94,18 +95,42 @@ TEST_F(WindowTest, TheSettingsAreReadAndOperatedToo) {
                    "push button: Give Feedback",
                    "label: Version"});
 
-    EXPECT_TRUE(m_tree.press(QStringLiteral("check box: Session reset")));
-    EXPECT_TRUE(m_tree.press(QStringLiteral("radio button: 10m")));
-    EXPECT_TRUE(m_tree.press(QStringLiteral("check box: Launch at startup")));
-    EXPECT_TRUE(comesToShow("check box: Session reset"));
-    EXPECT_TRUE(comesToShow("radio button: 10m [checked]"));
-    EXPECT_TRUE(comesToShow("check box: Launch at startup")) << "it was refused";
-    const auto file = m_home.path() / ".config/burnwick/burnwick.json";
-    EXPECT_EQ(QJsonDocument::fromJson(test::bytesOf(QString::fromStdString(file.string()))).object(),
-              (QJsonObject{{u"sessionResetAlerts"_qs, false},
-                           {u"refreshRate"_qs, 600},
-                           {u"launchAtStartup"_qs, false}}));
+    EXPECT_TRUE(press("check box: Session reset"));
+    EXPECT_TRUE(press("radio button: 10m"));
+    EXPECT_TRUE(press("check box: Launch at startup"));
+    EXPECT_TRUE(shows("check box: Session reset"));
+    EXPECT_TRUE(shows("radio button: 10m [checked]"));
+    EXPECT_TRUE(shows("check box: Launch at startup")) << "it was refused";
+    QJsonObject stored = QJsonDocument::fromJson(QByteArray::fromStdString(contentOf(m_settings))).object();
+    stored.remove(u"apiBaseURL"_qs);
+    stored.remove(u"statusBaseURL"_qs);
+    EXPECT_EQ(stored, (QJsonObject{{u"sessionResetAlerts"_qs, false},
+                                   {u"refreshRate"_qs, 600},
+                                   {u"launchAtStartup"_qs, false}}));
     EXPECT_TRUE(endsWhenTold(SIGTERM));
+}
+
+TEST_F(WindowTest, LeadsThroughALogin) {
+    m_server.script("/api/oauth/usage", {test::usage(67)});
+    const std::filesystem::path terminal = m_home.path() / "terminal";
+    test::writeFile(terminal, R"(#!/bin/sh
+echo "$@" > "$HOME/asked"
+while [ ! -e "$HOME/user-is-done" ]; do sleep 0.05; done
+)");
+    std::filesystem::permissions(terminal, std::filesystem::perms::owner_all);
+    QProcessEnvironment environment = m_program.processEnvironment();
+    environment.insert(QStringLiteral("TERMINAL"), QString::fromStdString(terminal.string()));
+    m_program.setProcessEnvironment(environment);
+    ASSERT_TRUE(startProgram());
+
+    ASSERT_TRUE(press("push button: Re-authenticate"));
+    EXPECT_TRUE(shows("label: Waiting for browser…"));
+    ASSERT_TRUE(waitFor([&] { return std::filesystem::exists(m_home.path() / "asked"); }));
+    logIn();
+    test::writeFile(m_home.path() / "user-is-done", "");
+    EXPECT_TRUE(shows("push button: Reconnect"));
+    EXPECT_TRUE(itemShows("0 | $0.00 | s67%  ●"));
+    EXPECT_NE(contentOf(m_home.path() / "asked").find("claude"), std::string::npos);
 }
 
 } // namespace
