@@ -92,7 +92,7 @@ TEST_F(DayOfUseTest, AlertsComeOncePerWindowAndTheWindowResets) {
     // What was said stays said for the next start.
     m_server.script("/api/oauth/usage", {usage(84, first)});
     m_notifications.popups.clear();
-    m_watcher.forgetItems();
+    m_watcher.dropName();
     ASSERT_TRUE(startProgram(m_time));
     EXPECT_TRUE(itemShows("1.5M | $4.50 | s84%  ●"));
     EXPECT_EQ(notifications(), QStringList());
@@ -113,7 +113,7 @@ TEST_F(DayOfUseTest, ANewerReleaseIsLookedForOnceADay) {
         << notifications().join(u'\n').toStdString();
     EXPECT_TRUE(endsWhenTold(SIGTERM));
 
-    m_watcher.forgetItems();
+    m_watcher.dropName();
     ASSERT_TRUE(startProgram(m_time));
     pass(12h);
     ASSERT_TRUE(itemShows("0 | $0.00 | s--  ●"));

@@ -43,15 +43,12 @@ FakeStatusNotifierWatcher::~FakeStatusNotifierWatcher() {
 
 void FakeStatusNotifierWatcher::takeName(const std::string &processName) {
     prctl(PR_SET_NAME, processName.c_str());
+    m_registeredItems.clear();
     m_connection.registerService(watcherName);
 }
 
 void FakeStatusNotifierWatcher::dropName() {
     m_connection.unregisterService(watcherName);
-}
-
-void FakeStatusNotifierWatcher::forgetItems() {
-    m_registeredItems.clear();
 }
 
 bool FakeStatusNotifierWatcher::waitForItems(qsizetype count) const {

@@ -27,8 +27,6 @@ public:
     /// Starts as a host of that process name: the main thread's name, which /proc shows, is the process's.
     void takeName(const std::string &processName);
     void dropName();
-    /// As if none had registered.
-    void forgetItems();
 
     /// The items that registered, by bus name, in their order.
     [[nodiscard]] QStringList registeredItems() const { return m_registeredItems; }
