@@ -28,7 +28,7 @@ LoginItemFailure failure(const fs::path &file, const std::string &reason) {
     return {file.string() + ": " + reason};
 }
 
-std::optional<LoginItemFailure> writeEntry(const fs::path &file, const std::string &entry) {
+std::optional<LoginItemFailure> createEntry(const fs::path &file, const std::string &entry) {
     std::error_code error;
     fs::create_directories(file.parent_path(), error);
     if (error)
@@ -40,6 +40,11 @@ std::optional<LoginItemFailure> writeEntry(const fs::path &file, const std::stri
     const bool written = saved.open(QIODevice::WriteOnly) && saved.write(entry.data(), size) == size &&
                          saved.flush() && ::fsync(saved.handle()) == 0 && saved.commit();
     return written ? std::nullopt : std::optional(failure(file, saved.errorString().toStdString()));
+}
+
+std::optional<LoginItemFailure> replaceEntry(const fs::path &file, const std::string &entry) {
+    const std::error_code error = replaceWholeFile(file, entry);
+    return error ? std::optional(failure(file, error.message())) : std::nullopt;
 }
 
 } // namespace
@@ -77,7 +82,8 @@ std::optional<LoginItemFailure> AutostartLoginItem::registerItem() {
         return failure(m_file, "a link, which is left alone");
     if (QStandardPaths::findExecutable(m_program).isEmpty())
         return failure(m_file, "the program is not at " + m_program.toStdString() + " any more");
-    return writeEntry(m_file, entry);
+    const bool exists = type != fs::file_type::not_found;
+    return exists ? replaceEntry(m_file, entry) : createEntry(m_file, entry);
 }
 
 std::optional<LoginItemFailure> AutostartLoginItem::unregisterItem() {
