@@ -15,6 +15,7 @@
 #include "quota/OAuthFetcher.h"
 #include "state/FailureVerdict.h"
 #include "state/LoginFlow.h"
+#include "state/OutageLog.h"
 #include "status/ClaudeComponentStatus.h"
 
 #include <QCoroTask>
@@ -160,6 +161,8 @@ private:
     std::unique_ptr<RepeatingTimer> m_jsonlTimer;
     std::unique_ptr<RepeatingTimer> m_settleTimer; ///< runs once after a change of the directory
     std::unique_ptr<LoginFlow> m_login;
+    OutageLog m_quotaOutage{"the quota"};
+    OutageLog m_statusOutage{"the service's status"};
     std::atomic<bool> m_refreshQueued = false;
     bool m_stopped = false;
     bool m_historyJobRunning = false;

@@ -36,8 +36,10 @@ QCoro::Task<void> AppState::fetchQuota(RefreshKind kind) {
         usage = co_await m_services.oauthFetcher.fetchUsage();
     } catch (const FetchError &failure) {
         error = failure.kind();
-    } catch (const std::exception &) {
-        // Of the network, or an answer that cannot be read: the verdict tells all there is to tell.
+    } catch (const std::exception &failure) {
+        // Of the network, or an answer that cannot be read: the user learns of it by the verdict.
+        if (self)
+            m_quotaOutage.failed(failure);
     }
     if (!self || m_stopped)
         co_return;
@@ -49,6 +51,7 @@ QCoro::Task<void> AppState::fetchQuota(RefreshKind kind) {
 
 void AppState::takeQuota(const OAuthFetcher::Usage &usage) {
     const auto &[quota, extraUsage] = usage;
+    m_quotaOutage.reached();
     publish(m_quotaData, std::optional(quota));
     if (extraUsage)
         publish(m_extraUsage, extraUsage);
@@ -84,11 +87,15 @@ QCoro::Task<void> AppState::refreshClaudeStatus() {
     std::optional<std::vector<ClaudeComponentStatus>> statuses;
     try {
         statuses = co_await m_services.statusFetcher.fetchStatuses();
-    } catch (const std::exception &) {
+    } catch (const std::exception &failure) {
         // The status panel keeps what it shows.
+        if (self)
+            m_statusOutage.failed(failure);
     }
-    if (self && statuses)
-        publish(m_claudeStatus, std::move(*statuses));
+    if (!self || !statuses)
+        co_return;
+    m_statusOutage.reached();
+    publish(m_claudeStatus, std::move(*statuses));
 }
 
 void AppState::updateStatusIndicator() {

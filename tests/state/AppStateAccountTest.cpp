@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
+#include "support/LogCapture.h"
 #include "support/StateFixture.h"
 
 #include <QCoreApplication>
@@ -127,6 +128,21 @@ TEST_F(AppStateAccountTest, EachFailureHasItsOutcome) {
         connectOnce();
         EXPECT_EQ(outcome(RefreshKind::automatic), row.automaticWhenConnected) << row.what;
         EXPECT_EQ(m_state.quotaData().value().fiveHourUsagePct, 67) << row.what << ": the last figures stay";
+    }
+}
+
+TEST_F(AppStateAccountTest, AnOutageIsSaidOnceInTheLog) {
+    m_store.blob = login;
+    ScriptedAnswer cut = usage(1);
+    cut.ending = ScriptedAnswer::Ending::cut;
+    m_server.script(usagePath, {cut, cut, usage(1), answerOf(500), cut});
+    const test::LogCapture log;
+    const auto said = [&log] {
+        return log.lines().filter(QStringLiteral("the quota cannot be reached")).size();
+    };
+    for (const auto expected : {1, 1, 1, 1, 2}) {
+        refresh(RefreshKind::forced);
+        EXPECT_EQ(said(), expected);
     }
 }
 

@@ -2,6 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/LinuxStatusItem.h"
 
+#include "platform/linux/StatusItemLog.h"
+
+#include <QtWidgets/QSystemTrayIcon>
+
 #include <utility>
 
 namespace burnwick {
@@ -33,6 +37,10 @@ void LinuxStatusItem::appear() {
 }
 
 void LinuxStatusItem::showInTray() {
+    if (m_service->isConnected() && !m_absenceTold && !QSystemTrayIcon::isSystemTrayAvailable()) {
+        m_absenceTold = true;
+        qCInfo(statusItemLog, "no status area has been found so far; the item appears once there is one");
+    }
     if (!m_tray && XEmbedTray::isPossible())
         m_tray = std::make_unique<XEmbedTray>(*m_content, [this] { activate({}); });
 }

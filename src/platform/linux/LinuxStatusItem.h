@@ -31,6 +31,7 @@ private:
     std::optional<StatusItemContent> m_content;
     std::unique_ptr<StatusNotifierService> m_service;
     std::unique_ptr<XEmbedTray> m_tray;
+    bool m_absenceTold = false;
 };
 
 } // namespace burnwick
