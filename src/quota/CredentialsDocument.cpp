@@ -59,12 +59,15 @@ bool scanLogin(JsonScanner &json, std::optional<Found> &found) {
     if (json.peek() != '{')
         return json.skipValue();
     found.emplace();
+    const char *begin = json.rest().data() + 1;
     const bool read = json.readObject([&](std::string_view key) {
-        found->hasMembers = true;
         auto *value = found->named(key);
         return value != nullptr ? skipValue(json, *value) : json.skipValue();
     });
     found->end = json.rest().data() - 1;
+    // By the text, as not every key is heard of above.
+    found->hasMembers =
+        read && std::string_view(begin, found->end).find_first_not_of(" \t\r\n") != std::string_view::npos;
     return read;
 }
 

@@ -1,0 +1,76 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "fuzz/Oracles.h"
+#include "logs/JSONLDecoder.h"
+#include "logs/LogFileReader.h"
+
+#include <QUtf8StringView>
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace burnwick::fuzz {
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+/// The file's entries by its text as a whole, line by line.
+Lines naiveEntries(std::string_view file, LineSelection selection, std::size_t longestLine) {
+    Lines entries;
+    JSONLDecoder decoder;
+    if (!QUtf8StringView(file.data(), static_cast<qsizetype>(file.size())).isValidUtf8())
+        return entries;
+    while (!file.empty()) {
+        const std::size_t end = std::min(file.find('\n'), file.size());
+        const std::string_view line = file.substr(0, end);
+        file.remove_prefix(std::min(end + 1, file.size()));
+        if (line.size() > longestLine)
+            continue;
+        const auto entry = decoder.decodeTolerant(line);
+        if (entry && (selection == LineSelection::all || entry->isUsageLine()))
+            entries.push_back(encodeEntry(*entry));
+    }
+    return entries;
+}
+
+/// The same by the reader, which gets the bytes in pieces.
+Lines entriesInBlocks(std::string_view file, LineSelection selection, std::size_t longestLine,
+                      std::size_t blockSize, std::size_t piece) {
+    const auto source = [&](char *data, std::size_t size) {
+        const std::size_t count = std::min({size, piece, file.size()});
+        std::memcpy(data, file.data(), count);
+        file.remove_prefix(count);
+        return static_cast<ssize_t>(count);
+    };
+    Lines entries;
+    for (const JSONLEntry &entry : LogFileReader(selection, blockSize, longestLine).read(source))
+        entries.push_back(encodeEntry(entry));
+    return entries;
+}
+
+} // namespace
+
+const char *checkLogFile(std::string_view input) {
+    constexpr std::size_t whole = LogFileReader::defaultBlockSize;
+    constexpr struct {
+        std::size_t block, piece;
+    } sizes[] = {{1, 1}, {3, 3}, {7, 2}, {64, 64}, {150, 5}, {whole, whole}};
+    // A limit that short is met by common lines.
+    for (const std::size_t longestLine : {LogFileReader::defaultLongestLine, std::size_t{100}}) {
+        for (const auto selection : {LineSelection::all, LineSelection::usageOnly}) {
+            const Lines expected = naiveEntries(input, selection, longestLine);
+            for (const auto &size : sizes) {
+                require(entriesInBlocks(input, selection, longestLine, size.block, size.piece) == expected,
+                        "blocks of any size give what the whole file does");
+            }
+        }
+    }
+    const auto counted =
+        naiveEntries(input, LineSelection::usageOnly, LogFileReader::defaultLongestLine).size();
+    return counted > 0 ? "counted" : "nothing";
+}
+
+} // namespace burnwick::fuzz

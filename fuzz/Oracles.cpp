@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "fuzz/Oracles.h"
+
+namespace burnwick::fuzz {
+
+const std::array<Oracle, 7> &allOracles() {
+    static constexpr std::array<Oracle, 7> oracles{{
+        {"appcast", checkAppcast},
+        {"credentials", checkCredentials},
+        {"log-file", checkLogFile},
+        {"log-line", checkLogLine},
+        {"settings", checkSettings},
+        {"timestamp", checkTimestamp},
+        {"usage-response", checkUsageResponse},
+    }};
+    return oracles;
+}
+
+} // namespace burnwick::fuzz
