@@ -3,6 +3,7 @@
 #include "logs/StatFigures.h"
 
 #include "model/DisplayFormat.h"
+#include "model/DisplayText.h"
 
 namespace burnwick {
 
@@ -20,7 +21,7 @@ std::array<StatFigure, 12> statFigures(const HistoricalData &history, double ses
         {"Current streak", inDays(history.currentStreak)},
         {"Longest streak", inDays(history.longestStreak)},
         {"Peak hour", peakHourText(history.peakHour)},
-        {"Favorite model", history.favoriteModel ? modelFamilyName(*history.favoriteModel) : "--"},
+        {"Favorite model", history.favoriteModel ? displayText(modelFamilyName(*history.favoriteModel)) : "--"},
         {"Output", tokenCountText(tokens.output)},
     }};
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "notify/QuotaAlertRules.h"
 
+#include "model/DisplayText.h"
 #include "model/QuotaWindow.h"
 
 #include <array>
@@ -84,7 +85,7 @@ UserNotification sessionResetAlert(Instant now) {
 
 UserNotification updateAvailableAlert(std::string_view version) {
     return {"updateAvailable", "Update Available",
-            "Burnwick " + std::string(version) + " is available. Open Settings to update."};
+            "Burnwick " + displayText(version) + " is available. Open Settings to update."};
 }
 
 } // namespace burnwick::alerts

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "report/OrderedJson.h"
 
+#include "model/DisplayText.h"
+
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 
@@ -9,14 +11,21 @@ namespace burnwick {
 
 namespace {
 
-/// Escapes what JSON leaves as it is and a terminal would obey or hide: DEL, C1 and the format characters.
+/// Escapes what JSON leaves as it is and a terminal would obey or hide.
 QByteArray withEscapedControls(const QByteArray &json) {
     QString escaped;
-    for (const QChar c : QString::fromUtf8(json)) {
-        if (c.category() == QChar::Other_Control || c.category() == QChar::Other_Format)
-            escaped += QStringLiteral("\\u%1").arg(c.unicode(), 4, 16, QLatin1Char('0'));
-        else
-            escaped += c;
+    const auto escape = [&escaped](char16_t unit) {
+        escaped += QStringLiteral("\\u%1").arg(unit, 4, 16, QLatin1Char('0'));
+    };
+    for (const char32_t character : QString::fromUtf8(json).toStdU32String()) {
+        if (!isUnseen(character)) {
+            escaped += QChar::fromUcs4(character);
+        } else if (QChar::requiresSurrogates(character)) {
+            escape(QChar::highSurrogate(character));
+            escape(QChar::lowSurrogate(character));
+        } else {
+            escape(static_cast<char16_t>(character));
+        }
     }
     return escaped.toUtf8();
 }

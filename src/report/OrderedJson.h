@@ -23,7 +23,7 @@ public:
     /// An element of an array.
     OrderedJson &add(const OrderedJson &value);
 
-    /// Without a control character, those of C1 included: texts have them escaped.
+    /// Without an unseen character (see isUnseen()): texts have them escaped.
     [[nodiscard]] QByteArray toJson() const;
 
 private:

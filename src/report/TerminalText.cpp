@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "report/TerminalText.h"
 
+#include "model/DisplayText.h"
+
 #include <QtCore/QChar>
 #include <QtCore/QString>
 
@@ -45,11 +47,6 @@ std::string encoded(std::u32string_view text) {
     return QString::fromUcs4(text.data(), static_cast<qsizetype>(text.size())).toStdString();
 }
 
-bool isInvisible(char32_t character, int columns) {
-    // Format characters take no column, yet reverse or hide the text around them.
-    return columns < 0 || QChar::category(character) == QChar::Other_Format;
-}
-
 int columnsOf(std::u32string_view printable) {
     const UnicodeClassification unicode;
     int columns = 0;
@@ -79,9 +76,9 @@ std::string blanks(int count) {
 
 std::string printableText(std::string_view text) {
     const UnicodeClassification unicode;
-    std::u32string characters = decoded(text);
+    std::u32string characters = decoded(displayText(text));
     for (char32_t &character : characters) {
-        if (isInvisible(character, unicode.columnsOf(character)))
+        if (unicode.columnsOf(character) < 0)
             character = QChar::ReplacementCharacter;
     }
     return encoded(characters);

@@ -8,8 +8,7 @@
 /// Text in the columns of a terminal. All text is UTF-8.
 namespace burnwick {
 
-/// The text on one line with only what can be seen: control characters, with them the escape sequences that
-/// would command the terminal, line separators and marks that turn the direction of writing become U+FFFD.
+/// What displayText() makes of it, with U+FFFD also for characters of which no terminal's columns are known.
 [[nodiscard]] std::string printableText(std::string_view text);
 
 /// How many columns a printable text takes: two for a wide character, none for a combining mark.

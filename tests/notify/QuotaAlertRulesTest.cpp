@@ -4,6 +4,8 @@
 
 #include "support/ManualClock.h"
 
+#include "support/HostileTexts.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -129,6 +131,9 @@ TEST(QuotaAlertRules, TheOtherAlertsHaveTheirWords) {
     const UserNotification update{"updateAvailable", "Update Available",
                                   "Burnwick 1.10.0 <b>%1%</b>/.. is available. Open Settings to update."};
     EXPECT_EQ(updateAvailableAlert("1.10.0 <b>%1%</b>/.."), update);
+    for (const auto &hostile : test::hostileTexts())
+        EXPECT_EQ(updateAvailableAlert(hostile.text).body,
+                  "Burnwick " + hostile.shown + " is available. Open Settings to update.");
 }
 
 } // namespace

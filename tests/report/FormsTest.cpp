@@ -6,6 +6,7 @@
 #include "report/TableForm.h"
 #include "report/TerminalText.h"
 #include "report/WaybarForm.h"
+#include "support/HostileTexts.h"
 
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
@@ -119,6 +120,37 @@ TEST(TableForm, StaysPlainAndWithinEightyColumnsWhateverTheNames) {
         EXPECT_EQ(printableText(line), line);
     }
     EXPECT_NE(table.find("and 22 more\n"), std::string::npos) << table;
+}
+
+TEST(TableForm, ShowsHostileNamesAsText) {
+    for (const auto &hostile : test::hostileTexts()) {
+        ReportFigures figures = someFiguresWithAccount();
+        const std::size_t lines = linesOf(tableForm(figures, TerminalColors::none)).size();
+        figures.history.favoriteModel = hostile.text;
+        figures.history.modelStats[1].name = hostile.text;
+        figures.account->claudeStatus->at(0).name = hostile.text;
+        const std::string table = tableForm(figures, TerminalColors::none);
+        EXPECT_EQ(linesOf(table).size(), lines) << hostile.what;
+        for (const std::string &line : linesOf(table)) {
+            EXPECT_FALSE(test::hasControls(line)) << hostile.what;
+            EXPECT_LE(columnsOf(line), 80) << hostile.what;
+        }
+        EXPECT_NE(table.find(elidedInMiddle(hostile.shown, 35) + ' '), std::string::npos) << table;
+    }
+}
+
+TEST(JsonForm, KeepsHostileNamesWhole) {
+    for (const auto &hostile : test::hostileTexts()) {
+        ReportFigures figures = someFigures();
+        figures.history.favoriteModel = hostile.text;
+        const std::string json = jsonForm(figures, "1.0");
+
+        if (hostile.isUtf8) {
+            const QJsonObject history = parsed(json)[QStringLiteral("history")].toObject();
+            EXPECT_EQ(history[QStringLiteral("favoriteModel")].toString().toStdString(), hostile.text)
+                << hostile.what;
+        }
+    }
 }
 
 TEST(TableForm, IsTheSameTextWithColorsAround) {

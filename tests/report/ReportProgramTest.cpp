@@ -4,6 +4,7 @@
 #include "model/Timestamp.h"
 #include "model/Version.h"
 #include "report/ReportChild.h"
+#include "support/HostileTexts.h"
 #include "support/LogTreeFixture.h"
 
 #include <QtCore/QJsonArray>
@@ -11,6 +12,8 @@
 #include <QtCore/QJsonObject>
 
 #include <gtest/gtest.h>
+
+#include <sstream>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -196,15 +199,29 @@ TEST_F(ReportProgram, IsColoredOnATerminalOnly) {
     EXPECT_EQ(plain.find('\033'), std::string::npos) << plain;
 }
 
-TEST_F(ReportProgram, PassesNoEscapeSequenceOnFromTheLogs) {
-    m_home.add("p/evil.jsonl",
-               usageLine("2026-01-31T12:00:00.000Z", 1, 1, 0, 0, R"(\u001b]0;own\u0007\u009b2J)"), now());
-    for (const QStringList &arguments :
-         {QStringList{}, QStringList{QStringLiteral("--json")}, QStringList{QStringLiteral("--waybar")}}) {
-        const Outcome outcome = Program(m_home.path()).run(arguments);
-        EXPECT_EQ(outcome.exitCode, 0);
-        EXPECT_EQ(outcome.output.find_first_of("\033\a"), std::string::npos);
-        EXPECT_EQ(outcome.output.find("\u009b"), std::string::npos);
+/// The text within a JSON string, all of it escaped.
+std::string jsonEscaped(const std::string &text) {
+    std::string escaped;
+    for (const QChar c : QString::fromStdString(text))
+        escaped += QStringLiteral("\\u%1").arg(c.unicode(), 4, 16, QLatin1Char('0')).toStdString();
+    return escaped;
+}
+
+TEST_F(ReportProgram, PassesNothingOnFromTheLogsThatATerminalOrABarObeys) {
+    std::string lines = usageLine("2026-01-31T12:00:00.000Z", 1, 1, 0, 0, R"(\ud800<b>\udc00)");
+    for (const auto &hostile : test::hostileTexts())
+        lines += usageLine("2026-01-31T12:00:00.000Z", 1, 1, 0, 0, jsonEscaped(hostile.text));
+    m_home.add("p/evil\n\033[2J\u202e<b>.jsonl", lines, now());
+    for (const char *form : {"--filter=all", "--json", "--title", "--waybar", "--genmon"}) {
+        const Outcome outcome = Program(m_home.path()).run({QString::fromUtf8(form)});
+        EXPECT_EQ(outcome.exitCode, 0) << form;
+        EXPECT_EQ(outcome.errors, "");
+        for (std::istringstream output(outcome.output); std::getline(output, lines);)
+            EXPECT_FALSE(test::hasControls(lines)) << form;
+        if (std::string_view(form) != "--json" && std::string_view(form) != "--filter=all") {
+            EXPECT_LT(outcome.output.size(), 2'000U) << form;
+            EXPECT_EQ(outcome.output.find("src=x"), std::string::npos) << form;
+        }
     }
 }
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "ui/controls/TextLabel.h"
 
+#include "ui/controls/ToolTipText.h"
+
 #include <QHelpEvent>
 #include <QPainter>
 #include <QToolTip>
@@ -48,7 +50,7 @@ bool TextLabel::event(QEvent *event) {
     if (shownText() == text())
         QToolTip::hideText();
     else
-        QToolTip::showText(help->globalPos(), text().toHtmlEscaped(), this);
+        QToolTip::showText(help->globalPos(), plainToolTip(text()), this);
     return true;
 }
 

@@ -3,6 +3,7 @@
 #include "ui/dashboard/LivePanels.h"
 
 #include "model/DisplayFormat.h"
+#include "model/DisplayText.h"
 #include "ui/controls/StatusDot.h"
 #include "ui/controls/Text.h"
 #include "ui/controls/TextLabel.h"
@@ -105,7 +106,7 @@ public:
         line->addWidget(m_word);
     }
     void setComponent(const ClaudeComponentStatus &component) {
-        const QString name = textOf(component.name);
+        const QString name = textOf(displayText(component.name));
         const QString word = textOf(wordFor(component.status));
         m_dot->setColor(colorRoleOf(component.status));
         m_name->setText(name);

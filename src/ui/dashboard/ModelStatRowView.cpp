@@ -3,6 +3,7 @@
 #include "ui/dashboard/ModelStatRowView.h"
 
 #include "model/DisplayFormat.h"
+#include "model/DisplayText.h"
 #include "ui/controls/AccessibleRole.h"
 #include "ui/controls/Text.h"
 #include "ui/controls/TextLabel.h"
@@ -41,7 +42,7 @@ void ModelStatRowView::setStat(const ModelStat &stat) {
     if (m_stat == stat)
         return;
     m_stat = stat;
-    const QString name = textOf(stat.name);
+    const QString name = textOf(displayText(stat.name));
     const QString share = textOf(percentText(stat.percentage));
     const QString detail =
         textOf(tokenCountText(stat.inputTokens) + " in · " + tokenCountText(stat.outputTokens) + " out");

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "ui/settings/UpdateAlert.h"
 
+#include "model/DisplayText.h"
 #include "ui/WindowActivation.h"
+#include "ui/controls/Text.h"
 #include "update/ReleaseAddresses.h"
 
 #include <QLabel>
@@ -15,19 +17,10 @@ namespace burnwick {
 
 namespace {
 
-/// The version on one line of bearable length, without anything that hides or reorders the text around it.
+/// Of bearable length for a sentence.
 QString shownVersion(const QString &version) {
-    constexpr qsizetype longest = 40;
-    QString shown = version;
-    for (QChar &c : shown) {
-        const auto category = c.category();
-        if (category == QChar::Other_Control || category == QChar::Other_Format ||
-            category == QChar::Separator_Line || category == QChar::Separator_Paragraph)
-            c = QChar::ReplacementCharacter;
-    }
-    if (shown.size() <= longest)
-        return shown;
-    return shown.left(longest - 1) + QChar(u'\u2026');
+    constexpr std::size_t longest = 40;
+    return textOf(displayText(version.toStdString(), longest));
 }
 
 } // namespace

@@ -1,0 +1,108 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "support/HostileTexts.h"
+#include "ui/controls/TextLabel.h"
+#include "ui/dashboard/ActivityTabs.h"
+#include "ui/dashboard/LivePanels.h"
+#include "ui/dashboard/ModelStatRowView.h"
+
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QElapsedTimer>
+#include <QHelpEvent>
+#include <QTest>
+#include <QTextDocumentFragment>
+#include <QToolTip>
+
+namespace burnwick {
+namespace {
+
+using test::HostileText;
+
+QString shownName(const HostileText &hostile) {
+    return QString::fromStdString(hostile.shown);
+}
+
+QString asShown(const QString &toolTip) {
+    return Qt::mightBeRichText(toolTip) ? QTextDocumentFragment::fromHtml(toolTip).toPlainText() : toolTip;
+}
+
+/// All that the widget and what is in it says, to eyes, to a pointer and to assistive technology.
+QStringList saidBy(const QWidget &widget) {
+    QStringList said;
+    QList<const QWidget *> widgets{&widget};
+    for (const QWidget *child : widget.findChildren<QWidget *>())
+        widgets << child;
+    for (const QWidget *each : widgets) {
+        if (const auto *label = qobject_cast<const QLabel *>(each)) {
+            EXPECT_EQ(label->textFormat(), Qt::PlainText) << label->text().left(80).toStdString();
+            said << label->text();
+        }
+        said << asShown(each->toolTip()) << each->accessibleName() << each->accessibleDescription();
+        if (QAccessibleInterface *object = QAccessible::queryAccessibleInterface(const_cast<QWidget *>(each)))
+            said << object->text(QAccessible::Name) << object->text(QAccessible::Description);
+    }
+    return said;
+}
+
+/// It says the name as it may be shown and nowhere as it is, at once, and finds room for it.
+void expectHarmless(QWidget &widget, const HostileText &hostile) {
+    QElapsedTimer taken;
+    taken.start();
+    widget.resize(800, 700);
+    widget.grab();
+    const QStringList said = saidBy(widget);
+    EXPECT_LT(taken.elapsed(), 2'000);
+    EXPECT_LE(widget.minimumSizeHint().width(), 800);
+    const auto holds = [&](const QString &text) { return text.contains(shownName(hostile)); };
+    EXPECT_TRUE(std::any_of(said.begin(), said.end(), holds)) << said.join(u'\n').left(2000).toStdString();
+    for (const QString &text : said)
+        EXPECT_FALSE(test::hasControls(QString(text).remove(u'\n').toStdString())) << text.toStdString();
+    for (const QLabel *label : widget.findChildren<QLabel *>())
+        EXPECT_FALSE(label->text().contains(u'\n')) << "a name takes a line too much";
+}
+
+class HostileTextTest : public testing::TestWithParam<std::size_t> {
+protected:
+    const HostileText &m_hostile = test::hostileTexts().at(GetParam());
+};
+
+TEST_P(HostileTextTest, NamesAModel) {
+    ModelStatRowView row;
+    row.setStat({m_hostile.text, 1, 2, 50});
+    expectHarmless(row, m_hostile);
+    EXPECT_EQ(asShown(row.toolTip()), shownName(m_hostile) + u"\nIn: 1 token\nOut: 2 tokens"_qs);
+}
+
+TEST_P(HostileTextTest, NamesTheFavoriteModel) {
+    HistoricalData history;
+    history.favoriteModel = m_hostile.text;
+    OverviewTab tab;
+    tab.setValues(history, 0, {});
+    HostileText shown = m_hostile;
+    shown.shown.erase(0, shown.shown.rfind('/') + 1); // what is before it is the vendor
+    expectHarmless(tab, shown);
+}
+
+TEST_P(HostileTextTest, NamesAComponent) {
+    WindowClaudeStatusPanel panel;
+    panel.setComponents({{m_hostile.text, ClaudeComponentStatus::Status::degraded}});
+    expectHarmless(panel, m_hostile);
+}
+
+TEST_P(HostileTextTest, IsTheToolTipOfALabelThatIsTooNarrow) {
+    TextLabel label(shownName(m_hostile), TextStyle::body);
+    label.setElidable();
+    label.resize(10, 20);
+    label.show();
+    QHelpEvent help(QEvent::ToolTip, QPoint(1, 1), label.mapToGlobal(QPoint(1, 1)));
+    QApplication::sendEvent(&label, &help);
+    EXPECT_EQ(asShown(QToolTip::text()), shownName(m_hostile));
+    QToolTip::hideText();
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, HostileTextTest, testing::Range(std::size_t{0}, test::hostileTexts().size()));
+
+} // namespace
+} // namespace burnwick
