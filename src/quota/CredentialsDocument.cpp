@@ -150,7 +150,9 @@ std::string jsonFrom(Instant instant) {
     std::snprintf(fraction, sizeof fraction, ".%06lld",
                   std::abs(static_cast<long long>(nanoseconds % nanosecondsPerMillisecond)));
     const std::int64_t milliseconds = nanoseconds / nanosecondsPerMillisecond;
-    std::string number = (nanoseconds < 0 ? "-" : "") + std::to_string(std::abs(milliseconds)) + fraction;
+    std::string number = nanoseconds < 0 ? "-" : "";
+    number += std::to_string(std::abs(milliseconds));
+    number += fraction;
     number.erase(number.find_last_not_of('0') + 1);
     if (number.ends_with('.'))
         number.pop_back();

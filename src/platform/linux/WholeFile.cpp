@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/WholeFile.h"
 
+#include <QtCore/QRandomGenerator>
+
 #include <array>
 #include <cerrno>
 #include <cstdint>
@@ -9,7 +11,6 @@
 #include <utility>
 
 #include <fcntl.h>
-#include <sys/random.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -55,8 +56,7 @@ bool writeAll(int fd, std::string_view bytes) {
 
 /// A name that nobody else takes for a temporary file of his own.
 std::string temporaryName(const std::string &name) {
-    std::uint64_t number = 0;
-    static_cast<void>(::getrandom(&number, sizeof number, 0));
+    const std::uint64_t number = QRandomGenerator::system()->generate64();
     std::array<char, 17> digits{};
     std::snprintf(digits.data(), digits.size(), "%016llx", static_cast<unsigned long long>(number));
     return "." + name + "." + digits.data();
