@@ -20,7 +20,7 @@ using Lines = std::vector<std::string>;
 /// The file's entries by its text as a whole, line by line.
 Lines naiveEntries(std::string_view file, LineSelection selection, std::size_t longestLine) {
     Lines entries;
-    JSONLDecoder decoder;
+    static JSONLDecoder decoder;
     if (!QUtf8StringView(file.data(), static_cast<qsizetype>(file.size())).isValidUtf8())
         return entries;
     while (!file.empty()) {
@@ -55,22 +55,23 @@ Lines entriesInBlocks(std::string_view file, LineSelection selection, std::size_
 
 const char *checkLogFile(std::string_view input) {
     constexpr std::size_t whole = LogFileReader::defaultBlockSize;
+    constexpr std::size_t longest = LogFileReader::defaultLongestLine;
     constexpr struct {
         std::size_t block, piece;
     } sizes[] = {{1, 1}, {3, 3}, {7, 2}, {64, 64}, {150, 5}, {whole, whole}};
-    // A limit that short is met by common lines.
-    for (const std::size_t longestLine : {LogFileReader::defaultLongestLine, std::size_t{100}}) {
-        for (const auto selection : {LineSelection::all, LineSelection::usageOnly}) {
-            const Lines expected = naiveEntries(input, selection, longestLine);
-            for (const auto &size : sizes) {
-                require(entriesInBlocks(input, selection, longestLine, size.block, size.piece) == expected,
-                        "blocks of any size give what the whole file does");
-            }
+    // The short limit is met by common lines.
+    for (const std::size_t longestLine : {longest, std::size_t{100}}) {
+        const Lines expected = naiveEntries(input, LineSelection::all, longestLine);
+        for (const auto &size : sizes) {
+            require(entriesInBlocks(input, LineSelection::all, longestLine, size.block, size.piece) ==
+                        expected,
+                    "blocks of any size give what the whole file does");
         }
     }
-    const auto counted =
-        naiveEntries(input, LineSelection::usageOnly, LogFileReader::defaultLongestLine).size();
-    return counted > 0 ? "counted" : "nothing";
+    const Lines counted = naiveEntries(input, LineSelection::usageOnly, longest);
+    require(entriesInBlocks(input, LineSelection::usageOnly, longest, whole, whole) == counted,
+            "no line that counts is passed over");
+    return counted.empty() ? "nothing" : "counted";
 }
 
 } // namespace burnwick::fuzz
