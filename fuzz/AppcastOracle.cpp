@@ -9,6 +9,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <compare>
 #include <string>
 
 namespace burnwick::fuzz {
@@ -96,8 +97,8 @@ void checkFeedOf(const QString &text) {
         const QString version = line.trimmed();
         if (version.isEmpty() || version.size() > longestVersion)
             continue;
-        const bool newer = compareVersions(version, currentVersion) > 0;
-        require(newer == isNewer(version, currentVersion.toString()),
+        require(std::is_gt(compareVersions(version, currentVersion)) ==
+                    isNewer(version, currentVersion.toString()),
                 "the order of versions is that of their numbers");
         if (!newest || isNewer(version, newest->displayVersionString))
             newest = AppcastItem{version};

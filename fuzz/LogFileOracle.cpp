@@ -58,7 +58,7 @@ const char *checkLogFile(std::string_view input) {
     constexpr std::size_t longest = LogFileReader::defaultLongestLine;
     constexpr struct {
         std::size_t block, piece;
-    } sizes[] = {{1, 1}, {3, 3}, {7, 2}, {64, 64}, {150, 5}, {whole, whole}};
+    } sizes[] = {{1, 1}, {3, 3}, {7, 2}, {150, 5}, {400, 400}, {whole, whole}};
     // The short limit is met by common lines.
     for (const std::size_t longestLine : {longest, std::size_t{100}}) {
         const Lines expected = naiveEntries(input, LineSelection::all, longestLine);
