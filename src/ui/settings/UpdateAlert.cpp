@@ -5,8 +5,10 @@
 #include "model/DisplayText.h"
 #include "ui/WindowActivation.h"
 #include "ui/controls/Text.h"
+#include "ui/theme/TextStyle.h"
 #include "update/ReleaseAddresses.h"
 
+#include <QIcon>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
@@ -16,6 +18,9 @@
 namespace burnwick {
 
 namespace {
+
+constexpr int iconSize = 48;
+constexpr int narrowestText = 300;
 
 /// Of bearable length for a sentence.
 QString shownVersion(const QString &version) {
@@ -31,14 +36,20 @@ void showUpdateAlert(const QString &version, const QUrl &productBaseURL,
     alert->setAttribute(Qt::WA_DeleteOnClose);
     alert->setWindowModality(Qt::ApplicationModal);
     alert->setWindowTitle(QStringLiteral("Burnwick"));
-    alert->setIcon(QMessageBox::Information);
-    alert->setTextFormat(Qt::PlainText);
+    const QIcon icon(QStringLiteral(":/burnwick/icons/burnwick.svg"));
+    alert->setWindowIcon(icon);
+    alert->setIconPixmap(icon.pixmap({iconSize, iconSize}, alert->devicePixelRatioF()));
+    alert->setFont(fontOf(TextStyle::body));
     alert->setText(QStringLiteral("Update Available"));
     alert->setInformativeText(
         QStringLiteral("Version %1 is available. Would you like to update now?").arg(shownVersion(version)));
-    // The text format is that of the text alone.
-    for (QLabel *label : alert->findChildren<QLabel *>())
+    for (QLabel *label : alert->findChildren<QLabel *>()) {
         label->setTextFormat(Qt::PlainText);
+        if (label->text() == alert->text())
+            label->setFont(fontOf(TextStyle::labelStrong));
+        else if (label->text() == alert->informativeText())
+            label->setMinimumWidth(narrowestText);
+    }
     QPushButton *update = alert->addButton(QStringLiteral("Update Now"), QMessageBox::AcceptRole);
     QPushButton *later = alert->addButton(QStringLiteral("Later"), QMessageBox::RejectRole);
     alert->setDefaultButton(update);
