@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "ui/Logo.h"
 
+#include "ui/controls/AccessibleRole.h"
+
 #include <QPainter>
 
 namespace burnwick {
@@ -10,6 +12,7 @@ Logo::Logo(int side, QWidget *parent)
     : QWidget(parent)
     , m_icon(QStringLiteral(":/burnwick/icons/burnwick.svg")) {
     setFixedSize(side, side);
+    setAccessibleRole(*this, QAccessible::Graphic);
     setAccessibleName(QStringLiteral("Burnwick"));
 }
 

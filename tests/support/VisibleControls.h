@@ -35,6 +35,17 @@ inline QStringList namesIn(QWidget &window) {
     return names;
 }
 
+/// The names that screen readers pass over, because what bears them only lays others out.
+inline QStringList namesWithoutRole(QWidget &window) {
+    QStringList names;
+    visitAccessible(QAccessible::queryAccessibleInterface(&window), [&names](QAccessibleInterface &object) {
+        if (object.role() == QAccessible::Client && !object.text(QAccessible::Name).isEmpty())
+            names << object.text(QAccessible::Name);
+        return true;
+    });
+    return names;
+}
+
 /// The first one of that role and name; none when nothing of the kind is visible.
 inline QAccessibleInterface *findIn(QWidget &window, QAccessible::Role role, const QString &name) {
     QAccessibleInterface *found = nullptr;

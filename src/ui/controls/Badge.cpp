@@ -15,8 +15,8 @@ Badge::Badge(const QString &text, QColor ThemeColors::*color, QWidget *parent)
     , m_color(color) {
     setFont(fontOf(TextStyle::captionStrong));
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    setAccessibleName(text);
     setAccessibleRole(*this, QAccessible::StaticText);
+    setAccessibleName(text);
 }
 
 QSize Badge::sizeHint() const {

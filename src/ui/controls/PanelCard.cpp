@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/controls/PanelCard.h"
 
+#include "ui/controls/AccessibleRole.h"
 #include "ui/controls/TextLabel.h"
 #include "ui/theme/ThemeColors.h"
 
@@ -20,6 +21,7 @@ PanelCard::PanelCard(QWidget *parent)
 
 PanelCard::PanelCard(const QString &caption, QWidget *parent)
     : PanelCard(parent) {
+    setAccessibleRole(*this, QAccessible::Grouping);
     setAccessibleName(caption);
     m_header = new QHBoxLayout;
     m_header->setSpacing(8);

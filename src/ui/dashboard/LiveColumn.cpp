@@ -3,6 +3,7 @@
 #include "ui/dashboard/LiveColumn.h"
 
 #include "state/AppState.h"
+#include "ui/controls/AccessibleRole.h"
 #include "ui/controls/TextLabel.h"
 #include "ui/dashboard/LivePanels.h"
 #include "ui/theme/ThemeColors.h"
@@ -33,6 +34,7 @@ protected:
 
 QWidget *makeEmptyState() {
     auto *card = new PanelCard;
+    setAccessibleRole(*card, QAccessible::Grouping);
     card->setAccessibleName(QStringLiteral("OAuth token not found"));
     auto *hint = new TextLabel(QStringLiteral("Open Settings to connect your Claude account"),
                                TextStyle::caption, QPalette::PlaceholderText);

@@ -4,6 +4,7 @@
 
 #include "model/DisplayFormat.h"
 #include "model/DisplayText.h"
+#include "ui/controls/AccessibleRole.h"
 #include "ui/controls/StatusDot.h"
 #include "ui/controls/Text.h"
 #include "ui/controls/TextLabel.h"
@@ -98,6 +99,7 @@ public:
         , m_dot(new StatusDot)
         , m_word(new TextLabel(TextStyle::body)) {
         m_name->setElidable();
+        setAccessibleRole(*this, QAccessible::Grouping);
         auto *line = new QHBoxLayout(this);
         line->setContentsMargins({});
         line->setSpacing(6);

@@ -4,6 +4,7 @@
 
 #include "model/DisplayFormat.h"
 #include "model/StatusIndicator.h"
+#include "ui/controls/AccessibleRole.h"
 #include "ui/controls/Text.h"
 #include "ui/controls/TextLabel.h"
 #include "ui/dashboard/UsageBar.h"
@@ -55,6 +56,7 @@ MenuRowView::MenuRowView(const QString &label, QWidget *parent)
     QHBoxLayout *line = lineOf(m_label, m_value);
     line->setContentsMargins({});
     setLayout(line);
+    setAccessibleRole(*this, QAccessible::Grouping);
 }
 
 void MenuRowView::setValue(const QString &value) {
@@ -70,6 +72,7 @@ QuotaBarRow::QuotaBarRow(const QString &label, QWidget *parent)
     , m_used(new TextLabel(TextStyle::label))
     , m_bar(new UsageBar)
     , m_reset(new TextLabel(TextStyle::caption, QPalette::PlaceholderText)) {
+    setAccessibleRole(*this, QAccessible::Grouping);
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins({});
     column->setSpacing(6);
@@ -99,6 +102,7 @@ ExtraUsageBarRow::ExtraUsageBarRow(QWidget *parent)
     , m_bar(new UsageBar) {
     auto *line = lineOf(m_amount, m_note);
     line->setAlignment(m_note, Qt::AlignBottom);
+    setAccessibleRole(*this, QAccessible::Grouping);
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins({});
     column->setSpacing(6);

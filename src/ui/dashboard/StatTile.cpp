@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/dashboard/StatTile.h"
 
+#include "ui/controls/AccessibleRole.h"
 #include "ui/controls/TextLabel.h"
 #include "ui/theme/ThemeColors.h"
 
@@ -19,6 +20,7 @@ StatTile::StatTile(const QString &label, Corners corners, QWidget *parent)
     constexpr int height = 92;
     constexpr int sidePadding = 14;
     setFixedHeight(height);
+    setAccessibleRole(*this, QAccessible::Grouping);
     // The value may be longer than the tile is wide; it is elided, not given the room.
     m_value->setElidable();
     setMinimumWidth(sidePadding);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/dashboard/StatusPill.h"
 
+#include "ui/controls/AccessibleRole.h"
 #include "ui/theme/TextStyle.h"
 
 #include <QPainter>
@@ -21,6 +22,7 @@ StatusPill::StatusPill(QWidget *parent)
     : QWidget(parent) {
     setFont(fontOf(TextStyle::captionStrong));
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setAccessibleRole(*this, QAccessible::StaticText);
 }
 
 void StatusPill::setState(const QString &text, QColor ThemeColors::*color, double groundOpacity) {
