@@ -3,6 +3,7 @@
 #include "support/VisibleControls.h"
 #include "ui/DashboardScenes.h"
 #include "ui/controls/FocusRing.h"
+#include "ui/dashboard/DashboardButtons.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -65,6 +66,7 @@ TEST_P(DashboardSceneTest, SaysWhatIsSo) {
         EXPECT_TRUE(anyStartsWith(names, text)) << text << " in\n" << names.join(u'\n').toStdString();
     for (const std::string &text : scene.absent)
         EXPECT_FALSE(anyStartsWith(names, text)) << text;
+    EXPECT_EQ(test::namesWithoutRole(window).join(u'\n').toStdString(), "");
 }
 
 INSTANTIATE_TEST_SUITE_P(Scenes, DashboardSceneTest,
@@ -168,6 +170,7 @@ TEST_F(DashboardTest, RetryAsksAlsoWhereNothingIsAskedByItself) {
 }
 
 TEST_F(DashboardTest, TheKeyboardReachesEverythingInReadingOrder) {
+    addHistory();
     settle();
     MainWindowView window(windowServices());
     window.show();
@@ -175,20 +178,29 @@ TEST_F(DashboardTest, TheKeyboardReachesEverythingInReadingOrder) {
     ASSERT_TRUE(waitFor([&] { return window.isActiveWindow(); }));
     const auto *ring = window.findChild<FocusRing *>();
     EXPECT_FALSE(ring->isVisible()) << "before the keyboard was used";
-    QStringList order;
-    for (int i = 0; i < 5; ++i) {
-        QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
-        const auto *focused = qobject_cast<QAbstractButton *>(QApplication::focusWidget());
-        ASSERT_TRUE(focused != nullptr && ring->isVisible());
-        EXPECT_EQ(ring->geometry().center(), focused->mapTo(&window, focused->rect().center()));
-        order << (focused->text().isEmpty() ? focused->accessibleName() : focused->text());
-    }
     // Of a group the chosen one; the arrow keys choose another.
-    EXPECT_EQ(order,
-              (QStringList{u"Settings"_qs, u"Overview"_qs, u"All"_qs, u"Claude"_qs, u"Re-authenticate"_qs}));
+    for (const auto &[key, tab] : {std::pair(Qt::Key_1, u"Overview"_qs), {Qt::Key_2, u"Models"_qs}}) {
+        QTest::keyClick(&window, key, Qt::ControlModifier);
+        QStringList order;
+        for (int i = 0; i < 5; ++i) {
+            QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
+            const auto *focused = qobject_cast<QAbstractButton *>(QApplication::focusWidget());
+            ASSERT_TRUE(focused != nullptr && ring->isVisible());
+            EXPECT_EQ(ring->geometry().center(), focused->mapTo(&window, focused->rect().center()));
+            order << (focused->text().isEmpty() ? focused->accessibleName() : focused->text());
+        }
+        EXPECT_EQ(order, (QStringList{u"Settings"_qs, tab, u"All"_qs, u"Claude"_qs, u"Re-authenticate"_qs}));
+    }
     button(window, "All").setFocus();
     QTest::keyClick(&button(window, "All"), Qt::Key_Right);
     EXPECT_EQ(m_state.timeFilter(), TimeFilter::thirtyDays);
+    EXPECT_TRUE(ring->isVisible());
+
+    const QPushButton &clicked = *window.findChild<TabButton *>();
+    QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {},
+                      clicked.mapTo(&window, clicked.rect().center()));
+    EXPECT_TRUE(clicked.hasFocus());
+    EXPECT_FALSE(ring->isVisible()) << "a click tells by itself where it went";
 }
 
 TEST_F(DashboardTest, TheGearAndItsKeyAskForTheSettings) {

@@ -32,6 +32,9 @@ void FocusRing::follow(QWidget *focused) {
             on ? widget->installEventFilter(this) : widget->removeEventFilter(this);
     };
     watchAncestors(m_control, false);
+    // Qt keeps the attribute for good once the keyboard has moved the focus.
+    if (QGuiApplication::mouseButtons() != Qt::NoButton)
+        window->setAttribute(Qt::WA_KeyboardFocusChange, false);
     const bool byKeyboard = focused != nullptr && focused != window && window->isAncestorOf(focused) &&
                             window->testAttribute(Qt::WA_KeyboardFocusChange);
     m_control = byKeyboard ? focused : nullptr;

@@ -7,7 +7,7 @@
 
 namespace burnwick {
 
-/// A ring around the control of its window that has the keyboard, shown only once the focus was moved by
+/// A ring around the control of its window that has the keyboard, shown only where the focus was moved by
 /// keyboard: a click tells by itself where it went. A control's property "radius" is that of its corners.
 class FocusRing final : public QWidget {
     Q_OBJECT

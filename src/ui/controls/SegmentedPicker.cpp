@@ -3,6 +3,7 @@
 #include "ui/controls/SegmentedPicker.h"
 
 #include "ui/controls/AccessibleRole.h"
+#include "ui/controls/ChoiceGroup.h"
 #include "ui/controls/FlatButton.h"
 
 #include <QButtonGroup>
@@ -76,6 +77,7 @@ SegmentedPicker::SegmentedPicker(const QStringList &labels, QWidget *parent)
             follow(index);
     });
     setChosen(0);
+    stopAtChosen(*m_segments);
 }
 
 void SegmentedPicker::setChosen(int index) {
@@ -84,9 +86,6 @@ void SegmentedPicker::setChosen(int index) {
 }
 
 void SegmentedPicker::follow(int index) {
-    // Qt would have the tab key go to the first one.
-    for (QAbstractButton *segment : m_segments->buttons())
-        segment->setFocusPolicy(m_segments->id(segment) == index ? Qt::StrongFocus : Qt::ClickFocus);
     if (std::exchange(m_chosen, index) != index)
         Q_EMIT picked(index);
 }

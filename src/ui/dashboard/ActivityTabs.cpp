@@ -14,6 +14,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 namespace burnwick {
@@ -49,6 +50,13 @@ QScrollArea *scrolling(QWidget *content) {
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area->viewport()->setAutoFillBackground(false);
     content->setAutoFillBackground(false);
+    // Otherwise the tab key would stop where there is nothing to do.
+    const QScrollBar *bar = area->verticalScrollBar();
+    const auto update = [area](int, int end) {
+        area->setFocusPolicy(end > 0 ? Qt::StrongFocus : Qt::NoFocus);
+    };
+    QObject::connect(bar, &QScrollBar::rangeChanged, area, update);
+    update(0, bar->maximum());
     return area;
 }
 

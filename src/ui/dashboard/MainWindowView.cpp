@@ -8,6 +8,7 @@
 #include "model/DisplayFormat.h"
 #include "prefs/PreferencesManager.h"
 #include "state/AppState.h"
+#include "ui/controls/ChoiceGroup.h"
 #include "ui/controls/FocusRing.h"
 #include "ui/controls/Text.h"
 #include "ui/controls/TextLabel.h"
@@ -89,6 +90,9 @@ QWidget *MainWindowView::makeTabBar() {
         line->addWidget(button);
     }
     m_tabs->button(overview)->setChecked(true);
+    m_filters->button(static_cast<int>(m_services.appState.timeFilter()))->setChecked(true);
+    stopAtChosen(*m_tabs);
+    stopAtChosen(*m_filters);
     connect(m_tabs, &QButtonGroup::idToggled, this, [this](int tab, bool chosen) {
         if (chosen)
             m_pages->setCurrentIndex(tab);
