@@ -4,6 +4,8 @@
 #include "support/WaitFor.h"
 #include "ui/controls/SegmentedPicker.h"
 #include "ui/controls/Switch.h"
+#include "ui/controls/TextLabel.h"
+#include "ui/theme/QuietStyle.h"
 #include "ui/theme/ThemeColors.h"
 #include "ui/theme/ThemePalette.h"
 
@@ -11,9 +13,13 @@
 
 #include <QAbstractButton>
 #include <QHBoxLayout>
+#include <QHelpEvent>
 #include <QImage>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTest>
+#include <QTextDocumentFragment>
+#include <QToolTip>
 
 namespace burnwick {
 namespace {
@@ -157,6 +163,42 @@ TEST_F(SegmentedPickerTest, TheChosenSegmentStandsOutInBothThemes) {
         EXPECT_EQ(groundOf(0), colorsOf(scheme).segment);
         EXPECT_EQ(groundOf(1), groundOf(2));
         EXPECT_GE(qAbs(groundOf(0).lightness() - groundOf(1).lightness()), 12);
+    }
+}
+
+TEST(QuietStyleTest, ItsScrollBarIsAHandleThatFollowsThePointer) {
+    const auto style = std::make_unique<QuietStyle>();
+    for (const ColorScheme scheme : schemes) {
+        QScrollBar bar(Qt::Vertical);
+        bar.setStyle(style.get());
+        bar.setRange(0, 300);
+        bar.setPageStep(100);
+        bar.resize(style->pixelMetric(QStyle::PM_ScrollBarExtent), 400);
+        const auto handleIsAt = [&](int y) {
+            return pictureOf(bar, scheme).pixelColor(bar.width() - 3, y) != colorsOf(scheme).card;
+        };
+        EXPECT_TRUE(handleIsAt(50) && !handleIsAt(105) && !handleIsAt(395));
+        QTest::mousePress(&bar, Qt::LeftButton, {}, {bar.width() - 3, 50});
+        QTest::mouseMove(&bar, {bar.width() - 3, 350});
+        QTest::mouseRelease(&bar, Qt::LeftButton, {}, {bar.width() - 3, 350});
+        EXPECT_EQ(bar.value(), 300);
+        EXPECT_TRUE(handleIsAt(350) && !handleIsAt(5) && !handleIsAt(295));
+        QTest::mouseClick(&bar, Qt::LeftButton, {}, {bar.width() - 3, 100});
+        EXPECT_EQ(bar.value(), 200) << "a click beside the handle turns a page";
+    }
+}
+
+TEST(TextLabelTest, TheToolTipOfAnElidedTextIsThatText) {
+    for (const QString &text : {u"Claude API & console"_qs, u"<b>Claude</b> API"_qs, u"a  b &amp; c"_qs}) {
+        TextLabel label(text, TextStyle::body);
+        label.setElidable();
+        label.resize(20, label.sizeHint().height());
+        label.show();
+        QHelpEvent hover(QEvent::ToolTip, {}, label.mapToGlobal(QPoint()));
+        QCoreApplication::sendEvent(&label, &hover);
+        const QString tip = QToolTip::text();
+        ASSERT_TRUE(Qt::mightBeRichText(tip)) << "escaped text would show its escapes";
+        EXPECT_EQ(QTextDocumentFragment::fromHtml(tip).toPlainText(), text);
     }
 }
 

@@ -5,13 +5,13 @@
 // BURNWICK_SHOTS_DIRECTORY names.
 
 #include "ui/DashboardScenes.h"
+#include "ui/theme/QuietStyle.h"
 #include "ui/theme/ThemePalette.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QPixmap>
-#include <QStyleFactory>
 #include <QTest>
 
 namespace burnwick {
@@ -22,7 +22,7 @@ class DashboardShots : public test::DashboardFixture, public testing::WithParamI
 TEST_P(DashboardShots, AreTaken) {
     const QDir directory(qEnvironmentVariable("BURNWICK_SHOTS_DIRECTORY"));
     ASSERT_TRUE(directory.exists()) << directory.path().toStdString();
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new QuietStyle);
     const test::DashboardScene &scene = test::dashboardScenes().at(GetParam());
     MainWindowView window(windowServices());
     window.show();

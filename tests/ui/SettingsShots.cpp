@@ -5,12 +5,12 @@
 // BURNWICK_SHOTS_DIRECTORY names.
 
 #include "ui/SettingsScenes.h"
+#include "ui/theme/QuietStyle.h"
 #include "ui/theme/ThemePalette.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QPixmap>
-#include <QStyleFactory>
 
 namespace burnwick {
 namespace {
@@ -20,7 +20,7 @@ class SettingsShots : public test::SettingsFixture, public testing::WithParamInt
 TEST_P(SettingsShots, AreTaken) {
     const QDir directory(qEnvironmentVariable("BURNWICK_SHOTS_DIRECTORY"));
     ASSERT_TRUE(directory.exists()) << directory.path().toStdString();
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new QuietStyle);
     const test::SettingsScene &scene = test::settingsScenes().at(GetParam());
     m_center.status = scene.authorization;
     m_preferences.setRefreshRate(RefreshRate::fiveMin);

@@ -3,6 +3,7 @@
 #include "ui/theme/ThemeController.h"
 
 #include "prefs/PreferencesManager.h"
+#include "ui/theme/QuietStyle.h"
 #include "ui/theme/ThemeColors.h"
 #include "ui/theme/ThemePalette.h"
 
@@ -35,7 +36,7 @@ ThemeController::ThemeController(const PreferencesManager &preferences, DesktopA
     : m_preferences(preferences)
     , m_platformScheme(schemeOf(QApplication::palette()))
     , m_settled(preferences.theme() != Theme::system) {
-    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication::setStyle(new QuietStyle); // which becomes its owner
     apply();
     connect(&preferences, &PreferencesManager::themeChanged, this, &ThemeController::apply);
     // Its time begins with the event loop, before which no answer is heard: a first load may take longer.

@@ -1,0 +1,122 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "ui/theme/QuietStyle.h"
+
+#include "ui/theme/ThemeColors.h"
+
+#include <QPainter>
+#include <QStyleOptionSlider>
+
+#include <algorithm>
+
+namespace burnwick {
+
+namespace {
+
+constexpr int handleWidth = 6;
+constexpr int handleMargin = 8; // between it and what is scrolled
+constexpr int shortestHandle = 24;
+
+/// Along the bar, from its start.
+struct Span {
+    int from;
+    int length;
+};
+
+Span handleOf(const QStyleOptionSlider &bar) {
+    const int room = bar.orientation == Qt::Vertical ? bar.rect.height() : bar.rect.width();
+    const qint64 range = qint64(bar.maximum) - bar.minimum;
+    const qint64 whole = range + bar.pageStep;
+    if (range <= 0 || whole <= 0)
+        return {0, room};
+    const int length =
+        std::min(room, std::max(shortestHandle, static_cast<int>(room * bar.pageStep / whole)));
+    return {QStyle::sliderPositionFromValue(bar.minimum, bar.maximum, bar.sliderPosition, room - length,
+                                            bar.upsideDown),
+            length};
+}
+
+QRect alongBar(const QStyleOptionSlider &bar, Span span) {
+    const QRect &area = bar.rect;
+    return bar.orientation == Qt::Vertical
+               ? QRect(area.x(), area.y() + span.from, area.width(), span.length)
+               : QRect(area.x() + span.from, area.y(), span.length, area.height());
+}
+
+const ThemeColors &colorsOfOption(const QStyleOption &option) {
+    return colorsOf(schemeOf(option.palette));
+}
+
+} // namespace
+
+QuietStyle::QuietStyle()
+    : QProxyStyle(QStringLiteral("Fusion")) {}
+
+int QuietStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const {
+    if (metric == PM_ScrollBarExtent)
+        return handleMargin + handleWidth;
+    return QProxyStyle::pixelMetric(metric, option, widget);
+}
+
+QRect QuietStyle::subControlRect(ComplexControl control, const QStyleOptionComplex *option, SubControl part,
+                                 const QWidget *widget) const {
+    const auto *bar = qstyleoption_cast<const QStyleOptionSlider *>(option);
+    if (control != CC_ScrollBar || bar == nullptr)
+        return QProxyStyle::subControlRect(control, option, part, widget);
+    const Span whole{0, bar->orientation == Qt::Vertical ? bar->rect.height() : bar->rect.width()};
+    const Span handle = handleOf(*bar);
+    const int end = handle.from + handle.length;
+    switch (part) {
+    case SC_ScrollBarGroove:
+        return alongBar(*bar, whole);
+    case SC_ScrollBarSlider:
+        return alongBar(*bar, handle);
+    case SC_ScrollBarSubPage:
+        return alongBar(*bar, {0, handle.from});
+    case SC_ScrollBarAddPage:
+        return alongBar(*bar, {end, whole.length - end});
+    default:
+        return {};
+    }
+}
+
+void QuietStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option,
+                                    QPainter *painter, const QWidget *widget) const {
+    const auto *bar = qstyleoption_cast<const QStyleOptionSlider *>(option);
+    if (control != CC_ScrollBar || bar == nullptr) {
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
+        return;
+    }
+    const bool held = bar->state.testFlag(State_Sunken) && bar->activeSubControls == SC_ScrollBarSlider;
+    const bool pointed = bar->state.testFlag(State_MouseOver);
+    QRect handle = alongBar(*bar, handleOf(*bar));
+    if (bar->orientation == Qt::Horizontal)
+        handle.setTop(handle.bottom() + 1 - handleWidth);
+    else if (bar->direction == Qt::RightToLeft)
+        handle.setWidth(handleWidth);
+    else
+        handle.setLeft(handle.right() + 1 - handleWidth);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(withOpacity(colorsOfOption(*option).text, held ? 0.45 : pointed ? 0.35 : 0.2));
+    painter->drawRoundedRect(handle, handleWidth / 2.0, handleWidth / 2.0);
+    painter->restore();
+}
+
+void QuietStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                               const QWidget *widget) const {
+    if (element != PE_PanelTipLabel && element != PE_FrameMenu) {
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        return;
+    }
+    const ThemeColors &colors = colorsOfOption(*option);
+    if (element == PE_PanelTipLabel)
+        painter->fillRect(option->rect, colors.card);
+    // Stronger than a line on a card: it parts two windows of one colour.
+    painter->setPen(withOpacity(colors.text, 0.2));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5));
+}
+
+} // namespace burnwick

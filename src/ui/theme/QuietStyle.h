@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QProxyStyle>
+
+namespace burnwick {
+
+/// Fusion, with what it frames in black framed by the theme's lines, and with scroll bars that are but a
+/// rounded handle.
+class QuietStyle final : public QProxyStyle {
+    Q_OBJECT
+
+public:
+    QuietStyle();
+
+    [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption *option = nullptr,
+                                  const QWidget *widget = nullptr) const override;
+    [[nodiscard]] QRect subControlRect(ComplexControl control, const QStyleOptionComplex *option,
+                                       SubControl part, const QWidget *widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
+                            const QWidget *widget) const override;
+    void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                       const QWidget *widget) const override;
+};
+
+} // namespace burnwick
