@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
@@ -62,6 +64,24 @@ TEST(PackagingTest, TheVersionIsTheSameEverywhere) {
     };
     for (const auto &row : rows)
         EXPECT_EQ(captured(row.text, row.pattern).toStdString(), BURNWICK_PROJECT_VERSION) << row.where;
+}
+
+TEST(PackagingTest, TheTestsNamedInTheDocumentsExist) {
+    QString tests;
+    for (QDirIterator files(sources + QStringLiteral("/tests"), {QStringLiteral("*.cpp")}, QDir::Files,
+                            QDirIterator::Subdirectories);
+         files.hasNext();)
+        tests += textOf(files.next()).simplified();
+    static const QRegularExpression name(QStringLiteral("`([A-Z]\\w+)\\.([A-Z]\\w+)`"));
+    int named = 0;
+    for (auto found = name.globalMatch(textOf(sources + QStringLiteral("/docs/security.md")));
+         found.hasNext(); ++named) {
+        const auto match = found.next();
+        EXPECT_TRUE(
+            tests.contains(u'(' + match.captured(1) + QStringLiteral(", ") + match.captured(2) + u')'))
+            << match.captured().toStdString();
+    }
+    EXPECT_GT(named, 20);
 }
 
 TEST(PackagingTest, TheDesktopEntryIsValidAndItsActionsAreTheProgram) {
