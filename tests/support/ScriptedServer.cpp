@@ -143,6 +143,12 @@ void ScriptedServer::release() {
     }
 }
 
+void ScriptedServer::endConnections() {
+    const auto sockets = m_unread; // each one that ends leaves the original
+    for (const auto &[socket, bytes] : sockets)
+        socket->disconnectFromHost();
+}
+
 std::vector<RecordedRequest> ScriptedServer::requestsFor(const QByteArray &target) const {
     std::vector<RecordedRequest> found;
     std::ranges::copy_if(m_requests, std::back_inserter(found),

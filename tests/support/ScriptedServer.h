@@ -74,6 +74,8 @@ public:
     void script(const QByteArray &target, std::vector<ScriptedAnswer> answers);
     /// Lets go all the answers that are held, and holds none from now on.
     void release();
+    /// Ends all connections, also those that are kept for later requests.
+    void endConnections();
 
     /// In the order in which they came.
     [[nodiscard]] const std::vector<RecordedRequest> &requests() const { return m_requests; }
