@@ -21,7 +21,8 @@ std::array<StatFigure, 12> statFigures(const HistoricalData &history, double ses
         {"Current streak", inDays(history.currentStreak)},
         {"Longest streak", inDays(history.longestStreak)},
         {"Peak hour", peakHourText(history.peakHour)},
-        {"Favorite model", history.favoriteModel ? displayText(modelFamilyName(*history.favoriteModel)) : "--"},
+        {"Favorite model",
+         history.favoriteModel ? displayText(modelFamilyName(*history.favoriteModel)) : "--"},
         {"Output", tokenCountText(tokens.output)},
     }};
 }
