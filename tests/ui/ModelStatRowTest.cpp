@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "support/PaintCount.h"
+#include "support/WaitFor.h"
 #include "ui/controls/ToolTipText.h"
+#include "ui/dashboard/ActivityTabs.h"
 #include "ui/dashboard/ModelStatRowView.h"
 #include "ui/dashboard/UsageBar.h"
 #include "ui/theme/ThemeColors.h"
@@ -14,6 +16,7 @@
 #include <QLayout>
 #include <QTextDocumentFragment>
 
+#include <algorithm>
 #include <cmath>
 
 namespace burnwick {
@@ -117,6 +120,24 @@ TEST(ToolTipTextTest, ShowsATextAsItStands) {
         const QString toolTip = plainToolTip(QString::fromUtf8(text));
         EXPECT_TRUE(Qt::mightBeRichText(toolTip)) << text;
         EXPECT_EQ(QTextDocumentFragment::fromHtml(toolTip).toPlainText().toStdString(), text);
+    }
+}
+
+TEST(ModelsTabTest, ShowsItsRowsHoweverManyThereWereBefore) {
+    ModelsTab tab;
+    tab.resize(760, 600);
+    tab.show();
+    HistoricalData history;
+    for (const std::size_t count : {1, 5, 2}) {
+        history.modelStats.assign(count, ModelStat{"model", 1, 1, 50});
+        tab.setValues(history, LocalDay{});
+        QCoreApplication::processEvents();
+        const auto rows = tab.findChildren<ModelStatRowView *>();
+        EXPECT_EQ(static_cast<std::size_t>(rows.size()), count);
+        EXPECT_TRUE(waitFor([&rows] {
+            return std::ranges::all_of(
+                rows, [](const auto *row) { return row->visibleRegion().boundingRect() == row->rect(); });
+        })) << count;
     }
 }
 

@@ -17,6 +17,8 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace burnwick {
 
 namespace {
@@ -41,9 +43,20 @@ QVBoxLayout *columnOf(QWidget *tab) {
     return column;
 }
 
+/// As high as its rows, up to a limit.
+class RowsArea final : public QScrollArea {
+public:
+    /// Qt's own remembers what it was at first.
+    [[nodiscard]] QSize sizeHint() const override {
+        constexpr int tallest = 336;
+        const QSize rows = widget()->sizeHint();
+        return {rows.width(), std::min(rows.height(), tallest)};
+    }
+};
+
 /// Rows that scroll where there are more than fit.
 QScrollArea *scrolling(QWidget *content) {
-    auto *area = new QScrollArea;
+    auto *area = new RowsArea;
     area->setWidget(content);
     area->setWidgetResizable(true);
     area->setFrameShape(QFrame::NoFrame);
@@ -114,7 +127,8 @@ ModelsTab::ModelsTab(QWidget *parent)
     m_rowColumn->setContentsMargins({});
     m_rowColumn->setSpacing(14);
     m_rowColumn->addStretch();
-    static_cast<PanelCard *>(m_models)->content()->addWidget(scrolling(rows));
+    m_rowsArea = scrolling(rows);
+    static_cast<PanelCard *>(m_models)->content()->addWidget(m_rowsArea);
 
     auto *chart = static_cast<PanelCard *>(m_chartCard)->content();
     chart->addWidget(sectionTitle("Tokens per day"));
@@ -128,6 +142,7 @@ ModelsTab::ModelsTab(QWidget *parent)
 
 void ModelsTab::setValues(const HistoricalData &history, LocalDay today) {
     const std::vector<ModelStat> &stats = history.modelStats;
+    const bool sameCount = m_rows.size() == stats.size();
     while (m_rows.size() > stats.size()) {
         delete m_rows.back();
         m_rows.pop_back();
@@ -136,6 +151,8 @@ void ModelsTab::setValues(const HistoricalData &history, LocalDay today) {
         m_rows.push_back(new ModelStatRowView);
         m_rowColumn->insertWidget(m_rowColumn->count() - 1, m_rows.back());
     }
+    if (!sameCount)
+        m_rowsArea->updateGeometry();
     for (std::size_t i = 0; i < stats.size(); ++i)
         m_rows[i]->setStat(stats[i]);
     m_chart->setActivity(history.dailyActivity, today);

@@ -11,6 +11,7 @@
 #include <tuple>
 #include <vector>
 
+class QScrollArea;
 class QVBoxLayout;
 
 namespace burnwick {
@@ -47,6 +48,7 @@ public:
 private:
     QWidget *m_noData;
     QWidget *m_models;
+    QScrollArea *m_rowsArea;
     QVBoxLayout *m_rowColumn;
     std::vector<ModelStatRowView *> m_rows;
     QWidget *m_chartCard;
