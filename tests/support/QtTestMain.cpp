@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 #include <QtWidgets/QApplication>
 
@@ -33,6 +34,16 @@ void moveHomeTo(const QTemporaryDir &home) {
     qputenv("XDG_RUNTIME_DIR", home.path().toUtf8());
 }
 
+/// Windows keep to the screen, and Qt's offscreen one is smaller than people's.
+void useCommonScreen(const QTemporaryDir &home) {
+    const QString path = home.filePath(QStringLiteral("screen.json"));
+    QFile file(path);
+    file.open(QIODevice::WriteOnly);
+    file.write(R"({"screens": [{"name": "common", "x": 0, "y": 0, "width": 1920, "height": 1080,
+                               "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + path.toUtf8());
+}
+
 } // namespace
 
 PrivateBus &sessionBusOfTests() {
@@ -52,7 +63,7 @@ int main(int argc, char **argv) {
         return 1;
     }
     burnwick::moveHomeTo(home);
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    burnwick::useCommonScreen(home);
 #ifdef BURNWICK_TESTS_WITHOUT_BUS
     qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
 #else

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "support/VisibleControls.h"
 #include "support/WaitFor.h"
+#include "ui/controls/FittedArea.h"
 #include "ui/controls/SegmentedPicker.h"
 #include "ui/controls/Switch.h"
 #include "ui/controls/TextLabel.h"
@@ -16,10 +17,12 @@
 #include <QHelpEvent>
 #include <QImage>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTest>
 #include <QTextDocumentFragment>
 #include <QToolTip>
+#include <QVBoxLayout>
 
 namespace burnwick {
 namespace {
@@ -186,6 +189,54 @@ TEST(QuietStyleTest, ItsScrollBarIsAHandleThatFollowsThePointer) {
         QTest::mouseClick(&bar, Qt::LeftButton, {}, {bar.width() - 3, 100});
         EXPECT_EQ(bar.value(), 200) << "a click beside the handle turns a page";
     }
+}
+
+TEST(FittedAreaTest, IsAsLargeAsItsContentAsFarAsThereIsRoom) {
+    constexpr int bar = 10;
+    const QSize wanted(1100, 750);
+    const struct {
+        const char *what;
+        QSize room, size;
+    } rows[] = {
+        {"enough", {1366, 768}, {1100, 750}},
+        {"just enough", {1100, 750}, {1100, 750}},
+        {"too low", {1366, 700}, {1110, 700}},
+        {"too narrow", {1000, 768}, {1000, 760}},
+        {"too narrow for the scroll bar alone", {1105, 700}, {1105, 700}},
+        {"too small", {960, 500}, {960, 500}},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(fittedSize(wanted, row.room, bar), row.size) << row.what;
+}
+
+TEST(FittedAreaTest, FollowsItsContentAndScrollsWithTheKeyboard) {
+    QWidget window;
+    auto *content = new QWidget;
+    auto *column = new QVBoxLayout(content);
+    auto *last = new QPushButton(u"last"_qs);
+    auto *first = new QPushButton(u"first"_qs);
+    column->addWidget(first);
+    column->addWidget(last);
+    auto *whole = new QVBoxLayout(&window);
+    whole->setContentsMargins({});
+    whole->setSizeConstraint(QLayout::SetFixedSize);
+    whole->addWidget(new FittedArea(content));
+    window.show();
+    EXPECT_EQ(window.size(), content->sizeHint());
+    for (const int height : {300, 40}) {
+        last->setFixedHeight(height);
+        EXPECT_TRUE(waitFor([&] { return window.size() == content->sizeHint(); })) << height;
+    }
+
+    first->setFixedHeight(window.screen()->availableGeometry().height());
+    QCoreApplication::processEvents();
+    EXPECT_LT(window.height(), first->height());
+    window.activateWindow();
+    ASSERT_TRUE(waitFor([&] { return window.isActiveWindow(); }));
+    first->setFocus();
+    QTest::keyClick(first, Qt::Key_Tab);
+    EXPECT_TRUE(last->hasFocus());
+    EXPECT_TRUE(window.rect().contains(last->mapTo(&window, last->rect().center())));
 }
 
 TEST(TextLabelTest, TheToolTipOfAnElidedTextIsThatText) {

@@ -9,6 +9,7 @@
 #include "prefs/PreferencesManager.h"
 #include "state/AppState.h"
 #include "ui/controls/ChoiceGroup.h"
+#include "ui/controls/FittedArea.h"
 #include "ui/controls/FocusRing.h"
 #include "ui/controls/Text.h"
 #include "ui/controls/TextLabel.h"
@@ -52,15 +53,19 @@ MainWindowView::MainWindowView(Services services, QWidget *parent)
     , m_updated(new TextLabel(TextStyle::caption, QPalette::PlaceholderText))
     , m_subscription(services.appState, [this] { showState(); })
     , m_ticks(services.clock, services.scheduler, [this] { showState(); }) {
-    auto *column = new QVBoxLayout(this);
+    auto *content = new QWidget;
+    auto *column = new QVBoxLayout(content);
     column->setContentsMargins(windowMargin, 14, windowMargin, 12);
     column->setSpacing(cardSpacing);
-    column->setSizeConstraint(QLayout::SetFixedSize);
     auto *header = new HeaderBar;
     column->addWidget(header);
     column->addWidget(makeBody());
     column->addWidget(m_accountBar);
     column->addWidget(m_updated);
+    auto *window = new QVBoxLayout(this);
+    window->setContentsMargins({});
+    window->setSizeConstraint(QLayout::SetFixedSize);
+    window->addWidget(new FittedArea(content));
 
     connect(header, &HeaderBar::settingsRequested, this, &MainWindowView::settingsRequested);
     connect(m_accountBar, &AccountBar::refreshRequested, this, &MainWindowView::refreshQuota);
