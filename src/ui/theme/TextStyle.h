@@ -15,7 +15,7 @@ enum class TextStyle {
     body,           ///< 12 px: labels of figures
     bodyStrong,     ///< 12 px, medium: figures in a line of text
     label,          ///< 13 px: rows and tabs
-    labelStrong,    ///< 13 px, semibold: their figures, the chosen tab
+    labelStrong,    ///< 13 px, semibold: their figures, titles
     figure,         ///< 18 px, semibold: the figure of a tile
 };
 
