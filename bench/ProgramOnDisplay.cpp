@@ -31,11 +31,11 @@ std::uint64_t numberIn(const QString &path, const QByteArray &key) {
 
 } // namespace
 
-ProgramOnDisplay::ProgramOnDisplay(QString program, const QProcessEnvironment &environment) {
+ProgramOnDisplay::ProgramOnDisplay(const QString &program, const QProcessEnvironment &environment) {
     m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
     m_process.setProcessEnvironment(environment);
     m_process.setStandardErrorFile(QProcess::nullDevice());
-    m_process.setProgram(std::move(program));
+    m_process.setProgram(program);
 }
 
 ProgramOnDisplay::~ProgramOnDisplay() {

@@ -16,7 +16,7 @@ namespace burnwick::bench {
 /// A program that runs beside the benchmark and is looked at from outside. Ends with this object.
 class ProgramOnDisplay {
 public:
-    ProgramOnDisplay(QString program, const QProcessEnvironment &environment);
+    ProgramOnDisplay(const QString &program, const QProcessEnvironment &environment);
     ~ProgramOnDisplay();
     ProgramOnDisplay(const ProgramOnDisplay &) = delete;
     ProgramOnDisplay &operator=(const ProgramOnDisplay &) = delete;

@@ -79,15 +79,16 @@ void placeDates(BarChartLayout &layout, double widest, const QFontMetricsF &font
     if (layout.slotWidth <= 0)
         return;
     const auto count = static_cast<double>(layout.bars.size());
-    const double stride =
-        std::max({1.0, std::round(count / dateCount), std::ceil((widest + dateSpacing) / layout.slotWidth)});
-    for (double at = count - 1; at >= 0; at -= stride) {
-        const auto i = static_cast<std::size_t>(at);
+    const double apart =
+        std::max(std::round(count / dateCount), std::ceil((widest + dateSpacing) / layout.slotWidth));
+    const auto stride = static_cast<std::size_t>(std::clamp(apart, 1.0, std::max(1.0, count)));
+    for (std::size_t left = layout.bars.size(); left > 0; left -= std::min(left, stride)) {
+        const std::size_t i = left - 1;
         const QString text = dayText(layout.bars[i].day);
         const double width = font.horizontalAdvance(text);
-        const double left = layout.slotOf(i).center().x() - width / 2;
-        if (left >= 0)
-            layout.dates.push_back({text, {left, layout.plot.bottom() + datesGap, width, font.height()}});
+        const double x = layout.slotOf(i).center().x() - width / 2;
+        if (x >= 0)
+            layout.dates.push_back({text, {x, layout.plot.bottom() + datesGap, width, font.height()}});
     }
 }
 

@@ -30,7 +30,7 @@ Span handleOf(const QStyleOptionSlider &bar) {
     if (range <= 0 || whole <= 0)
         return {0, room};
     const int length =
-        std::min(room, std::max(shortestHandle, static_cast<int>(room * bar.pageStep / whole)));
+        std::min(room, std::max(shortestHandle, static_cast<int>(qint64(room) * bar.pageStep / whole)));
     return {QStyle::sliderPositionFromValue(bar.minimum, bar.maximum, bar.sliderPosition, room - length,
                                             bar.upsideDown),
             length};
