@@ -44,9 +44,14 @@ QSize FittedArea::sizeHint() const {
 }
 
 bool FittedArea::eventFilter(QObject *watched, QEvent *event) {
-    if (watched == widget() && event->type() == QEvent::Resize)
+    const bool filtered = QScrollArea::eventFilter(watched, event);
+    if (watched == widget() && event->type() == QEvent::Resize) {
         updateGeometry();
-    return QScrollArea::eventFilter(watched, event);
+        // At once: by itself it would come after the next painting, with scroll bars in it.
+        if (QLayout *layout = parentWidget() ? parentWidget()->layout() : nullptr)
+            layout->activate();
+    }
+    return filtered;
 }
 
 void FittedArea::showEvent(QShowEvent *event) {
