@@ -241,6 +241,28 @@ TEST(FittedAreaTest, FollowsItsContentAndScrollsWithTheKeyboard) {
     EXPECT_TRUE(window.rect().contains(last->mapTo(&window, last->rect().center())));
 }
 
+TEST(FittedAreaTest, ComesToTheScreenInItsSize) {
+    QWidget window;
+    auto *content = new QWidget;
+    auto *cards = new QWidget;
+    auto *card = new QPushButton(u"card"_qs);
+    auto *column = new QVBoxLayout(content);
+    column->addWidget(cards);
+    (new QVBoxLayout(cards))->addWidget(card);
+    auto *whole = new QVBoxLayout(&window);
+    whole->setSizeConstraint(QLayout::SetFixedSize);
+    whole->addWidget(new FittedArea(content));
+    // The first time it is shown and each later one.
+    for (const int height : {300, 40}) {
+        card->setFixedHeight(height);
+        window.show();
+        const QSize first = window.size();
+        QCoreApplication::processEvents();
+        EXPECT_EQ(first, window.size()) << height;
+        window.close();
+    }
+}
+
 TEST(TextLabelTest, TheToolTipOfAnElidedTextIsThatText) {
     for (const QString &text : {u"Claude API & console"_qs, u"<b>Claude</b> API"_qs, u"a  b &amp; c"_qs}) {
         TextLabel label(text, TextStyle::body);

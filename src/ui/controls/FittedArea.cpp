@@ -16,6 +16,19 @@ namespace {
 /// What the window manager puts around a window; it tells only once the window is there.
 constexpr QSize frameRoom{8, 40};
 
+/// A window that comes to be shown brings its layouts up to date, but not those within a scroll area: these
+/// still have the sizes from before what was shown and hidden in the meantime.
+void bringLayoutsUpToDate(const QWidget &widget) {
+    for (const QWidget *child : widget.findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (!child->isHidden())
+            bringLayoutsUpToDate(*child);
+    }
+    if (QLayout *layout = widget.layout()) {
+        layout->invalidate();
+        layout->activate();
+    }
+}
+
 } // namespace
 
 QSize fittedSize(QSize wanted, QSize room, int scrollBar) {
@@ -55,6 +68,7 @@ bool FittedArea::eventFilter(QObject *watched, QEvent *event) {
 }
 
 void FittedArea::showEvent(QShowEvent *event) {
+    bringLayoutsUpToDate(*widget());
     QScrollArea::showEvent(event);
     connect(window()->windowHandle(), &QWindow::screenChanged, this, &FittedArea::follow,
             Qt::UniqueConnection);
