@@ -60,6 +60,12 @@ void NotificationPermission::setStatus(Authorization status) {
     m_action->setText(status == Authorization::denied ? QStringLiteral("Open Settings")
                                                       : QStringLiteral("Allow"));
     m_action->updateGeometry();
+    // At once: by themselves the layouts make room one after the other, and half a button is painted in
+    // between.
+    for (QWidget *widget = this; widget; widget = widget->parentWidget()) {
+        if (QLayout *layout = widget->layout())
+            layout->activate();
+    }
 }
 
 void NotificationPermission::act() {
