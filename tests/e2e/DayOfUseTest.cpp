@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "e2e/AccountFixture.h"
-#include "platform/FakeNotificationServer.h"
+#include "support/Dunst.h"
 
 #include <QDateTime>
 
@@ -12,9 +12,16 @@ namespace {
 
 using test::usage;
 
+struct NotifyingSession {
+    test::Dunst m_dunst;
+};
+
 /// The real program over hours, which the test lets pass.
-class DayOfUseTest : public test::AccountFixture {
+class DayOfUseTest : protected NotifyingSession, public test::AccountFixture {
 protected:
+    DayOfUseTest()
+        : AccountFixture(m_dunst.bus()) {}
+
     void SetUp() override {
         if (!m_time.available())
             GTEST_SKIP() << "the clock of a program cannot be moved here";
@@ -36,16 +43,15 @@ protected:
         m_home.add(file, test::usageLine(stamp(0s).toStdString(), input, 0),
                    std::chrono::system_clock::now());
     }
-    [[nodiscard]] QStringList notifications() const {
-        QStringList texts;
-        for (const auto &[number, popup] : m_notifications.popups)
-            texts += popup.title + QLatin1String(": ") + popup.body;
-        return texts;
+    /// Exactly these since the server's start.
+    testing::AssertionResult areShown(const QStringList &expected) const {
+        if (waitFor([&] { return m_dunst.closeAll() == expected; }))
+            return testing::AssertionSuccess();
+        return testing::AssertionFailure() << "shown are " << m_dunst.closeAll().join(u'\n').toStdString();
     }
 
     test::ShiftedTime m_time;
     QDateTime m_now = QDateTime::currentDateTimeUtc();
-    FakeNotificationServer m_notifications;
 };
 
 TEST_F(DayOfUseTest, AlertsComeOncePerWindowAndTheWindowResets) {
@@ -59,7 +65,7 @@ TEST_F(DayOfUseTest, AlertsComeOncePerWindowAndTheWindowResets) {
     log("project/morning.jsonl", 1'000'000);
     ASSERT_TRUE(startProgram(m_time));
     ASSERT_TRUE(itemShows("1.0M | $3.00 | s67%  ●"));
-    EXPECT_EQ(notifications(), QStringList());
+    EXPECT_TRUE(areShown({}));
 
     log("another-project/noon.jsonl", 400'000);
     EXPECT_TRUE(itemShows("1.4M | $4.20 | s67%  ●")) << "a new project is seen at once";
@@ -68,34 +74,33 @@ TEST_F(DayOfUseTest, AlertsComeOncePerWindowAndTheWindowResets) {
     const QString warning = QStringLiteral("Quota Alert: You've used 84% of your 5-hour quota.");
     pass(5min);
     EXPECT_TRUE(itemShows("1.5M | $4.50 | s84%  ●"));
-    EXPECT_TRUE(waitFor([&] { return notifications() == QStringList{warning}; }));
+    EXPECT_TRUE(areShown({warning}));
+    m_dunst.end();
+    ASSERT_TRUE(waitFor([this] { return !m_dunst.runs(); }));
     pass(5min);
     EXPECT_TRUE(itemShows("1.5M | $4.50 | s91%  ●"));
-    EXPECT_EQ(notifications(), QStringList{warning}) << "said already";
+    EXPECT_FALSE(m_dunst.runs()) << "said already";
 
     pass(5min);
     EXPECT_TRUE(itemShows("1.5M | $4.50 | s104%  ●"));
-    EXPECT_TRUE(waitFor([&] { return notifications().size() == 2; }));
-    const QString limit =
-        QStringLiteral("Rate Limit Reached: You've hit your rate limit. Quota resets in 1h 4");
-    EXPECT_TRUE(notifications().last().startsWith(limit)) << notifications().join(u'\n').toStdString();
+    EXPECT_TRUE(waitFor([this] { return m_dunst.displayed() == 1; })) << "it was started again";
+    const QString limit = m_dunst.closeAll().join(u'\n');
+    EXPECT_TRUE(limit.startsWith(
+        QStringLiteral("Rate Limit Reached: You've hit your rate limit. Quota resets in 1h 4")))
+        << limit.toStdString();
 
     pass(2h);
     EXPECT_TRUE(itemShows("1.5M | $4.50 | s3%  ●"));
-    EXPECT_TRUE(waitFor([&] {
-        return notifications().contains(
-            QStringLiteral("Session Reset: Your 5-hour quota has reset. You're ready to go!"));
-    }));
-    EXPECT_EQ(notifications().size(), 3) << notifications().join(u'\n').toStdString();
+    const QString reset = QStringLiteral("Session Reset: Your 5-hour quota has reset. You're ready to go!");
+    EXPECT_TRUE(areShown({limit, reset}));
     EXPECT_TRUE(endsWhenTold(SIGTERM));
 
     // What was said stays said for the next start.
     m_server.script("/api/oauth/usage", {usage(84, first)});
-    m_notifications.popups.clear();
     m_watcher.dropName();
     ASSERT_TRUE(startProgram(m_time));
     EXPECT_TRUE(itemShows("1.5M | $4.50 | s84%  ●"));
-    EXPECT_EQ(notifications(), QStringList());
+    EXPECT_TRUE(areShown({limit, reset}));
 }
 
 TEST_F(DayOfUseTest, ANewerReleaseIsLookedForOnceADay) {
@@ -107,10 +112,8 @@ TEST_F(DayOfUseTest, ANewerReleaseIsLookedForOnceADay) {
                                          "</sparkle:shortVersionString></item></channel></rss>")});
     const auto checks = [this] { return m_server.requestsFor("/appcast.xml").size(); };
     ASSERT_TRUE(startProgram(m_time));
-    const QStringList told{
-        QStringLiteral("Update Available: Burnwick 999.0 is available. Open Settings to update.")};
-    EXPECT_TRUE(waitFor([&] { return notifications() == told; }))
-        << notifications().join(u'\n').toStdString();
+    EXPECT_TRUE(areShown(
+        {QStringLiteral("Update Available: Burnwick 999.0 is available. Open Settings to update.")}));
     EXPECT_TRUE(endsWhenTold(SIGTERM));
 
     m_watcher.dropName();

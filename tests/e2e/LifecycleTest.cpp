@@ -13,10 +13,7 @@ namespace {
 /// How the real program starts, goes on and ends on a screen of its own.
 class LifecycleTest : public test::AccountFixture {
 protected:
-    LifecycleTest() {
-        setVariable("QT_QPA_PLATFORM", QStringLiteral("xcb"));
-        setVariable("DISPLAY", m_display.name());
-    }
+    LifecycleTest() { showOn(m_display.name()); }
     void setVariable(const char *name, const QString &value) {
         QProcessEnvironment environment = m_program.processEnvironment();
         environment.insert(QString::fromLatin1(name), value);
@@ -90,19 +87,6 @@ TEST_F(LifecycleTest, EachWayOutEndsItThoughARequestHangs) {
         EXPECT_TRUE(m_program.waitForFinished(5'000));
         EXPECT_EQ(m_program.exitCode(), 0);
     }
-}
-
-TEST_F(LifecycleTest, AClickOnTheItemBringsTheClosedWindowBack) {
-    m_watcher.takeName("panel-6-systray");
-    start();
-    ASSERT_TRUE(showsWindow());
-    ASSERT_TRUE(m_watcher.waitForItems(1));
-    m_display.close("Burnwick");
-    ASSERT_TRUE(waitFor([this] { return !m_display.shows("Burnwick"); }));
-    EXPECT_EQ(m_program.state(), QProcess::Running);
-    m_watcher.callItem(QStringLiteral("Activate"), {0, 0});
-    EXPECT_TRUE(showsWindow());
-    EXPECT_TRUE(endsWhenTold(SIGTERM));
 }
 
 } // namespace

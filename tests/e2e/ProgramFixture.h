@@ -33,6 +33,13 @@ protected:
         m_program.waitForFinished();
     }
 
+    /// Its windows are to be real ones, on that display.
+    void showOn(const QString &display) {
+        QProcessEnvironment environment = m_program.processEnvironment();
+        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+        environment.insert(QStringLiteral("DISPLAY"), display);
+        m_program.setProcessEnvironment(environment);
+    }
     /// With a clock of its own.
     bool startProgram(const ShiftedTime &time) {
         QProcessEnvironment environment = m_program.processEnvironment();

@@ -17,10 +17,7 @@ const QByteArray settingsTitle = "Settings \xe2\x80\x94 Burnwick";
 class SettingsTest : public test::ProgramFixture {
 protected:
     void startOn(const test::VirtualDisplay &display, const QStringList &arguments = {}) {
-        QProcessEnvironment environment = m_program.processEnvironment();
-        environment.insert(u"QT_QPA_PLATFORM"_qs, u"xcb"_qs);
-        environment.insert(u"DISPLAY"_qs, display.name());
-        m_program.setProcessEnvironment(environment);
+        showOn(display.name());
         m_program.start(QStringLiteral(BURNWICK_PROGRAM), arguments);
         ASSERT_TRUE(waitFor([&] { return display.shows("Burnwick"); }));
     }

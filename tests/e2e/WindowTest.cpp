@@ -22,9 +22,8 @@ protected:
         ASSERT_TRUE(m_tree.isReady());
         QProcessEnvironment environment = m_program.processEnvironment();
         environment.insert(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
-        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
-        environment.insert(QStringLiteral("DISPLAY"), m_display.name());
         m_program.setProcessEnvironment(environment);
+        showOn(m_display.name());
     }
 
     [[nodiscard]] bool shows(const char *object) const {
@@ -65,7 +64,7 @@ TEST_F(WindowTest, IsReadAndOperatedByAssistiveTechnology) {
     EXPECT_TRUE(endsWhenTold(SIGTERM));
 }
 
-TEST_F(WindowTest, TheSettingsAreReadAndOperatedToo) {
+TEST_F(WindowTest, TheSettingsAreReadAndOperatedAndLast) {
     // Stands where the folder of what starts at login would be made.
     test::writeFile(m_home.path() / ".config" / "autostart", "");
     ASSERT_TRUE(startProgram());
@@ -97,17 +96,30 @@ TEST_F(WindowTest, TheSettingsAreReadAndOperatedToo) {
 
     EXPECT_TRUE(press("check box: Session reset"));
     EXPECT_TRUE(press("radio button: 10m"));
+    EXPECT_TRUE(press("radio button: Dark"));
     EXPECT_TRUE(press("check box: Launch at startup"));
     EXPECT_TRUE(shows("check box: Session reset"));
     EXPECT_TRUE(shows("radio button: 10m [checked]"));
+    EXPECT_TRUE(shows("radio button: Dark [checked]"));
     EXPECT_TRUE(shows("check box: Launch at startup")) << "it was refused";
     QJsonObject stored = QJsonDocument::fromJson(QByteArray::fromStdString(contentOf(m_settings))).object();
     stored.remove(u"apiBaseURL"_qs);
     stored.remove(u"statusBaseURL"_qs);
     EXPECT_EQ(stored, (QJsonObject{{u"sessionResetAlerts"_qs, false},
                                    {u"refreshRate"_qs, 600},
+                                   {u"theme"_qs, u"dark"_qs},
                                    {u"launchAtStartup"_qs, false}}));
     EXPECT_TRUE(endsWhenTold(SIGTERM));
+
+    m_watcher.dropName();
+    ASSERT_TRUE(startProgram());
+    ASSERT_TRUE(press("push button: Settings"));
+    ASSERT_TRUE(shows("label: Settings"));
+    expectInOrder({"check box: Launch at startup", "radio button: Dark [checked]",
+                   "radio button: 10m [checked]", "check box: Session reset",
+                   "check box: Alert at 80% quota [checked]"});
+    constexpr std::uint32_t darkGround = 0x1B1A19;
+    EXPECT_EQ(m_display.find("Burnwick", darkGround), QPoint(0, 0));
 }
 
 TEST_F(WindowTest, LeadsThroughALogin) {

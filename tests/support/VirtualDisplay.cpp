@@ -95,6 +95,43 @@ void VirtualDisplay::pressKey(const QByteArray &title, xcb_keysym_t key, std::ui
     xcb_flush(m_connection.get());
 }
 
+std::optional<QPoint> VirtualDisplay::find(const QByteArray &title, std::uint32_t color) const {
+    constexpr std::uint32_t colorBits = 0xFFFFFF, allPlanes = ~std::uint32_t{0};
+    for (const xcb_window_t window : visibleWindows()) {
+        if (titleOf(window) != title)
+            continue;
+        const Reply<xcb_get_geometry_reply_t> box(xcb_get_geometry_reply(
+            m_connection.get(), xcb_get_geometry(m_connection.get(), window), nullptr));
+        if (!box)
+            continue;
+        const auto cookie = xcb_get_image(m_connection.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, window, 0, 0,
+                                          box->width, box->height, allPlanes);
+        const Reply<xcb_get_image_reply_t> image(xcb_get_image_reply(m_connection.get(), cookie, nullptr));
+        if (!image)
+            continue;
+        const auto *const pixels = reinterpret_cast<const std::uint32_t *>(xcb_get_image_data(image.get()));
+        const auto *const end = pixels + xcb_get_image_data_length(image.get()) / 4;
+        const auto *const found =
+            std::find_if(pixels, end, [&](std::uint32_t pixel) { return (pixel & colorBits) == color; });
+        if (found != end) {
+            const auto index = static_cast<int>(found - pixels);
+            return QPoint(box->x + index % box->width, box->y + index / box->width);
+        }
+    }
+    return std::nullopt;
+}
+
+bool VirtualDisplay::click(const QPoint &place) const {
+    QProcess pointer;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("DISPLAY"), m_name);
+    pointer.setProcessEnvironment(environment);
+    pointer.start(QStringLiteral("xdotool"),
+                  {QStringLiteral("mousemove"), QString::number(place.x()), QString::number(place.y()),
+                   QStringLiteral("click"), QStringLiteral("1")});
+    return pointer.waitForFinished() && pointer.exitCode() == 0;
+}
+
 void VirtualDisplay::cover() {
     const xcb_window_t window = xcb_generate_id(m_connection.get());
     xcb_create_window(m_connection.get(), XCB_COPY_FROM_PARENT, window, root(), 0, 0, 2'000, 2'000, 0,

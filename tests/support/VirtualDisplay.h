@@ -3,11 +3,13 @@
 #pragma once
 
 #include <QtCore/QByteArray>
+#include <QtCore/QPoint>
 #include <QtCore/QProcess>
 #include <QtCore/QString>
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include <xcb/xcb.h>
@@ -36,6 +38,10 @@ public:
     void close(const QByteArray &title);
     /// Presses and releases a key, of X11/keysym.h, with modifiers in the window of that title.
     void pressKey(const QByteArray &title, xcb_keysym_t key, std::uint16_t modifiers = 0);
+    /// Where the window of that title has that colour, 0xRRGGBB, first; from the display's corner.
+    [[nodiscard]] std::optional<QPoint> find(const QByteArray &title, std::uint32_t color) const;
+    /// Moves the pointer there and presses its left button; false when that could not be done.
+    [[nodiscard]] bool click(const QPoint &place) const;
     /// Puts a window over all others.
     void cover();
     /// What programs told all the desktop about their starts, from the first call on, in one text.
