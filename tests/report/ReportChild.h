@@ -31,6 +31,7 @@ public:
         set("HOME", home.c_str());
         set("TZ", "UTC");
         set("PATH", qgetenv("PATH").constData());
+        set("TSAN_OPTIONS", qgetenv("TSAN_OPTIONS").constData());
     }
     Program &set(const char *variable, const char *value) {
         m_environment.insert(QString::fromUtf8(variable), QString::fromUtf8(value));
