@@ -41,13 +41,6 @@ protected:
     test::LogHome m_home;
 };
 
-TEST_F(JSONLParserTest, WithoutLogsThereIsNothing) {
-    EXPECT_TRUE(parser().parseRecentEntries().empty());
-    EXPECT_EQ(parser().parseAllEntries().fileCount, 0);
-    test::writeFile(m_home.projects(), "a file in the directory's place");
-    EXPECT_EQ(parser().parseAllEntries().fileCount, 0);
-}
-
 TEST_F(JSONLParserTest, RecentFilesAreThoseSinceTheSameTimeOfYesterday) {
     // The night between has 25 hours.
     m_clock.set(at("2025-10-26T11:00:00Z"));
@@ -62,36 +55,25 @@ TEST_F(JSONLParserTest, RecentFilesAreThoseSinceTheSameTimeOfYesterday) {
     EXPECT_EQ(history.firstRecent, 1U);
 }
 
-TEST_F(JSONLParserTest, FilesComeByTimeThenByPathAndLinesInOrder) {
+TEST_F(JSONLParserTest, LogsComeByTimeThenByPathAndLinesInOrder) {
     const Instant earlier = m_clock.now() - 3h;
     m_home.add("b/x.jsonl", usageLine(noon, 5, 0) + usageLine(noon, 6, 0), m_clock.now());
     m_home.add("b/c/deep/er/y.jsonl", usageLine(noon, 2, 0), earlier);
     m_home.add("B/z.jsonl", usageLine(noon, 1, 0), earlier);
     m_home.add("top.jsonl", usageLine(noon, 3, 0), earlier);
     m_home.add(".hidden/h.jsonl", usageLine(noon, 4, 0), earlier + 1ns);
-    for (const unsigned threads : {1U, 2U, 7U})
-        EXPECT_EQ(inputs(parser(threads).parseAllEntries().entries),
-                  (std::vector<std::int64_t>{1, 2, 3, 4, 5, 6}));
-}
-
-TEST_F(JSONLParserTest, ManyThreadsKeepTheOrder) {
-    std::vector<std::int64_t> expected;
-    for (int i = 0; i < 200; ++i) {
-        // Sizes that differ widely, so that files are done out of order.
+    for (const char *other : {"a.JSONL", "b.json", "c.jsonl.bak", ".jsonl", "jsonl", "d.jsonl "})
+        m_home.add(other, usageLine(noon, 0, 0), m_clock.now());
+    std::vector<std::int64_t> expected{1, 2, 3, 4, 5, 6};
+    // Sizes that differ widely, so that threads do the files out of order.
+    for (int i = 7; i < 200; ++i) {
         const std::string filler(static_cast<std::size_t>(i % 7) * 20'000, ' ');
         m_home.add("p/" + std::to_string(i) + ".jsonl", filler + "\n" + usageLine(noon, i, 0),
                    m_clock.now() + std::chrono::seconds(i));
         expected.push_back(i);
     }
-    EXPECT_EQ(inputs(parser(4).parseAllEntries().entries), expected);
-}
-
-TEST_F(JSONLParserTest, OnlyTheExactExtensionIsALog) {
-    for (const char *name : {"a.JSONL", "b.json", "c.jsonl.bak", ".jsonl", "jsonl", "d.jsonl "})
-        m_home.add(name, usageLine(noon, 1, 0), m_clock.now());
-    EXPECT_EQ(parser().parseAllEntries().fileCount, 0);
-    m_home.add("e.x.jsonl", usageLine(noon, 1, 0), m_clock.now());
-    EXPECT_EQ(parser().parseAllEntries().fileCount, 1);
+    for (const unsigned threads : {1U, 4U})
+        EXPECT_EQ(inputs(parser(threads).parseAllEntries().entries), expected);
 }
 
 TEST_F(JSONLParserTest, WhatIsNoRegularFileCountsAsFoundAndYieldsNothingAtOnce) {
@@ -108,15 +90,6 @@ TEST_F(JSONLParserTest, WhatIsNoRegularFileCountsAsFoundAndYieldsNothingAtOnce) 
     EXPECT_EQ(history.fileCount, 6);
     EXPECT_EQ(inputs(history.entries), (std::vector<std::int64_t>{1, 1})); // the log and the link to it
     EXPECT_EQ(inputs(parser().parseRecentEntries()), (std::vector<std::int64_t>{1, 1}));
-}
-
-TEST_F(JSONLParserTest, AnUnreadableFileSpoilsNoOther) {
-    m_home.add("a.jsonl", usageLine(noon, 1, 0), m_clock.now());
-    m_home.add("b.jsonl", usageLine(noon, 2, 0) + "\xFF", m_clock.now());
-    m_home.add("c.jsonl", usageLine(noon, 3, 0), m_clock.now());
-    const LogHistory history = parser().parseAllEntries();
-    EXPECT_EQ(history.fileCount, 3);
-    EXPECT_EQ(inputs(history.entries), (std::vector<std::int64_t>{1, 3}));
 }
 
 TEST_F(JSONLParserTest, SessionsAreNamedByTheirFilesInTheHistoryOnly) {
@@ -163,14 +136,11 @@ TEST_F(JSONLParserTest, AFileTimeBeyondAllInstantsIsTheNearest) {
     EXPECT_EQ(inputs(parser().parseRecentEntries()), (std::vector<std::int64_t>{1, 2}));
 
     const std::int64_t latest = 9'223'372'036;
-    EXPECT_EQ(nearestInstant(0, 1), Instant(1ns));
     EXPECT_EQ(nearestInstant(-1, 1), Instant(-999'999'999ns));
     EXPECT_EQ(nearestInstant(latest - 1, 999'999'999), Instant(9'223'372'035'999'999'999ns));
     EXPECT_EQ(nearestInstant(latest, 999'999'999), Instant::max());
-    EXPECT_EQ(nearestInstant(std::numeric_limits<std::int64_t>::max(), 0), Instant::max());
     EXPECT_EQ(nearestInstant(-latest, 0), Instant(-9'223'372'036s));
     EXPECT_EQ(nearestInstant(-latest - 1, 0), Instant::min());
-    EXPECT_EQ(nearestInstant(std::numeric_limits<std::int64_t>::min(), 0), Instant::min());
 }
 
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) // these need all of the address space
@@ -208,13 +178,6 @@ std::vector<JSONLEntry> entriesOf(const std::string &lines) {
         .parseFile(directory.path() / "x.jsonl", false);
 }
 
-TEST(Sums, CountEveryKindOfToken) {
-    const auto entries = entriesOf(usageLine(noon, 1, 20, 300, 4000) + usageLine("never", 5, 0) +
-                                   R"({"type":"assistant","message":{"usage":{"output_tokens":12}}})");
-    EXPECT_EQ(JSONLParser::calculateSessionTokens(entries), (SessionTokens{6, 32, 300, 4000}));
-    EXPECT_EQ(JSONLParser::calculateSessionTokens({}), SessionTokens{});
-}
-
 TEST(Sums, AnOverflowStopsTheProgramWithOneLine) {
     const auto entries =
         entriesOf(usageLine(noon, std::numeric_limits<long long>::max(), 0) + usageLine(noon, 1, 0));
@@ -226,27 +189,27 @@ TEST(Sums, AnOverflowStopsTheProgramWithOneLine) {
     HistoryBuilder builder(Calendar::inZone("UTC"));
     builder.add(entries[0]);
     EXPECT_EXIT(builder.add(entries[1]), testing::ExitedWithCode(70), oneLine);
+    const SessionTokens tokens{std::numeric_limits<std::int64_t>::max(), 0, 1, 0};
+    EXPECT_EXIT(static_cast<void>(tokens.total()), testing::ExitedWithCode(70), oneLine);
 }
 
 TEST(BurnRate, IsTokensPerMinuteFromTheFirstToTheLastOfTheList) {
-    const auto at10 = [](int input, int output) {
-        return usageLine("2025-06-01T12:10:00.000Z", input, output, 9, 9);
-    };
-    const auto at0 = [](int input, int output) { return usageLine(noon, input, output, 9, 9); };
+    const std::string at0 = usageLine(noon, 100, 50, 9, 9);
+    const std::string at5 = usageLine("2025-06-01T12:05:00.0Z", 0, 0);
+    const std::string at10 = usageLine("2025-06-01T12:10:00.000Z", 200, 150, 9, 9);
     const struct {
         const char *what;
         std::string lines;
         double rate;
     } rows[] = {
         {"nothing", "", 0},
-        {"a single entry", at0(100, 0), 0},
-        {"ten minutes", at0(100, 50) + at10(200, 150), 50.0},
-        {"the same instant", at0(100, 50) + at0(200, 150), 0},
-        {"backwards", at10(100, 50) + at0(200, 150), 0},
-        {"one without a fraction", at0(100, 50) + usageLine("2025-06-01T12:10:00Z", 200, 150), 0},
-        {"undated ones do not count", at0(100, 0) + usageLine("?", 999, 0) + at10(0, 0), 10.0},
-        {"back and forth", at0(100, 0) + at10(0, 0) + at0(0, 0) + usageLine("2025-06-01T12:05:00.0Z", 0, 0),
-         20.0},
+        {"a single entry", at0, 0},
+        {"ten minutes", at0 + at10, 50},
+        {"the same instant", at0 + at0, 0},
+        {"backwards", at10 + at0, 0},
+        {"one without a fraction", at0 + usageLine("2025-06-01T12:10:00Z", 200, 150), 0},
+        {"undated ones do not count", at0 + usageLine("?", 999, 0) + at5, 30},
+        {"back and forth", at0 + at10 + at0 + at5, 130},
     };
     for (const auto &row : rows)
         EXPECT_DOUBLE_EQ(JSONLParser::calculateBurnRate(entriesOf(row.lines)), row.rate) << row.what;

@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "model/Calendar.h"
-#include "model/TimeFilter.h"
-#include "model/Timestamp.h"
+#include "support/ManualClock.h"
 
 #include <gtest/gtest.h>
 
@@ -13,10 +12,7 @@ namespace {
 
 using namespace std::chrono_literals;
 using std::chrono::local_days;
-
-Instant at(const char *text) {
-    return parseTimestamp(text).value().instant;
-}
+using test::at;
 
 TEST(Calendar, DaysAndHoursFollowTheWallClock) {
     const struct {
@@ -102,14 +98,6 @@ TEST(Calendar, FollowsTheEnvironmentsZone) {
         EXPECT_EQ(Calendar::current().hourOf(noon), row.hour) << row.variable;
     }
     setenv("TZ", before.c_str(), 1);
-}
-
-TEST(TimeFilter, CutsOffAtTheSameTimeOfDay) {
-    const Calendar calendar = Calendar::inZone("Europe/Berlin");
-    const Instant now = at("2025-04-01T10:00:00Z");
-    EXPECT_EQ(cutOffOf(TimeFilter::all, now, calendar), std::nullopt);
-    EXPECT_EQ(cutOffOf(TimeFilter::sevenDays, now, calendar), at("2025-03-25T11:00:00Z"));
-    EXPECT_EQ(cutOffOf(TimeFilter::thirtyDays, now, calendar), at("2025-03-02T11:00:00Z"));
 }
 
 } // namespace

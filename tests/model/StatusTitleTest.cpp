@@ -30,13 +30,6 @@ TEST(StatusTitle, StylesEverySegment) {
     EXPECT_EQ(title, expected);
 }
 
-TEST(StatusTitle, HasNoUnitSegmentBelowAThousand) {
-    const StatusTitle title = buildStatusTitle({}, 0, std::nullopt, StatusIndicator::green);
-    ASSERT_EQ(title.size(), 9U);
-    EXPECT_EQ(title[0].text, "0");
-    EXPECT_EQ(title[1].text, " | ");
-}
-
 TEST(StatusTitle, ReadsAsPlainText) {
     const auto plain = [](const SessionTokens &tokens, double cost, std::optional<QuotaData> quota) {
         return plainText(buildStatusTitle(tokens, cost, quota, StatusIndicator::green));
