@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,8 @@ struct HostileText {
     std::string text;
     std::string shown; ///< as displayText() gives it
     bool isUtf8 = true;
+
+    friend std::ostream &operator<<(std::ostream &out, const HostileText &text) { return out << text.what; }
 };
 
 /// What a model, a component or a version may be named by somebody who means ill.

@@ -1,27 +1,22 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
+#include "support/PictureOf.h"
 #include "support/VisibleControls.h"
 #include "support/WaitFor.h"
 #include "ui/controls/FittedArea.h"
 #include "ui/controls/SegmentedPicker.h"
 #include "ui/controls/Switch.h"
-#include "ui/controls/TextLabel.h"
 #include "ui/theme/QuietStyle.h"
-#include "ui/theme/ThemeColors.h"
 #include "ui/theme/ThemePalette.h"
 
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
 #include <QHBoxLayout>
-#include <QHelpEvent>
-#include <QImage>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollBar>
 #include <QTest>
-#include <QTextDocumentFragment>
-#include <QToolTip>
 #include <QVBoxLayout>
 
 namespace burnwick {
@@ -29,13 +24,9 @@ namespace {
 
 const ColorScheme schemes[] = {ColorScheme::light, ColorScheme::dark};
 
-/// What the widget looks like on a card.
 QImage pictureOf(QWidget &widget, ColorScheme scheme) {
     widget.setPalette(paletteOf(scheme));
-    QImage picture(widget.size(), QImage::Format_RGB32);
-    picture.fill(colorsOf(scheme).card);
-    widget.render(&picture, {}, {}, QWidget::DrawChildren);
-    return picture;
+    return test::pictureOf(widget);
 }
 
 class SwitchTest : public testing::Test {
@@ -74,23 +65,18 @@ TEST_F(SwitchTest, IsACheckBoxThatSpaceToggles) {
     EXPECT_EQ(flips.size(), 3) << "shown, not flipped";
 }
 
-TEST_F(SwitchTest, TheKnobSlides) {
-    m_switch.show();
-    m_switch.click();
-    EXPECT_LT(m_switch.knobPosition(), 1) << "it jumps";
-    EXPECT_TRUE(waitFor([this] { return m_switch.knobPosition() == 1; }));
-    m_switch.click();
-    m_switch.click();
-    EXPECT_TRUE(waitFor([this] { return m_switch.knobPosition() == 1; })) << "turned back on its way";
-}
-
-TEST_F(SwitchTest, TheKnobJumpsWhereNothingIsToMoveAndUnseen) {
+TEST_F(SwitchTest, TheKnobSlidesUnlessNothingIsToMove) {
     m_switch.setChecked(true);
     EXPECT_EQ(m_switch.knobPosition(), 1) << "unseen";
     m_switch.show();
+    m_switch.click();
+    EXPECT_GT(m_switch.knobPosition(), 0) << "it jumps";
+    m_switch.click();
+    m_switch.click();
+    EXPECT_TRUE(waitFor([this] { return m_switch.knobPosition() == 0; })) << "turned back on its way";
     m_reducedMotion = true;
     m_switch.click();
-    EXPECT_EQ(m_switch.knobPosition(), 0);
+    EXPECT_EQ(m_switch.knobPosition(), 1);
 }
 
 TEST_F(SwitchTest, ShowsItsStateByPlaceAndColour) {
@@ -260,20 +246,6 @@ TEST(FittedAreaTest, ComesToTheScreenInItsSize) {
         QCoreApplication::processEvents();
         EXPECT_EQ(first, window.size()) << height;
         window.close();
-    }
-}
-
-TEST(TextLabelTest, TheToolTipOfAnElidedTextIsThatText) {
-    for (const QString &text : {u"Claude API & console"_qs, u"<b>Claude</b> API"_qs, u"a  b &amp; c"_qs}) {
-        TextLabel label(text, TextStyle::body);
-        label.setElidable();
-        label.resize(20, label.sizeHint().height());
-        label.show();
-        QHelpEvent hover(QEvent::ToolTip, {}, label.mapToGlobal(QPoint()));
-        QCoreApplication::sendEvent(&label, &hover);
-        const QString tip = QToolTip::text();
-        ASSERT_TRUE(Qt::mightBeRichText(tip)) << "escaped text would show its escapes";
-        EXPECT_EQ(QTextDocumentFragment::fromHtml(tip).toPlainText(), text);
     }
 }
 

@@ -10,6 +10,8 @@
 
 namespace burnwick::test {
 
+struct DashboardScene;
+
 /// The dashboard over a state that is brought where a scene needs it.
 class DashboardFixture : public StateFixture {
 public:
@@ -20,27 +22,33 @@ public:
     }
 
     /// Two months of logs that end now, as three models leave them.
-    void addHistory();
-    /// A day's use of each of the models.
-    void addModels(const std::vector<std::string> &names);
-    void logIn() { m_store.blob = R"({"claudeAiOauth":{"accessToken":"a"}})"; }
-    /// What the usage endpoint will say; `extra` is the JSON of the extra usage.
-    void answerUsage(double fiveHourPct, const std::string &extra = "null");
+    DashboardFixture &addHistory();
+    /// A day's use of so many models with long names.
+    DashboardFixture &addModels(int count);
+    DashboardFixture &logIn();
+    /// With what the usage endpoint will say; `extra` is the JSON of the extra usage.
+    DashboardFixture &logIn(double fiveHourPct, const std::string &extra = "null");
     /// What the status page will say of Claude Code and of the API.
-    void answerStatus(const QByteArray &claudeCode, const QByteArray &api);
-    void rejectToken() { m_server.script("/api/oauth/usage", {{401}}); }
+    DashboardFixture &answerStatus(const QByteArray &claudeCode, const QByteArray &api);
+    DashboardFixture &rejectToken();
     void logInAgain() { m_state.connect(); }
     /// Starts the state and waits until all that it asked for has come.
     void settle();
+    /// Shows the window and brings it to the scene.
+    void play(const DashboardScene &scene, MainWindowView &window);
 };
 
 /// A state that people meet, to be looked at and read.
 struct DashboardScene {
     std::string name;
     void (*prepare)(DashboardFixture &fixture);
+    std::vector<std::string> texts;       ///< to be found in the window
+    std::vector<std::string> absent = {}; ///< not to be found there
     int tab = 0;
-    std::vector<std::string> texts;  ///< to be found in the window
-    std::vector<std::string> absent; ///< not to be found there
+
+    friend std::ostream &operator<<(std::ostream &out, const DashboardScene &scene) {
+        return out << scene.name;
+    }
 };
 
 [[nodiscard]] const std::vector<DashboardScene> &dashboardScenes();

@@ -50,17 +50,13 @@ protected:
     std::size_t usageRequests() { return m_server.requestsFor("/api/oauth/usage").size(); }
 };
 
-/// One of the scenes, by its number.
-class DashboardSceneTest : public test::DashboardFixture, public testing::WithParamInterface<std::size_t> {};
+class DashboardSceneTest : public test::DashboardFixture,
+                           public testing::WithParamInterface<test::DashboardScene> {};
 
 TEST_P(DashboardSceneTest, SaysWhatIsSo) {
-    const test::DashboardScene &scene = test::dashboardScenes().at(GetParam());
+    const test::DashboardScene &scene = GetParam();
     MainWindowView window(windowServices());
-    window.show();
-    scene.prepare(*this);
-    if (scene.tab == 1)
-        QTest::keyClick(&window, Qt::Key_2, Qt::ControlModifier);
-    QCoreApplication::processEvents();
+    play(scene, window);
     const QStringList names = namesIn(window);
     for (const std::string &text : scene.texts)
         EXPECT_TRUE(anyStartsWith(names, text)) << text << " in\n" << names.join(u'\n').toStdString();
@@ -69,18 +65,15 @@ TEST_P(DashboardSceneTest, SaysWhatIsSo) {
     EXPECT_EQ(test::namesWithoutRole(window).join(u'\n').toStdString(), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(Scenes, DashboardSceneTest,
-                         testing::Range(std::size_t{0}, test::dashboardScenes().size()),
+INSTANTIATE_TEST_SUITE_P(Scenes, DashboardSceneTest, testing::ValuesIn(test::dashboardScenes()),
                          [](const auto &scene) {
-                             std::string name = test::dashboardScenes().at(scene.param).name;
+                             std::string name = scene.param.name;
                              std::replace(name.begin(), name.end(), '-', '_');
                              return name;
                          });
 
 TEST_F(DashboardTest, NothingIsPaintedAnewForValuesThatStay) {
-    addHistory();
-    logIn();
-    answerUsage(67);
+    addHistory().logIn(67);
     MainWindowView window(windowServices());
     window.show();
     settle();
@@ -99,9 +92,7 @@ TEST_F(DashboardTest, NothingIsPaintedAnewForValuesThatStay) {
 }
 
 TEST_F(DashboardTest, TheTimesMoveWhileTheWindowIsVisible) {
-    logIn();
-    answerUsage(67);
-    settle();
+    logIn(67).settle();
     MainWindowView window(windowServices());
     window.show();
     EXPECT_TRUE(anyStartsWith(namesIn(window), "Updated just now"));
@@ -122,8 +113,7 @@ TEST_F(DashboardTest, TheTimesMoveWhileTheWindowIsVisible) {
 }
 
 TEST_F(DashboardTest, FiltersAndTabsAreChosenAndAClosedWindowOpensOnTheFirstTab) {
-    addHistory();
-    settle();
+    addHistory().settle();
     MainWindowView window(windowServices());
     window.show();
     button(window, "7d").click();
@@ -155,8 +145,7 @@ TEST_F(DashboardTest, TheButtonOfTheAccountDoesWhatItSays) {
 }
 
 TEST_F(DashboardTest, RetryAsksAlsoWhereNothingIsAskedByItself) {
-    logIn();
-    answerUsage(67);
+    logIn(67);
     m_preferences.setAutoRefreshQuota(false);
     MainWindowView window(windowServices());
     window.show();
@@ -170,8 +159,7 @@ TEST_F(DashboardTest, RetryAsksAlsoWhereNothingIsAskedByItself) {
 }
 
 TEST_F(DashboardTest, TheKeyboardReachesEverythingInReadingOrder) {
-    addHistory();
-    settle();
+    addHistory().settle();
     MainWindowView window(windowServices());
     window.show();
     window.activateWindow();
@@ -218,11 +206,9 @@ TEST_F(DashboardTest, TheWindowIsAsWideWhateverTheNamesAre) {
     MainWindowView window(windowServices());
     window.show();
     const int width = window.width();
-    addModels({"<img src=x>" + std::string(300, 'w')});
-    answerStatus("operational", "operational");
-    settle();
+    addModels(1).settle();
     EXPECT_EQ(window.width(), width);
-    EXPECT_TRUE(anyStartsWith(namesIn(window), "Favorite model: <img src=x>www"));
+    EXPECT_TRUE(anyStartsWith(namesIn(window), "Favorite model: b>-with-quite-a-long-name-xxx"));
 }
 
 } // namespace

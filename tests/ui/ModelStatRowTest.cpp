@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "support/PaintCount.h"
 #include "support/WaitFor.h"
-#include "ui/controls/ToolTipText.h"
+#include "ui/dashboard/ActivityHeatmapView.h"
 #include "ui/dashboard/ActivityTabs.h"
+#include "ui/dashboard/ModelBarChartView.h"
 #include "ui/dashboard/ModelStatRowView.h"
 #include "ui/dashboard/UsageBar.h"
 #include "ui/theme/ThemeColors.h"
@@ -18,6 +19,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 namespace burnwick {
 namespace {
@@ -34,38 +36,14 @@ TEST(UsageBarTest, ShowsTheShareAndAtLeastADotAboveZero) {
     UsageBar bar;
     bar.setPalette(paletteOf(ColorScheme::light));
     bar.resize(200, 6);
-    struct Case {
-        double percent;
-        int width;
-    };
-    for (const Case &row : {Case{0, 0}, Case{-5, 0}, Case{std::nan(""), 0}, Case{0.01, 6}, Case{1, 6},
-                            Case{50, 100}, Case{100, 200}, Case{250, 200}}) {
-        bar.setShare(row.percent);
-        EXPECT_NEAR(filledWidth(bar, QColor(196, 107, 79)), row.width, row.width > 0 ? 2 : 0) << row.percent;
+    const QColor accent = colorsOf(ColorScheme::light).accent;
+    for (const auto &[percent, width] :
+         {std::pair(0.0, 0), {-5, 0}, {std::nan(""), 0}, {0.01, 6}, {50, 100}, {100, 200}, {250, 200}}) {
+        bar.setShare(percent);
+        EXPECT_NEAR(filledWidth(bar, accent), width, width > 0 ? 2 : 0) << percent;
     }
     bar.setColor(&ThemeColors::good);
     EXPECT_NEAR(filledWidth(bar, colorsOf(ColorScheme::light).good), 200, 2);
-}
-
-TEST(UsageBarTest, RepaintsOnlyWhatLooksDifferent) {
-    UsageBar bar;
-    bar.setShare(100);
-    test::PaintCount paints(bar);
-    bar.setShare(100);
-    bar.setShare(120);
-    bar.setColor(&ThemeColors::accent);
-    EXPECT_EQ(paints.take(), 0);
-    bar.setShare(99);
-    EXPECT_EQ(paints.take(), 1);
-    bar.setColor(&ThemeColors::over);
-    EXPECT_EQ(paints.take(), 1);
-}
-
-QStringList textsOf(const ModelStatRowView &row) {
-    QStringList texts;
-    for (const QLabel *label : row.findChildren<QLabel *>())
-        texts << label->text();
-    return texts;
 }
 
 TEST(ModelStatRowViewTest, ShowsAModelAndFollowsItInPlace) {
@@ -74,53 +52,78 @@ TEST(ModelStatRowViewTest, ShowsAModelAndFollowsItInPlace) {
     row.setPalette(paletteOf(ColorScheme::dark));
     row.resize(400, row.sizeHint().height());
     row.layout()->activate();
-    UsageBar *bar = row.findChild<UsageBar *>();
-    EXPECT_NEAR(filledWidth(*bar, QColor(196, 107, 79)), 0.296 * 400, 2);
-    const auto labels = row.findChildren<QLabel *>();
-    EXPECT_EQ(textsOf(row), (QStringList{QStringLiteral("claude-opus-4-1"), QStringLiteral("30%"),
-                                         QStringLiteral("22.7M in · 8.5M out")}));
-    EXPECT_EQ(row.accessibleName(), QStringLiteral("claude-opus-4-1: 30%, 22.7M in · 8.5M out"));
+    EXPECT_NEAR(filledWidth(*row.findChild<UsageBar *>(), colorsOf(ColorScheme::dark).accent), 0.296 * 400,
+                2);
+    EXPECT_EQ(row.accessibleName(), u"claude-opus-4-1: 30%, 22.7M in · 8.5M out"_qs);
     const QString toolTip = QTextDocumentFragment::fromHtml(row.toolTip()).toPlainText();
-    EXPECT_EQ(toolTip, QStringLiteral("claude-opus-4-1\nIn: 22,712,345 tokens\nOut: 8,500,000 tokens"));
+    EXPECT_EQ(toolTip, u"claude-opus-4-1\nIn: 22,712,345 tokens\nOut: 8,500,000 tokens"_qs);
 
+    const auto labels = row.findChildren<QLabel *>();
     row.setStat({"claude-opus-4-1", 999, 1000, 0});
-    EXPECT_EQ(textsOf(row).at(2), QStringLiteral("999 in · 1.0K out"));
     EXPECT_EQ(row.findChildren<QLabel *>(), labels) << "rebuilt";
+    QStringList texts;
+    for (const QLabel *label : labels)
+        texts << label->text();
+    EXPECT_EQ(texts, (QStringList{u"claude-opus-4-1"_qs, u"0%"_qs, u"999 in · 1.0K out"_qs}));
 }
 
-TEST(ModelStatRowViewTest, RepaintsOnlyForOtherValues) {
+TEST(ModelStatRowViewTest, ALongNameTakesNoRoomFromTheShare) {
     ModelStatRowView row;
-    row.setStat({"a", 1, 2, 3});
-    test::PaintCount paints(row);
-    row.setStat({"a", 1, 2, 3});
-    EXPECT_EQ(paints.take(), 0);
-    row.setStat({"a", 1, 2, 4});
-    EXPECT_GT(paints.take(), 0);
-}
-
-TEST(ModelStatRowViewTest, ANameIsPlainTextAndTakesNoRoomFromTheShare) {
-    const std::string name = "<b>&amp; a & b</b> %1 " + std::string(300, 'w');
-    ModelStatRowView row;
-    row.setStat({name, 1, 2, 50});
+    row.setStat({std::string(300, 'w'), 1, 2, 50});
     row.resize(400, row.sizeHint().height());
     row.show();
     EXPECT_LT(row.minimumSizeHint().width(), 200) << "a long name widens the window";
-    for (const QLabel *label : row.findChildren<QLabel *>()) {
-        EXPECT_EQ(label->textFormat(), Qt::PlainText);
-        EXPECT_LE(label->geometry().right(), 400);
-    }
     const QLabel *share = row.findChildren<QLabel *>().at(1);
     EXPECT_GE(share->width(), share->fontMetrics().horizontalAdvance(share->text()));
-    const QString shown = QTextDocumentFragment::fromHtml(row.toolTip()).toPlainText();
-    EXPECT_EQ(shown.section(QLatin1Char('\n'), 0, 0), QString::fromStdString(name));
+    EXPECT_LE(share->geometry().right(), 400);
 }
 
-TEST(ToolTipTextTest, ShowsATextAsItStands) {
-    for (const char *text : {"a & b", "\"quoted\"", "<b>bold</b>", "&lt;", "one\ntwo", "plain"}) {
-        const QString toolTip = plainToolTip(QString::fromUtf8(text));
-        EXPECT_TRUE(Qt::mightBeRichText(toolTip)) << text;
-        EXPECT_EQ(QTextDocumentFragment::fromHtml(toolTip).toPlainText().toStdString(), text);
-    }
+/// Whether giving the values again is no reason to paint, and giving others is.
+template <typename View>
+void expectPaintsOnlyFor(View &view, const std::function<void()> &give,
+                         const std::function<void()> &giveOthers) {
+    give();
+    test::PaintCount paints(view);
+    give();
+    EXPECT_EQ(paints.take(), 0) << view.metaObject()->className();
+    giveOthers();
+    EXPECT_GT(paints.take(), 0) << view.metaObject()->className();
+}
+
+TEST(RepaintTest, IsOnlyForWhatLooksDifferent) {
+    constexpr LocalDay today(std::chrono::year(2025) / 11 / 21);
+    UsageBar bar;
+    expectPaintsOnlyFor(
+        bar, [&] { bar.setShare(100); }, [&] { bar.setShare(99); });
+    expectPaintsOnlyFor(
+        bar, [&] { bar.setShare(120); }, [&] { bar.setColor(&ThemeColors::over); });
+    ModelStatRowView row;
+    expectPaintsOnlyFor(
+        row,
+        [&] {
+            row.setStat({"a", 1, 2, 3});
+        },
+        [&] {
+            row.setStat({"a", 1, 2, 4});
+        });
+    ActivityHeatmapView map(11, 3, 52);
+    const auto showOn = [&](LocalDay last) { map.setActivity({{today, 5}}, last); };
+    expectPaintsOnlyFor(
+        map, [&] { showOn(today); },
+        [&] {
+            map.setActivity({{today, 6}}, today);
+        });
+    expectPaintsOnlyFor(
+        map, [&] { showOn(today); }, [&] { showOn(today + std::chrono::days(1)); });
+    ModelBarChartView chart;
+    expectPaintsOnlyFor(
+        chart,
+        [&] {
+            chart.setActivity({{today, 5}}, today);
+        },
+        [&] {
+            chart.setActivity({{today, 6}}, today);
+        });
 }
 
 TEST(ModelsTabTest, ShowsItsRowsHoweverManyThereWereBefore) {

@@ -73,24 +73,43 @@ public:
 /// The settings over a store and an autostart folder of their own.
 class SettingsFixture : public StateFixture {
 protected:
-    [[nodiscard]] SettingsView::Services settingsServices();
+    [[nodiscard]] SettingsView::Services settingsServices() {
+        const auto open = [this](const QUrl &url) { m_openedPages.append(url.toString()); };
+        return {m_preferences,
+                m_loginItem,
+                m_center,
+                m_desktop,
+                {m_account.http, m_scheduler, m_server.url(), open},
+                QUrl(u"https://burnwick.test/feedback"_qs),
+                [] { return false; }};
+    }
 
     std::filesystem::path m_autostart = m_home.path() / "autostart";
     AutostartLoginItem m_loginItem{m_autostart, QCoreApplication::applicationFilePath()};
     FakeNotificationCenter m_center;
     FakeDesktopSettings m_desktop;
     QStringList m_openedPages;
-    bool m_reducedMotion = false;
 };
 
 /// A state that people meet, to be looked at and read.
 struct SettingsScene {
     std::string name;
     NotificationCenter::Authorization authorization;
-    std::string control;             ///< of the row of notifications
-    std::vector<std::string> absent; ///< what that row must not offer then
+    QString control; ///< of the row of notifications
+
+    friend std::ostream &operator<<(std::ostream &out, const SettingsScene &scene) {
+        return out << scene.name;
+    }
 };
 
-[[nodiscard]] const std::vector<SettingsScene> &settingsScenes();
+inline const std::vector<SettingsScene> &settingsScenes() {
+    using Authorization = NotificationCenter::Authorization;
+    static const std::vector<SettingsScene> scenes{
+        {"settings", Authorization::authorized, u"Enabled"_qs},
+        {"settings-denied", Authorization::denied, u"Open Settings"_qs},
+        {"settings-undetermined", Authorization::notDetermined, u"Allow"_qs},
+    };
+    return scenes;
+}
 
 } // namespace burnwick::test

@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "ui/theme/ThemeColors.h"
+
+#include <QImage>
+#include <QWidget>
+
+namespace burnwick::test {
+
+/// What the widget looks like on a card, on a screen of that scale.
+inline QImage pictureOf(QWidget &widget, double scale = 1) {
+    QImage picture(widget.size() * scale, QImage::Format_RGB32);
+    picture.setDevicePixelRatio(scale);
+    picture.fill(colorsFor(widget).card);
+    widget.render(&picture, {}, {}, QWidget::DrawChildren);
+    return picture;
+}
+
+} // namespace burnwick::test
