@@ -6,15 +6,13 @@
 #include "demo/StandInServices.h"
 #include "model/Clock.h"
 #include "report/ReportChild.h"
+#include "support/JsonMembers.h"
 #include "support/LogTreeFixture.h"
 #include "support/ScriptedServer.h"
 
 #include <gtest/gtest.h>
 
 #include <QDateTime>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 
 #include <algorithm>
 
@@ -56,27 +54,21 @@ TEST(DemoHomeTest, IsReadByTheReportAlongWithTheServices) {
     const test::Outcome outcome =
         report.runWhileServing({QStringLiteral("--quota"), QStringLiteral("--json")});
     ASSERT_EQ(outcome.exitCode, 0) << outcome.errors;
-    const QJsonObject figures = QJsonDocument::fromJson(QByteArray::fromStdString(outcome.output)).object();
-
-    const QJsonObject history = figures[QStringLiteral("history")].toObject();
-    EXPECT_EQ(history[QStringLiteral("modelStats")].toArray().size(), 3);
-    EXPECT_GT(history[QStringLiteral("sessionCount")].toInt(), 60);
-    EXPECT_GT(history[QStringLiteral("activeDays")].toInt(), 30);
-    EXPECT_GT(history[QStringLiteral("longestStreak")].toInt(), 4);
-    EXPECT_GT(figures[QStringLiteral("session")][QStringLiteral("burnRateTokensPerMin")].toDouble(), 50);
-
-    EXPECT_EQ(figures[QStringLiteral("oauthStatus")].toString(), QStringLiteral("connected"));
-    const QJsonObject quota = figures[QStringLiteral("quota")].toObject();
-    EXPECT_EQ(quota[QStringLiteral("fiveHourUsagePct")].toDouble(), 67);
-    EXPECT_EQ(quota[QStringLiteral("sevenDayUsagePct")].toDouble(), 31);
-    const auto reset =
-        QDateTime::fromString(quota[QStringLiteral("fiveHourResetAt")].toString(), Qt::ISODate);
-    EXPECT_EQ(QDateTime::currentDateTimeUtc().secsTo(reset) / 60, 125);
-    EXPECT_EQ(figures[QStringLiteral("extraUsage")][QStringLiteral("monthlyLimit")].toDouble(), 50);
-    const QJsonArray components = figures[QStringLiteral("claudeStatus")].toArray();
-    ASSERT_EQ(components.size(), 2);
-    EXPECT_EQ(components[0][QStringLiteral("status")].toString(), QStringLiteral("operational"));
-    EXPECT_EQ(components[1][QStringLiteral("status")].toString(), QStringLiteral("degraded"));
+    const QJsonObject figures = test::jsonObject(outcome.output);
+    test::expectMembers(figures, R"({
+        "oauthStatus": "connected",
+        "quota": {"fiveHourUsagePct": 67, "sevenDayUsagePct": 31},
+        "extraUsage": {"monthlyLimit": 50},
+        "claudeStatus": [{"status": "operational"}, {"status": "degraded"}],
+        "history": {"modelStats": [{}, {}, {}]}
+    })");
+    const QJsonValue history = figures[u"history"_qs];
+    EXPECT_GT(history[u"sessionCount"_qs].toInt(), 60);
+    EXPECT_GT(history[u"activeDays"_qs].toInt(), 30);
+    EXPECT_GT(history[u"longestStreak"_qs].toInt(), 4);
+    EXPECT_GT(figures[u"session"_qs][u"burnRateTokensPerMin"_qs].toDouble(), 50);
+    const QString reset = figures[u"quota"_qs][u"fiveHourResetAt"_qs].toString();
+    EXPECT_EQ(QDateTime::currentDateTimeUtc().secsTo(QDateTime::fromString(reset, Qt::ISODate)) / 60, 125);
     EXPECT_EQ(services.requestsFor("/api/oauth/token").size(), 0U) << "the login does not expire";
 }
 

@@ -5,11 +5,8 @@
 #include "model/Version.h"
 #include "report/ReportChild.h"
 #include "support/HostileTexts.h"
+#include "support/JsonMembers.h"
 #include "support/LogTreeFixture.h"
-
-#include <QtCore/QJsonArray>
-#include <QtCore/QJsonDocument>
-#include <QtCore/QJsonObject>
 
 #include <gtest/gtest.h>
 
@@ -22,6 +19,7 @@ namespace burnwick {
 namespace {
 
 using namespace std::chrono_literals;
+using test::expectMembers;
 using test::LogHome;
 using test::Outcome;
 using test::Program;
@@ -31,10 +29,10 @@ constexpr auto opus = "claude-opus-4-5";
 constexpr auto sonnet = "claude-sonnet-4-5";
 
 QJsonObject jsonOf(Program &&program, const QStringList &more = {}) {
-    const Outcome outcome = program.run(QStringList{QStringLiteral("--json")} + more);
+    const Outcome outcome = program.run(QStringList{u"--json"_qs} + more);
     EXPECT_EQ(outcome.exitCode, 0);
     EXPECT_EQ(outcome.errors, "");
-    return QJsonDocument::fromJson(QByteArray::fromStdString(outcome.output)).object();
+    return test::jsonObject(outcome.output);
 }
 
 Instant now() {
@@ -67,59 +65,36 @@ protected:
 
 TEST_F(ReportProgram, CountsTheLogs) {
     const QJsonObject root = jsonOf(Program(m_home.path()));
-    EXPECT_EQ(root[QStringLiteral("version")].toString().toStdString(), version());
-    EXPECT_EQ(root[QStringLiteral("title")].toString(), QStringLiteral("4.6K | $0.0066 | s--  ●"));
-
-    const QJsonObject session = root[QStringLiteral("session")].toObject();
-    const auto sessionFigure = [&session](const char *key) {
-        return session[QLatin1String(key)].toDouble(-1);
-    };
-    EXPECT_TRUE(session[QStringLiteral("hasJSONLData")].toBool());
-    EXPECT_EQ(sessionFigure("input"), 300);
-    EXPECT_EQ(sessionFigure("output"), 300);
-    EXPECT_EQ(sessionFigure("cacheCreation"), 10);
-    EXPECT_EQ(sessionFigure("cacheRead"), 4000);
-    EXPECT_EQ(sessionFigure("total"), 4610);
-    EXPECT_DOUBLE_EQ(sessionFigure("cost"), 0.0066375);
-    EXPECT_DOUBLE_EQ(sessionFigure("burnRateTokensPerMin"), 30);
-    EXPECT_DOUBLE_EQ(sessionFigure("projectedTodayCost"), 0.3888);
-    EXPECT_DOUBLE_EQ(sessionFigure("projectedWeeklyCost"), 2.7216);
-    EXPECT_DOUBLE_EQ(sessionFigure("projectedMonthlyCost"), 11.664);
-
-    const QJsonObject history = root[QStringLiteral("history")].toObject();
-    const auto figure = [&history](const char *key) { return history[QLatin1String(key)].toInteger(-1); };
-    EXPECT_EQ(figure("sessionCount"), 3);
-    EXPECT_EQ(figure("messageCount"), 4);
-    EXPECT_EQ(figure("activeDays"), 2);
-    EXPECT_EQ(figure("longestStreak"), 2);
-    EXPECT_EQ(figure("peakHour"), 12);
-    EXPECT_EQ(history[QStringLiteral("totalTokens")][QStringLiteral("total")].toInteger(), 6610);
-    EXPECT_EQ(history[QStringLiteral("favoriteModel")].toString(), QLatin1String(opus));
-    const QJsonArray models = history[QStringLiteral("modelStats")].toArray();
-    ASSERT_EQ(models.size(), 2);
-    EXPECT_EQ(models[0][QStringLiteral("inputTokens")].toInteger(), 1100);
-    EXPECT_DOUBLE_EQ(models[0][QStringLiteral("percentage")].toDouble(), 82.5);
-    EXPECT_EQ(models[1][QStringLiteral("name")].toString(), QLatin1String(sonnet));
+    EXPECT_EQ(root[u"version"_qs].toString().toStdString(), version());
+    expectMembers(root, R"({
+        "title": "4.6K | $0.0066 | s--  ●",
+        "session": {
+            "hasJSONLData": true, "input": 300, "output": 300, "cacheCreation": 10, "cacheRead": 4000,
+            "total": 4610, "cost": 0.0066375, "burnRateTokensPerMin": 30, "projectedTodayCost": 0.3888,
+            "projectedWeeklyCost": 2.7216, "projectedMonthlyCost": 11.664
+        },
+        "history": {
+            "sessionCount": 3, "messageCount": 4, "activeDays": 2, "longestStreak": 2,
+            "totalTokens": {"total": 6610}, "favoriteModel": "claude-opus-4-5",
+            "modelStats": [{"inputTokens": 1100, "percentage": 82.5}, {"name": "claude-sonnet-4-5"}]
+        }
+    })");
 }
 
 TEST_F(ReportProgram, TellsDaysAndHoursInTheUsersZone) {
     const struct {
-        const char *zone;
-        int peakHour;
-        QJsonObject days;
+        const char *zone, *history;
     } rows[] = {
-        {"UTC", 12, {{QStringLiteral("2026-01-30"), 2000}, {QStringLiteral("2026-01-31"), 4610}}},
-        {"Europe/Berlin", 13, {{QStringLiteral("2026-01-31"), 6610}}},
-        {"America/New_York", 7, {{QStringLiteral("2026-01-30"), 2000}, {QStringLiteral("2026-01-31"), 4610}}},
-        {"Pacific/Auckland", 1, {{QStringLiteral("2026-01-31"), 2000}, {QStringLiteral("2026-02-01"), 4610}}},
+        {"UTC",
+         R"({"peakHour": 12, "activeDays": 2, "dailyActivity": {"2026-01-30": 2000, "2026-01-31": 4610}})"},
+        {"Europe/Berlin", R"({"peakHour": 13, "activeDays": 1, "dailyActivity": {"2026-01-31": 6610}})"},
+        {"Pacific/Auckland", R"({"peakHour": 1, "dailyActivity": {"2026-01-31": 2000, "2026-02-01": 4610}})"},
     };
-    for (const auto &row : rows) {
+    for (const auto &[zone, history] : rows) {
+        SCOPED_TRACE(zone);
         Program program(m_home.path());
-        program.set("TZ", row.zone);
-        const QJsonObject root = jsonOf(std::move(program));
-        const QJsonObject history = root[QStringLiteral("history")].toObject();
-        EXPECT_EQ(history[QStringLiteral("peakHour")].toInteger(-1), row.peakHour) << row.zone;
-        EXPECT_EQ(history[QStringLiteral("dailyActivity")].toObject(), row.days) << row.zone;
+        program.set("TZ", zone);
+        expectMembers(jsonOf(std::move(program))[u"history"_qs], history);
     }
 }
 
@@ -130,53 +105,50 @@ TEST(ReportProgramPeriods, CutTheHistoryButNotTheSession) {
              usageLine(stamp(now() - 20 * 24h), 10, 0) + usageLine(stamp(now() - 25h), 100, 0) +
                  usageLine(stamp(now() - 1h), 1000, 0),
              now());
-    const struct {
-        const char *filter, *name;
-        int sessions, messages, input;
-    } rows[] = {{"all", "All", 2, 4, 1111}, {"30d", "30d", 1, 3, 1110}, {"7d", "7d", 1, 2, 1100}};
-    for (const auto &row : rows) {
-        const QJsonObject root =
-            jsonOf(Program(home.path()), {QStringLiteral("--filter"), QLatin1String(row.filter)});
-        const QJsonObject history = root[QStringLiteral("history")].toObject();
-        EXPECT_EQ(history[QStringLiteral("timeFilter")].toString(), QLatin1String(row.name));
-        EXPECT_EQ(history[QStringLiteral("sessionCount")].toInteger(-1), row.sessions) << row.filter;
-        EXPECT_EQ(history[QStringLiteral("messageCount")].toInteger(-1), row.messages) << row.filter;
-        EXPECT_EQ(history[QStringLiteral("totalTokens")][QStringLiteral("input")].toInteger(-1), row.input);
-        EXPECT_EQ(history[QStringLiteral("currentStreak")].toInteger(-1), 2) << row.filter;
-        EXPECT_EQ(root[QStringLiteral("session")][QStringLiteral("input")].toInteger(-1), 1110);
+    const std::pair<const char *, const char *> rows[] = {
+        {"all",
+         R"({"timeFilter": "All", "sessionCount": 2, "messageCount": 4, "totalTokens": {"input": 1111}})"},
+        {"30d",
+         R"({"timeFilter": "30d", "sessionCount": 1, "messageCount": 3, "totalTokens": {"input": 1110}})"},
+        {"7d",
+         R"({"timeFilter": "7d", "sessionCount": 1, "messageCount": 2, "totalTokens": {"input": 1100}})"},
+    };
+    for (const auto &[filter, history] : rows) {
+        SCOPED_TRACE(filter);
+        const QJsonObject root = jsonOf(Program(home.path()), {u"--filter"_qs, QLatin1String(filter)});
+        expectMembers(root[u"history"_qs], history);
+        expectMembers(root, R"({"session": {"input": 1110}, "history": {"currentStreak": 2}})");
     }
 }
 
 TEST(ReportProgramWithoutLogs, ShowsZeros) {
     const test::TemporaryDirectory home;
-    const QJsonObject root = jsonOf(Program(home.path()));
-    EXPECT_FALSE(root[QStringLiteral("session")][QStringLiteral("hasJSONLData")].toBool(true));
-    EXPECT_EQ(root[QStringLiteral("history")][QStringLiteral("sessionCount")].toInteger(-1), 0);
-    EXPECT_EQ(Program(home.path()).run({QStringLiteral("--title")}).output, "0 | $0.00 | s--  ●\n");
+    expectMembers(jsonOf(Program(home.path())),
+                  R"({"session": {"hasJSONLData": false}, "history": {"sessionCount": 0}})");
+    EXPECT_EQ(Program(home.path()).run({u"--title"_qs}).output, "0 | $0.00 | s--  ●\n");
     EXPECT_EQ(Program(home.path() / "missing").run().exitCode, 0);
 }
 
 TEST_F(ReportProgram, PrintsTheTitleWhateverTheLocale) {
     for (const char *locale : {"C", "C.UTF-8", "de_DE.UTF-8", "nonsense"}) {
-        const Outcome outcome = Program(m_home.path()).set("LC_ALL", locale).run({QStringLiteral("--title")});
+        const Outcome outcome = Program(m_home.path()).set("LC_ALL", locale).run({u"--title"_qs});
         EXPECT_EQ(outcome.output, "4.6K | $0.0066 | s--  ●\n") << locale;
         EXPECT_EQ(outcome.errors, "") << locale;
     }
 }
 
 TEST_F(ReportProgram, TellsItsVersionAndItsOptions) {
-    EXPECT_EQ(Program(m_home.path()).run({QStringLiteral("--version")}).output,
+    EXPECT_EQ(Program(m_home.path()).run({u"--version"_qs}).output,
               "burnwick-report " + std::string(version()) + "\n");
-    const Outcome help = Program(m_home.path()).run({QStringLiteral("--help")});
+    const Outcome help = Program(m_home.path()).run({u"--help"_qs});
     EXPECT_EQ(help.exitCode, 0);
     EXPECT_NE(help.output.find("--waybar"), std::string::npos);
 }
 
 TEST_F(ReportProgram, RefusesWrongOptionsInOneLine) {
     for (const QStringList &arguments :
-         {QStringList{QStringLiteral("--nonsense")},
-          QStringList{QStringLiteral("--title"), QStringLiteral("--json")},
-          QStringList{QStringLiteral("--filter"), QStringLiteral("1\n2\033[2J")}}) {
+         {QStringList{u"--nonsense"_qs}, QStringList{u"--title"_qs, u"--json"_qs},
+          QStringList{u"--filter"_qs, u"1\n2\033[2J"_qs}}) {
         const Outcome outcome = Program(m_home.path()).set("LC_ALL", "C").run(arguments);
         EXPECT_EQ(outcome.exitCode, 2);
         EXPECT_EQ(outcome.output, "");
@@ -203,7 +175,7 @@ TEST_F(ReportProgram, IsColoredOnATerminalOnly) {
 std::string jsonEscaped(const std::string &text) {
     std::string escaped;
     for (const QChar c : QString::fromStdString(text))
-        escaped += QStringLiteral("\\u%1").arg(c.unicode(), 4, 16, QLatin1Char('0')).toStdString();
+        escaped += u"\\u%1"_qs.arg(c.unicode(), 4, 16, QLatin1Char('0')).toStdString();
     return escaped;
 }
 

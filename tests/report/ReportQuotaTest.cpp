@@ -1,13 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "report/ReportChild.h"
+#include "support/JsonMembers.h"
 #include "support/LogTreeFixture.h"
 #include "support/ScriptedServer.h"
 
-#include <QtCore/QFile>
-#include <QtCore/QJsonArray>
-#include <QtCore/QJsonDocument>
-#include <QtCore/QJsonObject>
 #include <QtCore/QTemporaryDir>
 #include <QtNetwork/QLocalServer>
 
@@ -15,11 +12,13 @@
 
 #include <algorithm>
 #include <csignal>
+#include <fstream>
 #include <iterator>
 
 namespace burnwick {
 namespace {
 
+using test::expectMembers;
 using test::Outcome;
 using test::ScriptedAnswer;
 using Ending = ScriptedAnswer::Ending;
@@ -61,7 +60,7 @@ protected:
     }
     Outcome run(const char *form, const char *locale = "C.UTF-8") {
         m_program.set("LC_ALL", locale);
-        QStringList arguments{QStringLiteral("--quota")};
+        QStringList arguments{u"--quota"_qs};
         if (*form != '\0')
             arguments += QLatin1String(form);
         Outcome outcome = m_program.runWhileServing(arguments);
@@ -73,12 +72,11 @@ protected:
     QJsonObject runForJson(const std::string &errors = {}) {
         const Outcome outcome = run("--json");
         EXPECT_EQ(outcome.errors, errors);
-        return QJsonDocument::fromJson(QByteArray::fromStdString(outcome.output)).object();
+        return test::jsonObject(outcome.output);
     }
     [[nodiscard]] QJsonObject storedDocument() const {
-        QFile file(QString::fromStdString(m_credentials.string()));
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return QJsonDocument::fromJson(file.readAll()).object();
+        std::ifstream file(m_credentials);
+        return test::jsonObject({std::istreambuf_iterator<char>(file), {}});
     }
 
     test::ScriptedServer m_server;
@@ -89,24 +87,15 @@ protected:
 };
 
 TEST_F(ReportQuota, TellsWhatTheServicesSay) {
-    const QJsonObject root = runForJson();
-    const QJsonObject quota{
-        {QStringLiteral("fiveHourUsagePct"), 62},
-        {QStringLiteral("sevenDayUsagePct"), 7},
-        {QStringLiteral("claudeDesignWeeklyPct"), 0},
-        {QStringLiteral("fiveHourResetAt"), QStringLiteral("2125-06-10T15:00:00.500Z")},
-        {QStringLiteral("sevenDayResetAt"), QJsonValue()},
-        {QStringLiteral("claudeDesignResetAt"), QJsonValue()},
-    };
-    EXPECT_EQ(root[QStringLiteral("quota")].toObject(), quota);
-    EXPECT_EQ(root[QStringLiteral("extraUsage")][QStringLiteral("currentBalance")].toDouble(), 40);
-    EXPECT_EQ(root[QStringLiteral("oauthStatus")].toString(), QStringLiteral("connected"));
-    EXPECT_EQ(root[QStringLiteral("statusIndicator")].toString(), QStringLiteral("orange"));
-    const QJsonArray status = root[QStringLiteral("claudeStatus")].toArray();
-    ASSERT_EQ(status.size(), 2);
-    EXPECT_EQ(status[0][QStringLiteral("status")].toString(), QStringLiteral("operational"));
-    EXPECT_EQ(status[1][QStringLiteral("name")].toString(), QStringLiteral("API"));
-    EXPECT_EQ(status[1][QStringLiteral("status")].toString(), QStringLiteral("outage"));
+    expectMembers(runForJson(), R"({
+        "quota": {"fiveHourUsagePct": 62, "sevenDayUsagePct": 7, "claudeDesignWeeklyPct": 0,
+                  "fiveHourResetAt": "2125-06-10T15:00:00.500Z", "sevenDayResetAt": null,
+                  "claudeDesignResetAt": null},
+        "extraUsage": {"currentBalance": 40},
+        "oauthStatus": "connected",
+        "statusIndicator": "orange",
+        "claudeStatus": [{"status": "operational"}, {"name": "API", "status": "outage"}]
+    })");
     EXPECT_EQ(m_server.requestsFor(usageTarget).size(), 1);
     EXPECT_EQ(m_server.requestsFor(statusTarget).size(), 1);
 }
@@ -129,40 +118,35 @@ TEST_F(ReportQuota, IsInEveryForm) {
 
 TEST_F(ReportQuota, ARejectedTokenIsRenewedAndStored) {
     m_server.script(usageTarget, {{401}, usage});
-    EXPECT_EQ(runForJson()[QStringLiteral("oauthStatus")].toString(), QStringLiteral("connected"));
+    expectMembers(runForJson(), R"({"oauthStatus": "connected"})");
     ASSERT_EQ(m_server.requestsFor(usageTarget).size(), 2);
     EXPECT_EQ(m_server.requestsFor(usageTarget).back().header("Authorization"), "Bearer secret-a2");
-    const QJsonObject document = storedDocument();
-    const QJsonObject login = document[QStringLiteral("claudeAiOauth")].toObject();
-    EXPECT_EQ(login[QStringLiteral("accessToken")].toString(), QStringLiteral("secret-a2"));
-    EXPECT_EQ(login[QStringLiteral("refreshToken")].toString(), QStringLiteral("secret-r2"));
-    EXPECT_EQ(login[QStringLiteral("scopes")].toArray().size(), 1);
-    EXPECT_EQ(document[QStringLiteral("other")].toInteger(), 9'007'199'254'740'993);
+    expectMembers(storedDocument(), R"({
+        "claudeAiOauth": {"accessToken": "secret-a2", "refreshToken": "secret-r2", "scopes": ["x"]},
+        "other": 9007199254740993
+    })");
 }
 
 TEST_F(ReportQuota, SaysInOneLineWhyThereIsNone) {
     const struct {
         std::vector<ScriptedAnswer> usage;
         ScriptedAnswer token;
-        const char *reason, *oauthStatus;
+        const char *reason;
     } rows[] = {
-        {{{500, "secret"}}, newTokens, "Server error (HTTP 500)", "expired"},
-        {{{401}}, newTokens, "OAuth token is invalid", "expired"},
-        {{{401}}, {400, R"({"error":"invalid_grant"})"}, "Re-authentication required", "expired"},
-        {{{401}}, {503}, "Temporary failure — will retry", "expired"},
+        {{{500, "secret"}}, newTokens, "Server error (HTTP 500)"},
+        {{{401}}, newTokens, "OAuth token is invalid"},
+        {{{401}}, {400, R"({"error":"invalid_grant"})"}, "Re-authentication required"},
+        {{{401}}, {503}, "Temporary failure — will retry"},
         {{{200, "secret", {}, Ending::hangUp}},
          newTokens,
-         "The connection broke before the answer was complete (RemoteHostClosedError)",
-         "expired"},
+         "The connection broke before the answer was complete (RemoteHostClosedError)"},
     };
     for (const auto &row : rows) {
         m_server.script(usageTarget, row.usage);
         m_server.script(tokenTarget, {row.token});
         const QJsonObject root = runForJson("burnwick-report: no quota: " + std::string(row.reason) + '\n');
-        EXPECT_TRUE(root[QStringLiteral("quota")].isNull());
-        EXPECT_TRUE(root[QStringLiteral("extraUsage")].isNull());
-        EXPECT_EQ(root[QStringLiteral("oauthStatus")].toString(), QLatin1String(row.oauthStatus));
-        EXPECT_EQ(root[QStringLiteral("claudeStatus")].toArray().size(), 2);
+        expectMembers(root, R"({"quota": null, "extraUsage": null, "oauthStatus": "expired",
+                                "claudeStatus": [{}, {}]})");
     }
 }
 
@@ -177,16 +161,13 @@ TEST_F(ReportQuota, AnUnreadableAnswerIsToldWithoutItsText) {
 TEST_F(ReportQuota, NobodyIsAskedForAQuotaWithoutALogin) {
     std::filesystem::remove(m_credentials);
     const QJsonObject root = runForJson("burnwick-report: no quota: OAuth token not found in Keychain\n");
-    EXPECT_EQ(root[QStringLiteral("oauthStatus")].toString(), QStringLiteral("disconnected"));
+    expectMembers(root, R"({"oauthStatus": "disconnected", "claudeStatus": [{}, {}]})");
     EXPECT_TRUE(m_server.requestsFor(usageTarget).empty());
-    EXPECT_EQ(root[QStringLiteral("claudeStatus")].toArray().size(), 2);
 }
 
 TEST_F(ReportQuota, AStatusPageThatIsDownCostsNoQuota) {
     m_server.script(statusTarget, {{200, "<html>"}});
-    const QJsonObject root = runForJson();
-    EXPECT_TRUE(root[QStringLiteral("claudeStatus")].isNull());
-    EXPECT_EQ(root[QStringLiteral("oauthStatus")].toString(), QStringLiteral("connected"));
+    expectMembers(runForJson(), R"({"claudeStatus": null, "oauthStatus": "connected"})");
 }
 
 TEST_F(ReportQuota, BothAreAskedAtTheSameTime) {
@@ -199,7 +180,7 @@ TEST_F(ReportQuota, BothAreAskedAtTheSameTime) {
             m_server.release();
     });
     poll.start(std::chrono::milliseconds(5));
-    EXPECT_EQ(runForJson()[QStringLiteral("claudeStatus")].toArray().size(), 2);
+    expectMembers(runForJson(), R"({"claudeStatus": [{}, {}]})");
 }
 
 TEST_F(ReportQuota, AnIgnoredSettingIsNamedWithoutItsValue) {
@@ -220,10 +201,10 @@ TEST_F(ReportQuota, ADamagedSettingsFileIsLeftAlone) {
 
 TEST_F(ReportQuota, ABusThatSaysNothingIsAskedOnlyWithoutAFileAndNotForLong) {
     const QTemporaryDir directory;
-    const QString socket = directory.filePath(QStringLiteral("bus"));
+    const QString socket = directory.filePath(u"bus"_qs);
     QLocalServer silence;
     ASSERT_TRUE(silence.listen(socket));
-    m_program.set("DBUS_SESSION_BUS_ADDRESS", qUtf8Printable(QStringLiteral("unix:path=") + socket));
+    m_program.set("DBUS_SESSION_BUS_ADDRESS", qUtf8Printable(u"unix:path="_qs + socket));
     runForJson();
     EXPECT_FALSE(silence.hasPendingConnections());
     std::filesystem::remove(m_credentials);
@@ -247,8 +228,7 @@ TEST_P(ReportQuotaSignal, WaitsUntilRenewedTokensAreStored) {
     });
     poll.start(std::chrono::milliseconds(5));
     EXPECT_EQ(run("--json").signal, GetParam());
-    EXPECT_EQ(storedDocument()[QStringLiteral("claudeAiOauth")][QStringLiteral("refreshToken")].toString(),
-              QStringLiteral("secret-r2"));
+    expectMembers(storedDocument(), R"({"claudeAiOauth": {"refreshToken": "secret-r2"}})");
     EXPECT_EQ(m_server.requestsFor(usageTarget).size(), 1) << "it went on";
 }
 
@@ -257,11 +237,9 @@ INSTANTIATE_TEST_SUITE_P(Ending, ReportQuotaSignal, testing::Values(SIGINT, SIGT
 TEST_F(ReportQuota, WithoutTheOptionNobodyIsAsked) {
     const Outcome outcome = test::Program(m_home.path())
                                 .set("XDG_CONFIG_HOME", (m_home.path() / ".config").c_str())
-                                .runWhileServing({QStringLiteral("--json")});
-    const QJsonObject root = QJsonDocument::fromJson(QByteArray::fromStdString(outcome.output)).object();
-    EXPECT_EQ(root[QStringLiteral("oauthStatus")].toString(), QStringLiteral("unknown"));
-    for (const char *key : {"quota", "extraUsage", "claudeStatus"})
-        EXPECT_TRUE(root.contains(QLatin1String(key)) && root[QLatin1String(key)].isNull()) << key;
+                                .runWhileServing({u"--json"_qs});
+    expectMembers(test::jsonObject(outcome.output),
+                  R"({"oauthStatus": "unknown", "quota": null, "extraUsage": null, "claudeStatus": null})");
     EXPECT_EQ(m_server.connectionCount(), 0);
 }
 
