@@ -61,20 +61,6 @@ TEST(StatusItemOnBus, IsSilentUntilItHasContent) {
     EXPECT_EQ(watcher.registeredItems().size(), 1);
 }
 
-TEST(StatusItemOnBus, RegistersWithAWatcherThatComesLaterOrAgain) {
-    FakeStatusNotifierWatcher watcher{sessionBusOfTests()};
-    const auto item = platform::makeStatusItem();
-    item->show(contentAt(67));
-    QCoreApplication::processEvents();
-    watcher.takeName("panel-6-systray");
-    ASSERT_TRUE(watcher.waitForItems(1));
-    const QStringList registered = watcher.registeredItems();
-    watcher.dropName();
-    watcher.takeName("panel-6-systray");
-    ASSERT_TRUE(watcher.waitForItems(1));
-    EXPECT_EQ(watcher.registeredItems(), registered);
-}
-
 TEST(StatusItemOnBus, AnswersEveryPropertyOfTheInterface) {
     const ShownItem shown("panel-6-systray");
     const QVariantMap properties = shown.watcher.readItem();

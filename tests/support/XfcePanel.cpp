@@ -25,7 +25,6 @@ constexpr auto settings = R"(<?xml version="1.0" encoding="UTF-8"?>
     <value type="int" value="1"/>
     <property name="panel-1" type="empty">
       <property name="position" type="string" value="p=8;x=0;y=0"/>
-      <property name="length" type="uint" value="100"/>
       <property name="size" type="uint" value="30"/>
       <property name="plugin-ids" type="array">
         <value type="int" value="6"/>
