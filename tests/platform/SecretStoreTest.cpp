@@ -3,6 +3,7 @@
 #include "platform/FakeSecretService.h"
 #include "platform/linux/LinuxSecretStore.h"
 #include "quota/KeychainManager.h"
+#include "support/EnvironmentVariable.h"
 #include "support/LogCapture.h"
 #include "support/LogTreeFixture.h"
 #include "support/PrivateBus.h"
@@ -13,10 +14,6 @@
 #include <QtCore/QRegularExpression>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QTimer>
-#include <QtNetwork/QLocalServer>
-
-#include <fstream>
-#include <iterator>
 
 #include <sys/stat.h>
 
@@ -25,17 +22,14 @@ namespace {
 
 using namespace std::chrono_literals;
 namespace fs = std::filesystem;
+using test::bytesOf;
+using test::writeFile;
 
 constexpr auto service = claudeCodeService;
 constexpr std::size_t mebibyte = 1024UL * 1024;
 /// Longer than any test waits: an answer that comes has not come by the limit.
 constexpr auto noLimit = 1h;
 constexpr auto shortLimit = 50ms;
-
-std::string bytesOf(const fs::path &file) {
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
 
 /// A store in a home of its own and what it answered, if it did.
 struct Store {
@@ -92,12 +86,12 @@ TEST(SecretStore, TheFileComesFirstEvenWhenItCannotBeRead) {
         std::function<bool(const fs::path &file)> make;
         std::optional<std::string> blob;
     } rows[] = {
-        {"a file", [](const fs::path &file) { return test::writeFile(file, "blob"), true; }, "blob"},
+        {"a file", [](const fs::path &file) { return writeFile(file, "blob"), true; }, "blob"},
         {"the longest file",
-         [](const fs::path &file) { return test::writeFile(file, std::string(mebibyte, 'x')), true; },
+         [](const fs::path &file) { return writeFile(file, std::string(mebibyte, 'x')), true; },
          std::string(mebibyte, 'x')},
         {"a longer file",
-         [](const fs::path &file) { return test::writeFile(file, std::string(mebibyte + 1, 'x')), true; },
+         [](const fs::path &file) { return writeFile(file, std::string(mebibyte + 1, 'x')), true; },
          std::nullopt},
         {"a directory", [](const fs::path &file) { return fs::create_directories(file); }, std::nullopt},
         {"a pipe", [](const fs::path &file) { return ::mkfifo(file.c_str(), 0600) == 0; }, std::nullopt},
@@ -128,7 +122,7 @@ TEST(SecretStore, AReplacementGoesWhereTheBlobWasRead) {
     EXPECT_EQ(keyring.items[0].contentType, json);
     EXPECT_FALSE(fs::exists(store.file));
     // Claude Code moves to the file meanwhile.
-    test::writeFile(store.file, "in the file");
+    writeFile(store.file, "in the file");
     EXPECT_FALSE(store.replace("2"));
     EXPECT_EQ(bytesOf(store.file), "in the file");
     EXPECT_EQ(keyring.items[0].secret, "1");
@@ -158,10 +152,7 @@ TEST(SecretStore, OfSeveralItemsTheNewestCounts) {
         std::optional<std::string> blob;
         std::size_t replaced;
     } rows[] = {
-        {"none", {}, std::nullopt, 0},
         {"of another service", {{"x", 1, false, QStringLiteral("other")}}, std::nullopt, 0},
-        {"locked", {{"x", 1, true}}, std::nullopt, 0},
-        {"newest first", {{"new", 1763300002}, {"old", 1763300001}}, "new", 0},
         {"newest in the middle", {{"old", 5}, {"new", 1763300001}, {"old", 1763300000}}, "new", 1},
         {"newest locked", {{"old", 1}, {"locked", 9, true}, {"old", 2}}, std::nullopt, 0},
         {"oldest locked", {{"locked", 1, true}, {"old", 2}, {"new", 3}}, "new", 2},
@@ -249,54 +240,20 @@ TEST(SecretStore, WithoutAKeyringThereIsNoBlob) {
     EXPECT_FALSE(fs::exists(store.file)) << "made a login where there is none";
 }
 
-/// Another place for the session bus, while it lives. The keyring's connection is made anew there.
-class BusMoved {
-public:
-    BusMoved(const QByteArray &address, const QByteArray &runtimeDirectory) {
+/// A runtime directory instead of the session bus's address, while it lives. The keyring's connection is made
+/// anew there.
+struct BusMoved {
+    explicit BusMoved(const QString &runtimeFolder)
+        : runtimeDirectory("XDG_RUNTIME_DIR", runtimeFolder.toUtf8()) {
         QDBusConnection::disconnectFromBus(QStringLiteral("burnwick-keyring"));
-        set("DBUS_SESSION_BUS_ADDRESS", address);
-        set("XDG_RUNTIME_DIR", runtimeDirectory);
     }
-    ~BusMoved() {
-        set("DBUS_SESSION_BUS_ADDRESS", m_address);
-        set("XDG_RUNTIME_DIR", m_runtimeDirectory);
-    }
-    BusMoved(const BusMoved &) = delete;
-    BusMoved &operator=(const BusMoved &) = delete;
-
-private:
-    static void set(const char *variable, const QByteArray &value) {
-        value.isNull() ? qunsetenv(variable) : qputenv(variable, value);
-    }
-
-    QByteArray m_address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
-    QByteArray m_runtimeDirectory = qgetenv("XDG_RUNTIME_DIR");
+    test::EnvironmentVariable address{"DBUS_SESSION_BUS_ADDRESS", {}};
+    test::EnvironmentVariable runtimeDirectory;
 };
-
-TEST(SecretStore, ABusThatSaysNothingFreezesNothing) {
-    const QTemporaryDir directory;
-    QLocalServer silence;
-    ASSERT_TRUE(silence.listen(directory.filePath(QStringLiteral("bus"))));
-    const BusMoved moved({}, directory.path().toUtf8());
-    Store store(shortLimit);
-    test::writeFile(store.file, "blob");
-    EXPECT_EQ(store.read(), "blob");
-    QCoreApplication::processEvents();
-    EXPECT_FALSE(silence.hasPendingConnections()) << "the file needs no bus";
-
-    fs::remove(store.file);
-    store.ask();
-    EXPECT_EQ(store.answers, 0);
-    EXPECT_TRUE(store.waitForAnswer());
-    EXPECT_EQ(store.blob, std::nullopt);
-    EXPECT_TRUE(waitFor([&silence] { return silence.hasPendingConnections(); })) << "nobody connected";
-    store.ask();
-    EXPECT_EQ(store.answers, 1) << "waits for it again";
-}
 
 TEST(SecretStore, NoBusIsStarted) {
     const QTemporaryDir directory;
-    const BusMoved moved({}, directory.path().toUtf8());
+    const BusMoved moved(directory.path());
     Store store;
     store.ask();
     EXPECT_EQ(store.answers, 1);
@@ -311,7 +268,7 @@ TEST(SecretStore, TheBusIsFoundWithoutAnAddress) {
     ASSERT_FALSE(path.isEmpty());
     const QTemporaryDir directory(QDir::tempPath() + QStringLiteral("/run~ %1,\u00fc"));
     ASSERT_TRUE(QFile::link(path, directory.filePath(QStringLiteral("bus"))));
-    const BusMoved moved({}, directory.path().toUtf8());
+    const BusMoved moved(directory.path());
     EXPECT_EQ(Store().read(), "in the keyring");
 }
 
@@ -329,68 +286,41 @@ TEST(SecretStore, AnAnswerToAStoreThatIsGoneIsDropped) {
     EXPECT_EQ(store.answers, 0);
 }
 
-template <typename T>
-T resultOf(QCoro::Task<T> task) {
-    std::optional<T> result;
-    const auto done = task.then([&result](T value) { result = std::move(value); });
-    EXPECT_TRUE(waitFor([&result] { return result.has_value(); }));
-    return result.value_or(T());
-}
-
-bool finishes(QCoro::Task<void> task) {
-    bool finished = false;
-    const auto done = task.then([&finished] { finished = true; });
-    return waitFor([&finished] { return finished; });
-}
-
 TEST(KeychainManager, RenewedTokensGoIntoTheDocumentAsItIsThen) {
-    FakeSecretService keyring;
-    for (const bool inFile : {true, false}) {
-        Store store;
-        keyring.items = {{R"({"claudeAiOauth":{"accessToken":"a","n":12345678901234567890123}})"}};
-        if (inFile)
-            test::writeFile(store.file, keyring.items[0].secret.toStdString());
-        KeychainManager keychain(*store.store);
-        const auto credentials = resultOf(keychain.readCredentials());
-        EXPECT_EQ(credentials, (OAuthCredentials{"a", std::nullopt, std::nullopt}));
+    Store store;
+    KeychainManager keychain(*store.store);
+    writeFile(store.file, R"({"claudeAiOauth":{"accessToken":"a","n":12345678901234567890123}})");
+    EXPECT_EQ(QCoro::waitFor(keychain.readCredentials()),
+              (OAuthCredentials{"a", std::nullopt, std::nullopt}));
 
-        // Claude Code writes between our reading and our writing: its other keys are kept, our tokens win.
-        const std::string meanwhile =
-            R"({"claudeAiOauth":{"accessToken":"b","refreshToken":"c","n":9007199254740993},"mcp":[1.0]})";
-        if (inFile)
-            test::writeFile(store.file, meanwhile);
-        else
-            keyring.items[0].secret = QByteArray::fromStdString(meanwhile);
-        EXPECT_TRUE(finishes(keychain.updateCredentials("new", std::nullopt, Instant(1500us))));
-        EXPECT_EQ(
-            inFile ? bytesOf(store.file) : keyring.items[0].secret.toStdString(),
-            R"({"claudeAiOauth":{"accessToken":"new","refreshToken":"c","n":9007199254740993,"expiresAt":1.5},"mcp":[1.0]})");
+    // Claude Code writes between our reading and our writing: its other keys are kept, our tokens win.
+    const std::string meanwhile =
+        R"({"claudeAiOauth":{"accessToken":"b","refreshToken":"c","n":9007199254740993},"mcp":[1.0]})";
+    writeFile(store.file, meanwhile);
+    QCoro::waitFor(keychain.updateCredentials("new", std::nullopt, Instant(1500us)));
+    EXPECT_EQ(
+        bytesOf(store.file),
+        R"({"claudeAiOauth":{"accessToken":"new","refreshToken":"c","n":9007199254740993,"expiresAt":1.5},"mcp":[1.0]})");
 
-        // And its later writing wins over ours.
-        if (inFile)
-            test::writeFile(store.file, meanwhile);
-        else
-            keyring.items[0].secret = QByteArray::fromStdString(meanwhile);
-        EXPECT_EQ(resultOf(keychain.readCredentials()), (OAuthCredentials{"b", "c", std::nullopt}));
-    }
+    // And its later writing wins over ours.
+    writeFile(store.file, meanwhile);
+    EXPECT_EQ(QCoro::waitFor(keychain.readCredentials()), (OAuthCredentials{"b", "c", std::nullopt}));
 }
 
 TEST(KeychainManager, WithoutALoginNothingIsWritten) {
     FakeSecretService keyring;
-    for (const char *document :
-         {"", "{}", R"({"claudeAiOauth":7})", R"({"claudeAiOauth":{"accessToken":"a")"}) {
-        keyring.items = {{document}};
+    keyring.items = {{R"({"claudeAiOauth":7})"}};
+    for (const char *what : {"something else in its place", "nothing in its place"}) {
+        SCOPED_TRACE(what);
         Store store;
         KeychainManager keychain(*store.store);
-        EXPECT_EQ(resultOf(keychain.readCredentials()), std::nullopt);
-        EXPECT_TRUE(finishes(keychain.updateCredentials("new", "new", Instant())));
-        EXPECT_EQ(keyring.items[0].secret, document);
+        EXPECT_EQ(QCoro::waitFor(keychain.readCredentials()), std::nullopt);
+        QCoro::waitFor(keychain.updateCredentials("new", "new", Instant()));
+        EXPECT_FALSE(fs::exists(store.file.parent_path()));
+        EXPECT_FALSE(keyring.calls.contains(QStringLiteral("SetSecret")));
+        EXPECT_FALSE(keyring.calls.contains(QStringLiteral("CreateItem")));
+        keyring.items.clear();
     }
-    keyring.items.clear();
-    Store store;
-    EXPECT_TRUE(finishes(KeychainManager(*store.store).updateCredentials("new", "new", Instant())));
-    EXPECT_FALSE(fs::exists(store.file.parent_path()));
-    EXPECT_FALSE(keyring.calls.contains(QStringLiteral("CreateItem")));
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdlib>
 #include <fstream>
+#include <iterator>
 #include <stdexcept>
 
 #include <fcntl.h>
@@ -27,6 +28,20 @@ TemporaryDirectory::~TemporaryDirectory() {
 void writeFile(const std::filesystem::path &file, std::string_view bytes) {
     std::filesystem::create_directories(file.parent_path());
     std::ofstream(file, std::ios::binary) << bytes;
+}
+
+void writeProgram(const std::filesystem::path &file, std::string_view script) {
+    writeFile(file, script);
+    std::filesystem::permissions(file, std::filesystem::perms::owner_all);
+}
+
+std::string bytesOf(const std::filesystem::path &file) {
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+std::ptrdiff_t entriesOf(const std::filesystem::path &folder) {
+    return std::distance(std::filesystem::directory_iterator(folder), {});
 }
 
 void setModified(const std::filesystem::path &file, Instant modified) {

@@ -26,6 +26,12 @@ private:
 
 /// Writes the bytes to the file, making its directories.
 void writeFile(const std::filesystem::path &file, std::string_view bytes);
+/// Writes a script that its owner may start.
+void writeProgram(const std::filesystem::path &file, std::string_view script);
+/// What the file holds; empty when it cannot be read.
+[[nodiscard]] std::string bytesOf(const std::filesystem::path &file);
+/// How many files and folders the folder holds.
+[[nodiscard]] std::ptrdiff_t entriesOf(const std::filesystem::path &folder);
 void setModified(const std::filesystem::path &file, Instant modified);
 
 /// A home directory with session logs.
