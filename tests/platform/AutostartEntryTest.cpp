@@ -25,16 +25,12 @@ struct Program {
 };
 
 constexpr Program programs[] = {
-    {"burnwick", "burnwick"},
-    {"/opt/burnwick-1.2_x/bin/burnwick", "/opt/burnwick-1.2_x/bin/burnwick"},
     {"/home/ann/Büro/日本/burnwick", "/home/ann/Büro/日本/burnwick"},
     {"/home/ann/my programs/burnwick", R"("/home/ann/my programs/burnwick")"},
-    {"/home/o'neill/burnwick", R"("/home/o'neill/burnwick")"},
     {R"(/a/say "hi"/burnwick)", R"("/a/say \\"hi\\"/burnwick")"},
     {R"(/a/back\slash/burnwick)", R"("/a/back\\\\slash/burnwick")"},
     {"/a/$HOME/burnwick", R"("/a/\\$HOME/burnwick")"},
     {"/a/`date`/burnwick", R"("/a/\\`date\\`/burnwick")"},
-    {"/a/100%/burnwick", "/a/100%%/burnwick"},
     {"/a/%f %%/burnwick", R"("/a/%%f %%%%/burnwick")"},
     {"/a/x;y&z|(1)<2>*?#~/burnwick", R"("/a/x;y&z|(1)<2>*?#~/burnwick")"},
     {"/a/two\nlines\tand\rmore/burnwick", R"("/a/two\nlines\tand\rmore/burnwick")"},
@@ -68,18 +64,12 @@ TEST(AutostartEntry, IsOnUnlessSomethingKeepsTheDesktopFromStarting) {
     };
     const Case cases[] = {
         {"", false},
-        {"Exec=burnwick\n", false},
         {"[Desktop Entry]\nName=Burnwick\n", false},
-        {"[Desktop Entry]\nExec=\n", false},
-        {"[Desktop Entry]\nExec=burnwick", true},
         {"# a remark\n\n[Desktop Entry]\r\nExec = burnwick\r\n", true},
-        {"[Desktop Entry]\nExec=burnwick\nHidden=false\n", true},
-        {"[Desktop Entry]\nExec=burnwick\nHidden=true\n", false},
         {"[Desktop Entry]\nHidden = true \nExec=burnwick\n", false},
         {"[Desktop Entry]\nExec=burnwick\n#Hidden=true\n", true},
         {"[Desktop Entry]\nExec=burnwick\n[Desktop Action x]\nHidden=true\n", true},
         {"[Desktop Action x]\nExec=burnwick\n[Desktop Entry]\n", false},
-        {"[Desktop Entry]\nExec=burnwick\nX-GNOME-Autostart-enabled=true\n", true},
         {"[Desktop Entry]\nExec=burnwick\nX-GNOME-Autostart-enabled=false\n", false},
     };
     for (const Case &c : cases)
@@ -93,7 +83,6 @@ TEST(AutostartEntry, ChangesOnlyWhatKeepsTheProgramFromStarting) {
     };
     const Case cases[] = {
         {"", freshEntry.data()},
-        {freshEntry.data(), freshEntry.data()},
         {"\x7f"
          "ELF junk\nExec=other\n",
          freshEntry.data()},

@@ -2,15 +2,14 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Platform.h"
 #include "platform/linux/AutostartLoginItem.h"
+#include "support/EnvironmentVariable.h"
 #include "support/LogTreeFixture.h"
 
 #include <gtest/gtest.h>
 
 #include <QtCore/QCoreApplication>
 
-#include <fstream>
 #include <functional>
-#include <iterator>
 
 #include <sys/stat.h>
 
@@ -18,13 +17,10 @@ namespace burnwick {
 namespace {
 
 namespace fs = std::filesystem;
+using test::bytesOf;
+using test::entriesOf;
 using test::TemporaryDirectory;
 using test::writeFile;
-
-std::string bytesOf(const fs::path &file) {
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
 
 /// What changes with each write, as the new file takes the old one's place.
 ino_t inodeOf(const fs::path &file) {
@@ -33,16 +29,9 @@ ino_t inodeOf(const fs::path &file) {
     return status.st_ino;
 }
 
-std::ptrdiff_t entriesOf(const fs::path &folder) {
-    return std::distance(fs::directory_iterator(folder), {});
-}
-
 class LoginItemTest : public testing::Test {
 protected:
-    LoginItemTest() {
-        writeFile(m_program, "#!/bin/sh\n");
-        fs::permissions(m_program, fs::perms::owner_all);
-    }
+    LoginItemTest() { test::writeProgram(m_program, "#!/bin/sh\n"); }
 
     TemporaryDirectory m_directory;
     fs::path m_program = m_directory.path() / "my programs" / "burnwick";
@@ -92,35 +81,24 @@ TEST_F(LoginItemTest, DestroysNothing) {
     const fs::path other = m_directory.path() / "other.desktop";
     const Case cases[] = {
         {"a directory", [&] { writeFile(m_file / "kept", "x"); }},
-        {"an empty directory", [&] { fs::create_directories(m_file); }},
-        {"a pipe",
-         [&] {
-             fs::create_directories(m_folder);
-             ASSERT_EQ(::mkfifo(m_file.c_str(), 0600), 0);
-         }},
+        {"a pipe", [&] { ASSERT_EQ(::mkfifo(m_file.c_str(), 0600), 0); }},
         {"a huge file", [&] { writeFile(m_file, std::string(100'000, '\n')); }},
-        {"a link to nothing",
-         [&] {
-             fs::create_directories(m_folder);
-             fs::create_symlink("/dev/null", m_file);
-         }},
-        {"a broken link",
-         [&] {
-             fs::create_directories(m_folder);
-             fs::create_symlink(other, m_file);
-         }},
+        {"a link to nothing", [&] { fs::create_symlink("/dev/null", m_file); }},
+        {"a broken link", [&] { fs::create_symlink(other, m_file); }},
         {"a link to an entry",
          [&] {
              writeFile(other, "[Desktop Entry]\nExec=other\n");
-             fs::create_directories(m_folder);
              fs::create_symlink(other, m_file);
          },
          true},
-        {"a file as the folder", [&] { writeFile(m_folder, "x"); }},
-        {"a file as the folder's parent", [&] { writeFile(m_folder.parent_path(), "x"); }},
+        {"a file as the folder",
+         [&] {
+             fs::remove(m_folder);
+             writeFile(m_folder, "x");
+         }},
         {"a broken link as the folder",
          [&] {
-             fs::create_directories(m_folder.parent_path());
+             fs::remove(m_folder);
              fs::create_symlink(other, m_folder);
          }},
     };
@@ -133,6 +111,7 @@ TEST_F(LoginItemTest, DestroysNothing) {
         return text;
     };
     for (const Case &c : cases) {
+        fs::create_directories(m_folder);
         c.arrange();
         const std::string before = picture();
         const auto failure = m_item.registerItem();
@@ -168,8 +147,7 @@ TEST_F(LoginItemTest, NamesAnInstalledProgramWithoutItsFolder) {
     };
     EXPECT_EQ(nameIn(m_program.parent_path()), "burnwick");
     EXPECT_EQ(nameIn(elsewhere), m_program.string()) << "not installed";
-    writeFile(elsewhere / "burnwick", "");
-    fs::permissions(elsewhere / "burnwick", fs::perms::owner_all);
+    test::writeProgram(elsewhere / "burnwick", "");
     EXPECT_EQ(nameIn(elsewhere), m_program.string()) << "another one is installed";
     fs::remove(elsewhere / "burnwick");
     fs::create_symlink(m_program, elsewhere / "burnwick");
@@ -178,8 +156,8 @@ TEST_F(LoginItemTest, NamesAnInstalledProgramWithoutItsFolder) {
 
 TEST(LoginItemOfThisProgram, StandsInTheUsersConfiguration) {
     const TemporaryDirectory directory;
-    const QByteArray homeBefore = qgetenv("HOME");
-    const QByteArray configBefore = qgetenv("XDG_CONFIG_HOME");
+    const test::EnvironmentVariable home("HOME", directory.path().c_str());
+    const test::EnvironmentVariable config("XDG_CONFIG_HOME", {});
     struct Case {
         std::string configHome;
         fs::path folder;
@@ -189,9 +167,8 @@ TEST(LoginItemOfThisProgram, StandsInTheUsersConfiguration) {
         {"", directory.path() / ".config"},
         {"relative/folder", directory.path() / ".config"},
     };
-    qputenv("HOME", QByteArray::fromStdString(directory.path().string()));
     for (const Case &c : cases) {
-        qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(c.configHome));
+        config.set(c.configHome.c_str());
         const fs::path file = c.folder / "autostart" / "burnwick.desktop";
         EXPECT_FALSE(platform::makeLoginItem()->registerItem()) << c.configHome;
         EXPECT_NE(bytesOf(file).find("TryExec=" + QCoreApplication::applicationFilePath().toStdString()),
@@ -199,8 +176,6 @@ TEST(LoginItemOfThisProgram, StandsInTheUsersConfiguration) {
             << c.configHome;
         EXPECT_FALSE(platform::makeLoginItem()->unregisterItem());
     }
-    qputenv("HOME", homeBefore);
-    qputenv("XDG_CONFIG_HOME", configBefore);
 }
 
 } // namespace

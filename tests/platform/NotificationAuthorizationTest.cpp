@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform/FakeNotificationServer.h"
 #include "platform/linux/LinuxNotificationCenter.h"
+#include "support/EnvironmentVariable.h"
 #include "support/LogTreeFixture.h"
 #include "support/WaitFor.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <map>
 #include <memory>
 #include <optional>
 
@@ -37,34 +37,13 @@ NotificationCenter::AuthorizationOutcome requestOf(LinuxNotificationCenter &cent
     return answer.value();
 }
 
-/// A desktop of that name, with the user's settings in a folder of its own.
+/// A desktop without a name, with the user's settings in a folder of its own.
 class NotificationAuthorization : public testing::Test {
 protected:
-    NotificationAuthorization() {
-        setVariable("XDG_CONFIG_HOME", m_directory.path().c_str());
-        setVariable("XDG_CURRENT_DESKTOP", "");
-    }
-    ~NotificationAuthorization() override {
-        for (const auto &[name, value] : m_before)
-            qputenv(name.c_str(), value);
-    }
-
-    void setVariable(const std::string &name, const QByteArray &value) {
-        m_before.emplace(name, qgetenv(name.c_str()));
-        qputenv(name.c_str(), value);
-    }
-    /// A script takes the place of GNOME's command for settings.
-    void replaceGsettings(const std::string &script) {
-        const fs::path command = m_directory.path() / "bin" / "gsettings";
-        test::writeFile(command, "#!/bin/sh\n" + script);
-        fs::permissions(command, fs::perms::owner_all);
-        setVariable("PATH", command.parent_path().c_str());
-    }
-
     test::TemporaryDirectory m_directory;
-
-private:
-    std::map<std::string, QByteArray> m_before;
+    test::EnvironmentVariable m_config{"XDG_CONFIG_HOME", m_directory.path().c_str()};
+    test::EnvironmentVariable m_path{"PATH", m_directory.path().c_str()};
+    test::EnvironmentVariable m_desktop{"XDG_CURRENT_DESKTOP", ""};
 };
 
 TEST_F(NotificationAuthorization, DependsOnWhetherAServerAnswers) {
@@ -111,77 +90,50 @@ TEST_F(NotificationAuthorization, ComingAndGoingServersAreAnnounced) {
     EXPECT_EQ(authorizationOf(center), Authorization::notDetermined);
 }
 
-TEST_F(NotificationAuthorization, IsDeniedWhereGnomeSaysSo) {
-    // Answers only to the question that is expected.
+TEST_F(NotificationAuthorization, IsDeniedWhereTheDesktopSaysSo) {
+    // GNOME's command answers only to the question that is expected.
     const std::string answer = "[ \"$*\" = 'get org.gnome.desktop.notifications.application:"
                                "/org/gnome/desktop/notifications/application/burnwick/ enable' ] && echo ";
+    const std::string group = "[Applications][burnwick]\n";
+    const auto denied = Authorization::denied;
+    const auto authorized = Authorization::authorized;
     const struct {
-        const char *what;
-        const char *desktop;
-        std::string script;
+        const char *what, *desktop;
+        std::string gsettings, plasma;
         Authorization expected;
     } rows[] = {
-        {"off", "GNOME", answer + "false", Authorization::denied},
-        {"off, a desktop made of it", "ubuntu:GNOME", answer + "false", Authorization::denied},
-        {"on", "GNOME", answer + "true", Authorization::authorized},
-        {"another desktop", "XFCE", answer + "false", Authorization::authorized},
-        {"no desktop", "", answer + "false", Authorization::authorized},
-        {"no schema", "GNOME", "echo false; exit 1", Authorization::authorized},
-        {"it hangs", "GNOME", "while :; do :; done", Authorization::authorized},
+        {"off", "GNOME", answer + "false", "", denied},
+        {"off, a desktop made of it", "ubuntu:GNOME", answer + "false", "", denied},
+        {"on", "GNOME", answer + "true", "", authorized},
+        {"no schema", "GNOME", "echo false; exit 1", "", authorized},
+        {"it hangs", "GNOME", "while :; do :; done", "", authorized},
+        {"no command", "GNOME", "", "", authorized},
+        {"another desktop", "XFCE", answer + "false", group + "ShowPopups=false\n", authorized},
+        {"off", "KDE", "", group + "ShowInHistory=true\nShowPopups=false\n", denied},
+        {"off, edited by hand", "KDE", "", "\n " + group + "# off\nShowPopups = Off", denied},
+        {"on", "KDE", "", group + "ShowPopups=true\n", authorized},
+        {"off for others", "KDE", "",
+         "[Applications][dolphin]\nShowPopups=false\n" + group +
+             "Seen=true\n[Services][x]\nShowPopups=false\n",
+         authorized},
+        {"nothing", "KDE", "", "", authorized},
     };
     FakeNotificationServer server;
     for (const auto &row : rows) {
-        SCOPED_TRACE(row.what);
-        setVariable("XDG_CURRENT_DESKTOP", row.desktop);
-        replaceGsettings(row.script);
+        SCOPED_TRACE(std::string(row.desktop) + ": " + row.what);
+        m_desktop.set(row.desktop);
+        fs::remove(m_directory.path() / "gsettings");
+        if (!row.gsettings.empty())
+            test::writeProgram(m_directory.path() / "gsettings", "#!/bin/sh\n" + row.gsettings);
+        test::writeFile(m_directory.path() / "plasmanotifyrc", row.plasma);
         LinuxNotificationCenter center(QDBusConnection::sessionBus(), shortLimit);
         EXPECT_EQ(authorizationOf(center), row.expected);
     }
-    setVariable("XDG_CURRENT_DESKTOP", "GNOME");
-    fs::remove(m_directory.path() / "bin" / "gsettings");
-    LinuxNotificationCenter center(QDBusConnection::sessionBus(), noLimit);
-    EXPECT_EQ(authorizationOf(center), Authorization::authorized) << "without the command";
-}
-
-TEST_F(NotificationAuthorization, IsDeniedWherePlasmaSaysSo) {
-    const struct {
-        const char *what;
-        const char *desktop;
-        const char *settings;
-        Authorization expected;
-    } rows[] = {
-        {"off", "KDE", "[Applications][burnwick]\nShowInHistory=true\nShowPopups=false\n",
-         Authorization::denied},
-        {"off, edited by hand", "KDE", "\n [Applications][burnwick] \n# off\nShowPopups = Off",
-         Authorization::denied},
-        {"on", "KDE", "[Applications][burnwick]\nShowPopups=true\n", Authorization::authorized},
-        {"another application", "KDE",
-         "[Applications][dolphin]\nShowPopups=false\n[Applications][burnwick]\nSeen=true\n",
-         Authorization::authorized},
-        {"another group after ours", "KDE",
-         "[Applications][burnwick]\nSeen=true\n[Services][x]\nShowPopups=false\n", Authorization::authorized},
-        {"another desktop", "XFCE", "[Applications][burnwick]\nShowPopups=false\n",
-         Authorization::authorized},
-        {"nothing", "KDE", "", Authorization::authorized},
-    };
-    FakeNotificationServer server;
-    const fs::path settings = m_directory.path() / "plasmanotifyrc";
-    for (const auto &row : rows) {
-        SCOPED_TRACE(row.what);
-        setVariable("XDG_CURRENT_DESKTOP", row.desktop);
-        test::writeFile(settings, row.settings);
-        LinuxNotificationCenter center;
-        EXPECT_EQ(authorizationOf(center), row.expected);
-    }
-    setVariable("XDG_CURRENT_DESKTOP", "KDE");
-    fs::remove(settings);
-    LinuxNotificationCenter center;
-    EXPECT_EQ(authorizationOf(center), Authorization::authorized) << "without the file";
 }
 
 TEST_F(NotificationAuthorization, ADenialIsNoErrorOfTheRequest) {
     FakeNotificationServer server;
-    setVariable("XDG_CURRENT_DESKTOP", "KDE");
+    m_desktop.set("KDE");
     test::writeFile(m_directory.path() / "plasmanotifyrc", "[Applications][burnwick]\nShowPopups=false\n");
     LinuxNotificationCenter center;
     EXPECT_FALSE(requestOf(center).granted);

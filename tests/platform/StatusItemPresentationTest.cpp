@@ -28,11 +28,8 @@ TEST(TrayHost, IsKnownByItsProcessName) {
         {"gnome-shell", {label, Markup::plain, true, false}},
         {"ayatana-indicat", {label, Markup::plain, true, true}},
         {"waybar", {wide, Markup::pango, false, false}},
-        {"panel-6-systray", {compact, Markup::pango, false, false}},
         {"panel-12-systra", {compact, Markup::pango, false, false}}, // cut by the kernel
         {"kded5", {compact, Markup::qtText, false, false}},
-        {"kded6", {compact, Markup::qtText, false, false}},
-        {"swaybar", {compact, Markup::plain, false, false}},
         {"", {compact, Markup::plain, false, false}}, // the process is hidden from us
         {"my-waybar", {compact, Markup::plain, false, false}},
     };

@@ -51,15 +51,12 @@ TEST(TerminalCommands, StandInOrderOfPreference) {
         {"XDG_CURRENT_DESKTOP=XFCE", "xterm konsole xfce4-terminal",
          "xfce4-terminal -x, xterm -e, konsole -e"},
         {"XDG_CURRENT_DESKTOP=sway,WAYLAND_DISPLAY=wayland-1", "xterm foot kitty", "foot, kitty, xterm -e"},
-        {"XDG_CURRENT_DESKTOP=sway", "xterm foot", "xterm -e"},
         {"XDG_CURRENT_DESKTOP=sway,WAYLAND_DISPLAY=", "xterm foot", "xterm -e"},
         {"TERMINAL=foot", "foot xterm", "xterm -e"},
         {"TERMINAL=urxvt", "urxvt xterm", "urxvt -e, xterm -e"},
         {"TERMINAL=/opt/kitty --single-instance", "kitty /opt/kitty", "/opt/kitty --single-instance, kitty"},
-        {"TERMINAL=xdg-terminal-exec", "xdg-terminal-exec xterm", "xdg-terminal-exec, xterm -e"},
         {"TERMINAL=gone", "xterm", "xterm -e"},
         {"TERMINAL= ", "xterm", "xterm -e"},
-        {"XDG_CURRENT_DESKTOP=KDE,TERMINAL=konsole", "gedit", ""},
     };
     for (const Case &c : cases)
         EXPECT_EQ(joined(terminalCommands(environmentOf(c.environment), installed(c.installed))), c.commands)
@@ -73,12 +70,9 @@ TEST(LoginShellCommand, RunsTheUsersShell) {
         const char *shell;
     };
     const Case cases[] = {
-        {"SHELL=/bin/bash", "/bin/bash", "/bin/bash"},
         {"SHELL=/opt/my shells/fish", "/opt/my", "/bin/sh"}, // not installed
         {"SHELL=/usr/local/bin/fish", "/usr/local/bin/fish", "/usr/local/bin/fish"},
         {"SHELL=/usr/bin/nu", "/usr/bin/nu", "/bin/sh"}, // another syntax of options
-        {"SHELL=/usr/sbin/nologin", "/usr/sbin/nologin", "/bin/sh"},
-        {"SHELL=", "/bin/zsh", "/bin/zsh"},
         {"", "/bin/zsh", "/bin/zsh"},
         {"", "/bin/bash", "/bin/sh"},
     };

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "platform/linux/LinuxTerminalLauncher.h"
+#include "support/EnvironmentVariable.h"
 #include "support/LogTreeFixture.h"
 #include "support/WaitFor.h"
 
@@ -8,8 +9,6 @@
 
 #include <csignal>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <optional>
 
@@ -20,24 +19,7 @@
 namespace burnwick {
 namespace {
 
-/// Sets a variable of this process, for as long as the object lives.
-class EnvironmentVariable {
-public:
-    EnvironmentVariable(const char *name, const QByteArray &value)
-        : m_name(name)
-        , m_wasSet(qEnvironmentVariableIsSet(name))
-        , m_previous(qgetenv(name)) {
-        qputenv(name, value);
-    }
-    ~EnvironmentVariable() { m_wasSet ? qputenv(m_name, m_previous) : qunsetenv(m_name); }
-    EnvironmentVariable(const EnvironmentVariable &) = delete;
-    EnvironmentVariable &operator=(const EnvironmentVariable &) = delete;
-
-private:
-    const char *m_name;
-    bool m_wasSet;
-    QByteArray m_previous;
-};
+using test::EnvironmentVariable;
 
 /// A home directory whose profile puts the folder "own" on the path, and a system on which only the programs
 /// of the folder "bin" are installed.
@@ -45,28 +27,16 @@ class TerminalLauncherTest : public testing::Test {
 protected:
     TerminalLauncherTest() { install(".profile", "PATH=\"$HOME/own:/usr/bin:/bin\"\n"); }
 
-    /// Writes an executable script of the home.
     void install(const std::string &name, const std::string &script) {
-        const std::filesystem::path file = m_home.path() / name;
-        test::writeFile(file, script);
-        std::filesystem::permissions(file, std::filesystem::perms::owner_all);
+        test::writeProgram(m_home.path() / name, script);
     }
     /// Installs a terminal that notes its arguments and environment and then goes on as told.
     void installTerminal(const std::string &name, const std::string &then) {
-        install("bin/" + name, "#!/bin/sh\n"
-                               "echo $$ >\"$HOME/" +
-                                   name +
-                                   ".pid\"\n"
-                                   "/usr/bin/env >\"$HOME/" +
-                                   name +
-                                   ".env\"\n"
-                                   "printf '%s\\n' \"$@\" >\"$HOME/" +
-                                   name + ".args\"\n" + then + "\n");
+        install("bin/" + name, "#!/bin/sh\ncd \"$HOME\"\necho $$ >${0##*/}.pid\n/usr/bin/env >${0##*/}.env\n"
+                               "printf '%s\\n' \"$@\" >${0##*/}.args\n" +
+                                   then + "\n");
     }
-    std::string contentOf(const std::string &name) {
-        std::ifstream file(m_home.path() / name);
-        return {std::istreambuf_iterator(file), {}};
-    }
+    std::string contentOf(const std::string &name) { return test::bytesOf(m_home.path() / name); }
     pid_t terminalsProcess(const std::string &name) { return std::atoi(contentOf(name + ".pid").c_str()); }
     bool ran(const std::string &name) { return std::filesystem::exists(m_home.path() / (name + ".args")); }
 
