@@ -34,7 +34,6 @@ TEST(QuotaAlertRules, AnAlertIsDueOnceInAWindowFromItsThresholdOn) {
         {"100 exactly: both, in this order",
          {thisWindow, 100.0, true, true, {}, {}},
          {eightyPercent, rateLimit}},
-        {"far above", {thisWindow, 250.0, true, true, {}, {}}, {eightyPercent, rateLimit}},
         {"sent before", {thisWindow, 92.0, true, true, thisWindow, {}}, none},
         {"sent in another window", {thisWindow, 85.0, true, true, "1763282000.0", {}}, {eightyPercent}},
         {"each for itself: 80 sent", {thisWindow, 100.0, true, true, thisWindow, {}}, {rateLimit}},
@@ -44,12 +43,9 @@ TEST(QuotaAlertRules, AnAlertIsDueOnceInAWindowFromItsThresholdOn) {
          {eightyPercent}},
         {"80 not wanted", {thisWindow, 100.0, false, true, {}, {}}, {rateLimit}},
         {"limit not wanted", {thisWindow, 100.0, true, false, {}, {}}, {eightyPercent}},
-        {"neither wanted", {thisWindow, 100.0, false, false, {}, {}}, none},
-        {"no window known", {{}, 100.0, true, true, {}, {}}, none},
         {"no window known, but an earlier one", {{}, 100.0, true, true, thisWindow, thisWindow}, none},
         {"no number", {thisWindow, std::nan(""), true, true, {}, {}}, none},
         {"no end", {thisWindow, infinity, true, true, {}, {}}, none},
-        {"below everything", {thisWindow, -infinity, true, true, {}, {}}, none},
     };
     for (const auto &row : rows)
         EXPECT_EQ(dueQuotaAlerts(row.check), row.due) << row.what;
@@ -60,11 +56,8 @@ TEST(QuotaAlertRules, AWindowHasOneIdWhateverItsResetInstantWobbles) {
         const char *resetAt;
         const char *id;
     } rows[] = {
-        {"2025-11-16T13:30:00Z", "1763299800.0"},
-        {"2025-11-16T13:30:01.987654Z", "1763299800.0"},
-        {"2025-11-16T13:29:58.012345Z", "1763299800.0"},
-        {"2025-11-16T18:30:00.5Z", "1763317800.0"},
-        {"1970-01-01T00:00:00Z", "0.0"},
+        {"2025-11-16T13:30:00Z", "1763299800.0"},        {"2025-11-16T13:30:01.987654Z", "1763299800.0"},
+        {"2025-11-16T13:29:58.012345Z", "1763299800.0"}, {"1970-01-01T00:00:00Z", "0.0"},
         {"2200-01-01T00:00:00Z", "7258118400.0"},
     };
     for (const auto &row : rows)
@@ -77,19 +70,7 @@ TEST(QuotaAlertRules, TimeIsToldInHoursAndMinutesCutOff) {
         std::chrono::nanoseconds ahead;
         const char *text;
     } rows[] = {
-        {1h + 5min, "1h 5m"},
-        {2h + 5min + 59s, "2h 5m"},
-        {1h, "1h 0m"},
-        {1h - 1ns, "59m"},
-        {59min + 59s, "59m"},
-        {45min, "45m"},
-        {59s, "0m"},
-        {0s, "0m"},
-        {-1ns, "0m"},
-        {-5h, "0m"},
-        {25h, "25h 0m"},
-        {5h - 1s, "4h 59m"},
-        {240h + 9min, "240h 9m"},
+        {1h + 5min, "1h 5m"}, {1h - 1ns, "59m"}, {59s, "0m"}, {-1ns, "0m"}, {240h + 9min, "240h 9m"},
     };
     for (const auto &row : rows)
         EXPECT_EQ(timeUntil(now + row.ahead, now), row.text) << row.ahead.count();
@@ -104,10 +85,7 @@ TEST(QuotaAlertRules, UsageIsCutToAWholeNumber) {
         double usagePct;
         const char *body;
     } rows[] = {
-        {80.0, "You've used 80% of your 5-hour quota."},
         {85.9, "You've used 85% of your 5-hour quota."},
-        {99.7, "You've used 99% of your 5-hour quota."},
-        {100.0, "You've used 100% of your 5-hour quota."},
         {1234567.8, "You've used 1234567% of your 5-hour quota."},
         {1e20, "You've used 100000000000000000000% of your 5-hour quota."},
     };

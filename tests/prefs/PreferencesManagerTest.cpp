@@ -81,21 +81,6 @@ QByteArray fileWith(const QString &key, const QJsonValue &value) {
     return QJsonDocument(QJsonObject{{key, value}, {QStringLiteral("unknown"), QJsonArray{1}}}).toJson();
 }
 
-TEST(PreferencesManager, AFreshInstallHasTheDefaults) {
-    const SettingsFile file;
-    UserDefaults defaults(file.path);
-    const PreferencesManager preferences(defaults);
-    EXPECT_EQ(preferences.theme(), Theme::system);
-    EXPECT_EQ(preferences.refreshRate(), RefreshRate::fiveMin);
-    EXPECT_FALSE(preferences.launchAtStartup());
-    EXPECT_TRUE(preferences.autoRefreshQuota());
-    EXPECT_TRUE(preferences.alertAt80Quota());
-    EXPECT_TRUE(preferences.rateLimitAlerts());
-    EXPECT_TRUE(preferences.sessionResetAlerts());
-    EXPECT_EQ(preferences.monthlySpendLimit(), 50.0);
-    EXPECT_FALSE(QFileInfo::exists(file.path));
-}
-
 TEST(PreferencesManager, KeysAreUnique) {
     QSet<QString> keys;
     int rows = 0;
@@ -150,17 +135,6 @@ TEST(PreferencesManager, JunkGivesTheFallbackAndStays) {
     });
 }
 
-TEST(PreferencesManager, AStrangeRateStaysUntilOneIsPicked) {
-    const SettingsFile file;
-    file.write(R"({"refreshRate": 120})");
-    UserDefaults defaults(file.path);
-    PreferencesManager preferences(defaults);
-    preferences.setTheme(Theme::dark);
-    EXPECT_EQ(file.values().value(QLatin1String("refreshRate")), 120);
-    preferences.setRefreshRate(RefreshRate::fiveMin);
-    EXPECT_EQ(file.values().value(QLatin1String("refreshRate")), 300);
-}
-
 TEST(PreferencesManager, TheSpendLimitIsReadButNeverWritten) {
     const SettingsFile file;
     for (const auto &[json, limit] :
@@ -189,15 +163,6 @@ TEST(PreferencesManager, AnObserverMayAssignAgain) {
     preferences.setTheme(Theme::dark);
     EXPECT_EQ(preferences.theme(), Theme::light);
     EXPECT_EQ(file.values().value(QLatin1String("theme")), QStringLiteral("light"));
-}
-
-TEST(PreferencesManager, LabelsAreThoseOfThePickers) {
-    QStringList labels;
-    for (const auto theme : allThemes)
-        labels += labelOf(theme);
-    for (const auto rate : allRefreshRates)
-        labels += labelOf(rate);
-    EXPECT_EQ(labels.join(u' '), QStringLiteral("Light Dark System 1m 5m 10m"));
 }
 
 } // namespace

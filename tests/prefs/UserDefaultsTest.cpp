@@ -2,17 +2,16 @@
 // SPDX-License-Identifier: MIT
 #include "prefs/UserDefaults.h"
 #include "prefs/SettingsFile.h"
+#include "support/EnvironmentVariable.h"
+#include "support/LogCapture.h"
 
 #include <gtest/gtest.h>
 
 #include <QRegularExpression>
 
 #include <algorithm>
-#include <atomic>
-#include <csignal>
 #include <limits>
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace burnwick {
@@ -23,46 +22,6 @@ using test::SettingsFile;
 const QString a = QStringLiteral("a");
 const QString b = QStringLiteral("b");
 const QString c = QStringLiteral("c");
-
-/// Counts the log's lines while it lives.
-class LogLines {
-public:
-    LogLines()
-        : m_before(qInstallMessageHandler(
-              [](QtMsgType, const QMessageLogContext &, const QString &) { ++s_count; })) {
-        s_count = 0;
-    }
-    ~LogLines() { qInstallMessageHandler(m_before); }
-    LogLines(const LogLines &) = delete;
-    LogLines &operator=(const LogLines &) = delete;
-
-    [[nodiscard]] int count() const { return s_count; }
-
-private:
-    static inline std::atomic<int> s_count = 0;
-    QtMessageHandler m_before;
-};
-
-/// No file can grow beyond the size while this lives.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes)
-        : m_handler(std::signal(SIGXFSZ, SIG_IGN)) {
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit{bytes, m_before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit() {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-    FileSizeLimit(const FileSizeLimit &) = delete;
-    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
-
-private:
-    rlimit m_before{};
-    void (*m_handler)(int);
-};
 
 mode_t modeOf(const QString &path) {
     struct stat status {};
@@ -103,19 +62,6 @@ TEST(UserDefaults, ValuesComeBackWithTheirTypes) {
     for (const auto &value : {QString(), QStringLiteral("true"), QStringLiteral("007"),
                               QStringLiteral(u"\"\\\n\u00fc\U0001F525")})
         expectSurvives(value);
-}
-
-TEST(UserDefaults, ATypeIsNotGuessed) {
-    const SettingsFile file;
-    file.write(R"({"a": 60.5, "b": null, "c": [1]})");
-    const UserDefaults defaults(file.path);
-    EXPECT_EQ(defaults.get<qint64>(a), std::nullopt);
-    for (const auto &key : {b, c, QStringLiteral("missing")}) {
-        EXPECT_EQ(defaults.get<bool>(key), std::nullopt);
-        EXPECT_EQ(defaults.get<qint64>(key), std::nullopt);
-        EXPECT_EQ(defaults.get<double>(key), std::nullopt);
-        EXPECT_EQ(defaults.get<QString>(key), std::nullopt);
-    }
 }
 
 TEST(UserDefaults, AWriteChangesOnlyItsKey) {
@@ -165,31 +111,18 @@ TEST(UserDefaults, TheFileIsTheOwnersAlone) {
     umask(before);
 }
 
-TEST(UserDefaults, AMissingOrEmptyFileIsNoSettings) {
-    const SettingsFile file;
-    const LogLines log;
-    EXPECT_EQ(UserDefaults(file.path).get<bool>(a), std::nullopt);
-    EXPECT_FALSE(QFileInfo::exists(file.folder()));
-    file.write({});
-    UserDefaults(file.path).set(a, true);
-    EXPECT_EQ(file.values(), object(R"({"a": true})"));
-    EXPECT_EQ(file.names().size(), 1);
-    EXPECT_EQ(log.count(), 0);
-}
-
 TEST(UserDefaults, ADamagedFileIsSetAside) {
     const SettingsFile file;
-    QByteArrayList damaged{
-        "{", "[1]", "3", "{} x", R"({"a": tru})", QByteArray(3, '\0'), "{\"a\": \"\xff\"}"};
+    QByteArrayList damaged{"{", "[1]", QByteArray(3, '\0')};
     for (const auto &bytes : damaged) {
         file.write(bytes);
-        const LogLines log;
+        const test::LogCapture log;
         UserDefaults defaults(file.path);
         EXPECT_EQ(defaults.get<bool>(a), std::nullopt);
         EXPECT_FALSE(QFileInfo::exists(file.path));
         defaults.set(a, true);
         EXPECT_EQ(file.values(), object(R"({"a": true})")) << bytes.constData();
-        EXPECT_EQ(log.count(), 1);
+        EXPECT_EQ(log.lines().size(), 1);
     }
     // All of them are still there, although they came within a second or two.
     QByteArrayList kept;
@@ -206,14 +139,14 @@ TEST(UserDefaults, WhoOnlyReadsChangesNothing) {
         const SettingsFile file;
         file.write(bytes);
         const ino_t inode = inodeOf(file.path);
-        const LogLines log;
+        const test::LogCapture log;
         UserDefaults defaults(file.path, UserDefaults::Access::readOnly);
         defaults.set(a, true);
         EXPECT_EQ(defaults.get<bool>(a), true);
         EXPECT_EQ(file.bytes(), bytes);
         EXPECT_EQ(inodeOf(file.path), inode);
         EXPECT_EQ(file.names().size(), 1) << bytes;
-        EXPECT_EQ(log.count(), *bytes == '\0' || file.values().contains(b) ? 0 : 1) << bytes;
+        EXPECT_EQ(log.lines().size(), *bytes == '\0' || file.values().contains(b) ? 0 : 1) << bytes;
     }
     const SettingsFile missing;
     UserDefaults(missing.path, UserDefaults::Access::readOnly).set(a, true);
@@ -225,10 +158,10 @@ TEST(UserDefaults, AFileDamagedMeanwhileIsWrittenAnewFromMemory) {
     file.write(R"({"a": 1, "future": [2]})");
     UserDefaults defaults(file.path);
     file.write("oops");
-    const LogLines log;
+    const test::LogCapture log;
     defaults.set(b, qint64(3));
     EXPECT_EQ(file.values(), object(R"({"a": 1, "b": 3, "future": [2]})"));
-    EXPECT_EQ(log.count(), 1);
+    EXPECT_EQ(log.lines().size(), 1);
     ASSERT_EQ(file.names().size(), 2);
     EXPECT_EQ(test::bytesOf(file.folder() + u'/' + file.names()[1]), "oops");
 }
@@ -242,7 +175,6 @@ TEST(UserDefaults, AnUnreadableFileIsLeftAlone) {
         {"a pipe", [](const char *path) { return mkfifo(path, 0600); }},
         {"a regular file that fails to be read",
          [](const char *path) { return symlink("/proc/self/mem", path); }},
-        {"a link to itself", [](const char *path) { return symlink("burnwick.json", path); }},
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(row.what);
@@ -251,16 +183,16 @@ TEST(UserDefaults, AnUnreadableFileIsLeftAlone) {
         const QByteArray path = QFile::encodeName(file.path);
         ASSERT_EQ(row.make(path.constData()), 0);
         const ino_t inode = inodeOf(file.path);
-        const LogLines log;
+        const test::LogCapture log;
         UserDefaults defaults(file.path);
-        EXPECT_EQ(log.count(), 1);
+        EXPECT_EQ(log.lines().size(), 1);
         defaults.set(a, true);
         defaults.set(b, qint64(2));
         EXPECT_EQ(defaults.get<bool>(a), true);
         EXPECT_EQ(defaults.get<qint64>(b), 2);
         EXPECT_EQ(file.names(), QStringList(QStringLiteral("burnwick.json")));
         EXPECT_EQ(inodeOf(file.path), inode);
-        EXPECT_EQ(log.count(), 1);
+        EXPECT_EQ(log.lines().size(), 1);
         // Once it can be read, nothing of what was changed meanwhile is lost.
         ASSERT_EQ(std::remove(path.constData()), 0);
         file.write(R"({"a": false, "future": 1})");
@@ -269,35 +201,20 @@ TEST(UserDefaults, AnUnreadableFileIsLeftAlone) {
     }
 }
 
-TEST(UserDefaults, AFailedWriteKeepsTheOldFile) {
-    const SettingsFile file;
-    UserDefaults defaults(file.path);
-    defaults.set(a, QStringLiteral("old"));
-    const QByteArray before = file.bytes();
-    {
-        const LogLines log;
-        const FileSizeLimit limit(10);
-        defaults.set(a, QStringLiteral("new"));
-        defaults.set(b, true);
-        EXPECT_EQ(log.count(), 1);
-    }
-    EXPECT_EQ(defaults.get<QString>(a), QStringLiteral("new"));
-    EXPECT_EQ(file.bytes(), before);
-    EXPECT_EQ(file.names().size(), 1);
-    defaults.set(c, true);
-    EXPECT_EQ(file.values(), object(R"({"a": "new", "b": true, "c": true})"));
-}
-
 TEST(UserDefaults, AFolderThatCannotBeMadeIsNoObstacle) {
     SettingsFile file;
     test::writeBytes(file.directory.filePath(QStringLiteral("plain")), "x");
     file.path = file.directory.filePath(QStringLiteral("plain/burnwick/burnwick.json"));
-    const LogLines log;
+    const test::LogCapture log;
     UserDefaults defaults(file.path);
     defaults.set(a, true);
     defaults.set(b, true);
     EXPECT_EQ(defaults.get<bool>(a), true);
-    EXPECT_EQ(log.count(), 1);
+    EXPECT_EQ(log.lines().size(), 1);
+    // Once it can be written, nothing of what was changed meanwhile is lost.
+    ASSERT_TRUE(QFile::remove(file.directory.filePath(QStringLiteral("plain"))));
+    defaults.set(c, true);
+    EXPECT_EQ(file.values(), object(R"({"a": true, "b": true, "c": true})"));
 }
 
 TEST(UserDefaults, LinksStayAndTheirTargetIsReplaced) {
@@ -323,14 +240,11 @@ TEST(UserDefaults, LinksStayAndTheirTargetIsReplaced) {
 }
 
 TEST(UserDefaults, TheFileLiesInTheFolderForConfiguration) {
-    const QByteArray before = qgetenv("XDG_CONFIG_HOME");
-    qputenv("XDG_CONFIG_HOME", "/somewhere");
+    const test::EnvironmentVariable home("XDG_CONFIG_HOME", "/somewhere");
     EXPECT_EQ(UserDefaults::defaultPath(), QStringLiteral("/somewhere/burnwick/burnwick.json"));
-    qunsetenv("XDG_CONFIG_HOME");
+    home.set({});
     EXPECT_EQ(UserDefaults::defaultPath(),
               QDir::homePath() + QStringLiteral("/.config/burnwick/burnwick.json"));
-    if (!before.isNull())
-        qputenv("XDG_CONFIG_HOME", before);
 }
 
 } // namespace

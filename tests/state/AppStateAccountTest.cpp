@@ -109,8 +109,6 @@ TEST_F(AppStateAccountTest, EachFailureHasItsOutcome) {
          {answerOf(200, R"({"access_token":"new"})")},
          expired,
          expired},
-        {"forbidden", login, {answerOf(403)}, {}, connected, expired},
-        {"too many requests", login, {answerOf(429)}, {}, connected, expired},
         {"server error", login, {answerOf(500)}, {}, connected, expired},
         {"a page", login, {answerOf(200, "<html>")}, {}, connected, expired},
     };
@@ -150,12 +148,6 @@ TEST_F(AppStateAccountTest, ARefusedRefreshTokenIsLookedAtAgainOnlyWhenForced) {
     constexpr auto refused = FetchError::Kind::refreshTokenExpired;
     EXPECT_EQ(verdictOn(refused, RefreshKind::automatic), FailureVerdict::expired);
     EXPECT_EQ(verdictOn(refused, RefreshKind::forced), FailureVerdict::dependsOnCredentials);
-}
-
-TEST_F(AppStateAccountTest, AFirstFailureDependsOnCredentials) {
-    m_server.script(usagePath, {answerOf(500)});
-    refresh(RefreshKind::automatic);
-    EXPECT_EQ(m_state.oauthStatus(), OAuthStatus::expired);
 }
 
 TEST_F(AppStateAccountTest, ALoginThatVanishesDuringAFailureIsDisconnected) {
@@ -260,15 +252,6 @@ TEST_F(LoginTest, ANewTokenConnects) {
     EXPECT_TRUE(m_scheduler.intervals().empty()) << "the polling goes on";
 }
 
-TEST_F(LoginTest, AFirstLoginConnects) {
-    m_store.blob.reset();
-    beginLogin(true);
-    m_store.blob = login;
-    m_server.script(usagePath, {usage(3)});
-    poll(1);
-    EXPECT_TRUE(waitFor([&] { return m_state.oauthStatus() == OAuthStatus::connected; }));
-}
-
 TEST_F(LoginTest, TheSameTokenTimesOutAfterNinetyPolls) {
     beginLogin(true);
     poll(89);
@@ -309,12 +292,6 @@ TEST_F(LoginTest, NoRefreshDisturbsALogin) {
     EXPECT_EQ(m_server.requestsFor(usagePath).size(), 1U);
     EXPECT_EQ(m_state.quotaData().value().fiveHourUsagePct, 67);
     EXPECT_EQ(m_state.oauthStatus(), OAuthStatus::authenticating);
-}
-
-TEST_F(LoginTest, StoppingEndsIt) {
-    beginLogin(true);
-    m_state.stop();
-    EXPECT_TRUE(m_scheduler.intervals().empty());
 }
 
 } // namespace

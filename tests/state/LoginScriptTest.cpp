@@ -7,24 +7,18 @@
 namespace burnwick {
 namespace {
 
-TEST(LoginScript, OpensTerminalOnTheLoginInTheShell) {
+TEST(LoginScript, KeepsAStrangePathInsideItsString) {
     EXPECT_EQ(terminalLoginScript("/bin/zsh"), "tell application \"Terminal\"\n"
                                                "    activate\n"
                                                "    do script \"/bin/zsh -l -c 'claude auth login'; exit\"\n"
                                                "end tell");
-}
-
-TEST(LoginScript, KeepsAStrangePathInsideItsString) {
     struct Case {
         const char *shell;
         const char *inScript;
     };
     const Case cases[] = {
         {"/opt/\" & evil & \"", R"(do script "/opt/\" & evil & \" -l -c )"},
-        {R"(/opt/a\)", R"(do script "/opt/a\\ -l -c )"},
         {R"(/opt/\")", R"(do script "/opt/\\\" -l -c )"},
-        {"/opt/my shell", "do script \"/opt/my shell -l -c "},
-        {"", "do script \" -l -c "},
     };
     for (const Case &c : cases)
         EXPECT_NE(terminalLoginScript(c.shell).find(c.inScript), std::string::npos) << c.shell;

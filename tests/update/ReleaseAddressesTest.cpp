@@ -13,17 +13,10 @@ TEST(ReleaseAddressesTest, AVersionStaysWithinTheLastSegment) {
         const char *segment;
     } rows[] = {
         {"1.10.0", "Burnwick-1.10.0.dmg"},
-        {"2.0-beta~1_x", "Burnwick-2.0-beta~1_x.dmg"},
-        {"", "Burnwick-.dmg"},
-        {" 2.0 ", "Burnwick-%202.0%20.dmg"},
         {"1/../../evil", "Burnwick-1%2F..%2F..%2Fevil.dmg"},
-        {"..", "Burnwick-...dmg"},
-        {"1\\2", "Burnwick-1%5C2.dmg"},
         {"1?a=b#c", "Burnwick-1%3Fa%3Db%23c.dmg"},
-        {"100%", "Burnwick-100%25.dmg"},
         {"%2F%2e", "Burnwick-%252F%252e.dmg"},
         {"<b>1</b>&amp;\"", "Burnwick-%3Cb%3E1%3C%2Fb%3E%26amp%3B%22.dmg"},
-        {"1:2@host;x", "Burnwick-1%3A2%40host%3Bx.dmg"},
         {"1\r\n2\t3", "Burnwick-1%0D%0A2%093.dmg"},
         {"\u00fc\u2713", "Burnwick-%C3%BC%E2%9C%93.dmg"},
     };
