@@ -2,7 +2,19 @@
 // SPDX-License-Identifier: MIT
 #include "model/StatusIndicator.h"
 
+#include <array>
+#include <cmath>
+#include <cstdio>
+
 namespace burnwick {
+
+std::string hexOf(const RgbColor &color) {
+    const auto component = [](double value) { return static_cast<unsigned>(std::lround(value * 255)); };
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), "#%02x%02x%02x", component(color.red), component(color.green),
+                  component(color.blue));
+    return text.data();
+}
 
 StatusIndicator statusIndicatorForUsage(double usagePct) noexcept {
     constexpr double redFromPct = 81.0;

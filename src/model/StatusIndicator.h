@@ -5,6 +5,7 @@
 #include "model/QuotaData.h"
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace burnwick {
@@ -20,6 +21,9 @@ struct RgbColor {
 
     bool operator==(const RgbColor &) const = default;
 };
+
+/// "#rrggbb", as the markup of Pango, HTML and Qt has it.
+[[nodiscard]] std::string hexOf(const RgbColor &color);
 
 /// Green below 41 %, orange from 41 %, red from 81 %.
 [[nodiscard]] StatusIndicator statusIndicatorForUsage(double usagePct) noexcept;

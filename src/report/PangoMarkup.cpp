@@ -4,21 +4,9 @@
 
 #include "model/DisplayFormat.h"
 
-#include <array>
-#include <cmath>
-#include <cstdio>
-
 namespace burnwick {
 
 namespace {
-
-std::string hexOf(const RgbColor &color) {
-    const auto component = [](double value) { return static_cast<unsigned>(std::lround(value * 255)); };
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "#%02x%02x%02x", component(color.red), component(color.green),
-                  component(color.blue));
-    return text.data();
-}
 
 /// By number: older Pango knows no name for semibold.
 std::string weightAttribute(TitleSegment::Weight weight) {

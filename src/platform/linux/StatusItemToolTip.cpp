@@ -4,20 +4,11 @@
 
 #include "model/DisplayFormat.h"
 
-#include <cmath>
-
 namespace burnwick {
 
 namespace {
 
 using Markup = TrayHost::Markup;
-
-QString hexOf(const RgbColor &color) {
-    const auto component = [](double value) {
-        return QStringLiteral("%1").arg(std::lround(value * 255), 2, 16, QLatin1Char('0'));
-    };
-    return u'#' + component(color.red) + component(color.green) + component(color.blue);
-}
 
 QString styled(const TitleSegment &segment, Markup markup) {
     QString text = QString::fromStdString(segment.text).toHtmlEscaped();
@@ -27,7 +18,7 @@ QString styled(const TitleSegment &segment, Markup markup) {
         const QString element = markup == Markup::qtText
                                     ? QStringLiteral("<font color=\"%1\">%2</font>")
                                     : QStringLiteral("<span foreground=\"%1\">%2</span>");
-        return element.arg(hexOf(*segment.color), text);
+        return element.arg(QString::fromStdString(hexOf(*segment.color)), text);
     }
     if (segment.weight != TitleSegment::Weight::regular && !segment.dimmed)
         return QStringLiteral("<b>%1</b>").arg(text);
