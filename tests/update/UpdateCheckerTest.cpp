@@ -73,17 +73,6 @@ TEST_F(UpdateCheckerTest, EachEventLeadsToItsStateFromAnyOther) {
     }
 }
 
-TEST_F(UpdateCheckerTest, UpToDateLastsFiveSecondsAfterTheLastCall) {
-    notFound();
-    m_scheduler.advance(3s);
-    notFound();
-    m_scheduler.advance(4999ms);
-    EXPECT_EQ(m_checker.state(), State::upToDate);
-    m_scheduler.advance(1ms);
-    EXPECT_EQ(m_checker.state(), State::idle);
-    EXPECT_EQ(m_announced, (std::vector{State::upToDate, State::idle}));
-}
-
 TEST_F(UpdateCheckerTest, AnythingMayFollowTheAnnouncementOfTheReturn) {
     QObject::connect(&m_checker, &UpdateChecker::stateChanged, &m_checker, [this](State state) {
         if (state == State::idle)
