@@ -8,8 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QtDBus/QDBusConnectionInterface>
-
 #include <limits>
 #include <optional>
 #include <ostream>
@@ -125,17 +123,17 @@ TEST(DesktopAppearance, ChangesAreFollowedAndOnlyThePortals) {
 
 TEST(DesktopAppearance, APortalThatDoesNotAnswerIsNotWaitedFor) {
     FakeSettingsPortal portal;
-    portal.silent = true;
+    portal.held = QStringList{QStringLiteral("Read")};
     portal.answers = {{colorKey, portalDark}};
     Follower follower;
-    ASSERT_TRUE(waitFor([&] { return portal.calls == 2; }));
+    ASSERT_TRUE(waitFor([&] { return portal.calls.size() == 2; }));
     Follower::letThrough();
     EXPECT_EQ(follower.heard, Heard());
 
     // It announces changes even so, and its late answer counts.
     portal.announce(colorGroup, colorKey, wrapped(2U, 1));
     EXPECT_EQ(follower.hear(1), (Heard{{light, false}}));
-    portal.answerHeldCalls();
+    portal.release();
     EXPECT_EQ(follower.hear(2), (Heard{{light, false}, {dark, false}}));
 }
 
@@ -150,8 +148,8 @@ TEST(DesktopAppearance, APortalThatGoesKeepsItsWordUntilItIsBack) {
 
     portal.reset();
     portal.emplace(QStringLiteral("second-portal"));
-    portal->silent = true;
-    ASSERT_TRUE(waitFor([&] { return portal->calls == 2; }));
+    portal->held = QStringList{QStringLiteral("Read")};
+    ASSERT_TRUE(waitFor([&] { return portal->calls.size() == 2; }));
     portal.reset(); // with the questions open
     Follower::letThrough();
     EXPECT_EQ(follower.heard.size(), 3U);
@@ -173,13 +171,12 @@ TEST(DesktopAppearance, WithoutABusThereAreNoWishes) {
 
 TEST(DesktopAppearance, AnAnswerToWhoIsGoneIsDropped) {
     FakeSettingsPortal portal;
-    portal.silent = true;
+    portal.held = QStringList{QStringLiteral("Read")};
     Follower gone;
-    ASSERT_TRUE(waitFor([&] { return portal.calls == 2; }));
+    ASSERT_TRUE(waitFor([&] { return portal.calls.size() == 2; }));
     gone.appearance.reset();
-    portal.answerHeldCalls();
+    portal.release();
     portal.announce(colorGroup, colorKey, wrapped(1U, 1));
-    portal.silent = false;
     EXPECT_EQ(Follower().hear(1), Heard{{}});
     EXPECT_EQ(gone.heard, Heard());
 }

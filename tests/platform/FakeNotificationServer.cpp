@@ -2,13 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/FakeNotificationServer.h"
 
-#include "support/PrivateBus.h"
-
 #include <QtDBus/QDBusArgument>
-#include <QtDBus/QDBusConnectionInterface>
 #include <QtDBus/QDBusError>
-
-#include <utility>
 
 namespace burnwick {
 
@@ -20,27 +15,8 @@ const QString serverPath = QStringLiteral("/org/freedesktop/Notifications");
 } // namespace
 
 FakeNotificationServer::FakeNotificationServer(QString connectionName, uint firstNumber)
-    : m_connectionName(std::move(connectionName))
-    , m_connection(sessionBusOfTests().connect(m_connectionName))
-    , m_nextNumber(firstNumber) {
-    m_connection.registerVirtualObject(serverPath, this);
-    m_connection.interface()->registerService(serverName, QDBusConnectionInterface::QueueService);
-}
-
-FakeNotificationServer::~FakeNotificationServer() {
-    leave();
-}
-
-void FakeNotificationServer::leave() {
-    m_connection = QDBusConnection(QString());
-    QDBusConnection::disconnectFromBus(m_connectionName);
-}
-
-void FakeNotificationServer::release() {
-    held.clear();
-    for (const QDBusMessage &message : std::exchange(m_waiting, {}))
-        static_cast<void>(m_connection.send(answerTo(message)));
-}
+    : FakeService(std::move(connectionName), serverName, serverPath)
+    , m_nextNumber(firstNumber) {}
 
 void FakeNotificationServer::close(uint number) {
     constexpr uint dismissedByUser = 2;
@@ -52,19 +28,6 @@ void FakeNotificationServer::click(uint number, const QString &token, const QStr
     if (!token.isEmpty())
         announce(QStringLiteral("ActivationToken"), {number, token});
     announce(QStringLiteral("ActionInvoked"), {number, action});
-}
-
-QString FakeNotificationServer::introspect(const QString &) const {
-    return {};
-}
-
-bool FakeNotificationServer::handleMessage(const QDBusMessage &message, const QDBusConnection &connection) {
-    calls.append(message.member());
-    if (held.contains(message.member()))
-        m_waiting.push_back(message);
-    else
-        static_cast<void>(connection.send(answerTo(message)));
-    return true;
 }
 
 QDBusMessage FakeNotificationServer::answerTo(const QDBusMessage &message) {
@@ -95,7 +58,7 @@ uint FakeNotificationServer::show(const QVariantList &arguments) {
 void FakeNotificationServer::announce(const QString &signal, const QVariantList &arguments) {
     QDBusMessage message = QDBusMessage::createSignal(serverPath, serverName, signal);
     message.setArguments(arguments);
-    static_cast<void>(m_connection.send(message));
+    static_cast<void>(connection().send(message));
 }
 
 } // namespace burnwick

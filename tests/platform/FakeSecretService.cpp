@@ -3,11 +3,8 @@
 #include "platform/FakeSecretService.h"
 
 #include "platform/linux/SecretServiceTypes.h"
-#include "support/PrivateBus.h"
-
 #include <QtDBus/QDBusArgument>
-#include <QtDBus/QDBusConnectionInterface>
-#include <QtDBus/QDBusMessage>
+#include <QtDBus/QDBusError>
 #include <QtDBus/QDBusVariant>
 
 namespace burnwick {
@@ -25,34 +22,14 @@ QVariant pathVariant(const QString &path) {
 } // namespace
 
 FakeSecretService::FakeSecretService(QString name)
-    : m_name(std::move(name)) {
+    : FakeService(std::move(name), QStringLiteral("org.freedesktop.secrets"), root) {
     secretservice::registerTypes();
-    QDBusConnection connection = sessionBusOfTests().connect(m_name);
-    connection.registerVirtualObject(root, this, QDBusConnection::SubPath);
-    connection.interface()->registerService(QStringLiteral("org.freedesktop.secrets"),
-                                            QDBusConnectionInterface::ReplaceExistingService,
-                                            QDBusConnectionInterface::AllowReplacement);
-}
-
-FakeSecretService::~FakeSecretService() {
-    leave();
-}
-
-void FakeSecretService::leave() {
-    QDBusConnection::disconnectFromBus(m_name);
-}
-
-QString FakeSecretService::introspect(const QString &) const {
-    return {};
 }
 
 bool FakeSecretService::handleMessage(const QDBusMessage &message, const QDBusConnection &connection) {
-    calls.append(message.member());
-    if (message.member() == silentMethod)
-        return true;
-    static_cast<void>(connection.send(answerTo(message)));
+    FakeService::handleMessage(message, connection);
     if (message.member() == leavesAfter)
-        QMetaObject::invokeMethod(this, &FakeSecretService::leave, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, &FakeService::leave, Qt::QueuedConnection);
     return true;
 }
 

@@ -44,18 +44,10 @@ struct ShownItem {
     std::vector<std::string> tokens; ///< of the handler's calls
 };
 
-TEST(StatusItemOnBus, IsSilentUntilItHasContent) {
-    FakeStatusNotifierWatcher watcher{sessionBusOfTests()};
-    watcher.takeName("panel-6-systray");
-    const auto silent = platform::makeStatusItem();
-    const auto shown = platform::makeStatusItem();
-    shown->show(contentAt({}));
-    ASSERT_TRUE(watcher.waitForItems(1));
-    EXPECT_EQ(watcher.registeredItems().size(), 1);
-}
-
 TEST(StatusItemOnBus, AnswersEveryPropertyOfTheInterface) {
     const ShownItem shown("panel-6-systray");
+    EXPECT_TRUE(shown.watcher.registeredItems().value(0).startsWith(
+        QStringLiteral("org.kde.StatusNotifierItem-%1-").arg(QCoreApplication::applicationPid())));
     const QVariantMap properties = shown.watcher.readItem();
     EXPECT_EQ(properties.keys().join(u' ').toStdString(),
               "AttentionAccessibleDesc AttentionIconName AttentionIconPixmap AttentionMovieName Category "
@@ -179,18 +171,6 @@ TEST(StatusItemOnBus, AnnouncesWhatChangedAndNothingElse) {
     sameTitle.fiveHourUsagePct = 90.2;
     shown.item->show(sameTitle);
     EXPECT_EQ(shown.watcher.takeSignals(), QStringList()) << "different, but nothing that anyone could see";
-}
-
-TEST(StatusItemOnBus, LeavesTheBusWithItsObject) {
-    ShownItem shown("panel-6-systray");
-    shown.item.reset();
-    // The connection is closed on another thread, and the daemon learns of it in its own time.
-    QString answer;
-    EXPECT_TRUE(waitFor([&] {
-        answer = shown.watcher.callItem(QStringLiteral("Activate"), {0, 0}).errorName();
-        return answer == QLatin1String("org.freedesktop.DBus.Error.ServiceUnknown");
-    })) << answer.toStdString();
-    EXPECT_TRUE(shown.tokens.empty());
 }
 
 } // namespace

