@@ -27,9 +27,7 @@ public:
     void readAuthorization(std::function<void(Authorization)> answer) override {
         answer(Authorization::notDetermined);
     }
-    void requestAuthorization(std::function<void(AuthorizationOutcome)> answer) override {
-        requests.push_back(std::move(answer));
-    }
+    void requestAuthorization(std::function<void(AuthorizationOutcome)>) override {}
     void setAuthorizationChangedHandler(std::function<void()>) override {}
     void add(const UserNotification &notification,
              std::function<void(std::optional<std::string> error)> answer) override {
@@ -47,7 +45,6 @@ public:
 
     std::vector<UserNotification> added;
     std::vector<std::function<void(std::optional<std::string>)>> answers;
-    std::vector<std::function<void(AuthorizationOutcome)>> requests;
 };
 
 class NotificationManagerTest : public testing::Test {
@@ -108,12 +105,6 @@ TEST_F(NotificationManagerTest, AWindowIsRememberedEvenIfDeliveryFails) {
     EXPECT_EQ(check(90.0), Identifiers());
 }
 
-TEST_F(NotificationManagerTest, AStoredValueThatIsNoTextCountsAsNone) {
-    m_defaults.set(alertedAt80, 1763299800.0);
-    EXPECT_EQ(check(85.0), Identifiers({"quota80"}));
-    EXPECT_EQ(m_defaults.get<QString>(alertedAt80), QStringLiteral("1763299800.0"));
-}
-
 TEST_F(NotificationManagerTest, ResetsAndUpdatesComeWheneverTheyAreSent) {
     m_manager.sendSessionReset();
     m_clock.advance(5h);
@@ -124,25 +115,6 @@ TEST_F(NotificationManagerTest, ResetsAndUpdatesComeWheneverTheyAreSent) {
     EXPECT_EQ(
         m_center.takeIdentifiers(),
         Identifiers({"sessionReset-1763294400.0", "sessionReset-1763312400.0", "updateAvailable", "own"}));
-}
-
-TEST_F(NotificationManagerTest, LogsHowTheRequestForAuthorizationEnded) {
-    const struct {
-        NotificationCenter::AuthorizationOutcome outcome;
-        const char *line;
-    } rows[] = {
-        {{true, std::nullopt}, "Notification authorization granted: true"},
-        {{false, std::nullopt}, "Notification authorization granted: false"},
-        {{false, "100 %s of it"}, "Authorization request failed: 100 %s of it"},
-    };
-    const test::LogCapture log;
-    QStringList expected;
-    for (const auto &row : rows) {
-        m_manager.requestAuthorization();
-        m_center.requests.back()(row.outcome);
-        expected.append(QLatin1String(row.line));
-    }
-    EXPECT_EQ(log.lines(), expected);
 }
 
 } // namespace

@@ -146,23 +146,6 @@ TEST(NotificationDelivery, AnotherServersNumbersAreItsOwn) {
     EXPECT_TRUE(waitFor([&] { return center.clicks.size() == 1; }));
 }
 
-TEST(NotificationDelivery, AServerThatDiesOnAnAlertDoesNotSpoilTheNext) {
-    auto server = std::make_unique<FakeNotificationServer>();
-    Center center;
-    ASSERT_EQ(center.send(quota("one")), "none");
-    server->held = QStringList{notifyMethod};
-    center.add(quota("two"));
-    center.add({"rateLimit", "Rate Limit Reached", "other"});
-    ASSERT_TRUE(waitFor([&] { return server->calls.count(notifyMethod) == 3; }));
-    server.reset();
-    ASSERT_TRUE(center.waitForAnswers(3));
-    EXPECT_NE(center.errors[1], "none");
-    EXPECT_NE(center.errors[2], "none");
-    FakeNotificationServer next(QStringLiteral("next-server"));
-    EXPECT_EQ(center.send(quota("three")), "none");
-    EXPECT_EQ(next.popups.size(), 1);
-}
-
 TEST(NotificationDelivery, AFailureIsToldAndDoesNotComeBackLater) {
     constexpr auto tooLong = "the notification server takes too long";
     const struct {

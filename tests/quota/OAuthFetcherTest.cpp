@@ -234,12 +234,6 @@ TEST_F(OAuthFetcherTest, FailuresOfTheTokenEndpoint) {
     EXPECT_EQ(m_store.blob, before);
 }
 
-TEST_F(OAuthFetcherTest, WhatIsNotHttpIsInvalid) {
-    OAuthFetcher fetcher(*m_http, QUrl(QStringLiteral("data:,{}")), {}, m_keychain, m_clock,
-                         Calendar::inZone("UTC"));
-    EXPECT_EQ(errorOf<FetchError>(fetcher.fetchUsage()).kind(), Kind::invalidResponse);
-}
-
 TEST_F(OAuthFetcherTest, ANewTokenServesEvenWhenItCannotBeStored) {
     m_store.writable = false;
     m_server.script(usageTarget, {{401}, usage});
@@ -273,20 +267,6 @@ TEST_F(OAuthFetcherTest, OfTwoRenewalsTheLaterOneStays) {
     EXPECT_EQ(last.expiresAt,
               test::at(last.accessToken == "secret-a2" ? "2025-06-10T13:00:00Z" : "2025-06-10T14:00:00Z"))
         << "a mixture of both";
-}
-
-TEST_F(OAuthFetcherTest, RenewalsUnderWayCanBeAwaited) {
-    m_fetcher->finishRenewals(1h); // there are none
-
-    logIn("2025-06-10T11:00:00Z");
-    m_server.script(tokenTarget, {held(newTokens)});
-    const auto fetch = outcomeOf(m_fetcher->fetchUsage());
-    ASSERT_TRUE(waitFor([this] { return refreshes() == 1; }));
-    m_fetcher->finishRenewals(1ms);
-    EXPECT_EQ(m_store.replacements, 0) << "not before the server has answered";
-    m_server.release();
-    m_fetcher->finishRenewals(10s);
-    EXPECT_EQ(m_store.replacements, 1);
 }
 
 /// Where a fetch is when the fetcher goes, and how to get it there.
