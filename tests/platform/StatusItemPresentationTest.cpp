@@ -29,6 +29,7 @@ TEST(TrayHost, IsKnownByItsProcessName) {
         {"ayatana-indicat", {label, Markup::plain, true, true}},
         {"waybar", {wide, Markup::pango, false, false}},
         {"panel-12-systra", {compact, Markup::pango, false, false}}, // cut by the kernel
+        {"notification-ar", {label, Markup::pango, false, false}},   // MATE's applet, cut too
         {"kded5", {compact, Markup::qtText, false, false}},
         {"", {compact, Markup::plain, false, false}}, // the process is hidden from us
         {"my-waybar", {compact, Markup::plain, false, false}},
