@@ -129,22 +129,6 @@ TEST(ReportProgramWithoutLogs, ShowsZeros) {
     EXPECT_EQ(Program(home.path() / "missing").run().exitCode, 0);
 }
 
-TEST_F(ReportProgram, PrintsTheTitleWhateverTheLocale) {
-    for (const char *locale : {"C", "C.UTF-8", "de_DE.UTF-8", "nonsense"}) {
-        const Outcome outcome = Program(m_home.path()).set("LC_ALL", locale).run({u"--title"_qs});
-        EXPECT_EQ(outcome.output, "4.6K | $0.0066 | s--  ●\n") << locale;
-        EXPECT_EQ(outcome.errors, "") << locale;
-    }
-}
-
-TEST_F(ReportProgram, TellsItsVersionAndItsOptions) {
-    EXPECT_EQ(Program(m_home.path()).run({u"--version"_qs}).output,
-              "burnwick-report " + std::string(version()) + "\n");
-    const Outcome help = Program(m_home.path()).run({u"--help"_qs});
-    EXPECT_EQ(help.exitCode, 0);
-    EXPECT_NE(help.output.find("--waybar"), std::string::npos);
-}
-
 TEST_F(ReportProgram, RefusesWrongOptionsInOneLine) {
     for (const QStringList &arguments :
          {QStringList{u"--nonsense"_qs}, QStringList{u"--title"_qs, u"--json"_qs},

@@ -77,12 +77,9 @@ TEST(GuideValuesTest, AreRoundAndReachTheHighest) {
     const std::pair<std::int64_t, std::vector<double>> rows[] = {
         {0, {0}},
         {1, {0, 1, 2}},
-        {3, {0, 1, 2, 3}},
         {7, {0, 5, 10}},
         {70, {0, 25, 50, 75}},
-        {1001, {0, 1000, 2000}},
         {1400, {0, 1000, 2000}}, // 500, 1000 and 1500 would read "500", "1k", "2k"
-        {7200, {0, 5000, 10'000}},
         {52'300'000, {0, 20e6, 40e6, 60e6}},
     };
     for (const auto &[highest, values] : rows)
@@ -157,7 +154,7 @@ protected:
     ModelBarChartViewTest() { m_view.resize(728, 184); }
 
     /// How many rows of pixels of the bar's colour there are in the middle of the bar.
-    static int heightIn(const QImage &image, const BarChartLayout::Bar &bar, double scale = 1) {
+    static int heightIn(const QImage &image, const BarChartLayout::Bar &bar, double scale) {
         int rows = 0;
         for (int y = 0; y < image.height(); ++y)
             rows += image.pixelColor(qRound(bar.rect.center().x() * scale), y) ==
@@ -168,12 +165,14 @@ protected:
     ModelBarChartView m_view;
 };
 
-TEST_F(ModelBarChartViewTest, PaintsBarsOfTheirHeightsInBothSchemes) {
+TEST_F(ModelBarChartViewTest, PaintsBarsOfTheirHeightsInBothSchemesAndAnySize) {
     const DailyActivity activity{{daysAgo(59), 20}, {daysAgo(1), 60}};
-    const BarChartLayout layout = layoutOf(activity);
     m_view.setActivity(activity, today);
-    for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
+    for (const auto &[scheme, size] :
+         {std::pair(ColorScheme::light, QSize(728, 184)), {ColorScheme::dark, QSize(728, 150)}}) {
         m_view.setPalette(paletteOf(scheme));
+        m_view.resize(size);
+        const BarChartLayout layout = layoutOf(activity, size);
         for (const double scale : {1.0, 1.5, 2.0}) {
             const QImage image = pictureOf(m_view, scale);
             const int low = heightIn(image, layout.bars[0], scale);
@@ -204,24 +203,6 @@ TEST_F(ModelBarChartViewTest, GuideLinesAreSharpAtEachScale) {
         for (const QColor &color : colors)
             EXPECT_EQ(color, colors.front()) << "a blurred line, at scale " << scale;
     }
-}
-
-TEST_F(ModelBarChartViewTest, AnEmptyHistoryIsAnAxisWithoutBars) {
-    m_view.setActivity({}, today);
-    EXPECT_EQ(m_view.accessibleName(), QStringLiteral("Tokens per day since Aug 24: no tokens"));
-    const QImage image = pictureOf(m_view);
-    const BarChartLayout layout = layoutOf({});
-    for (const BarChartLayout::Bar &bar : layout.bars)
-        EXPECT_EQ(heightIn(image, bar), 0);
-    EXPECT_NE(image.pixelColor(400, qRound(layout.plot.bottom())), colorsFor(m_view).card) << "the axis";
-}
-
-TEST_F(ModelBarChartViewTest, FollowsTheWidgetsSize) {
-    const DailyActivity activity{{daysAgo(6), 60}};
-    m_view.setActivity(activity, today);
-    m_view.resize(400, 120);
-    const BarChartLayout layout = layoutOf(activity, {400, 120});
-    EXPECT_NEAR(heightIn(pictureOf(m_view), layout.bars[0]), layout.plot.height(), 3);
 }
 
 TEST_F(ModelBarChartViewTest, TheDayUnderThePointerSaysItsExactTokens) {

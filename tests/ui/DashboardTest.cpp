@@ -133,17 +133,6 @@ TEST_F(DashboardTest, FiltersAndTabsAreChosenAndAClosedWindowOpensOnTheFirstTab)
     EXPECT_TRUE(anyStartsWith(namesIn(window), "Sessions: "));
 }
 
-TEST_F(DashboardTest, TheButtonOfTheAccountDoesWhatItSays) {
-    logIn();
-    m_server.script("/api/oauth/usage", {{500}});
-    settle();
-    MainWindowView window(windowServices());
-    window.show();
-    button(window, "Re-authenticate").click();
-    EXPECT_EQ(m_state.oauthStatus(), OAuthStatus::authenticating);
-    EXPECT_EQ(m_terminal.commands.size(), 1U);
-}
-
 TEST_F(DashboardTest, RetryAsksAlsoWhereNothingIsAskedByItself) {
     logIn(67);
     m_preferences.setAutoRefreshQuota(false);
@@ -189,17 +178,6 @@ TEST_F(DashboardTest, TheKeyboardReachesEverythingInReadingOrder) {
                       clicked.mapTo(&window, clicked.rect().center()));
     EXPECT_TRUE(clicked.hasFocus());
     EXPECT_FALSE(ring->isVisible()) << "a click tells by itself where it went";
-}
-
-TEST_F(DashboardTest, TheGearAndItsKeyAskForTheSettings) {
-    MainWindowView window(windowServices());
-    window.show();
-    int asked = 0;
-    QObject::connect(&window, &MainWindowView::settingsRequested, [&] { ++asked; });
-    test::press(window, QAccessible::Button, u"Settings"_qs);
-    EXPECT_EQ(asked, 1);
-    QTest::keyClick(&window, Qt::Key_Comma, Qt::ControlModifier);
-    EXPECT_EQ(asked, 2);
 }
 
 TEST_F(DashboardTest, TheWindowIsAsWideWhateverTheNamesAre) {

@@ -19,7 +19,6 @@
 #include <QToolTip>
 #include <QWidget>
 
-#include <array>
 #include <optional>
 #include <thread>
 
@@ -28,8 +27,6 @@ namespace {
 
 using namespace std::chrono_literals;
 using Colors = AppearanceWishes::Colors;
-
-constexpr std::array allColors{Colors::noPreference, Colors::dark, Colors::light};
 
 /// A desktop whose wishes the test sends.
 class FakeDesktop final : public DesktopAppearance {
@@ -81,18 +78,6 @@ protected:
     FakeDesktop m_desktop;
     std::optional<ThemeController> m_controller;
 };
-
-TEST_F(ThemeControllerTest, ThePreferenceDecidesThenTheDesktopThenThePlatform) {
-    for (const auto platform : {ColorScheme::light, ColorScheme::dark}) {
-        for (const Colors colors : allColors) {
-            EXPECT_EQ(schemeFor(Theme::light, colors, platform), ColorScheme::light);
-            EXPECT_EQ(schemeFor(Theme::dark, colors, platform), ColorScheme::dark);
-        }
-        EXPECT_EQ(schemeFor(Theme::system, Colors::light, platform), ColorScheme::light);
-        EXPECT_EQ(schemeFor(Theme::system, Colors::dark, platform), ColorScheme::dark);
-        EXPECT_EQ(schemeFor(Theme::system, Colors::noPreference, platform), platform);
-    }
-}
 
 TEST_F(ThemeControllerTest, ThePlatformsPaletteIsRememberedUnderOurs) {
     for (const auto platform : {ColorScheme::dark, ColorScheme::light}) {
