@@ -3,6 +3,7 @@
 #include "model/Cost.h"
 #include "model/DisplayFormat.h"
 #include "model/StatusIndicator.h"
+#include "model/StatusTitle.h"
 
 #include <gtest/gtest.h>
 
@@ -12,6 +13,12 @@ namespace burnwick {
 namespace {
 
 using namespace std::chrono_literals;
+
+QuotaData quotaAt(double pct) {
+    QuotaData quota;
+    quota.fiveHourUsagePct = pct;
+    return quota;
+}
 
 /// Each first text is the second one.
 void expectTexts(std::initializer_list<std::pair<std::string, const char *>> rows) {
@@ -90,11 +97,33 @@ TEST(StatusIndicatorTest, ChangesAt41And81Percent) {
     using enum StatusIndicator;
     for (const auto &[pct, indicator] :
          {std::pair(40.999, green), {41.0, orange}, {80.999, orange}, {81.0, red}}) {
-        QuotaData quota;
-        quota.fiveHourUsagePct = pct;
+        QuotaData quota = quotaAt(pct);
         quota.sevenDayUsagePct = 99;
         EXPECT_EQ(statusIndicatorFor(quota), indicator) << pct;
     }
+}
+
+TEST(StatusTitle, StylesEverySegment) {
+    using enum TitleSegment::Weight;
+    const StatusTitle title =
+        buildStatusTitle({1'234'567, 0, 0, 0}, 4.5, quotaAt(67), StatusIndicator::orange);
+    const StatusTitle expected{
+        {"1.2", semibold, false, {}},  {"M", regular, false, {}},
+        {" | ", regular, true, {}},    {"$", regular, false, {}},
+        {"4.50", semibold, false, {}}, {" | ", regular, true, {}},
+        {"s", semibold, true, {}},     {"67%", heavy, false, {}},
+        {"  ", regular, false, {}},    {"●", heavy, false, RgbColor{0.99, 0.74, 0.18}},
+    };
+    EXPECT_EQ(title, expected);
+}
+
+TEST(StatusTitle, ReadsAsPlainText) {
+    const auto plain = [](const SessionTokens &tokens, double cost, std::optional<QuotaData> quota) {
+        return plainText(buildStatusTitle(tokens, cost, quota, StatusIndicator::green));
+    };
+    EXPECT_EQ(plain({}, 0, std::nullopt), "0 | $0.00 | s--  ●");
+    EXPECT_EQ(plain({250, 250, 250, 249}, 0.004, quotaAt(0.4)), "999 | $0.0040 | s0%  ●");
+    EXPECT_EQ(plain({1000, 0, 0, 0}, 0.01, quotaAt(130)), "1.0K | $0.01 | s130%  ●");
 }
 
 } // namespace

@@ -116,17 +116,6 @@ TEST_F(ReportQuota, IsInEveryForm) {
     }
 }
 
-TEST_F(ReportQuota, ARejectedTokenIsRenewedAndStored) {
-    m_server.script(usageTarget, {{401}, usage});
-    expectMembers(runForJson(), R"({"oauthStatus": "connected"})");
-    ASSERT_EQ(m_server.requestsFor(usageTarget).size(), 2);
-    EXPECT_EQ(m_server.requestsFor(usageTarget).back().header("Authorization"), "Bearer secret-a2");
-    expectMembers(storedDocument(), R"({
-        "claudeAiOauth": {"accessToken": "secret-a2", "refreshToken": "secret-r2", "scopes": ["x"]},
-        "other": 9007199254740993
-    })");
-}
-
 TEST_F(ReportQuota, SaysInOneLineWhyThereIsNone) {
     const struct {
         std::vector<ScriptedAnswer> usage;

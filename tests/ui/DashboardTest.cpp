@@ -1,9 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
+#include "support/PaintCount.h"
 #include "support/VisibleControls.h"
 #include "ui/DashboardScenes.h"
 #include "ui/controls/FocusRing.h"
 #include "ui/dashboard/DashboardButtons.h"
+#include "ui/statusbar/StatusBarController.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -22,20 +24,16 @@ bool anyStartsWith(const QStringList &names, const std::string &text) {
                        [&](const QString &name) { return name.startsWith(wanted); });
 }
 
-/// Writes down what is painted below a window.
-class PaintLog final : public QObject {
+/// A host that writes down what it is told to show.
+class RecordingStatusItem final : public StatusItem {
 public:
-    explicit PaintLog(QWidget &window) {
-        for (QWidget *widget : window.findChildren<QWidget *>())
-            widget->installEventFilter(this);
-        window.installEventFilter(this);
-    }
-    bool eventFilter(QObject *widget, QEvent *event) override {
-        if (event->type() == QEvent::Paint)
-            painted << QString::fromUtf8(widget->metaObject()->className());
-        return false;
-    }
-    QStringList painted;
+    explicit RecordingStatusItem(std::vector<std::string> &titles)
+        : m_titles(titles) {}
+    void setActivateHandler(ActivateHandler) override {}
+    void show(const StatusItemContent &content) override { m_titles.push_back(plainText(content.title)); }
+
+private:
+    std::vector<std::string> &m_titles;
 };
 
 class DashboardTest : public test::DashboardFixture {
@@ -78,17 +76,15 @@ TEST_F(DashboardTest, NothingIsPaintedAnewForValuesThatStay) {
     window.show();
     settle();
     ASSERT_TRUE(waitFor([&] { return anyStartsWith(namesIn(window), "Session: 67% used"); }));
-    PaintLog paints(window);
+    test::PaintCount paints(window);
     ASSERT_TRUE(waitFor([&] {
-        paints.painted.clear();
         QTest::qWait(20); // a window that grew is painted once more when its screen says so
-        return paints.painted.isEmpty();
+        return paints.take() == 0;
     })) << "never at rest";
     m_state.refreshLocalData();
     m_scheduler.fire(300s);
     ASSERT_TRUE(waitFor([this] { return usageRequests() == 2; }));
-    QTest::qWait(0);
-    EXPECT_EQ(paints.painted.join(u' ').toStdString(), "");
+    EXPECT_EQ(paints.take(), 0);
 }
 
 TEST_F(DashboardTest, TheTimesMoveWhileTheWindowIsVisible) {
@@ -187,6 +183,25 @@ TEST_F(DashboardTest, TheWindowIsAsWideWhateverTheNamesAre) {
     addModels(1).settle();
     EXPECT_EQ(window.width(), width);
     EXPECT_TRUE(anyStartsWith(namesIn(window), "Favorite model: b>-with-quite-a-long-name-xxx"));
+}
+
+TEST_F(DashboardTest, TheItemShowsEachTitleOnce) {
+    const std::string line = test::usageLine("2025-06-10T12:00:00.000Z", 1200, 0);
+    m_home.add("a.jsonl", line, m_clock.now());
+    std::vector<std::string> titles;
+    const StatusBarController controller(m_state, std::make_unique<RecordingStatusItem>(titles));
+    m_state.start();
+    EXPECT_EQ(titles.size(), 1U) << "shown before the change has landed";
+    ASSERT_TRUE(historyHas(1));
+    QCoreApplication::processEvents();
+    const std::vector<std::string> expected{"0 | $0.00 | s--  ●", "1.2K | $0.0036 | s--  ●"};
+    EXPECT_EQ(titles, expected);
+
+    // Other figures change, the title does not.
+    m_home.add("a.jsonl", line + test::usageLine("2025-06-10T11:00:00.0Z", 0, 0), m_clock.now());
+    m_state.refreshLocalData();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(titles, expected);
 }
 
 } // namespace

@@ -167,6 +167,7 @@ TEST_P(SettingsSceneTest, OffersWhatTheAuthorisationCallsFor) {
     const QStringList names = namesIn(openView());
     for (const QString &control : {u"Enabled"_qs, u"Open Settings"_qs, u"Allow"_qs})
         EXPECT_EQ(names.contains(control), control == GetParam().control) << control.toStdString();
+    EXPECT_EQ(test::namesWithoutRole(*m_view).join(u'\n').toStdString(), "");
 }
 
 INSTANTIATE_TEST_SUITE_P(Scenes, SettingsSceneTest, testing::ValuesIn(test::settingsScenes()));

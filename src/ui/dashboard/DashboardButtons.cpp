@@ -7,14 +7,12 @@ namespace burnwick {
 namespace {
 
 FlatButton::Look choiceLook(TextStyle text, QSize padding, int radius) {
-    FlatButton::Look look;
-    look.text = text;
-    look.padding = padding;
-    look.radius = radius;
-    look.hovered = &ThemeColors::hover;
-    look.chosen = &ThemeColors::selected;
-    look.restingText = &ThemeColors::inactive;
-    return look;
+    return {.text = text,
+            .padding = padding,
+            .radius = radius,
+            .hovered = &ThemeColors::hover,
+            .chosen = &ThemeColors::selected,
+            .restingText = &ThemeColors::inactive};
 }
 
 } // namespace
@@ -32,14 +30,11 @@ FilterButton::FilterButton(const QString &label, QWidget *parent)
 }
 
 FlatButton::Look smallButtonStyle() {
-    FlatButton::Look look;
-    look.text = TextStyle::caption;
-    look.padding = {8, 4};
-    look.radius = 6;
-    look.ground = &ThemeColors::hover;
-    look.hovered = &ThemeColors::selected;
-    look.pressed = &ThemeColors::pressed;
-    return look;
+    return {.text = TextStyle::caption,
+            .padding = {8, 4},
+            .ground = &ThemeColors::hover,
+            .hovered = &ThemeColors::selected,
+            .pressed = &ThemeColors::pressed};
 }
 
 } // namespace burnwick

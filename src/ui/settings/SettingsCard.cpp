@@ -49,14 +49,11 @@ void SettingsCard::addRow(SettingsRow *row) {
 }
 
 FlatButton::Look settingsButtonLook() {
-    FlatButton::Look look;
-    look.text = TextStyle::body;
-    look.padding = {8, 5};
-    look.radius = 7;
-    look.hovered = &ThemeColors::hover;
-    look.pressed = &ThemeColors::pressed;
-    look.outline = &ThemeColors::line;
-    return look;
+    return {.padding = {8, 5},
+            .radius = 7,
+            .hovered = &ThemeColors::hover,
+            .pressed = &ThemeColors::pressed,
+            .outline = &ThemeColors::line};
 }
 
 } // namespace burnwick
