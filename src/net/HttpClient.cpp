@@ -82,13 +82,20 @@ std::string nameOf(QNetworkReply::NetworkError error) {
     return name != nullptr ? name : std::to_string(error);
 }
 
+/// Whether it is a demand for a login of which a part is missing. The network library mostly keeps such an
+/// answer to itself, but not when its connection ends while it is handed on.
+bool isCutChallenge(const QNetworkReply &reply, int status, const QByteArray &body) {
+    const QVariant length = reply.header(QNetworkRequest::ContentLengthHeader);
+    return (status == 401 || status == 407) && length.isValid() && body.size() < length.toLongLong();
+}
+
 /// The answer that the finished reply amounts to. `stopped` is why it was ended from here, if it was.
 HttpResponse answerOf(const QNetworkReply &reply, std::optional<Kind> stopped, QByteArray body) {
     if (reply.property(clientGone).toBool())
         throw TransportError(Kind::cancelled);
     const auto status = statusOf(reply);
     const bool refused = status && (*status < 200 || *status > 299);
-    if (refused)
+    if (refused && !isCutChallenge(reply, *status, body))
         return {*status, std::move(body)};
     if (stopped)
         throw TransportError(*stopped);
