@@ -46,7 +46,7 @@ QFuture<SystemProxies::Proxies> SystemProxies::ask(const QUrl &url) {
     const auto asked = m_asked.constFind(key);
     if (asked != m_asked.cend())
         return *asked;
-    const auto answer = platform::unawaitedResult<Proxies>(
+    auto answer = platform::unawaitedResult<Proxies>(
         [place = placeOf(url)] { return systemProxyForQuery(QNetworkProxyQuery(place)); });
     m_asked.insert(key, answer);
     return answer;

@@ -69,7 +69,7 @@ void readChannel(QXmlStreamReader &xml, Appcast &appcast) {
         if (item.displayVersionString.isEmpty())
             continue;
         if (!appcast.newest ||
-            compareVersions(item.displayVersionString, appcast.newest->displayVersionString) > 0)
+            std::is_gt(compareVersions(item.displayVersionString, appcast.newest->displayVersionString)))
             appcast.newest = std::move(item);
     }
 }

@@ -32,7 +32,7 @@ AppcastVerdict judgeAppcast(const QByteArray &body, QStringView current) {
     if (start < 0 || end < start + opening.size())
         return {Kind::couldNotCheck};
     const QString remote = text.mid(start + opening.size(), end - start - opening.size());
-    if (compareVersions(remote, current) > 0)
+    if (std::is_gt(compareVersions(remote, current)))
         return {Kind::newerVersion, remote};
     return {Kind::upToDate};
 }

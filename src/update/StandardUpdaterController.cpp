@@ -97,7 +97,7 @@ void StandardUpdaterController::conclude(const QByteArray &document, bool userIn
     if (!appcast->newest)
         return delegate.updaterDidNotFindUpdate(QStringLiteral("the appcast lists no release"));
     const AppcastItem &item = *appcast->newest;
-    if (compareVersions(item.displayVersionString, QString::fromUtf8(version())) <= 0)
+    if (std::is_lteq(compareVersions(item.displayVersionString, QString::fromUtf8(version()))))
         return delegate.updaterDidNotFindUpdate();
 
     delegate.updaterDidFindValidUpdate(item);

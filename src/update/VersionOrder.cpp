@@ -45,7 +45,7 @@ std::weak_ordering compareVersions(QStringView left, QStringView right) noexcept
         if (isDigit(left.front()) && isDigit(right.front())) {
             const QStringView leftNumber = takeNumber(left);
             const QStringView rightNumber = takeNumber(right);
-            if (const auto order = compareNumbers(leftNumber, rightNumber); order != 0)
+            if (const auto order = compareNumbers(leftNumber, rightNumber); std::is_neq(order))
                 return order;
         } else {
             if (left.front() != right.front())
