@@ -73,6 +73,7 @@ TEST(DesktopAppearance, ThePortalsValuesAreUnderstood) {
         {"dark", wrapped(1U), wrapped(true), {dark, false}},
         {"light, without animations", wrapped(2U), wrapped(false), {light, true}},
         {"in one variant", wrapped(1U, 1), wrapped(false, 1), {dark, true}},
+        {"in five variants", wrapped(1U, 5), wrapped(false, 5), {dark, true}},
         {"in none", QVariant(1U), QVariant(false), {noPreference, false}},
         {"numbers to come", wrapped(3U), wrapped(true), {noPreference, false}},
         {"of other types", wrapped(QStringLiteral("1")), wrapped(0U), {noPreference, false}},

@@ -3,48 +3,32 @@
 #include "platform/FakeApplication.h"
 
 #include "platform/linux/BusApplicationInstance.h"
-#include "support/PrivateBus.h"
 
+#include <QtDBus/QDBusArgument>
 #include <QtDBus/QDBusError>
-#include <QtDBus/QDBusMessage>
 
 namespace burnwick {
 
-namespace {
-
-const QString connectionName = QStringLiteral("fake-application");
-
-} // namespace
-
 FakeApplication::FakeApplication(Conduct conduct)
-    : m_conduct(conduct)
-    , m_bus(sessionBusOfTests().connect(connectionName)) {
-    m_bus.registerObject(applicationObjectPath(), this, QDBusConnection::ExportScriptableSlots);
-    m_bus.registerService(applicationBusName());
+    : FakeService(QStringLiteral("fake-application"), applicationBusName(), applicationObjectPath())
+    , m_conduct(conduct) {
+    if (conduct == Conduct::hangs)
+        held = QStringList{QStringLiteral("Activate"), QStringLiteral("ActivateAction")};
 }
 
-FakeApplication::~FakeApplication() {
-    QDBusConnection::disconnectFromBus(connectionName);
-}
-
-void FakeApplication::Activate(const QVariantMap &platformData) {
-    take(QStringLiteral("Activate"), platformData);
-}
-
-void FakeApplication::ActivateAction(const QString &name, const QVariantList & /*parameter*/,
-                                     const QVariantMap &platformData) {
-    take(name, platformData);
-}
-
-void FakeApplication::take(const QString &what, const QVariantMap &platformData) {
+QDBusMessage FakeApplication::answerTo(const QDBusMessage &call) {
+    const QVariantList arguments = call.arguments();
+    const bool named = call.member() == QLatin1String("ActivateAction");
+    const auto platformData = qdbus_cast<QVariantMap>(arguments.value(named ? 2 : 0));
     m_requests += QStringLiteral("%1 token=%2 id=%3")
-                      .arg(what, platformData.value(QStringLiteral("activation-token")).toString(),
+                      .arg(named ? arguments.value(0).toString() : call.member(),
+                           platformData.value(QStringLiteral("activation-token")).toString(),
                            platformData.value(QStringLiteral("desktop-startup-id")).toString());
-    setDelayedReply(m_conduct == Conduct::hangs);
-    if (m_conduct == Conduct::leaves) {
-        m_bus.unregisterService(applicationBusName());
-        sendErrorReply(QDBusError::ServiceUnknown);
-    }
+    if (m_conduct != Conduct::leaves)
+        return call.createReply();
+    QDBusConnection bus = connection();
+    bus.unregisterService(applicationBusName());
+    return call.createErrorReply(QDBusError::ServiceUnknown, {});
 }
 
 } // namespace burnwick

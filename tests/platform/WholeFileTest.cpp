@@ -13,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// What is left of the old file when something fails in between is seen by WriteFaultsTest.
+// What is read is seen by SecretStoreTest, what is left when something fails in between by WriteFaultsTest.
 
 struct stat statusOf(const fs::path &file) {
     struct stat status {};
@@ -23,29 +23,6 @@ struct stat statusOf(const fs::path &file) {
 
 mode_t modeOf(const fs::path &file) {
     return statusOf(file).st_mode & 07777U;
-}
-
-TEST(WholeFile, OnlyRegularFilesUpToTheLimitAreRead) {
-    constexpr std::size_t limit = 1000;
-    const std::string full(limit, 'x');
-    const test::TemporaryDirectory directory;
-    const fs::path &folder = directory.path();
-    test::writeFile(folder / "empty", "");
-    test::writeFile(folder / "full", full);
-    test::writeFile(folder / "over", full + 'x');
-    const struct {
-        fs::path path;
-        std::optional<std::string> bytes;
-    } rows[] = {
-        {"empty", ""},
-        {"full", full},
-        {"over", std::nullopt},
-        {"full/below", std::nullopt},
-        {"/dev/zero", std::nullopt},
-        {"/proc/self/mem", std::nullopt}, // regular, but its first byte cannot be read
-    };
-    for (const auto &row : rows)
-        EXPECT_EQ(readWholeFile(folder / row.path, limit), row.bytes) << row.path;
 }
 
 TEST(WholeFile, TheNewFileHasTheModeOfTheOldOneWhateverTheMask) {

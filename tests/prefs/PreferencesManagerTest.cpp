@@ -50,17 +50,18 @@ TEST_F(PreferencesManagerTest, JunkGivesTheFallbackAndStays) {
     const QByteArrayList noLimit{R"("70")", "0", "-5", "true"};
     const struct {
         const char *key;
+        QByteArray other; ///< than the fallback
         QByteArrayList junk;
         std::function<bool(const P &)> isFallback;
     } rows[] = {
-        {"theme", noTheme, [](const P &p) { return p.theme() == Theme::system; }},
-        {"refreshRate", noRate, [](const P &p) { return p.refreshRate() == RefreshRate::fiveMin; }},
-        {"launchAtStartup", noSwitch, [](const P &p) { return !p.launchAtStartup(); }},
-        {"autoRefreshQuota", noSwitch, &P::autoRefreshQuota},
-        {"alertAt80Quota", noSwitch, &P::alertAt80Quota},
-        {"rateLimitAlerts", noSwitch, &P::rateLimitAlerts},
-        {"sessionResetAlerts", noSwitch, &P::sessionResetAlerts},
-        {"monthlySpendLimit", noLimit, [](const P &p) { return p.monthlySpendLimit() == 50; }},
+        {"theme", R"("dark")", noTheme, [](const P &p) { return p.theme() == Theme::system; }},
+        {"refreshRate", "60", noRate, [](const P &p) { return p.refreshRate() == RefreshRate::fiveMin; }},
+        {"launchAtStartup", "true", noSwitch, [](const P &p) { return !p.launchAtStartup(); }},
+        {"autoRefreshQuota", "false", noSwitch, &P::autoRefreshQuota},
+        {"alertAt80Quota", "false", noSwitch, &P::alertAt80Quota},
+        {"rateLimitAlerts", "false", noSwitch, &P::rateLimitAlerts},
+        {"sessionResetAlerts", "false", noSwitch, &P::sessionResetAlerts},
+        {"monthlySpendLimit", "75.5", noLimit, [](const P &p) { return p.monthlySpendLimit() == 50; }},
     };
     for (const auto &row : rows) {
         for (const QByteArray &value : row.junk + QByteArrayList{"null", "[1]", "{}", R"("")"}) {
@@ -70,6 +71,10 @@ TEST_F(PreferencesManagerTest, JunkGivesTheFallbackAndStays) {
             EXPECT_TRUE(row.isFallback(P(defaults))) << before.constData();
             EXPECT_EQ(m_file.bytes(), before);
         }
+        m_file.write("{\"" + QByteArray(row.key) + "\":" + row.other + "}");
+        UserDefaults defaults(m_file.path);
+        for (const auto &each : rows)
+            EXPECT_EQ(each.isFallback(P(defaults)), &each != &row) << each.key << " with " << row.key;
     }
 }
 

@@ -179,13 +179,6 @@ TEST_F(OAuthFetcherTest, WithoutALoginNothingIsAsked) {
     EXPECT_EQ(m_server.connectionCount(), 0);
 }
 
-TEST_F(OAuthFetcherTest, ARejectedTokenWithoutAWayToRenewIt) {
-    logIn("2025-06-10T11:00:00Z", false);
-    m_server.script(usageTarget, {{401}});
-    EXPECT_EQ(failure().kind(), Kind::noRefreshToken);
-    EXPECT_EQ(m_server.requests().size(), 1);
-}
-
 TEST_F(OAuthFetcherTest, FailuresOfTheUsageEndpoint) {
     for (const int status : {201, 302, 403, 500}) {
         m_server.script(usageTarget, {{status, usage.body}});
@@ -239,13 +232,6 @@ TEST_F(OAuthFetcherTest, ANewTokenServesEvenWhenItCannotBeStored) {
     m_server.script(usageTarget, {{401}, usage});
     EXPECT_EQ(resultOf(m_fetcher->fetchUsage()).first.fiveHourUsagePct, 62);
     EXPECT_EQ(stored().accessToken, "secret-a1");
-}
-
-TEST_F(OAuthFetcherTest, ATokenThatIsNotReplacedStays) {
-    m_server.script(usageTarget, {{401}, usage});
-    m_server.script(tokenTarget, {{200, R"({"access_token":"secret-a2"})"}});
-    resultOf(m_fetcher->fetchUsage());
-    EXPECT_EQ(stored(), (OAuthCredentials{"secret-a2", "secret-r1", test::at("2025-06-10T20:00:00Z")}));
 }
 
 TEST_F(OAuthFetcherTest, OfTwoRenewalsTheLaterOneStays) {

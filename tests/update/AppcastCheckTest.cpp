@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "update/AppcastCheck.h"
 
-#include "model/Version.h"
 #include "net/HttpClient.h"
 #include "support/Outcome.h"
 #include "support/ScriptedServer.h"
@@ -43,15 +42,6 @@ protected:
     ScriptedServer m_server;
     HttpClient m_http;
 };
-
-TEST_F(CheckAppcastTest, ComparesWithThisProgramsVersion) {
-    const QByteArray own(version().data(), static_cast<qsizetype>(version().size()));
-    EXPECT_EQ(answering({200, element(own)}), (AppcastVerdict{Kind::upToDate}));
-    EXPECT_EQ(answering({200, element(own + ".1")}).kind, Kind::newerVersion);
-    ASSERT_EQ(m_server.requests().size(), 2U);
-    EXPECT_EQ(m_server.requests().front().method, "GET");
-    EXPECT_EQ(m_server.requests().front().target, target);
-}
 
 TEST_F(CheckAppcastTest, OnlyTheBodyDecides) {
     const struct {

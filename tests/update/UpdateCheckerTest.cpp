@@ -4,7 +4,6 @@
 
 #include "support/ManualScheduler.h"
 #include "support/WaitFor.h"
-#include "update/UserDriverDelegate.h"
 
 #include <gtest/gtest.h>
 
@@ -28,10 +27,6 @@ protected:
             EXPECT_EQ(std::this_thread::get_id(), m_mainThread);
             m_announced.push_back(state);
         });
-    }
-    void notFound() {
-        m_checker.updaterDidNotFindUpdate();
-        QCoreApplication::processEvents();
     }
 
     std::thread::id m_mainThread = std::this_thread::get_id();
@@ -73,16 +68,6 @@ TEST_F(UpdateCheckerTest, EachEventLeadsToItsStateFromAnyOther) {
     }
 }
 
-TEST_F(UpdateCheckerTest, AnythingMayFollowTheAnnouncementOfTheReturn) {
-    QObject::connect(&m_checker, &UpdateChecker::stateChanged, &m_checker, [this](State state) {
-        if (state == State::idle)
-            m_checker.setState(State::checking);
-    });
-    notFound();
-    m_scheduler.advance(5s);
-    EXPECT_EQ(m_checker.state(), State::checking);
-}
-
 TEST_F(UpdateCheckerTest, CallsFromOtherThreadsTakeEffectOnTheMainOne) {
     std::vector<std::jthread> callers;
     for (int i = 0; i < 4; ++i)
@@ -111,28 +96,6 @@ TEST(UpdateCheckerGoingTest, NothingComesAfterItsEnd) {
     }
     EXPECT_TRUE(scheduler.intervals().empty());
     QCoreApplication::processEvents();
-}
-
-TEST(UserDriverDelegateTest, WhoAskedGetsTheProgramAndEveryoneElseANotification) {
-    int activations = 0;
-    QStringList notified;
-    UserDriverDelegate delegate([&] { ++activations; },
-                                [&](const QString &version) { notified.append(version); });
-    EXPECT_TRUE(delegate.supportsGentleScheduledUpdateReminders());
-
-    std::jthread([&delegate] {
-        delegate.standardUserDriverWillHandleShowingUpdate(false, {QStringLiteral("<b>2.0</b>")}, {false});
-    }).join();
-    EXPECT_TRUE(notified.isEmpty()) << "before the main thread had a turn";
-    QCoreApplication::processEvents();
-    EXPECT_EQ(notified, QStringList{QStringLiteral("<b>2.0</b>")});
-    EXPECT_EQ(activations, 0);
-
-    delegate.standardUserDriverWillHandleShowingUpdate(true, {QStringLiteral("2.0")}, {true});
-    EXPECT_EQ(activations, 0) << "before the main thread had a turn";
-    QCoreApplication::processEvents();
-    EXPECT_EQ(activations, 1);
-    EXPECT_EQ(notified.size(), 1);
 }
 
 } // namespace
