@@ -68,8 +68,7 @@ public:
         addHistory();
         if (entries > 0)
             addEntries(entries);
-        logIn();
-        answerUsage(67);
+        logIn(67);
         settle();
         if (!waitFor([&] { return m_state.historicalData().messageCount > entries; }, 1min))
             throw std::runtime_error("the history did not come");
