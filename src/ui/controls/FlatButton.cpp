@@ -18,8 +18,14 @@ FlatButton::FlatButton(const QString &text, const Look &look, QWidget *parent)
 }
 
 QSize FlatButton::sizeHint() const {
-    const QSize words = fontMetrics().size(Qt::TextShowMnemonic, text());
-    return words + 2 * m_look.padding;
+    const auto room = [this](const QFont &font) {
+        return QFontMetrics(font, this).size(Qt::TextShowMnemonic, text());
+    };
+    return room(font()).expandedTo(room(chosenFont())) + 2 * m_look.padding;
+}
+
+QFont FlatButton::chosenFont() const {
+    return m_look.chosenText ? fontOf(*m_look.chosenText).resolve(font()) : font();
 }
 
 QColor ThemeColors::*FlatButton::groundNow() const {
@@ -48,6 +54,7 @@ void FlatButton::paintEvent(QPaintEvent *) {
     }
     const bool chosen = isCheckable() && isChecked();
     painter.setPen(chosen ? colors.text : colors.*m_look.restingText);
+    painter.setFont(chosen ? chosenFont() : font());
     const bool showsMnemonic = style()->styleHint(QStyle::SH_UnderlineShortcut, nullptr, this) != 0;
     painter.drawText(rect(), Qt::AlignCenter | (showsMnemonic ? Qt::TextShowMnemonic : Qt::TextHideMnemonic),
                      text());

@@ -8,6 +8,8 @@
 #include <QPushButton>
 #include <QSize>
 
+#include <optional>
+
 namespace burnwick {
 
 /// A button that is but its text on a rounded ground. Text is secondary to what it does, so it carries its
@@ -20,7 +22,8 @@ public:
     /// How such a button looks; grounds and text as roles of the theme.
     struct Look {
         TextStyle text = TextStyle::body;
-        QSize padding; ///< at each side and at top and bottom
+        std::optional<TextStyle> chosenText = {}; ///< while checked; there is always room for it
+        QSize padding;                            ///< at each side and at top and bottom
         int radius = 6;
         QColor ThemeColors::*ground = nullptr; ///< at rest; none when absent
         QColor ThemeColors::*hovered = nullptr;
@@ -41,6 +44,7 @@ protected:
 
 private:
     [[nodiscard]] QColor ThemeColors::*groundNow() const;
+    [[nodiscard]] QFont chosenFont() const;
 
     Look m_look;
 };

@@ -6,8 +6,9 @@ namespace burnwick {
 
 namespace {
 
-FlatButton::Look choiceLook(TextStyle text, QSize padding, int radius) {
+FlatButton::Look choiceLook(TextStyle text, TextStyle chosenText, QSize padding, int radius) {
     return {.text = text,
+            .chosenText = chosenText,
             .padding = padding,
             .radius = radius,
             .hovered = &ThemeColors::hover,
@@ -18,13 +19,13 @@ FlatButton::Look choiceLook(TextStyle text, QSize padding, int radius) {
 } // namespace
 
 TabButton::TabButton(const QString &label, QWidget *parent)
-    : FlatButton(label, choiceLook(TextStyle::label, {14, 6}, 8), parent) {
+    : FlatButton(label, choiceLook(TextStyle::label, TextStyle::labelStrong, {14, 6}, 8), parent) {
     setCheckable(true);
     setAutoExclusive(true); // assistive technology then takes it for one of several choices
 }
 
 FilterButton::FilterButton(const QString &label, QWidget *parent)
-    : FlatButton(label, choiceLook(TextStyle::body, {10, 5}, 6), parent) {
+    : FlatButton(label, choiceLook(TextStyle::body, TextStyle::bodyStrong, {10, 5}, 6), parent) {
     setCheckable(true);
     setAutoExclusive(true);
 }
