@@ -15,8 +15,8 @@
 
 namespace burnwick {
 
-/// A service of a desktop on a connection of its own to the tests' bus. It answers all calls to its object and
-/// to those below.
+/// A service of a desktop on a connection of its own to the tests' bus. It answers all calls to its object
+/// and to those below.
 class FakeService : public QDBusVirtualObject {
 public:
     ~FakeService() override { leave(); }
