@@ -167,6 +167,11 @@ TEST_P(SettingsSceneTest, OffersWhatTheAuthorisationCallsFor) {
     const QStringList names = namesIn(openView());
     for (const QString &control : {u"Enabled"_qs, u"Open Settings"_qs, u"Allow"_qs})
         EXPECT_EQ(names.contains(control), control == GetParam().control) << control.toStdString();
+    for (const auto *button : m_view->findChildren<QAbstractButton *>()) {
+        if (button->text() == GetParam().control) {
+            EXPECT_EQ(button->size(), button->sizeHint()) << "it comes whole";
+        }
+    }
     EXPECT_EQ(test::namesWithoutRole(*m_view).join(u'\n').toStdString(), "");
 }
 
