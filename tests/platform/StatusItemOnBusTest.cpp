@@ -5,6 +5,7 @@
 #include "platform/StatusItemTestContent.h"
 #include "platform/linux/OneEntryMenu.h"
 #include "platform/linux/StatusNotifierTypes.h"
+#include "support/LogCapture.h"
 #include "support/WaitFor.h"
 
 #include <gtest/gtest.h>
@@ -113,10 +114,14 @@ TEST(StatusItemOnBus, ShowsALabelAndAMenuOnGnome) {
 }
 
 TEST(StatusItemOnBus, FollowsAChangeOfTheHost) {
+    const test::LogCapture log;
     ShownItem shown("gnome-shell");
+    EXPECT_EQ(log.lines(), QStringList());
     shown.watcher.dropName();
     shown.watcher.takeName("kded5");
     ASSERT_TRUE(shown.watcher.waitForItems(1));
+    EXPECT_EQ(log.lines(), QStringList{u"there is no status area now; the item appears once there is one"_qs})
+        << "true of a panel that ends, too";
     EXPECT_EQ(shown.menuPath(), "/NO_DBUSMENU");
     EXPECT_EQ(shown.watcher.callMenu(QStringLiteral("AboutToShow"), {0}).type(), QDBusMessage::ErrorMessage);
     EXPECT_EQ(shown.text("XAyatanaLabel"), "");

@@ -39,7 +39,7 @@ void LinuxStatusItem::appear() {
 void LinuxStatusItem::showInTray() {
     if (m_service->isConnected() && !m_absenceTold && !QSystemTrayIcon::isSystemTrayAvailable()) {
         m_absenceTold = true;
-        qCInfo(statusItemLog, "no status area has been found so far; the item appears once there is one");
+        qCInfo(statusItemLog, "there is no status area now; the item appears once there is one");
     }
     if (!m_tray && XEmbedTray::isPossible())
         m_tray = std::make_unique<XEmbedTray>(*m_content, [this] { activate({}); });
