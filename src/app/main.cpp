@@ -76,6 +76,10 @@ int main(int argc, char **argv) {
         std::cout << information->toStdString();
         return burnwick::exitSuccess;
     }
+    if (!burnwick::platform::hasDisplay()) {
+        std::cerr << "burnwick: There is no display. In a terminal burnwick-report prints the figures.\n";
+        return burnwick::exitFailure;
+    }
     burnwick::platform::forgoSilentServices();
     const burnwick::StartupActivation activation = burnwick::platform::startupActivation();
     QApplication application(argc, argv);

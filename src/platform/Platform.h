@@ -47,6 +47,10 @@ openDirectoryEventSource(const std::filesystem::path &path);
 /// Needs a running application object.
 [[nodiscard]] std::unique_ptr<ApplicationInstance> makeApplicationInstance();
 
+/// Whether anything tells this process where to show windows. Where nothing does, Qt would end it in a crash
+/// as soon as it makes its application object.
+[[nodiscard]] bool hasDisplay();
+
 /// Has this process do without desktop services that would keep it waiting without limit. Takes a moment, or
 /// 2 s where there are such. Before there is an application object, and before anything else of this process
 /// uses the desktop's services.

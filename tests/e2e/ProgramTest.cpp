@@ -67,6 +67,19 @@ TEST_F(ProgramTest, ACrashWouldLeaveNoTokensBehind) {
     EXPECT_EQ(programs.rlim_max, limit.rlim_max) << "of use to programs started from it";
 }
 
+TEST_F(ProgramTest, WithoutADisplayItPointsToTheReport) {
+    QProcessEnvironment environment = m_program.processEnvironment();
+    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        environment.remove(QLatin1String(name));
+    m_program.setProcessEnvironment(environment);
+    m_program.start(QStringLiteral(BURNWICK_PROGRAM), QStringList());
+    ASSERT_TRUE(m_program.waitForFinished(10'000));
+    EXPECT_EQ(m_program.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(m_program.exitCode(), 1);
+    EXPECT_EQ(m_program.readAll(),
+              "burnwick: There is no display. In a terminal burnwick-report prints the figures.\n");
+}
+
 TEST_F(ProgramTest, AnOverflowOfTheSumsIsSaidInOneLine) {
     const Instant now = std::chrono::system_clock::now();
     const std::string half = usageLine("2025-06-10T12:00:00.0Z", INT64_MAX, 0);
