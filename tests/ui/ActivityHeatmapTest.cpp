@@ -182,6 +182,11 @@ TEST(ActivityHeatmapViewTest, TheDayUnderThePointerSaysItsTokens) {
     EXPECT_EQ(QToolTip::text(), QStringLiteral("Nov 20: no tokens"));
     EXPECT_NE(pictureOf(view).pixelColor(edge), outline);
     EXPECT_EQ(pictureOf(view).pixelColor(edge - QPoint(0, 14)), outline);
+
+    view.setActivity({{today, 1'300'000}}, today, today);
+    EXPECT_EQ(QToolTip::text(), QStringLiteral("Nov 20: before the chosen period"));
+    EXPECT_EQ(view.accessibleName(),
+              QStringLiteral("Activity since Nov 21: 1 active day, most on Nov 21 with 1.3M tokens"));
 }
 
 } // namespace

@@ -118,6 +118,7 @@ TEST_F(DashboardTest, FiltersAndTabsAreChosenAndAClosedWindowOpensOnTheFirstTab)
     EXPECT_TRUE(button(window, "7d").isChecked());
     EXPECT_FALSE(button(window, "All").isChecked());
     EXPECT_TRUE(anyStartsWith(namesIn(window), "Active days: 7"));
+    EXPECT_TRUE(anyStartsWith(namesIn(window), "Activity since Jun 3: 7 active days"));
 
     QTest::keyClick(&window, Qt::Key_2, Qt::ControlModifier);
     EXPECT_TRUE(button(window, "Models").isChecked());

@@ -79,7 +79,7 @@ TEST_P(HostileTextTest, NamesTheFavoriteModel) {
     HistoricalData history;
     history.favoriteModel = m_hostile.text;
     OverviewTab tab;
-    tab.setValues(history, 0, {});
+    tab.setValues(history, 0, {}, {});
     HostileText shown = m_hostile;
     shown.shown.erase(0, shown.shown.rfind('/') + 1); // what is before it is the vendor
     expectHarmless(tab, shown);

@@ -34,10 +34,12 @@ ActivityHeatmapView::ActivityHeatmapView(int cellSize, int gap, int weeks, QWidg
     setFixedSize(heatmapSize(m_layout.measures));
 }
 
-void ActivityHeatmapView::setActivity(const DailyActivity &activity, LocalDay today) {
-    if (m_today == today && m_activity == activity)
+void ActivityHeatmapView::setActivity(const DailyActivity &activity, LocalDay today,
+                                      std::optional<LocalDay> first) {
+    if (m_today == today && m_first == first && m_activity == activity)
         return;
     m_activity = activity;
+    m_first = first;
     m_today = today;
     showActivity();
 }
@@ -47,9 +49,10 @@ void ActivityHeatmapView::showActivity() {
         return;
     const HeatmapMeasures measures = m_layout.measures;
     m_layout = layoutHeatmap(m_activity, *m_today, measures, QFontMetricsF(font(), this));
-    setAccessibleName(QStringLiteral("Activity of the last %1 weeks: %2")
-                          .arg(measures.weeks)
-                          .arg(activitySummary(m_activity, m_layout.cells.front().day, *m_today)));
+    const QString period = m_first ? QLatin1String("since ") + dayText(*m_first)
+                                   : QStringLiteral("of the last %1 weeks").arg(measures.weeks);
+    setAccessibleName(QStringLiteral("Activity %1: %2")
+                          .arg(period, activitySummary(m_activity, m_layout.cells.front().day, *m_today)));
     partsChanged();
 }
 
@@ -63,7 +66,9 @@ QRect ActivityHeatmapView::zoneOf(std::size_t part) const {
 
 QString ActivityHeatmapView::tipOf(std::size_t part) const {
     const HeatmapLayout::Cell &cell = m_layout.cells[part];
-    return dayText(cell.day) + QLatin1String(": ") + roundedTokensText(cell.count);
+    const bool leftOut = m_first && cell.day < *m_first;
+    return dayText(cell.day) + QLatin1String(": ") +
+           (leftOut ? QStringLiteral("before the chosen period") : roundedTokensText(cell.count));
 }
 
 void ActivityHeatmapView::changeEvent(QEvent *event) {

@@ -15,8 +15,9 @@ public:
     /// Of `weeks` columns; sizes in logical pixels.
     explicit ActivityHeatmapView(int cellSize, int gap, int weeks, QWidget *parent = nullptr);
 
-    /// Today is the last cell. Repaints only when the values differ.
-    void setActivity(const DailyActivity &activity, LocalDay today);
+    /// Today is the last cell. Of the days before the first one, if there is such, nothing is known: a filter
+    /// leaves them out. Repaints only when the values differ.
+    void setActivity(const DailyActivity &activity, LocalDay today, std::optional<LocalDay> first = {});
 
 protected:
     [[nodiscard]] std::optional<std::size_t> partAt(QPointF point) const override;
@@ -29,6 +30,7 @@ private:
     void showActivity();
 
     DailyActivity m_activity;
+    std::optional<LocalDay> m_first;
     std::optional<LocalDay> m_today; ///< nothing is shown before it is known
     HeatmapLayout m_layout;
 };

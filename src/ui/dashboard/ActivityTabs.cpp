@@ -104,11 +104,12 @@ OverviewTab::OverviewTab(QWidget *parent)
     column->addWidget(card, 1);
 }
 
-void OverviewTab::setValues(const HistoricalData &history, double sessionCost, LocalDay today) {
+void OverviewTab::setValues(const HistoricalData &history, double sessionCost, LocalDay today,
+                            std::optional<LocalDay> first) {
     const auto figures = statFigures(history, sessionCost);
     for (std::size_t i = 0; i < figures.size(); ++i)
         m_tiles[i]->setValue(textOf(figures[i].value));
-    m_heatmap->setActivity(history.dailyActivity, today);
+    m_heatmap->setActivity(history.dailyActivity, today, first);
 }
 
 ModelsTab::ModelsTab(QWidget *parent)

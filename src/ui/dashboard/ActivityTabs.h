@@ -8,6 +8,7 @@
 #include <QWidget>
 
 #include <array>
+#include <optional>
 #include <tuple>
 #include <vector>
 
@@ -28,8 +29,10 @@ class OverviewTab final : public QWidget {
 public:
     explicit OverviewTab(QWidget *parent = nullptr);
 
-    /// The cost is the current session's, in dollars.
-    void setValues(const HistoricalData &history, double sessionCost, LocalDay today);
+    /// The cost is the current session's, in dollars. The first day is the one with which the history's
+    /// period begins, if it does.
+    void setValues(const HistoricalData &history, double sessionCost, LocalDay today,
+                   std::optional<LocalDay> first);
 
 private:
     std::array<StatTile *, std::tuple_size_v<decltype(statFigures({}, 0))>> m_tiles{};

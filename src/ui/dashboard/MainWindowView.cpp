@@ -6,6 +6,7 @@
 #include "model/Calendar.h"
 #include "model/Clock.h"
 #include "model/DisplayFormat.h"
+#include "model/TimeFilter.h"
 #include "prefs/PreferencesManager.h"
 #include "state/AppState.h"
 #include "ui/controls/ChoiceGroup.h"
@@ -37,6 +38,12 @@ constexpr int rightColumnWidth = 760;
 
 /// In the order of the tabs.
 constexpr int overview = 0;
+
+/// The first day that the filter takes, at least in part; none when it takes all.
+std::optional<LocalDay> firstDayOf(TimeFilter filter, Instant now, const Calendar &calendar) {
+    const auto cutOff = cutOffOf(filter, now, calendar);
+    return cutOff ? std::optional(calendar.dayOf(*cutOff)) : std::nullopt;
+}
 
 } // namespace
 
@@ -178,7 +185,8 @@ void MainWindowView::showState() {
     const Instant now = m_services.clock.now();
     const LocalDay today = m_services.calendar.dayOf(now);
     m_liveColumn->setValues(state, now);
-    m_overview->setValues(state.historicalData(), state.sessionCost(), today);
+    m_overview->setValues(state.historicalData(), state.sessionCost(), today,
+                          firstDayOf(state.timeFilter(), now, m_services.calendar));
     m_models->setValues(state.historicalData(), today);
     m_filters->button(static_cast<int>(state.timeFilter()))->setChecked(true);
     m_accountBar->setStatus(state.oauthStatus());
