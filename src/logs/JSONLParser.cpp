@@ -217,7 +217,8 @@ double JSONLParser::calculateBurnRate(std::span<const JSONLEntry> entries) {
     // One dated entry has no span either.
     if (!first || *last <= *first)
         return 0;
-    const double minutes = std::chrono::duration<double>(*last - *first).count() / 60;
+    constexpr double nanosecondsPerMinute = 60e9;
+    const double minutes = static_cast<double>(nanosecondsBetween(*first, *last)) / nanosecondsPerMinute;
     return static_cast<double>(tokens) / minutes;
 }
 

@@ -37,10 +37,7 @@ std::string secondsText(Instant instant) {
 std::uint64_t secondsUntil(Instant instant, Instant now) {
     if (instant <= now)
         return 0;
-    // The distance of two instants may exceed what their signed counts can hold, but not the unsigned range.
-    const auto nanoseconds = static_cast<std::uint64_t>(instant.time_since_epoch().count()) -
-                             static_cast<std::uint64_t>(now.time_since_epoch().count());
-    return nanoseconds / 1'000'000'000;
+    return nanosecondsBetween(now, instant) / 1'000'000'000;
 }
 
 } // namespace
