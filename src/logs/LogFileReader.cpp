@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <optional>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -30,9 +31,12 @@ public:
     OpenFile(const OpenFile &) = delete;
     OpenFile &operator=(const OpenFile &) = delete;
 
-    [[nodiscard]] bool isRegular() const {
+    /// None for anything but a regular file.
+    [[nodiscard]] std::optional<std::size_t> size() const {
         struct stat status {};
-        return m_descriptor >= 0 && ::fstat(m_descriptor, &status) == 0 && S_ISREG(status.st_mode);
+        if (m_descriptor < 0 || ::fstat(m_descriptor, &status) != 0 || !S_ISREG(status.st_mode))
+            return std::nullopt;
+        return static_cast<std::size_t>(std::max<off_t>(status.st_size, 0));
     }
     ssize_t read(char *data, std::size_t size) const {
         ssize_t count = 0;
@@ -59,9 +63,18 @@ LogFileReader::LogFileReader(LineSelection selection, std::size_t blockSize, std
 
 std::vector<JSONLEntry> LogFileReader::readFile(const std::string &file, const std::stop_token &stop) {
     const OpenFile open(file);
-    if (!open.isRegular())
+    const auto size = open.size();
+    if (!size)
         return {};
-    return read([&open](char *data, std::size_t size) { return open.read(data, size); }, stop);
+    // No further than it reached when it was opened: a file that grows as fast as it is read has no end, nor
+    // have some of the kernel's.
+    std::size_t left = *size;
+    const auto source = [&open, &left](char *data, std::size_t room) {
+        const ssize_t count = open.read(data, std::min(room, left));
+        left -= static_cast<std::size_t>(std::max<ssize_t>(count, 0));
+        return count;
+    };
+    return read(source, stop);
 }
 
 std::vector<JSONLEntry> LogFileReader::read(const BlockReader::Read &source, const std::stop_token &stop) {

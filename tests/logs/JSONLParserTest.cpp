@@ -84,10 +84,11 @@ TEST_F(JSONLParserTest, WhatIsNoRegularFileCountsAsFoundAndYieldsNothingAtOnce) 
     std::filesystem::create_symlink("nowhere", projects / "dangling.jsonl");
     std::filesystem::create_symlink("loop.jsonl", projects / "loop.jsonl");
     std::filesystem::create_symlink(log, projects / "link.jsonl");
+    std::filesystem::create_symlink("/proc/self/pagemap", projects / "endless.jsonl"); // by its mode a file
     std::filesystem::create_directory_symlink(projects, projects / "directory.jsonl" / "up");
 
     const LogHistory history = parser().parseAllEntries();
-    EXPECT_EQ(history.fileCount, 6);
+    EXPECT_EQ(history.fileCount, 7);
     EXPECT_EQ(inputs(history.entries), (std::vector<std::int64_t>{1, 1})); // the log and the link to it
     EXPECT_EQ(inputs(parser().parseRecentEntries()), (std::vector<std::int64_t>{1, 1}));
 }
@@ -210,6 +211,8 @@ TEST(BurnRate, IsTokensPerMinuteFromTheFirstToTheLastOfTheList) {
         {"one without a fraction", at0 + usageLine("2025-06-01T12:10:00Z", 200, 150), 0},
         {"undated ones do not count", at0 + usageLine("?", 999, 0) + at5, 30},
         {"back and forth", at0 + at10 + at0 + at5, 130},
+        {"further apart than nanoseconds count",
+         usageLine("1678-01-01T00:00:00.0Z", 307'152'000, 0) + usageLine("2261-12-31T00:00:00.0Z", 0, 0), 1},
     };
     for (const auto &row : rows)
         EXPECT_DOUBLE_EQ(JSONLParser::calculateBurnRate(entriesOf(row.lines)), row.rate) << row.what;
