@@ -25,6 +25,9 @@ Q_LOGGING_CATEGORY(defaultsLog, "burnwick.defaults")
 
 constexpr QFile::Permissions readableByOwner = QFile::ReadOwner | QFile::WriteOwner;
 
+/// Far beyond what all settings need; a larger file is none of ours.
+constexpr qint64 largestFile = 1024 * 1024;
+
 enum class FileState { readable, corrupt, unreadable };
 
 struct FileContents {
@@ -67,9 +70,11 @@ FileContents readFile(const QString &path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return {FileState::unreadable, {}, file.errorString()};
-    const QByteArray text = file.readAll();
+    const QByteArray text = file.read(largestFile + 1);
     if (file.error() != QFileDevice::NoError)
         return {FileState::unreadable, {}, file.errorString()};
+    if (text.size() > largestFile)
+        return {FileState::unreadable, {}, QStringLiteral("it is larger than a megabyte")};
     return parseFile(text);
 }
 

@@ -12,7 +12,9 @@
 #include <algorithm>
 #include <limits>
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace burnwick {
 namespace {
@@ -175,6 +177,10 @@ TEST(UserDefaults, AnUnreadableFileIsLeftAlone) {
         {"a pipe", [](const char *path) { return mkfifo(path, 0600); }},
         {"a regular file that fails to be read",
          [](const char *path) { return symlink("/proc/self/mem", path); }},
+        {"one that is larger than all settings",
+         [](const char *path) {
+             return close(open(path, O_CREAT | O_WRONLY, 0600)) | truncate(path, 1 << 21);
+         }},
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(row.what);
