@@ -174,9 +174,13 @@ TEST_F(HttpClientTest, AStatusCountsEvenWhenItsBodyIsBroken) {
 
 TEST_F(HttpClientTest, BodiesHaveALimit) {
     const QByteArray large(1 << 20, 'x');
-    script({{200, large}, {200, large + 'x'}, {200, large, {}, Ending::endless}});
+    script({{200, large},
+            {200, large + 'x'},
+            {200, large, {}, Ending::endless},
+            {200, large, {{"Content-Encoding", "gzip"}}, Ending::endless}});
     EXPECT_EQ(response().body, large);
-    for (int i = 0; i < 2; ++i)
+    EXPECT_EQ(m_server.requests().back().header("Accept-Encoding"), "identity");
+    for (int i = 0; i < 3; ++i)
         EXPECT_EQ(errorOf<TransportError>(m_client.send(request())).kind(), Kind::tooLarge);
 }
 
