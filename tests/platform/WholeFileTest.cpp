@@ -5,7 +5,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <cstring>
+
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 namespace burnwick {
@@ -77,6 +81,34 @@ TEST(WholeFile, TheOwnerIsKeptOrTheOldFile) {
         EXPECT_EQ(modeOf(file), row.mode);
         EXPECT_EQ(test::entriesOf(directory.path()), 1);
     }
+}
+
+/// With a list, the mode's bits for the group say what others than the group may do.
+TEST(WholeFile, AnAccessListIsKeptAndNoneIsInherited) {
+    struct Entry {
+        std::uint16_t tag, permissions;
+        std::uint32_t id;
+    };
+    const struct {
+        std::uint32_t version;
+        Entry owner, user, group, mask, others;
+    } list{2, {1, 6, ~0U}, {2, 4, 1234}, {4, 0, ~0U}, {16, 4, ~0U}, {32, 0, ~0U}};
+    const test::TemporaryDirectory directory;
+    const fs::path listed = directory.path() / "listed";
+    const fs::path plain = directory.path() / "plain";
+    test::writeFile(listed, "old");
+    test::writeFile(plain, "old");
+    constexpr const char *access = "system.posix_acl_access";
+    if (::setxattr(listed.c_str(), access, &list, sizeof list, 0) != 0)
+        GTEST_SKIP() << "the file system has no access lists";
+    EXPECT_EQ(replaceWholeFile(listed, "new"), std::error_code());
+    ASSERT_EQ(::setxattr(directory.path().c_str(), "system.posix_acl_default", &list, sizeof list, 0), 0);
+    EXPECT_EQ(replaceWholeFile(plain, "new"), std::error_code());
+    auto kept = list;
+    kept.version = 0;
+    EXPECT_EQ(::getxattr(listed.c_str(), access, &kept, sizeof kept), ssize_t{sizeof list});
+    EXPECT_EQ(std::memcmp(&kept, &list, sizeof list), 0);
+    EXPECT_LT(::getxattr(plain.c_str(), access, nullptr, 0), 0);
 }
 
 TEST(WholeFile, NothingButAFileIsReplaced) {

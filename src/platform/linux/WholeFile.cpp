@@ -12,6 +12,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 namespace burnwick {
@@ -62,24 +63,46 @@ std::string temporaryName(const std::string &name) {
     return "." + name + "." + digits.data();
 }
 
-/// Gives the new file the old one's owner, group and mode; false when it cannot have the owner.
-bool takeAfter(const struct stat &old, int fd) {
+struct OldFile {
+    const Descriptor &file;
+    struct stat status {};
+};
+
+/// Gives the new file the old one's access list, or none. Where there is one, the mode's bits for the group
+/// are those of the most that the list grants, and the group itself may have less.
+bool takeAccessList(int old, int fd) {
+    constexpr const char *name = "system.posix_acl_access";
+    const auto isNone = [] { return errno == ENODATA || errno == EOPNOTSUPP; };
+    const ssize_t size = ::fgetxattr(old, name, nullptr, 0);
+    if (size < 0)
+        // The folder may have given it one.
+        return isNone() && (::fremovexattr(fd, name) == 0 || isNone());
+    std::string list(static_cast<std::size_t>(size), '\0');
+    return ::fgetxattr(old, name, list.data(), list.size()) == size &&
+           ::fsetxattr(fd, name, list.data(), list.size(), 0) == 0;
+}
+
+/// Gives the new file the old one's owner, group, access list and mode; false when it cannot have the owner
+/// or the list.
+bool takeAfter(const OldFile &old, int fd) {
     struct stat now {};
     if (::fstat(fd, &now) != 0)
         return false;
-    mode_t mode = old.st_mode & 07777U;
-    if (now.st_uid != old.st_uid && ::fchown(fd, old.st_uid, static_cast<gid_t>(-1)) != 0)
+    const struct stat &was = old.status;
+    mode_t mode = was.st_mode & 07777U;
+    if (now.st_uid != was.st_uid && ::fchown(fd, was.st_uid, static_cast<gid_t>(-1)) != 0)
         return false;
-    if (now.st_gid != old.st_gid && ::fchown(fd, static_cast<uid_t>(-1), old.st_gid) != 0)
+    if (now.st_gid != was.st_gid && ::fchown(fd, static_cast<uid_t>(-1), was.st_gid) != 0)
         mode &= S_IRWXU;
+    else if (!takeAccessList(old.file.get(), fd))
+        return false;
     return ::fchmod(fd, mode) == 0;
 }
 
 /// Leaves the error in errno.
-bool writeBeside(int directory, const std::string &temporary, const struct stat &old,
-                 std::string_view contents) {
+bool writeBeside(int directory, const std::string &temporary, const OldFile &old, std::string_view contents) {
     // Read-only where the old file is: the mode counts for those who open the file later.
-    const mode_t mode = old.st_mode & (S_IRUSR | S_IWUSR);
+    const mode_t mode = old.status.st_mode & (S_IRUSR | S_IWUSR);
     Descriptor file(
         ::openat(directory, temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
     return file.isOpen() && writeAll(file.get(), contents) && takeAfter(old, file.get()) &&
@@ -120,10 +143,12 @@ std::error_code replaceWholeFile(const std::filesystem::path &file, std::string_
     // Everything below is done relative to the directory, which may be moved meanwhile.
     const Descriptor directory(::open(target.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     const std::string name = target.filename();
-    struct stat old {};
-    if (!directory.isOpen() || ::fstatat(directory.get(), name.c_str(), &old, AT_SYMLINK_NOFOLLOW) != 0)
+    const Descriptor present(
+        ::openat(directory.get(), name.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_NOFOLLOW | O_CLOEXEC));
+    OldFile old{present};
+    if (!present.isOpen() || ::fstat(present.get(), &old.status) != 0)
         return lastError();
-    if (!S_ISREG(old.st_mode))
+    if (!S_ISREG(old.status.st_mode))
         return std::make_error_code(std::errc::invalid_argument);
 
     const std::string temporary = temporaryName(name);
