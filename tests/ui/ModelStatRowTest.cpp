@@ -142,6 +142,9 @@ TEST(ModelsTabTest, ShowsItsRowsHoweverManyThereWereBefore) {
                 rows, [](const auto *row) { return row->visibleRegion().boundingRect() == row->rect(); });
         })) << count;
     }
+    history.modelStats.assign(5'000, ModelStat{"model", 1, 1, 50});
+    tab.setValues(history, LocalDay{});
+    EXPECT_EQ(tab.findChildren<ModelStatRowView *>().size(), 1'000);
 }
 
 } // namespace

@@ -18,6 +18,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <span>
 
 namespace burnwick {
 
@@ -142,7 +143,9 @@ ModelsTab::ModelsTab(QWidget *parent)
 }
 
 void ModelsTab::setValues(const HistoricalData &history, LocalDay today) {
-    const std::vector<ModelStat> &stats = history.modelStats;
+    // Thousands of names are no models, and a row for each of them would keep the window from answering.
+    constexpr std::size_t mostRows = 1000;
+    const std::span stats(history.modelStats.begin(), std::min(history.modelStats.size(), mostRows));
     const bool sameCount = m_rows.size() == stats.size();
     while (m_rows.size() > stats.size()) {
         delete m_rows.back();
