@@ -7,6 +7,7 @@
 #include <condition_variable>
 #include <deque>
 #include <mutex>
+#include <system_error>
 #include <utility>
 
 namespace burnwick {
@@ -112,8 +113,12 @@ void FileMonitor::start() {
     auto source = m_open(m_path);
     if (!source)
         return;
-    if (!m_thread.joinable())
-        m_thread = std::thread([worker = m_worker] { worker->run(); });
+    try {
+        if (!m_thread.joinable())
+            m_thread = std::thread([worker = m_worker] { worker->run(); });
+    } catch (const std::system_error &) {
+        return; // No more threads are to be had; perhaps with the next start.
+    }
     m_worker->add(std::move(source));
 }
 

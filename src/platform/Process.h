@@ -7,7 +7,8 @@
 namespace burnwick::platform {
 
 /// Runs work that may never end on a thread of its own. It must throw nothing and use nothing that others may
-/// destroy. A program with a ProcessScope ends without waiting for it.
+/// destroy. A program with a ProcessScope ends without waiting for it. When the system has no thread left,
+/// the caller does the work.
 void runUnawaited(std::function<void()> work);
 
 /// What holds from a program's first step to its last. The first object in main().

@@ -8,6 +8,7 @@
 
 #include <QMetaObject>
 
+#include <system_error>
 #include <utility>
 
 namespace burnwick {
@@ -118,7 +119,7 @@ void AppState::refreshLocalData() {
     if (m_fileMonitor)
         m_fileMonitor->start(); // the directory may not have been there before
     const Calendar &calendar = m_services.calendar;
-    if (changed)
+    if (changed || (m_historyOutdated && !m_historyJobRunning))
         loadHistory();
     else if (m_history && calendar.dayOf(m_lastUpdated) != calendar.dayOf(m_services.clock.now()))
         recomputeHistory(); // streaks and periods end today, which has become another day
@@ -157,11 +158,12 @@ void AppState::loadHistory() {
         return;
     }
     m_historyJobRunning = true;
+    m_historyOutdated = false;
     std::optional<SettledLogs> settled;
     if (m_history && m_services.clock.now() - m_history->settled.before < settledFor)
         settled = m_history->settled;
 
-    m_historyJob = std::jthread([this, settled, parser = m_services.parser](const std::stop_token &stop) {
+    const auto load = [this, settled, parser = m_services.parser](const std::stop_token &stop) {
         auto loaded = std::make_shared<LogHistory>();
         bool whole = true;
         if (settled) {
@@ -176,7 +178,14 @@ void AppState::loadHistory() {
             return;
         const auto handOver = [this, loaded, whole] { storeHistory(std::move(*loaded), whole); };
         QMetaObject::invokeMethod(this, handOver, Qt::QueuedConnection);
-    });
+    };
+    try {
+        m_historyJob = std::jthread(load);
+    } catch (const std::system_error &) {
+        // No more threads are to be had; the next refresh tries again.
+        m_historyJobRunning = false;
+        m_historyOutdated = true;
+    }
 }
 
 void AppState::storeHistory(LogHistory loaded, bool whole) {

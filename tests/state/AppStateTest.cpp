@@ -1,8 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
+#include "platform/Process.h"
 #include "support/StateFixture.h"
 
 #include <QCoreApplication>
+
+#include <pthread.h>
 
 namespace burnwick {
 namespace {
@@ -67,6 +70,25 @@ TEST_F(AppStateTest, AnnouncesEachChangeBeforeIt) {
     ASSERT_FALSE(seen.empty());
     EXPECT_EQ(seen.front(), 1);
     EXPECT_EQ(m_state.sessionTokens().input, 9);
+}
+
+TEST_F(AppStateTest, WithoutThreadsForThemTheHistoryAndTheWatchComeLater) {
+    m_home.add("a.jsonl", usageLine(now, 1, 0), m_clock.now());
+    pthread_attr_t usual, impossible;
+    ASSERT_EQ(::pthread_getattr_default_np(&usual), 0);
+    ASSERT_EQ(::pthread_getattr_default_np(&impossible), 0);
+    ASSERT_EQ(::pthread_attr_setstacksize(&impossible, std::size_t{1} << 50U), 0);
+    ASSERT_EQ(::pthread_setattr_default_np(&impossible), 0);
+    m_state.start();
+    int unawaited = 0;
+    platform::runUnawaited([&unawaited] { ++unawaited; });
+    EXPECT_EQ(::pthread_setattr_default_np(&usual), 0);
+    EXPECT_EQ(unawaited, 1);
+    EXPECT_EQ(m_state.sessionTokens().input, 1);
+    fireLocalTimer();
+    EXPECT_TRUE(waitFor([&] { return m_state.historicalData().totalTokens.input == 1; }));
+    m_home.add("b.jsonl", usageLine(now, 2, 0), m_clock.now());
+    EXPECT_TRUE(waitFor([&] { return m_state.sessionTokens().input == 3; })) << "it does not watch";
 }
 
 TEST_F(AppStateTest, AFolderThatIsFilledAfterItAppearedIsLookedAtOnceMore) {

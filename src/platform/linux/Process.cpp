@@ -5,6 +5,7 @@
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -27,11 +28,16 @@ void endAtOnceIfWorkRuns(int status, void *) {
 } // namespace
 
 void runUnawaited(std::function<void()> work) {
-    ++worksUnderWay;
-    std::thread([work = std::move(work)] {
+    const auto counted = [work = std::move(work)] {
         work();
         --worksUnderWay;
-    }).detach();
+    };
+    ++worksUnderWay;
+    try {
+        std::thread(counted).detach();
+    } catch (const std::system_error &) {
+        counted(); // No more threads are to be had: rather a pause than no answer.
+    }
 }
 
 ProcessScope::ProcessScope() {
