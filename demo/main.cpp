@@ -4,6 +4,7 @@
 #include "demo/DemoHome.h"
 #include "demo/StandInServices.h"
 #include "model/Clock.h"
+#include "prefs/Theme.h"
 #include "support/LogTreeFixture.h"
 #include "support/ScriptedServer.h"
 
@@ -14,6 +15,7 @@
 #include <QProcess>
 #include <QTimer>
 
+#include <algorithm>
 #include <csignal>
 #include <iostream>
 
@@ -91,5 +93,10 @@ int main(int argc, char **argv) {
     parser.addHelpOption();
     parser.addOption(theme);
     parser.process(application);
-    return burnwick::demo::run(parser.value(theme));
+    const QString chosen = parser.value(theme);
+    if (std::ranges::find(burnwick::allThemes, chosen, burnwick::rawValueOf) == burnwick::allThemes.end()) {
+        std::cerr << "burnwick-demo: there is no theme '" << chosen.toStdString() << "'\n";
+        return 2;
+    }
+    return burnwick::demo::run(chosen);
 }

@@ -31,7 +31,10 @@ public:
         : m_colors(colors) {}
 
     void heading(std::string_view text, std::string_view remark) {
-        m_text += '\n' + bold(text, m_colors) + "  " + dim(remark, m_colors) + '\n';
+        m_text += '\n' + bold(text, m_colors);
+        if (!remark.empty())
+            m_text += "  " + dim(remark, m_colors);
+        m_text += '\n';
     }
     void line(std::string_view printable) {
         m_text += blanks(indentColumns);
