@@ -3,6 +3,7 @@
 #include "fuzz/PlainJson.h"
 
 #include <algorithm>
+#include <string>
 
 namespace burnwick::fuzz {
 
@@ -20,6 +21,13 @@ std::optional<simdjson::dom::element> plainReading(std::string_view text) {
     if (parser.parse(simdjson::padded_string(text)).get(root) != simdjson::SUCCESS)
         return std::nullopt;
     return root;
+}
+
+bool hasByteOrderMark(std::string_view text) {
+    std::string lower(text);
+    std::ranges::transform(lower, lower.begin(),
+                           [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+    return text.find("\xEF\xBB\xBF") != std::string_view::npos || lower.find("\\ufeff") != std::string::npos;
 }
 
 bool mayBeBeyondPlainReading(std::string_view text) {

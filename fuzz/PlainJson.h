@@ -13,6 +13,9 @@ namespace burnwick::fuzz {
 /// The document as simdjson reads it; lives until the next call.
 [[nodiscard]] std::optional<simdjson::dom::element> plainReading(std::string_view text);
 
+/// Whether there is one anywhere, or its escape. Qt drops it from the beginning of a JSON string.
+[[nodiscard]] bool hasByteOrderMark(std::string_view text);
+
 /// Whether the text may have something that is JSON, but beyond what simdjson reads: half of a surrogate
 /// pair, a number of a size or length that does not fit, or nesting to a thousand levels.
 [[nodiscard]] bool mayBeBeyondPlainReading(std::string_view text);
