@@ -215,7 +215,7 @@ TEST_F(OAuthFetcherTest, FailuresOfTheTokenEndpoint) {
     const auto before = m_store.blob;
     m_server.script(usageTarget, {{401}});
     for (const auto &row : rows) {
-        makeFetcher(row.answer.ending == Ending::silence ? 100ms : 10s);
+        makeFetcher(row.answer.ending == Ending::silence ? 1s : 10s);
         m_server.script(tokenTarget, {row.answer});
         const auto attempts = tokensSent().size();
         const auto refreshesBefore = refreshes();
