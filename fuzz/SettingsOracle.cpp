@@ -127,7 +127,8 @@ const char *checkSettings(std::string_view input) {
     }
     const auto valuesBefore = before.isEmpty() ? QJsonObject() : objectIn(before);
     UserDefaults defaults(path);
-    readAll(defaults, valuesBefore.value_or(QJsonObject()));
+    if (!hasByteOrderMark(input))
+        readAll(defaults, valuesBefore.value_or(QJsonObject()));
     defaults.set(key, value);
 
     const QByteArray after = bytesOf(path);
