@@ -34,8 +34,10 @@ std::size_t valueEnd(std::string_view text, std::size_t at) {
 }
 
 QString meaning(std::string_view jsonString) {
-    const QByteArray array = '[' + QByteArray(jsonString.data(), qsizetype(jsonString.size())) + ']';
-    return QJsonDocument::fromJson(array).array().at(0).toString();
+    const std::string_view behindQuote = jsonString.substr(1);
+    // With something before it, or Qt would drop a byte order mark.
+    const QByteArray array = "[\"." + QByteArray(behindQuote.data(), qsizetype(behindQuote.size())) + ']';
+    return QJsonDocument::fromJson(array).array().at(0).toString().mid(1);
 }
 
 } // namespace
