@@ -26,7 +26,7 @@ Q_LOGGING_CATEGORY(defaultsLog, "burnwick.defaults")
 constexpr QFile::Permissions readableByOwner = QFile::ReadOwner | QFile::WriteOwner;
 
 /// Far beyond what all settings need; a larger file is none of ours.
-constexpr qint64 largestFile = 1024 * 1024;
+constexpr qint64 largestFile = qint64{1} << 20U;
 
 enum class FileState { readable, corrupt, unreadable };
 
