@@ -21,6 +21,12 @@ set(CPACK_VERBATIM_VARIABLES ON)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+# simdjson and QCoro change their names with each release of Debian, so that each has a package of its own; the
+# newer release's has the higher version, and an upgrade of the system takes it.
+cmake_host_system_information(RESULT distribution QUERY DISTRIB_INFO)
+if(distribution_ID STREQUAL "debian")
+    set(CPACK_DEBIAN_PACKAGE_VERSION ${PROJECT_VERSION}+deb${distribution_VERSION_ID})
+endif()
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # Loaded as plugins or read as data, which no tool sees in a program.

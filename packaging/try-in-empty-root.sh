@@ -2,10 +2,10 @@
 # SPDX-FileCopyrightText: 2026 The Burnwick developers
 # SPDX-License-Identifier: MIT
 #
-# try-in-empty-root.sh PACKAGE.deb PICTURE.png: installs the package, with the dependencies that it names and
-# nothing else, into a new Debian system in a folder, and starts it there: without a session bus, a keyring or
-# logs. Waits for its window on a virtual display, takes a picture of it, and ends the program.
-# The system is this machine's release from this machine's package sources; it is removed again.
+# try-in-empty-root.sh PACKAGE.deb PICTURE.png [RELEASE]: installs the package, with the dependencies that it
+# names and nothing else, into a new Debian system of that release, by default this machine's, and starts it
+# there: without a session bus, a keyring or logs. Waits for its window on a virtual display, takes a picture of
+# it, and ends the program.
 set -euo pipefail
 
 # Within the new system's namespaces, called by mmdebstrap.
@@ -61,12 +61,6 @@ read -r number <&"$display"
 export DISPLAY=:$number
 unset XAUTHORITY
 
-. /etc/os-release
-shopt -s nullglob
-sources=(/etc/apt/sources.list /etc/apt/sources.list.d/*.list /etc/apt/sources.list.d/*.sources)
-for i in "${!sources[@]}"; do
-    [ -s "${sources[i]}" ] || unset "sources[i]"
-done
-mmdebstrap --quiet --variant=apt --format=null --customize-hook="'$place/try' --in \"\$1\"" \
-    "$VERSION_CODENAME" /dev/null "${sources[@]}"
+release=${3:-$(. /etc/os-release && echo "$VERSION_CODENAME")}
+"$(dirname "$0")/in-new-debian.sh" "$release" "$place/try" --in
 cp "$BURNWICK_PICTURE" "$2"
