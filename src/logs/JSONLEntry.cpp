@@ -24,7 +24,7 @@ constexpr std::array<CountKey, 4> countKeys{{
     {"cache_read_input_tokens", &Usage::cacheReadInputTokens},
 }};
 
-std::string quoted(std::string_view text) {
+std::string jsonString(std::string_view text) {
     std::string json = "\"";
     for (const char c : text) {
         if (c == '"' || c == '\\') {
@@ -46,7 +46,7 @@ class ObjectWriter {
 public:
     void add(const char *key, const std::string &value) {
         m_text += m_text.empty() ? "{" : ",";
-        m_text += quoted(key) + ':' + value;
+        m_text += jsonString(key) + ':' + value;
     }
     [[nodiscard]] std::string finish() const { return m_text.empty() ? "{}" : m_text + '}'; }
 
@@ -92,13 +92,13 @@ std::optional<JSONLEntry::MessageWrapper> JSONLEntry::message() const noexcept {
 std::string encodeEntry(const JSONLEntry &entry) {
     ObjectWriter line;
     if (entry.type().hasValue())
-        line.add("type", quoted(entry.type().view()));
+        line.add("type", jsonString(entry.type().view()));
     if (const auto timestamp = entry.timestamp().text())
-        line.add("timestamp", quoted(*timestamp));
+        line.add("timestamp", jsonString(*timestamp));
     if (const auto message = entry.message()) {
         ObjectWriter messageObject;
         if (message->model.hasValue())
-            messageObject.add("model", quoted(message->model.view()));
+            messageObject.add("model", jsonString(message->model.view()));
         if (message->usage) {
             ObjectWriter usageObject;
             for (const CountKey &count : countKeys) {

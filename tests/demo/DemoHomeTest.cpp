@@ -62,12 +62,12 @@ TEST(DemoHomeTest, IsReadByTheReportAlongWithTheServices) {
         "claudeStatus": [{"status": "operational"}, {"status": "degraded"}],
         "history": {"modelStats": [{}, {}, {}]}
     })");
-    const QJsonValue history = figures[u"history"_qs];
-    EXPECT_GT(history[u"sessionCount"_qs].toInt(), 60);
-    EXPECT_GT(history[u"activeDays"_qs].toInt(), 30);
-    EXPECT_GT(history[u"longestStreak"_qs].toInt(), 4);
-    EXPECT_GT(figures[u"session"_qs][u"burnRateTokensPerMin"_qs].toDouble(), 50);
-    const QString reset = figures[u"quota"_qs][u"fiveHourResetAt"_qs].toString();
+    const QJsonValue history = figures[QStringLiteral("history")];
+    EXPECT_GT(history[QStringLiteral("sessionCount")].toInt(), 60);
+    EXPECT_GT(history[QStringLiteral("activeDays")].toInt(), 30);
+    EXPECT_GT(history[QStringLiteral("longestStreak")].toInt(), 4);
+    EXPECT_GT(figures[QStringLiteral("session")][QStringLiteral("burnRateTokensPerMin")].toDouble(), 50);
+    const QString reset = figures[QStringLiteral("quota")][QStringLiteral("fiveHourResetAt")].toString();
     EXPECT_EQ(QDateTime::currentDateTimeUtc().secsTo(QDateTime::fromString(reset, Qt::ISODate)) / 60, 125);
     EXPECT_EQ(services.requestsFor("/api/oauth/token").size(), 0U) << "the login does not expire";
 }

@@ -65,7 +65,7 @@ TEST_F(AccountTest, AnOutageLaterLeavesTheLastFiguresUntilTheServiceIsBack) {
     time.advance(5min);
     // Asking for the item wakes the program, which then notices how late it is.
     ASSERT_TRUE(waitFor([&] {
-        EXPECT_EQ(title(), u"0 | $0.00 | s67%  ●"_qs);
+        EXPECT_EQ(title(), QStringLiteral("0 | $0.00 | s67%  ●"));
         return m_server.requestsFor("/api/oauth/usage").size() == 2;
     }));
     EXPECT_TRUE(itemShows("0 | $0.00 | s67%  ●"));

@@ -47,13 +47,14 @@ TEST_F(LifecycleTest, WhatIsMissingIsSaidOnceAndTheWindowIsThere) {
         std::vector<const char *> said;
     };
     const char *const network = "the quota cannot be reached";
-    for (const Case &row : {Case{"a bus with nobody on it",
-                                 m_program.processEnvironment().value(u"DBUS_SESSION_BUS_ADDRESS"_qs),
-                                 {network, "no status area", "Authorization request failed"}},
-                            Case{"no bus either",
-                                 u"unix:path=/nowhere/at/all"_qs,
-                                 {network, "so no status item on it", "so other instances are not seen",
-                                  "Authorization request failed"}}}) {
+    for (const Case &row :
+         {Case{"a bus with nobody on it",
+               m_program.processEnvironment().value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS")),
+               {network, "no status area", "Authorization request failed"}},
+          Case{"no bus either",
+               QStringLiteral("unix:path=/nowhere/at/all"),
+               {network, "so no status item on it", "so other instances are not seen",
+                "Authorization request failed"}}}) {
         setVariable("DBUS_SESSION_BUS_ADDRESS", row.busAddress);
         start();
         ASSERT_TRUE(showsWindow()) << row.what;

@@ -23,10 +23,10 @@ protected:
     }
     /// What the desktop calls for the entry's action.
     static bool activateAction() {
-        QDBusMessage call =
-            QDBusMessage::createMethodCall(u"com.burnwick.Burnwick"_qs, u"/com/burnwick/Burnwick"_qs,
-                                           u"org.freedesktop.Application"_qs, u"ActivateAction"_qs);
-        call.setArguments({u"settings"_qs, QVariantList(), QVariantMap()});
+        QDBusMessage call = QDBusMessage::createMethodCall(
+            QStringLiteral("com.burnwick.Burnwick"), QStringLiteral("/com/burnwick/Burnwick"),
+            QStringLiteral("org.freedesktop.Application"), QStringLiteral("ActivateAction"));
+        call.setArguments({QStringLiteral("settings"), QVariantList(), QVariantMap()});
         return QDBusConnection::sessionBus().call(call).type() == QDBusMessage::ReplyMessage;
     }
     [[nodiscard]] QJsonValue stored(const char *key) const {
@@ -64,7 +64,7 @@ TEST_F(SettingsTest, OpenByTheDesktopEntrysAction) {
 
 TEST_F(SettingsTest, OpenWithAFirstStartThatAsksForThem) {
     const test::VirtualDisplay display;
-    startOn(display, {u"--action"_qs, u"settings"_qs});
+    startOn(display, {QStringLiteral("--action"), QStringLiteral("settings")});
     EXPECT_TRUE(waitFor([&] { return display.showsInFront(settingsTitle); }));
 }
 

@@ -103,12 +103,12 @@ TEST_F(WindowTest, TheSettingsAreReadAndOperatedAndLast) {
     EXPECT_TRUE(shows("radio button: Dark [checked]"));
     EXPECT_TRUE(shows("check box: Launch at startup")) << "it was refused";
     QJsonObject stored = QJsonDocument::fromJson(QByteArray::fromStdString(contentOf(m_settings))).object();
-    stored.remove(u"apiBaseURL"_qs);
-    stored.remove(u"statusBaseURL"_qs);
-    EXPECT_EQ(stored, (QJsonObject{{u"sessionResetAlerts"_qs, false},
-                                   {u"refreshRate"_qs, 600},
-                                   {u"theme"_qs, u"dark"_qs},
-                                   {u"launchAtStartup"_qs, false}}));
+    stored.remove(QStringLiteral("apiBaseURL"));
+    stored.remove(QStringLiteral("statusBaseURL"));
+    EXPECT_EQ(stored, (QJsonObject{{QStringLiteral("sessionResetAlerts"), false},
+                                   {QStringLiteral("refreshRate"), 600},
+                                   {QStringLiteral("theme"), QStringLiteral("dark")},
+                                   {QStringLiteral("launchAtStartup"), false}}));
     EXPECT_TRUE(endsWhenTold(SIGTERM));
 
     m_watcher.dropName();

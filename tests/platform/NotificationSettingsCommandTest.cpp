@@ -34,11 +34,11 @@ TEST(NotificationSettingsCommand, IsTheDesktopsOwnOrTheNearest) {
     for (const auto &row : rows) {
         const QStringList installed = QString::fromLatin1(row.installed).split(u' ');
         const FindExecutable find = [&](const QString &program) {
-            return installed.contains(program) ? u"/bin/"_qs + program : QString();
+            return installed.contains(program) ? QStringLiteral("/bin/") + program : QString();
         };
         const QStringList command = notificationSettingsCommand(QString::fromLatin1(row.desktops), find);
         const QLatin1String words(row.command);
-        const QString expected = words.isEmpty() ? QString() : u"/bin/"_qs + words;
+        const QString expected = words.isEmpty() ? QString() : QStringLiteral("/bin/") + words;
         EXPECT_EQ(command.join(u' '), expected) << row.desktops << " with " << row.installed;
     }
 }

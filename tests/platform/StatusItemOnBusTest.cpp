@@ -120,7 +120,8 @@ TEST(StatusItemOnBus, FollowsAChangeOfTheHost) {
     shown.watcher.dropName();
     shown.watcher.takeName("kded5");
     ASSERT_TRUE(shown.watcher.waitForItems(1));
-    EXPECT_EQ(log.lines(), QStringList{u"there is no status area now; the item appears once there is one"_qs})
+    EXPECT_EQ(log.lines(),
+              QStringList{QStringLiteral("there is no status area now; the item appears once there is one")})
         << "true of a panel that ends, too";
     EXPECT_EQ(shown.menuPath(), "/NO_DBUSMENU");
     EXPECT_EQ(shown.watcher.callMenu(QStringLiteral("AboutToShow"), {0}).type(), QDBusMessage::ErrorMessage);

@@ -186,13 +186,13 @@ TEST(WaybarForm, IsOneLineForTheBar) {
     EXPECT_EQ(form.find('\n'), form.size() - 1);
     const QJsonObject module = jsonObject(form);
     expectMembers(module, R"({"class":"orange","percentage":67})");
-    const QString text = module[u"text"_qs].toString();
+    const QString text = module[QStringLiteral("text")].toString();
     EXPECT_EQ(withoutMarkup(text), "204.3K | $0.30 | s67%  ●");
     for (const char *part :
          {"<span weight=\"600\">204.3</span>K", "<span alpha=\"48%\"> | </span>",
           "<span weight=\"900\">67%</span>", "<span weight=\"900\" foreground=\"#fcbd2e\">●</span>"})
         EXPECT_TRUE(text.contains(QString::fromUtf8(part))) << part;
-    expectMatches(withoutMarkup(module[u"tooltip"_qs].toString()),
+    expectMatches(withoutMarkup(module[QStringLiteral("tooltip")].toString()),
                   {"300 in", "200.0K out", "\\$0.30", "225 tokens/min", "\\$87.48", "67% used \\(orange\\)"});
 
     expectMembers(jsonObject(waybarForm({})), R"({"class":"green","percentage":0})");
@@ -229,7 +229,7 @@ TEST(JsonForm, TellsEveryFigureExactly) {
         "claudeStatus": [{"name": "Claude Code", "status": "degraded"},
                          {"name": "API\n\u001b[2J\u009b", "status": "unknown"}]
     })");
-    EXPECT_EQ(root[u"session"_qs][u"cost"_qs].toDouble(), 0.1 + 0.2);
+    EXPECT_EQ(root[QStringLiteral("session")][QStringLiteral("cost")].toDouble(), 0.1 + 0.2);
 }
 
 TEST(JsonForm, KeepsItsOrderAndNoControlCharacter) {

@@ -29,7 +29,7 @@ constexpr auto opus = "claude-opus-4-5";
 constexpr auto sonnet = "claude-sonnet-4-5";
 
 QJsonObject jsonOf(Program &&program, const QStringList &more = {}) {
-    const Outcome outcome = program.run(QStringList{u"--json"_qs} + more);
+    const Outcome outcome = program.run(QStringList{QStringLiteral("--json")} + more);
     EXPECT_EQ(outcome.exitCode, 0);
     EXPECT_EQ(outcome.errors, "");
     return test::jsonObject(outcome.output);
@@ -65,7 +65,7 @@ protected:
 
 TEST_F(ReportProgram, CountsTheLogs) {
     const QJsonObject root = jsonOf(Program(m_home.path()));
-    EXPECT_EQ(root[u"version"_qs].toString().toStdString(), version());
+    EXPECT_EQ(root[QStringLiteral("version")].toString().toStdString(), version());
     expectMembers(root, R"({
         "title": "4.6K | $0.0066 | s--  ●",
         "session": {
@@ -94,7 +94,7 @@ TEST_F(ReportProgram, TellsDaysAndHoursInTheUsersZone) {
         SCOPED_TRACE(zone);
         Program program(m_home.path());
         program.set("TZ", zone);
-        expectMembers(jsonOf(std::move(program))[u"history"_qs], history);
+        expectMembers(jsonOf(std::move(program))[QStringLiteral("history")], history);
     }
 }
 
@@ -115,8 +115,9 @@ TEST(ReportProgramPeriods, CutTheHistoryButNotTheSession) {
     };
     for (const auto &[filter, history] : rows) {
         SCOPED_TRACE(filter);
-        const QJsonObject root = jsonOf(Program(home.path()), {u"--filter"_qs, QLatin1String(filter)});
-        expectMembers(root[u"history"_qs], history);
+        const QJsonObject root =
+            jsonOf(Program(home.path()), {QStringLiteral("--filter"), QLatin1String(filter)});
+        expectMembers(root[QStringLiteral("history")], history);
         expectMembers(root, R"({"session": {"input": 1110}, "history": {"currentStreak": 2}})");
     }
 }
@@ -125,14 +126,15 @@ TEST(ReportProgramWithoutLogs, ShowsZeros) {
     const test::TemporaryDirectory home;
     expectMembers(jsonOf(Program(home.path())),
                   R"({"session": {"hasJSONLData": false}, "history": {"sessionCount": 0}})");
-    EXPECT_EQ(Program(home.path()).run({u"--title"_qs}).output, "0 | $0.00 | s--  ●\n");
+    EXPECT_EQ(Program(home.path()).run({QStringLiteral("--title")}).output, "0 | $0.00 | s--  ●\n");
     EXPECT_EQ(Program(home.path() / "missing").run().exitCode, 0);
 }
 
 TEST_F(ReportProgram, RefusesWrongOptionsInOneLine) {
     for (const QStringList &arguments :
-         {QStringList{u"--nonsense"_qs}, QStringList{u"--title"_qs, u"--json"_qs},
-          QStringList{u"--filter"_qs, u"1\n2\033[2J"_qs}}) {
+         {QStringList{QStringLiteral("--nonsense")},
+          QStringList{QStringLiteral("--title"), QStringLiteral("--json")},
+          QStringList{QStringLiteral("--filter"), QStringLiteral("1\n2\033[2J")}}) {
         const Outcome outcome = Program(m_home.path()).set("LC_ALL", "C").run(arguments);
         EXPECT_EQ(outcome.exitCode, 2);
         EXPECT_EQ(outcome.output, "");
@@ -159,7 +161,7 @@ TEST_F(ReportProgram, IsColoredOnATerminalOnly) {
 std::string jsonEscaped(const std::string &text) {
     std::string escaped;
     for (const QChar c : QString::fromStdString(text))
-        escaped += u"\\u%1"_qs.arg(c.unicode(), 4, 16, QLatin1Char('0')).toStdString();
+        escaped += QStringLiteral("\\u%1").arg(c.unicode(), 4, 16, QLatin1Char('0')).toStdString();
     return escaped;
 }
 

@@ -60,7 +60,7 @@ protected:
     }
     Outcome run(const char *form, const char *locale = "C.UTF-8") {
         m_program.set("LC_ALL", locale);
-        QStringList arguments{u"--quota"_qs};
+        QStringList arguments{QStringLiteral("--quota")};
         if (*form != '\0')
             arguments += QLatin1String(form);
         Outcome outcome = m_program.runWhileServing(arguments);
@@ -190,10 +190,10 @@ TEST_F(ReportQuota, ADamagedSettingsFileIsLeftAlone) {
 
 TEST_F(ReportQuota, ABusThatSaysNothingIsAskedOnlyWithoutAFileAndNotForLong) {
     const QTemporaryDir directory;
-    const QString socket = directory.filePath(u"bus"_qs);
+    const QString socket = directory.filePath(QStringLiteral("bus"));
     QLocalServer silence;
     ASSERT_TRUE(silence.listen(socket));
-    m_program.set("DBUS_SESSION_BUS_ADDRESS", qUtf8Printable(u"unix:path="_qs + socket));
+    m_program.set("DBUS_SESSION_BUS_ADDRESS", qUtf8Printable(QStringLiteral("unix:path=") + socket));
     runForJson();
     EXPECT_FALSE(silence.hasPendingConnections());
     std::filesystem::remove(m_credentials);
@@ -226,7 +226,7 @@ INSTANTIATE_TEST_SUITE_P(Ending, ReportQuotaSignal, testing::Values(SIGINT, SIGT
 TEST_F(ReportQuota, WithoutTheOptionNobodyIsAsked) {
     const Outcome outcome = test::Program(m_home.path())
                                 .set("XDG_CONFIG_HOME", (m_home.path() / ".config").c_str())
-                                .runWhileServing({u"--json"_qs});
+                                .runWhileServing({QStringLiteral("--json")});
     expectMembers(test::jsonObject(outcome.output),
                   R"({"oauthStatus": "unknown", "quota": null, "extraUsage": null, "claudeStatus": null})");
     EXPECT_EQ(m_server.connectionCount(), 0);

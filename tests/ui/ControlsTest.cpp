@@ -32,7 +32,7 @@ QImage pictureOf(QWidget &widget, ColorScheme scheme) {
 class SwitchTest : public testing::Test {
 protected:
     SwitchTest() {
-        m_switch.setAccessibleName(u"Alarm"_qs);
+        m_switch.setAccessibleName(QStringLiteral("Alarm"));
         m_switch.resize(m_switch.sizeHint());
     }
     /// Whether the middle of the knob is at that end.
@@ -53,7 +53,7 @@ TEST_F(SwitchTest, TellsWhatTheUserDoesAndNotWhatItIsToShow) {
     QObject::connect(&m_switch, &Switch::flipped, [&](bool on) { flips << on; });
     QTest::keyClick(&m_switch, Qt::Key_Space);
     QTest::mouseClick(&m_switch, Qt::LeftButton);
-    test::press(m_switch, QAccessible::CheckBox, u"Alarm"_qs);
+    test::press(m_switch, QAccessible::CheckBox, QStringLiteral("Alarm"));
     EXPECT_EQ(flips, (QList<bool>{true, false, true}));
     m_switch.setOn(false);
     EXPECT_FALSE(m_switch.isChecked());
@@ -92,9 +92,9 @@ protected:
     SegmentedPickerTest() {
         QObject::connect(&m_picker, &SegmentedPicker::picked, [this](int index) { m_picked << index; });
         auto *line = new QHBoxLayout(&m_window);
-        line->addWidget(new QPushButton(u"before"_qs));
+        line->addWidget(new QPushButton(QStringLiteral("before")));
         line->addWidget(&m_picker);
-        line->addWidget(new QPushButton(u"after"_qs));
+        line->addWidget(new QPushButton(QStringLiteral("after")));
         m_window.show();
         m_window.activateWindow();
     }
@@ -104,7 +104,7 @@ protected:
     }
 
     QWidget m_window;
-    SegmentedPicker m_picker{{u"Red"_qs, u"Green"_qs, u"Blue"_qs}};
+    SegmentedPicker m_picker{{QStringLiteral("Red"), QStringLiteral("Green"), QStringLiteral("Blue")}};
     QList<int> m_picked;
 };
 
@@ -115,17 +115,17 @@ TEST_F(SegmentedPickerTest, IsOneStopAndTheArrowKeysPick) {
     m_window.findChild<QPushButton *>()->setFocus();
     const auto press = [this](Qt::Key key) { QTest::keyClick(m_window.focusWidget(), key); };
     press(Qt::Key_Tab);
-    EXPECT_EQ(focusedText(), u"Green"_qs);
+    EXPECT_EQ(focusedText(), QStringLiteral("Green"));
     press(Qt::Key_Right);
-    EXPECT_EQ(focusedText(), u"Blue"_qs);
+    EXPECT_EQ(focusedText(), QStringLiteral("Blue"));
     press(Qt::Key_Left);
     press(Qt::Key_Left);
     EXPECT_EQ(m_picked, (QList<int>{2, 1, 0}));
     EXPECT_EQ(m_picker.chosen(), 0);
     press(Qt::Key_Tab);
-    EXPECT_EQ(focusedText(), u"after"_qs);
+    EXPECT_EQ(focusedText(), QStringLiteral("after"));
     QTest::keyClick(m_window.focusWidget(), Qt::Key_Backtab);
-    EXPECT_EQ(focusedText(), u"Red"_qs);
+    EXPECT_EQ(focusedText(), QStringLiteral("Red"));
 }
 
 TEST_F(SegmentedPickerTest, TheChosenSegmentStandsOutInBothThemes) {
@@ -185,8 +185,8 @@ TEST(FittedAreaTest, FollowsItsContentAndScrollsWithTheKeyboard) {
     QWidget window;
     auto *content = new QWidget;
     auto *column = new QVBoxLayout(content);
-    auto *last = new QPushButton(u"last"_qs);
-    auto *first = new QPushButton(u"first"_qs);
+    auto *last = new QPushButton(QStringLiteral("last"));
+    auto *first = new QPushButton(QStringLiteral("first"));
     column->addWidget(first);
     column->addWidget(last);
     auto *whole = new QVBoxLayout(&window);
@@ -217,7 +217,7 @@ TEST(FittedAreaTest, ComesToTheScreenInItsSize) {
     QWidget window;
     auto *content = new QWidget;
     auto *cards = new QWidget;
-    auto *card = new QPushButton(u"card"_qs);
+    auto *card = new QPushButton(QStringLiteral("card"));
     auto *column = new QVBoxLayout(content);
     column->addWidget(cards);
     (new QVBoxLayout(cards))->addWidget(card);

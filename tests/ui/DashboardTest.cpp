@@ -153,7 +153,8 @@ TEST_F(DashboardTest, TheKeyboardReachesEverythingInReadingOrder) {
     const auto *ring = window.findChild<FocusRing *>();
     EXPECT_FALSE(ring->isVisible()) << "before the keyboard was used";
     // Of a group the chosen one; the arrow keys choose another.
-    for (const auto &[key, tab] : {std::pair(Qt::Key_1, u"Overview"_qs), {Qt::Key_2, u"Models"_qs}}) {
+    for (const auto &[key, tab] :
+         {std::pair(Qt::Key_1, QStringLiteral("Overview")), {Qt::Key_2, QStringLiteral("Models")}}) {
         QTest::keyClick(&window, key, Qt::ControlModifier);
         QStringList order;
         for (int i = 0; i < 5; ++i) {
@@ -163,7 +164,8 @@ TEST_F(DashboardTest, TheKeyboardReachesEverythingInReadingOrder) {
             EXPECT_EQ(ring->geometry().center(), focused->mapTo(&window, focused->rect().center()));
             order << (focused->text().isEmpty() ? focused->accessibleName() : focused->text());
         }
-        EXPECT_EQ(order, (QStringList{u"Settings"_qs, tab, u"All"_qs, u"Claude"_qs, u"Re-authenticate"_qs}));
+        EXPECT_EQ(order, (QStringList{QStringLiteral("Settings"), tab, QStringLiteral("All"),
+                                      QStringLiteral("Claude"), QStringLiteral("Re-authenticate")}));
     }
     button(window, "All").setFocus();
     QTest::keyClick(&button(window, "All"), Qt::Key_Right);

@@ -72,7 +72,7 @@ TEST_P(HostileTextTest, NamesAModel) {
     ModelStatRowView row;
     row.setStat({m_hostile.text, 1, 2, 50});
     expectHarmless(row, m_hostile);
-    EXPECT_EQ(asShown(row.toolTip()), shownName(m_hostile) + u"\nIn: 1 token\nOut: 2 tokens"_qs);
+    EXPECT_EQ(asShown(row.toolTip()), shownName(m_hostile) + QStringLiteral("\nIn: 1 token\nOut: 2 tokens"));
 }
 
 TEST_P(HostileTextTest, NamesTheFavoriteModel) {
@@ -92,7 +92,7 @@ TEST_P(HostileTextTest, NamesAComponent) {
 }
 
 TEST_P(HostileTextTest, IsTheToolTipOfALabelThatIsTooNarrow) {
-    TextLabel label(u"a  b "_qs + shownName(m_hostile), TextStyle::body);
+    TextLabel label(QStringLiteral("a  b ") + shownName(m_hostile), TextStyle::body);
     label.setElidable();
     label.resize(10, 20);
     label.show();

@@ -54,9 +54,9 @@ TEST(ModelStatRowViewTest, ShowsAModelAndFollowsItInPlace) {
     row.layout()->activate();
     EXPECT_NEAR(filledWidth(*row.findChild<UsageBar *>(), colorsOf(ColorScheme::dark).accent), 0.296 * 400,
                 2);
-    EXPECT_EQ(row.accessibleName(), u"claude-opus-4-1: 30%, 22.7M in · 8.5M out"_qs);
+    EXPECT_EQ(row.accessibleName(), QStringLiteral("claude-opus-4-1: 30%, 22.7M in · 8.5M out"));
     const QString toolTip = QTextDocumentFragment::fromHtml(row.toolTip()).toPlainText();
-    EXPECT_EQ(toolTip, u"claude-opus-4-1\nIn: 22,712,345 tokens\nOut: 8,500,000 tokens"_qs);
+    EXPECT_EQ(toolTip, QStringLiteral("claude-opus-4-1\nIn: 22,712,345 tokens\nOut: 8,500,000 tokens"));
 
     const auto labels = row.findChildren<QLabel *>();
     row.setStat({"claude-opus-4-1", 999, 1000, 0});
@@ -64,7 +64,8 @@ TEST(ModelStatRowViewTest, ShowsAModelAndFollowsItInPlace) {
     QStringList texts;
     for (const QLabel *label : labels)
         texts << label->text();
-    EXPECT_EQ(texts, (QStringList{u"claude-opus-4-1"_qs, u"0%"_qs, u"999 in · 1.0K out"_qs}));
+    EXPECT_EQ(texts, (QStringList{QStringLiteral("claude-opus-4-1"), QStringLiteral("0%"),
+                                  QStringLiteral("999 in · 1.0K out")}));
 }
 
 TEST(ModelStatRowViewTest, ALongNameTakesNoRoomFromTheShare) {

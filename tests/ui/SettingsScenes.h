@@ -80,7 +80,7 @@ protected:
                 m_center,
                 m_desktop,
                 {m_account.http, m_scheduler, m_server.url(), open},
-                QUrl(u"https://burnwick.test/feedback"_qs),
+                QUrl(QStringLiteral("https://burnwick.test/feedback")),
                 [] { return false; }};
     }
 
@@ -105,9 +105,9 @@ struct SettingsScene {
 inline const std::vector<SettingsScene> &settingsScenes() {
     using Authorization = NotificationCenter::Authorization;
     static const std::vector<SettingsScene> scenes{
-        {"settings", Authorization::authorized, u"Enabled"_qs},
-        {"settings-denied", Authorization::denied, u"Open Settings"_qs},
-        {"settings-undetermined", Authorization::notDetermined, u"Allow"_qs},
+        {"settings", Authorization::authorized, QStringLiteral("Enabled")},
+        {"settings-denied", Authorization::denied, QStringLiteral("Open Settings")},
+        {"settings-undetermined", Authorization::notDetermined, QStringLiteral("Allow")},
     };
     return scenes;
 }

@@ -32,11 +32,12 @@ struct SwitchRow {
 const std::vector<SwitchRow> &switchRows() {
     using P = PreferencesManager;
     static const std::vector<SwitchRow> rows{
-        {u"Launch at startup"_qs, u"launchAtStartup"_qs, &P::setLaunchAtStartup},
-        {u"Auto-refresh quota data"_qs, u"autoRefreshQuota"_qs, &P::setAutoRefreshQuota},
-        {u"Session reset"_qs, u"sessionResetAlerts"_qs, &P::setSessionResetAlerts},
-        {u"Alert at 80% quota"_qs, u"alertAt80Quota"_qs, &P::setAlertAt80Quota},
-        {u"Rate limit alerts"_qs, u"rateLimitAlerts"_qs, &P::setRateLimitAlerts},
+        {QStringLiteral("Launch at startup"), QStringLiteral("launchAtStartup"), &P::setLaunchAtStartup},
+        {QStringLiteral("Auto-refresh quota data"), QStringLiteral("autoRefreshQuota"),
+         &P::setAutoRefreshQuota},
+        {QStringLiteral("Session reset"), QStringLiteral("sessionResetAlerts"), &P::setSessionResetAlerts},
+        {QStringLiteral("Alert at 80% quota"), QStringLiteral("alertAt80Quota"), &P::setAlertAt80Quota},
+        {QStringLiteral("Rate limit alerts"), QStringLiteral("rateLimitAlerts"), &P::setRateLimitAlerts},
     };
     return rows;
 }
@@ -79,7 +80,7 @@ protected:
         m_server.script("/appcast.xml", answers);
     }
     std::size_t checks() { return m_server.requestsFor("/appcast.xml").size(); }
-    void checkNow() { press(*m_view, QAccessible::Button, u"Check Now"_qs); }
+    void checkNow() { press(*m_view, QAccessible::Button, QStringLiteral("Check Now")); }
 
     std::optional<SettingsView> m_view;
 };
@@ -103,10 +104,10 @@ TEST_F(SettingsViewTest, EachPickIsStoredAtOnceAndFollowsTheStore) {
         return isOn(view, QAccessible::RadioButton, QString::fromUtf8(name));
     };
     EXPECT_TRUE(shows("System") && shows("1m"));
-    press(view, QAccessible::RadioButton, u"Dark"_qs);
-    EXPECT_EQ(stored(u"theme"_qs), u"dark"_qs);
-    press(view, QAccessible::RadioButton, u"10m"_qs);
-    EXPECT_EQ(stored(u"refreshRate"_qs), 600);
+    press(view, QAccessible::RadioButton, QStringLiteral("Dark"));
+    EXPECT_EQ(stored(QStringLiteral("theme")), QStringLiteral("dark"));
+    press(view, QAccessible::RadioButton, QStringLiteral("10m"));
+    EXPECT_EQ(stored(QStringLiteral("refreshRate")), 600);
     EXPECT_TRUE(shows("Dark") && shows("10m") && !shows("System") && !shows("1m"));
     m_preferences.setTheme(Theme::light);
     m_preferences.setRefreshRate(RefreshRate::fiveMin);
@@ -114,7 +115,7 @@ TEST_F(SettingsViewTest, EachPickIsStoredAtOnceAndFollowsTheStore) {
 }
 
 TEST_F(SettingsViewTest, ShowsWhatIsStoredAndChangesNothing) {
-    const auto isStored = [](const SwitchRow &row) { return row.key == u"launchAtStartup"_qs; };
+    const auto isStored = [](const SwitchRow &row) { return row.key == QStringLiteral("launchAtStartup"); };
     for (const SwitchRow &row : switchRows())
         (m_preferences.*row.set)(isStored(row));
     m_preferences.setTheme(Theme::dark);
@@ -122,19 +123,19 @@ TEST_F(SettingsViewTest, ShowsWhatIsStoredAndChangesNothing) {
     SettingsView &view = openView();
     for (const SwitchRow &row : switchRows())
         EXPECT_EQ(isOn(view, QAccessible::CheckBox, row.name), isStored(row)) << row.name.toStdString();
-    EXPECT_TRUE(isOn(view, QAccessible::RadioButton, u"Dark"_qs));
-    EXPECT_TRUE(isOn(view, QAccessible::RadioButton, u"10m"_qs));
+    EXPECT_TRUE(isOn(view, QAccessible::RadioButton, QStringLiteral("Dark")));
+    EXPECT_TRUE(isOn(view, QAccessible::RadioButton, QStringLiteral("10m")));
     EXPECT_FALSE(std::filesystem::exists(m_autostart));
 }
 
 TEST_F(SettingsViewTest, LaunchAtStartupRegistersTheProgramAndFlipsBackWhenRefused) {
     SettingsView &view = openView();
-    const QString name = u"Launch at startup"_qs;
+    const QString name = QStringLiteral("Launch at startup");
     press(view, QAccessible::CheckBox, name);
     EXPECT_TRUE(m_loginItem.isRegistered());
     press(view, QAccessible::CheckBox, name);
     EXPECT_FALSE(m_loginItem.isRegistered());
-    EXPECT_EQ(stored(u"launchAtStartup"_qs), false);
+    EXPECT_EQ(stored(QStringLiteral("launchAtStartup")), false);
     std::filesystem::remove_all(m_autostart);
 
     const auto flipsBack = [&](bool to) {
@@ -144,7 +145,7 @@ TEST_F(SettingsViewTest, LaunchAtStartupRegistersTheProgramAndFlipsBackWhenRefus
                          [&](bool on) { announced << on; });
         press(view, QAccessible::CheckBox, name);
         EXPECT_EQ(announced, (QList<bool>{to, !to}));
-        EXPECT_EQ(stored(u"launchAtStartup"_qs), !to);
+        EXPECT_EQ(stored(QStringLiteral("launchAtStartup")), !to);
         EXPECT_EQ(isOn(view, QAccessible::CheckBox, name), !to);
     };
     // Unlike a folder without permission, this also stops the superuser.
@@ -165,7 +166,8 @@ class SettingsSceneTest : public SettingsViewTest, public testing::WithParamInte
 TEST_P(SettingsSceneTest, OffersWhatTheAuthorisationCallsFor) {
     m_center.status = GetParam().authorization;
     const QStringList names = namesIn(openView());
-    for (const QString &control : {u"Enabled"_qs, u"Open Settings"_qs, u"Allow"_qs})
+    for (const QString &control :
+         {QStringLiteral("Enabled"), QStringLiteral("Open Settings"), QStringLiteral("Allow")})
         EXPECT_EQ(names.contains(control), control == GetParam().control) << control.toStdString();
     for (const auto *button : m_view->findChildren<QAbstractButton *>()) {
         if (button->text() == GetParam().control) {
@@ -180,19 +182,19 @@ INSTANTIATE_TEST_SUITE_P(Scenes, SettingsSceneTest, testing::ValuesIn(test::sett
 TEST_F(SettingsViewTest, ShowsItsVersionAndTakesFeedbackInTheBrowser) {
     const QString ownVersion = QString::fromUtf8(version().data(), qsizetype(version().size()));
     EXPECT_TRUE(namesIn(openView()).contains(ownVersion));
-    press(*m_view, QAccessible::Button, u"Give Feedback"_qs);
-    EXPECT_EQ(m_openedPages, QStringList{u"https://burnwick.test/feedback"_qs});
+    press(*m_view, QAccessible::Button, QStringLiteral("Give Feedback"));
+    EXPECT_EQ(m_openedPages, QStringList{QStringLiteral("https://burnwick.test/feedback")});
 }
 
 TEST_F(SettingsViewTest, AllowAsksAndLooksAgain) {
     m_center.status = Authorization::notDetermined;
     m_center.statusOnRequest = Authorization::notDetermined;
     SettingsView &view = openView();
-    press(view, QAccessible::Button, u"Allow"_qs);
+    press(view, QAccessible::Button, QStringLiteral("Allow"));
     QCoreApplication::processEvents();
     EXPECT_TRUE(says("Allow")) << "nothing came of it";
     m_center.statusOnRequest = Authorization::authorized;
-    press(view, QAccessible::Button, u"Allow"_qs);
+    press(view, QAccessible::Button, QStringLiteral("Allow"));
     EXPECT_TRUE(comesToSay("Enabled"));
     EXPECT_EQ(m_center.requests, 2);
     EXPECT_EQ(m_desktop.opened, 0);
@@ -201,7 +203,7 @@ TEST_F(SettingsViewTest, AllowAsksAndLooksAgain) {
 TEST_F(SettingsViewTest, OpenSettingsOpensTheDesktopsAndTheWayBackIsNoticed) {
     m_center.status = Authorization::denied;
     SettingsView &view = openView();
-    press(view, QAccessible::Button, u"Open Settings"_qs);
+    press(view, QAccessible::Button, QStringLiteral("Open Settings"));
     EXPECT_EQ(m_desktop.opened, 1);
     EXPECT_EQ(m_center.requests, 0);
     QWidget desktopsOwn;
@@ -264,7 +266,7 @@ TEST_F(SettingsViewTest, ANewerVersionIsOfferedOnce) {
     QTest::qWait(0);
     QPointer<QMessageBox> alert = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
     ASSERT_NE(alert, nullptr);
-    EXPECT_EQ(alert->defaultButton()->text().remove(u'&'), u"Update Now"_qs);
+    EXPECT_EQ(alert->defaultButton()->text().remove(u'&'), QStringLiteral("Update Now"));
     QTest::keyClick(alert, Qt::Key_Escape);
     EXPECT_TRUE(comesToSay("Check for updates"));
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << "another one behind it";
@@ -305,7 +307,8 @@ TEST_F(SettingsViewTest, AViewMayGoDuringACheck) {
     m_view.reset();
     m_server.release();
     // The client is done with both once a third one is answered on a connection of its own.
-    const auto last = test::outcomeOf(m_account.http.send({HttpMethod::get, m_server.url(u"/x"_qs)}));
+    const auto last =
+        test::outcomeOf(m_account.http.send({HttpMethod::get, m_server.url(QStringLiteral("/x"))}));
     ASSERT_TRUE(waitFor([&] { return last->done(); }));
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
     EXPECT_TRUE(m_scheduler.intervals().empty());
@@ -328,13 +331,13 @@ TEST_F(SettingsWindowTest, IsOneAndFreshAtEachOpening) {
     m_controller.show({});
     ASSERT_EQ(windows().size(), 1);
     const QPointer<SettingsView> first = windows().first();
-    EXPECT_EQ(first->windowTitle(), u"Settings"_qs);
+    EXPECT_EQ(first->windowTitle(), QStringLiteral("Settings"));
     EXPECT_EQ(first->minimumSize(), first->maximumSize());
     EXPECT_FALSE(first->windowFlags() & (Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint));
     const QPoint off = first->frameGeometry().center() - first->screen()->availableGeometry().center();
     EXPECT_LE(off.manhattanLength(), 8) << "not centred: " << off.x() << ", " << off.y();
     answerVersions({version()}, true);
-    press(*first, QAccessible::Button, u"Check Now"_qs);
+    press(*first, QAccessible::Button, QStringLiteral("Check Now"));
     m_controller.show({});
     EXPECT_EQ(windows(), QList<SettingsView *>{first});
 
@@ -346,7 +349,7 @@ TEST_F(SettingsWindowTest, IsOneAndFreshAtEachOpening) {
         EXPECT_FALSE(open->isVisible());
         m_controller.show({});
         ASSERT_EQ(windows().size(), 1);
-        EXPECT_TRUE(namesIn(*windows().first()).contains(u"Check for updates"_qs)) << "not fresh";
+        EXPECT_TRUE(namesIn(*windows().first()).contains(QStringLiteral("Check for updates"))) << "not fresh";
     }
     EXPECT_TRUE(first.isNull());
     EXPECT_TRUE(m_center.isFollowed()) << "by the one that is open";

@@ -78,7 +78,7 @@ TEST_F(UpdateAlertTest, OnlyUpdateNowOpensTheDownload) {
 TEST_F(UpdateAlertTest, AVersionIsOneBearableLineOfPlainText) {
     constexpr std::size_t longVersionShown = 40;
     std::vector<std::pair<QString, QString>> rows{
-        {u" 2.0 "_qs, u" 2.0 "_qs},
+        {QStringLiteral(" 2.0 "), QStringLiteral(" 2.0 ")},
         {QString(1 << 20, u'9'), QString(20, u'9') + QChar(u'\u2026') + QString(19, u'9')},
     };
     for (const auto &hostile : test::hostileTexts()) {
