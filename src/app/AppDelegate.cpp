@@ -133,7 +133,7 @@ void AppDelegate::showUpdate(const QString &version) {
 void AppDelegate::terminate() {
     constexpr std::chrono::milliseconds patience{400};
     m_appState.stop();
-    m_account.oauthFetcher.finishRenewals(patience);
+    m_account.oauthFetcher.finishExchange(patience);
 }
 
 } // namespace burnwick

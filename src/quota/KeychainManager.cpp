@@ -63,19 +63,22 @@ QCoro::Task<std::optional<OAuthCredentials>> KeychainManager::readCredentials() 
     co_return credentials;
 }
 
-QCoro::Task<void> KeychainManager::updateCredentials(std::string accessToken,
-                                                     std::optional<std::string> refreshToken,
-                                                     std::optional<Instant> expiresAt) {
+QCoro::Task<std::optional<OAuthCredentials>> KeychainManager::updateCredentials(std::string exchangedToken,
+                                                                                RefreshedTokens tokens) {
     SecretStore &store = m_store;
     auto reading = readSecret(store);
     const Reading document = co_await reading;
+    auto stored = document ? credentialsFromDocument(document->blob) : std::nullopt;
+    if (!stored || stored->refreshToken != exchangedToken)
+        co_return stored;
     const auto patched =
-        document ? patchedDocument(document->blob, accessToken, refreshToken, expiresAt) : std::nullopt;
+        patchedDocument(document->blob, tokens.accessToken, tokens.refreshToken, tokens.expiresAt);
     if (!patched)
-        co_return;
+        co_return std::nullopt;
     auto replacing = replaceSecret(store, {*patched, document->place});
     // A failure is silent: the next reading yields the old tokens.
     static_cast<void>(co_await replacing);
+    co_return std::nullopt;
 }
 
 } // namespace burnwick

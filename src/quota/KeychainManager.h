@@ -4,6 +4,7 @@
 
 #include "model/OAuthCredentials.h"
 #include "platform/SecretStore.h"
+#include "quota/RefreshedTokens.h"
 
 #include <QCoroTask>
 
@@ -29,10 +30,11 @@ public:
 
     /// The login as it is stored now; see credentialsFromDocument().
     [[nodiscard]] QCoro::Task<std::optional<OAuthCredentials>> readCredentials();
-    /// Stores renewed tokens: reads the document anew and changes only what is given; see patchedDocument().
-    [[nodiscard]] QCoro::Task<void> updateCredentials(std::string accessToken,
-                                                      std::optional<std::string> refreshToken,
-                                                      std::optional<Instant> expiresAt);
+    /// Stores the tokens that came for `exchangedToken`, a refresh token: reads the document anew and changes
+    /// only what is given; see patchedDocument(). Changes nothing when another refresh token is stored by
+    /// now: that login is newer, and is returned. Absent otherwise.
+    [[nodiscard]] QCoro::Task<std::optional<OAuthCredentials>> updateCredentials(std::string exchangedToken,
+                                                                                 RefreshedTokens tokens);
 
 private:
     SecretStore &m_store;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "quota/OAuthFetcher.h"
 
+#include "async/DetachedTask.h"
 #include "model/Clock.h"
 #include "net/HttpClient.h"
 #include "net/TransportError.h"
@@ -14,6 +15,10 @@
 #include <QEventLoop>
 #include <QPointer>
 #include <QTimer>
+
+#include <coroutine>
+#include <exception>
+#include <vector>
 
 namespace burnwick {
 
@@ -48,23 +53,56 @@ FetchError::Kind kindFor(const RefreshError &error) {
 
 } // namespace
 
-/// Counts one renewal for as long as it lives.
-class OAuthFetcher::Renewal {
+/// Marks the time in which tokens may be lost.
+class OAuthFetcher::Exchange {
 public:
-    explicit Renewal(OAuthFetcher *fetcher)
+    explicit Exchange(OAuthFetcher *fetcher)
         : m_fetcher(fetcher) {
-        if (m_fetcher->m_renewals++ == 0)
-            Q_EMIT m_fetcher->renewalsBegan();
+        m_fetcher->m_exchanging = true;
+        Q_EMIT m_fetcher->exchangeBegan();
     }
-    ~Renewal() {
-        if (m_fetcher && --m_fetcher->m_renewals == 0)
-            Q_EMIT m_fetcher->renewalsEnded();
+    ~Exchange() {
+        if (!m_fetcher)
+            return;
+        m_fetcher->m_exchanging = false;
+        Q_EMIT m_fetcher->exchangeEnded();
     }
-    Renewal(const Renewal &) = delete;
-    Renewal &operator=(const Renewal &) = delete;
+    Exchange(const Exchange &) = delete;
+    Exchange &operator=(const Exchange &) = delete;
 
 private:
     QPointer<OAuthFetcher> m_fetcher;
+};
+
+/// The new access token to be, awaited by all calls that need it.
+class OAuthFetcher::Renewal {
+public:
+    void end(std::string accessToken, std::exception_ptr failure) {
+        m_accessToken = std::move(accessToken);
+        m_failure = std::move(failure);
+        m_ended = true;
+        for (const auto waiting : std::exchange(m_waiting, {}))
+            waiting.resume();
+    }
+
+    /// Apart from the renewal, because GCC 12 copies an awaiter that is not a local variable.
+    struct Awaiter {
+        std::shared_ptr<Renewal> renewal;
+
+        [[nodiscard]] bool await_ready() const noexcept { return renewal->m_ended; }
+        void await_suspend(std::coroutine_handle<> waiting) const { renewal->m_waiting.push_back(waiting); }
+        [[nodiscard]] std::string await_resume() const {
+            if (renewal->m_failure)
+                std::rethrow_exception(renewal->m_failure);
+            return renewal->m_accessToken;
+        }
+    };
+
+private:
+    std::string m_accessToken;
+    std::exception_ptr m_failure;
+    bool m_ended = false;
+    std::vector<std::coroutine_handle<>> m_waiting;
 };
 
 OAuthFetcher::OAuthFetcher(HttpClient &http, QUrl usageURL, QUrl tokenURL, KeychainManager &keychain,
@@ -88,17 +126,17 @@ QCoro::Task<OAuthFetcher::Usage> OAuthFetcher::fetchUsage() {
             throw;
     }
     requireAlive(self);
-    const std::string newToken = co_await forceRefresh();
+    const std::string newToken = co_await forceRefresh(storedToken);
     requireAlive(self);
     const Usage usage = co_await performFetch(newToken);
     co_return usage;
 }
 
-void OAuthFetcher::finishRenewals(std::chrono::milliseconds atMost) {
-    if (m_renewals == 0)
+void OAuthFetcher::finishExchange(std::chrono::milliseconds atMost) {
+    if (!m_exchanging)
         return;
     QEventLoop waiting;
-    connect(this, &OAuthFetcher::renewalsEnded, &waiting, &QEventLoop::quit);
+    connect(this, &OAuthFetcher::exchangeEnded, &waiting, &QEventLoop::quit);
     QTimer::singleShot(atMost, &waiting, &QEventLoop::quit);
     waiting.exec();
 }
@@ -111,23 +149,64 @@ QCoro::Task<std::string> OAuthFetcher::validAccessToken() {
         throw FetchError(FetchError::Kind::noToken);
     if (!isExpired(*credentials, m_clock.now()) || !credentials->refreshToken)
         co_return credentials->accessToken;
-    const std::string newToken = co_await refreshAndSave(*credentials->refreshToken);
+    const std::string newToken = co_await forceRefresh(credentials->accessToken);
     co_return newToken;
 }
 
-QCoro::Task<std::string> OAuthFetcher::forceRefresh() {
-    const QPointer<OAuthFetcher> self(this);
-    const auto credentials = co_await m_keychain.readCredentials();
-    requireAlive(self);
-    if (!credentials || !credentials->refreshToken)
-        throw FetchError(FetchError::Kind::noRefreshToken);
-    const std::string newToken = co_await refreshAndSave(*credentials->refreshToken);
+/// An access token in place of one that does not serve; of a renewal under way, if there is one.
+QCoro::Task<std::string> OAuthFetcher::forceRefresh(std::string staleToken) {
+    auto renewal = m_renewal;
+    if (!renewal) {
+        renewal = m_renewal = std::make_shared<Renewal>();
+        runDetached(renew(renewal, std::move(staleToken)));
+    }
+    Renewal::Awaiter renewed{renewal};
+    const std::string newToken = co_await renewed;
     co_return newToken;
+}
+
+QCoro::Task<void> OAuthFetcher::renew(std::shared_ptr<Renewal> renewal, std::string staleToken) {
+    const QPointer<OAuthFetcher> self(this);
+    std::string newToken;
+    std::exception_ptr failure;
+    try {
+        newToken = co_await renewedToken(std::move(staleToken));
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    if (self)
+        m_renewal.reset();
+    renewal->end(std::move(newToken), std::move(failure));
+}
+
+/// Others may renew the same login: what they have stored is used, before an exchange and after a refusal.
+QCoro::Task<std::string> OAuthFetcher::renewedToken(std::string staleToken) {
+    const QPointer<OAuthFetcher> self(this);
+    std::optional<std::string> refused;
+    for (;;) {
+        const auto credentials = co_await m_keychain.readCredentials();
+        requireAlive(self);
+        if (credentials && credentials->accessToken != staleToken && !isExpired(*credentials, m_clock.now()))
+            co_return credentials->accessToken;
+        if (refused && (!credentials || credentials->refreshToken == refused))
+            throw FetchError(FetchError::Kind::refreshTokenExpired);
+        if (!credentials || !credentials->refreshToken)
+            throw FetchError(FetchError::Kind::noRefreshToken);
+        try {
+            const std::string newToken = co_await refreshAndSave(*credentials->refreshToken);
+            co_return newToken;
+        } catch (const FetchError &error) {
+            if (error.kind() != FetchError::Kind::refreshTokenExpired)
+                throw;
+        }
+        requireAlive(self);
+        refused = credentials->refreshToken;
+    }
 }
 
 QCoro::Task<std::string> OAuthFetcher::refreshAndSave(std::string refreshToken) {
     const QPointer<OAuthFetcher> self(this);
-    const Renewal renewal(this);
+    const Exchange exchange(this);
     std::optional<RefreshedTokens> tokens;
     std::optional<FetchError> failure;
     try {
@@ -140,8 +219,8 @@ QCoro::Task<std::string> OAuthFetcher::refreshAndSave(std::string refreshToken) 
     requireAlive(self);
     if (failure)
         throw *failure;
-    co_await m_keychain.updateCredentials(tokens->accessToken, tokens->refreshToken, tokens->expiresAt);
-    co_return tokens->accessToken;
+    const auto newer = co_await m_keychain.updateCredentials(refreshToken, *tokens);
+    co_return newer ? newer->accessToken : tokens->accessToken;
 }
 
 QCoro::Task<OAuthFetcher::Usage> OAuthFetcher::performFetch(std::string accessToken) {

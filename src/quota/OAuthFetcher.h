@@ -12,6 +12,7 @@
 #include <QUrl>
 
 #include <chrono>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -24,7 +25,7 @@ class KeychainManager;
 
 /// Asks the usage endpoint how much of the account's quota is used, with Claude Code's login. Renews the
 /// access token when it is about to expire and when it is rejected, and stores the new one. Calls may
-/// overlap: of two renewals the later one stays. Main thread only.
+/// overlap; a refresh token is sent once, and calls that need its answer share it. Main thread only.
 class OAuthFetcher final : public QObject {
     Q_OBJECT
 
@@ -39,22 +40,25 @@ public:
     /// when the answer is not the JSON expected.
     [[nodiscard]] QCoro::Task<Usage> fetchUsage();
 
-    /// Runs the event loop until no renewal is under way, or `atMost` has passed: tokens that the server has
-    /// issued and nobody has stored would cost the user a login.
-    void finishRenewals(std::chrono::milliseconds atMost);
+    /// Runs the event loop until no tokens are being exchanged, or `atMost` has passed: tokens that the
+    /// server has issued and nobody has stored would cost the user a login.
+    void finishExchange(std::chrono::milliseconds atMost);
 
 Q_SIGNALS:
-    /// A renewal is about to be asked for, the first of those under way.
-    void renewalsBegan();
-    /// The last of the renewals under way is stored, or has failed.
-    void renewalsEnded();
+    /// A refresh token is about to be sent.
+    void exchangeBegan();
+    /// The tokens that came for it are stored, or it has failed.
+    void exchangeEnded();
 
 private:
+    class Exchange;
     class Renewal;
 
     [[nodiscard]] QCoro::Task<std::string> validAccessToken();
     [[nodiscard]] QCoro::Task<Usage> performFetch(std::string accessToken);
-    [[nodiscard]] QCoro::Task<std::string> forceRefresh();
+    [[nodiscard]] QCoro::Task<std::string> forceRefresh(std::string staleToken);
+    [[nodiscard]] QCoro::Task<void> renew(std::shared_ptr<Renewal> renewal, std::string staleToken);
+    [[nodiscard]] QCoro::Task<std::string> renewedToken(std::string staleToken);
     [[nodiscard]] QCoro::Task<std::string> refreshAndSave(std::string refreshToken);
 
     HttpClient &m_http;
@@ -63,7 +67,8 @@ private:
     KeychainManager &m_keychain;
     const Clock &m_clock;
     Calendar m_calendar;
-    int m_renewals = 0; ///< under way
+    std::shared_ptr<Renewal> m_renewal; ///< under way
+    bool m_exchanging = false;
 };
 
 } // namespace burnwick

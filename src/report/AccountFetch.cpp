@@ -76,8 +76,8 @@ AccountAnswer fetchAccount(const std::filesystem::path &home, const Clock &clock
     // Tokens that the server has issued and nobody has stored would cost the user a login.
     std::optional<SignalHold> hold;
     AccountServices services(Endpoints::load(defaults), *store, clock, calendar);
-    QObject::connect(&services.oauthFetcher, &OAuthFetcher::renewalsBegan, [&hold] { hold.emplace(); });
-    QObject::connect(&services.oauthFetcher, &OAuthFetcher::renewalsEnded, [&hold] { hold.reset(); });
+    QObject::connect(&services.oauthFetcher, &OAuthFetcher::exchangeBegan, [&hold] { hold.emplace(); });
+    QObject::connect(&services.oauthFetcher, &OAuthFetcher::exchangeEnded, [&hold] { hold.reset(); });
     return QCoro::waitFor(askForBoth(services));
 }
 

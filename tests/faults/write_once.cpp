@@ -62,7 +62,7 @@ bool changeSettings(const fs::path &file) {
 bool renewTokens(const fs::path &file) {
     WatchedStore store(file.parent_path().parent_path());
     burnwick::KeychainManager keychain(store);
-    static_cast<void>(keychain.updateCredentials("new-access", "new-refresh", burnwick::Instant()));
+    static_cast<void>(keychain.updateCredentials("r", {"new-access", "new-refresh", burnwick::Instant()}));
     return store.hasReplaced();
 }
 

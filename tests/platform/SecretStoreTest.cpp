@@ -290,18 +290,21 @@ TEST(KeychainManager, RenewedTokensGoIntoTheDocumentAsItIsThen) {
     EXPECT_EQ(QCoro::waitFor(keychain.readCredentials()),
               (OAuthCredentials{"a", std::nullopt, std::nullopt}));
 
-    // Claude Code writes between our reading and our writing: its other keys are kept, our tokens win.
+    // Claude Code writes between our reading and our writing: its other keys are kept.
     const std::string meanwhile =
         R"({"claudeAiOauth":{"accessToken":"b","refreshToken":"c","n":9007199254740993},"mcp":[1.0]})";
     writeFile(store.file, meanwhile);
-    QCoro::waitFor(keychain.updateCredentials("new", std::nullopt, Instant(1500us)));
+    EXPECT_EQ(QCoro::waitFor(keychain.updateCredentials("c", {"new", std::nullopt, Instant(1500us)})),
+              std::nullopt);
     EXPECT_EQ(
         bytesOf(store.file),
         R"({"claudeAiOauth":{"accessToken":"new","refreshToken":"c","n":9007199254740993,"expiresAt":1.5},"mcp":[1.0]})");
 
-    // And its later writing wins over ours.
+    // And a login of its own that it has stored by then wins over ours, as a whole.
     writeFile(store.file, meanwhile);
-    EXPECT_EQ(QCoro::waitFor(keychain.readCredentials()), (OAuthCredentials{"b", "c", std::nullopt}));
+    EXPECT_EQ(QCoro::waitFor(keychain.updateCredentials("a", {"new", "new", Instant()})),
+              (OAuthCredentials{"b", "c", std::nullopt}));
+    EXPECT_EQ(bytesOf(store.file), meanwhile);
 }
 
 TEST(KeychainManager, WithoutALoginNothingIsWritten) {
@@ -312,7 +315,7 @@ TEST(KeychainManager, WithoutALoginNothingIsWritten) {
         Store store;
         KeychainManager keychain(*store.store);
         EXPECT_EQ(QCoro::waitFor(keychain.readCredentials()), std::nullopt);
-        QCoro::waitFor(keychain.updateCredentials("new", "new", Instant()));
+        QCoro::waitFor(keychain.updateCredentials("old", {"new", "new", Instant()}));
         EXPECT_FALSE(fs::exists(store.file.parent_path()));
         EXPECT_FALSE(keyring.calls.contains(QStringLiteral("SetSecret")));
         EXPECT_FALSE(keyring.calls.contains(QStringLiteral("CreateItem")));

@@ -41,6 +41,7 @@ const ScriptedAnswer usage{200, R"({"five_hour":{"utilization":62,"resets_at":"2
     "extra_usage":{"is_enabled":true,"monthly_limit":5000,"used_credits":1000,"utilization":20}})"};
 const ScriptedAnswer newTokens{
     200, R"({"access_token":"secret-a2","refresh_token":"secret-r2","expires_in":3600})"};
+const ScriptedAnswer refused{400, R"({"error":"invalid_grant"})"};
 
 /// A fetcher against a server of its own and a login in memory. No token may show up in an error or the log.
 class OAuthFetcherTest : public testing::Test {
@@ -203,7 +204,7 @@ TEST_F(OAuthFetcherTest, FailuresOfTheTokenEndpoint) {
         ScriptedAnswer answer;
         Kind kind;
     } rows[] = {
-        {{400, R"({"error":"invalid_grant"})"}, Kind::refreshTokenExpired},
+        {refused, Kind::refreshTokenExpired},
         {{401}, Kind::refreshTokenExpired},
         {{302}, Kind::refreshTemporaryFailure},
         {{500}, Kind::refreshTemporaryFailure},
@@ -234,25 +235,72 @@ TEST_F(OAuthFetcherTest, ANewTokenServesEvenWhenItCannotBeStored) {
     EXPECT_EQ(stored().accessToken, "secret-a1");
 }
 
-TEST_F(OAuthFetcherTest, OfTwoRenewalsTheLaterOneStays) {
+TEST_F(OAuthFetcherTest, OverlappingFetchesShareOneRenewal) {
     logIn("2025-06-10T11:00:00Z");
-    m_server.script(tokenTarget,
-                    {held(newTokens), held({200, R"({"access_token":"secret-a3","expires_in":7200})"})});
+    m_server.script(tokenTarget, {held(newTokens), refused});
     const auto first = outcomeOf(m_fetcher->fetchUsage());
     const auto second = outcomeOf(m_fetcher->fetchUsage());
-    ASSERT_TRUE(waitFor([this] { return refreshes() == 2; }));
+    ASSERT_TRUE(waitFor([this] { return refreshes() > 0; }));
+    const auto third = outcomeOf(m_fetcher->fetchUsage());
+    m_server.release();
+    ASSERT_TRUE(waitFor([&] { return first->done() && second->done() && third->done(); }));
+    EXPECT_TRUE(first->value && second->value && third->value);
+    EXPECT_EQ(refreshes(), 1);
+    EXPECT_EQ(m_store.replacements, 1);
+    EXPECT_EQ(tokensSent(), (std::vector{m_new, m_new, m_new}));
+}
+
+TEST_F(OAuthFetcherTest, ARejectionThatComesBehindARenewalTakesTheNewToken) {
+    m_server.script(usageTarget, {{401}, held({401}), usage});
+    m_server.script(tokenTarget, {newTokens, refused});
+    const auto first = outcomeOf(m_fetcher->fetchUsage());
+    const auto second = outcomeOf(m_fetcher->fetchUsage());
+    ASSERT_TRUE(waitFor([&] { return first->done() || second->done(); }));
     m_server.release();
     ASSERT_TRUE(waitFor([&] { return first->done() && second->done(); }));
     EXPECT_TRUE(first->value && second->value);
-    EXPECT_EQ(m_store.replacements, 2);
-    const auto sent = tokensSent();
-    ASSERT_EQ(sent.size(), 2);
-    EXPECT_NE(sent.front(), sent.back());
-    const auto last = stored();
-    EXPECT_TRUE(last.accessToken == "secret-a2" || last.accessToken == "secret-a3");
-    EXPECT_EQ(last.expiresAt,
-              test::at(last.accessToken == "secret-a2" ? "2025-06-10T13:00:00Z" : "2025-06-10T14:00:00Z"))
-        << "a mixture of both";
+    EXPECT_EQ(refreshes(), 1);
+}
+
+TEST_F(OAuthFetcherTest, ALoginStoredDuringARenewalWins) {
+    const std::string fresh = R"({"accessToken":"secret-b1","refreshToken":"secret-q1"})";
+    const std::string sentFresh = "Bearer secret-b1";
+    const struct {
+        const char *what;
+        ScriptedAnswer first;
+        std::string meanwhile;
+        std::optional<std::string> sent; ///< absent: the renewal fails
+        std::size_t refreshes;
+    } rows[] = {
+        {"refused", refused, fresh, sentFresh, 1},
+        {"refused; the other is about to expire", refused,
+         R"({"accessToken":"secret-b1","refreshToken":"secret-q1","expiresAt":0})", m_new, 2},
+        {"refused; the other cannot be renewed", refused, R"({"accessToken":"secret-a1"})", {}, 1},
+        {"refused, and logged out", refused, "{}", {}, 1},
+        {"granted", newTokens, fresh, sentFresh, 1},
+        {"granted, and logged out", newTokens, "{}", m_new, 1},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.what);
+        logIn("2025-06-10T11:00:00Z");
+        const auto asked = tokensSent().size();
+        const auto exchanged = refreshes();
+        m_server.script(tokenTarget, {row.first, newTokens});
+        const auto outcome = outcomeOf(m_fetcher->fetchUsage());
+        // The refresh token is on its way; its answer is read by the event loop.
+        const std::string login = R"({"claudeAiOauth":)" + row.meanwhile + "}";
+        m_store.blob = login;
+        ASSERT_TRUE(waitFor([&] { return outcome->done(); }));
+        EXPECT_EQ(refreshes() - exchanged, row.refreshes);
+        ASSERT_EQ(outcome->value.has_value(), row.sent.has_value());
+        if (row.sent) {
+            ASSERT_EQ(tokensSent().size() - asked, 1);
+            EXPECT_EQ(tokensSent().back(), *row.sent);
+        }
+        if (row.refreshes == 1) {
+            EXPECT_EQ(m_store.blob, login) << "a mixture of both";
+        }
+    }
 }
 
 /// Where a fetch is when the fetcher goes, and how to get it there.
