@@ -32,6 +32,7 @@ AppDelegate::AppDelegate()
     , m_secretStore(platform::makeSecretStore(homeDirectory()))
     , m_terminal(platform::makeTerminalLauncher())
     , m_account(m_endpoints, *m_secretStore, m_clock, m_calendar)
+    , m_exchangeGuard{m_account.oauthFetcher}
     , m_notificationCenter(platform::makeNotificationCenter())
     , m_notifications(*m_notificationCenter, m_defaults, m_clock)
     , m_updateChecker(m_scheduler)
@@ -131,9 +132,13 @@ void AppDelegate::showUpdate(const QString &version) {
 }
 
 void AppDelegate::terminate() {
-    constexpr std::chrono::milliseconds patience{400};
     m_appState.stop();
-    m_account.oauthFetcher.finishExchange(patience);
+}
+
+AppDelegate::ExchangeGuard::~ExchangeGuard() {
+    // Beyond the limits of the requests and of the store, which end an exchange before.
+    constexpr std::chrono::seconds patience{25};
+    fetcher.finishExchange(patience);
 }
 
 } // namespace burnwick

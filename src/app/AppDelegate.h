@@ -31,7 +31,8 @@
 namespace burnwick {
 
 /// Makes the program's parts, puts them together and takes them down again. One per process, made once the
-/// application object exists. Main thread only.
+/// application object exists. Its destructor removes all that the user sees, then runs the event loop until
+/// a token renewal that has begun is stored. Main thread only.
 class AppDelegate final {
 public:
     AppDelegate();
@@ -44,6 +45,11 @@ public:
     void terminate();
 
 private:
+    struct ExchangeGuard {
+        OAuthFetcher &fetcher;
+        ~ExchangeGuard();
+    };
+
     [[nodiscard]] AppState::Services stateServices();
     [[nodiscard]] StandardUpdaterController::Services updaterServices();
     [[nodiscard]] SettingsView::Services settingsServices();
@@ -60,6 +66,7 @@ private:
     std::unique_ptr<SecretStore> m_secretStore;
     std::unique_ptr<TerminalLauncher> m_terminal;
     AccountServices m_account;
+    ExchangeGuard m_exchangeGuard; ///< destroyed behind all views
     std::unique_ptr<NotificationCenter> m_notificationCenter;
     NotificationManager m_notifications;
     UpdateChecker m_updateChecker;

@@ -54,6 +54,9 @@ TerminationSignals::TerminationSignals(QObject *parent)
         struct sigaction action {};
         action.sa_handler = writeToPipe;
         action.sa_flags = SA_RESTART;
+        // A closing terminal may send several SIGHUP, and nobody's impatience is in them.
+        if (number != SIGHUP)
+            action.sa_flags |= static_cast<int>(SA_RESETHAND);
         ::sigaction(number, &action, nullptr);
     }
 }

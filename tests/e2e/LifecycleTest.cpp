@@ -69,6 +69,66 @@ TEST_F(LifecycleTest, WhatIsMissingIsSaidOnceAndTheWindowIsThere) {
     }
 }
 
+/// It is told to end while tokens are being exchanged.
+class LateTokensTest : public LifecycleTest {
+protected:
+    LateTokensTest() {
+        logIn(std::chrono::sys_days(std::chrono::January / 1 / 2020));
+        const auto tokens =
+            test::answerOf(200, R"({"access_token":"new","refresh_token":"next","expires_in":3600})");
+        m_server.script(tokenPath, {test::held(tokens), test::answerOf(500, "{}")});
+    }
+    bool startsExchange() {
+        m_watcher.takeName("panel-6-systray");
+        start();
+        return showsWindow() && m_watcher.waitForItems(1) &&
+               waitFor([this] { return m_server.requestsFor(tokenPath).size() == 1; });
+    }
+    void send(int signal) const {
+        if (runs())
+            ::kill(static_cast<pid_t>(m_program.processId()), signal);
+    }
+    bool hasLeft() {
+        return waitFor([this] { return !m_display.shows("Burnwick") && m_watcher.readItem().isEmpty(); });
+    }
+    [[nodiscard]] bool runs() const { return m_program.state() == QProcess::Running; }
+    bool ends() {
+        return waitFor([this] { return !runs(); });
+    }
+
+    static constexpr auto tokenPath = "/api/oauth/token";
+};
+
+TEST_F(LateTokensTest, AreStoredBehindTheUsersBack) {
+    ASSERT_TRUE(startsExchange());
+    ASSERT_TRUE(waitFor([this] { return m_display.givesKeyboardTo("Burnwick"); }));
+    m_display.pressKey("Burnwick", XK_q, XCB_MOD_MASK_CONTROL);
+    ASSERT_TRUE(hasLeft());
+    send(SIGTERM);
+    send(SIGHUP);
+    QProcess next;
+    next.setProcessEnvironment(m_program.processEnvironment());
+    next.start(QStringLiteral(BURNWICK_PROGRAM), QStringList());
+    EXPECT_TRUE(showsWindow()) << "a new start is not shown";
+    ASSERT_TRUE(runs());
+    m_server.release();
+    ASSERT_TRUE(ends());
+    EXPECT_EQ(m_program.exitCode(), 0);
+    EXPECT_NE(contentOf(m_credentials).find(R"("next")"), std::string::npos);
+    next.kill();
+    next.waitForFinished();
+}
+
+TEST_F(LateTokensTest, AreGivenUpAtASecondSignal) {
+    ASSERT_TRUE(startsExchange());
+    send(SIGTERM);
+    ASSERT_TRUE(hasLeft());
+    ASSERT_TRUE(runs());
+    send(SIGTERM);
+    ASSERT_TRUE(ends());
+    EXPECT_EQ(m_program.exitStatus(), QProcess::CrashExit);
+}
+
 TEST_F(LifecycleTest, EachWayOutEndsItThoughARequestHangs) {
     logIn();
     test::ScriptedAnswer silence;
