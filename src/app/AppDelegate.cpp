@@ -25,13 +25,12 @@ void openInBrowser(const QUrl &url) {
 } // namespace
 
 AppDelegate::AppDelegate()
-    : m_calendar(Calendar::current())
-    , m_defaults(UserDefaults::defaultPath())
+    : m_defaults(UserDefaults::defaultPath())
     , m_preferences(m_defaults)
     , m_endpoints(Endpoints::load(m_defaults))
     , m_secretStore(platform::makeSecretStore(homeDirectory()))
     , m_terminal(platform::makeTerminalLauncher())
-    , m_account(m_endpoints, *m_secretStore, m_clock, m_calendar)
+    , m_account(m_endpoints, *m_secretStore, m_clock, Calendar::current())
     , m_exchangeGuard{m_account.oauthFetcher}
     , m_notificationCenter(platform::makeNotificationCenter())
     , m_notifications(*m_notificationCenter, m_defaults, m_clock)
@@ -60,8 +59,8 @@ StandardUpdaterController::Services AppDelegate::updaterServices() {
 
 AppState::Services AppDelegate::stateServices() {
     return {m_preferences,
-            JSONLParser(homeDirectory(), m_calendar, m_clock),
-            m_calendar,
+            JSONLParser(homeDirectory(), Calendar::current(), m_clock),
+            [] { return Calendar::current(); },
             m_clock,
             m_scheduler,
             platform::openDirectoryEventSource,
@@ -90,8 +89,7 @@ void AppDelegate::launch(const ApplicationRequest &start) {
     m_notifications.requestAuthorization();
     applyLaunchAtStartup();
     // The first load is done: the window's first picture has the figures.
-    m_mainWindow.emplace(
-        MainWindowView::Services{m_appState, m_preferences, m_calendar, m_clock, m_scheduler});
+    m_mainWindow.emplace(MainWindowView::Services{m_appState, m_preferences, m_clock, m_scheduler});
     m_mainWindow->setWindowTitle(mainWindowTitle());
     m_mainWindow->setWindowIcon(QIcon(QStringLiteral(":/burnwick/icons/burnwick.svg")));
     QObject::connect(&*m_mainWindow, &MainWindowView::settingsRequested, &*m_mainWindow,

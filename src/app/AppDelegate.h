@@ -58,7 +58,6 @@ private:
     void showUpdate(const QString &version);
 
     SystemClock m_clock;
-    Calendar m_calendar;
     EventLoopScheduler m_scheduler;
     UserDefaults m_defaults;
     PreferencesManager m_preferences;

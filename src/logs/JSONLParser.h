@@ -42,12 +42,15 @@ struct LogHistory {
 };
 
 /// Finds and reads the session logs of Claude Code. Keeps nothing between calls and reads only; what cannot
-/// be read is passed over in silence. Safe from any thread.
+/// be read is passed over in silence. Safe from any thread, but for setCalendar().
 class JSONLParser {
 public:
     /// `home` is the user's home directory; `threads` is how many work at most, 0 for one per core.
     JSONLParser(const std::filesystem::path &home, const Calendar &calendar, const Clock &clock,
                 unsigned threads = 0);
+
+    /// For all later calls. Copies keep theirs; not while another thread uses this object.
+    void setCalendar(const Calendar &calendar) { m_calendar = calendar; }
 
     /// The directory below which the logs lie: ".claude/projects" of the home directory.
     [[nodiscard]] const std::filesystem::path &projectsURL() const noexcept { return m_projectsURL; }

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <string_view>
+#include <system_error>
 
 namespace burnwick {
 
@@ -16,6 +17,15 @@ using std::chrono::days;
 using std::chrono::nanoseconds;
 using LocalTime = std::chrono::local_time<nanoseconds>;
 
+/// The name in a path such as "/usr/share/zoneinfo/Europe/Berlin"; empty when it is no path of a zone.
+std::string_view zoneNameIn(std::string_view path) {
+    constexpr std::string_view database = "/zoneinfo/";
+    const auto at = path.find(database);
+    if (!path.starts_with('/') || at == std::string_view::npos)
+        return {};
+    return path.substr(at + database.size());
+}
+
 /// The zone that TZ names, null when it is unset or none of the zone database's (such as a POSIX rule).
 const date::time_zone *zoneOfEnvironment() {
     const char *variable = std::getenv("TZ");
@@ -24,9 +34,8 @@ const date::time_zone *zoneOfEnvironment() {
     std::string_view name = variable;
     if (name.starts_with(':'))
         name.remove_prefix(1);
-    constexpr std::string_view database = "/zoneinfo/";
-    if (const auto at = name.find(database); name.starts_with('/') && at != std::string_view::npos)
-        name.remove_prefix(at + database.size());
+    if (const std::string_view inPath = zoneNameIn(name); !inPath.empty())
+        name = inPath;
     if (name.empty())
         name = "UTC";
     try {
@@ -36,7 +45,14 @@ const date::time_zone *zoneOfEnvironment() {
     }
 }
 
-const date::time_zone *zoneOfSystem() {
+const date::time_zone *zoneOfSystem(const std::filesystem::path &link) {
+    std::error_code error;
+    const std::string target = std::filesystem::canonical(link, error).string();
+    try {
+        return date::locate_zone(zoneNameIn(target));
+    } catch (const std::runtime_error &) {
+        // No link, or one to a file without a zone's name. The library looks in further places.
+    }
     try {
         return date::current_zone();
     } catch (const std::runtime_error &) {
@@ -54,9 +70,9 @@ LocalTime localTime(Instant instant, const date::time_zone &zone) {
 
 } // namespace
 
-Calendar Calendar::current() {
+Calendar Calendar::current(const std::filesystem::path &systemLink) {
     const date::time_zone *zone = zoneOfEnvironment();
-    return Calendar(zone != nullptr ? zone : zoneOfSystem());
+    return Calendar(zone != nullptr ? zone : zoneOfSystem(systemLink));
 }
 
 Calendar Calendar::inZone(const std::string &ianaName) {

@@ -5,6 +5,7 @@
 #include "model/Instant.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 
 namespace date {
@@ -16,10 +17,14 @@ namespace burnwick {
 /// The Gregorian calendar in one time zone. A small immutable value; safe from any thread.
 class Calendar {
 public:
-    /// The user's zone: the variable TZ when it names a zone, otherwise the system's, otherwise UTC.
-    [[nodiscard]] static Calendar current();
+    /// The user's zone at this moment: the variable TZ when it names a zone, otherwise the one to which the
+    /// system's link leads, otherwise UTC.
+    [[nodiscard]] static Calendar current(const std::filesystem::path &systemLink = "/etc/localtime");
     /// The zone of an IANA name such as "Europe/Berlin"; throws std::runtime_error for an unknown one.
     [[nodiscard]] static Calendar inZone(const std::string &ianaName);
+
+    /// Whether both are in the same zone.
+    bool operator==(const Calendar &) const = default;
 
     /// The day on which the instant falls.
     [[nodiscard]] LocalDay dayOf(Instant instant) const;

@@ -35,6 +35,8 @@ public:
     /// What is referred to must outlive this object; this object may go while a fetch runs.
     OAuthFetcher(HttpClient &http, QUrl usageURL, QUrl tokenURL, KeychainManager &keychain,
                  const Clock &clock, const Calendar &calendar);
+    /// For the answers that come from now on.
+    void setCalendar(const Calendar &calendar) { m_calendar = calendar; }
 
     /// Throws FetchError; TransportError when no answer came or this object went before it did; DecodeError
     /// when the answer is not the JSON expected.

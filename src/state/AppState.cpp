@@ -26,7 +26,9 @@ constexpr std::chrono::milliseconds settleTime{1500};
 AppState::AppState(Services services, QObject *parent)
     : QObject(parent)
     , m_services(std::move(services))
+    , m_calendar(m_services.currentCalendar())
     , m_lastUpdated(m_services.clock.now()) {
+    adopt(m_calendar);
     connect(&m_services.preferences, &PreferencesManager::refreshRateChanged, this, &AppState::restartTimers);
 }
 
@@ -114,15 +116,33 @@ bool AppState::loadRecentEntries() {
 void AppState::refreshLocalData() {
     if (m_stopped)
         return;
+    followTimeZone();
     const bool changed = loadRecentEntries();
     updateLocalStats();
     if (m_fileMonitor)
         m_fileMonitor->start(); // the directory may not have been there before
-    const Calendar &calendar = m_services.calendar;
     if (changed || (m_historyOutdated && !m_historyJobRunning))
         loadHistory();
-    else if (m_history && calendar.dayOf(m_lastUpdated) != calendar.dayOf(m_services.clock.now()))
+    else if (m_history && m_calendar.dayOf(m_lastUpdated) != m_calendar.dayOf(m_services.clock.now()))
         recomputeHistory(); // streaks and periods end today, which has become another day
+}
+
+void AppState::adopt(const Calendar &calendar) {
+    m_calendar = calendar;
+    // A load that is under way has a parser of its own.
+    m_services.parser.setCalendar(calendar);
+    m_services.oauthFetcher.setCalendar(calendar);
+}
+
+void AppState::followTimeZone() {
+    const Calendar calendar = m_services.currentCalendar();
+    if (m_stopped || calendar == m_calendar)
+        return;
+    Q_EMIT objectWillChange();
+    adopt(calendar);
+    if (m_history)
+        recomputeHistory();
+    runDetached(refreshQuota());
 }
 
 void AppState::updateLocalStats() {

@@ -49,7 +49,7 @@ public:
     struct Services {
         PreferencesManager &preferences;
         JSONLParser parser;
-        Calendar calendar;
+        std::function<Calendar()> currentCalendar; ///< in the zone of the moment
         const Clock &clock;
         Scheduler &scheduler;
         OpenDirectoryEventSource openDirectoryEventSource;
@@ -74,6 +74,9 @@ public:
 
     /// Reads the recent entries anew, and what changed of the history in the background.
     void refreshLocalData();
+    /// Looks whether the user's time zone has changed; if so, computes the history anew and asks for the
+    /// quota, whose extra usage counts days. Each local refresh does this first.
+    void followTimeZone();
     /// Computes the figures of the recent entries: tokens, cost, burn rate, projections and the indicator.
     void updateLocalStats();
     /// (Re)starts the local timer at the preference's rate. By itself when that changes, as the quota timer
@@ -108,6 +111,8 @@ public:
     /// Whether the last load of recent entries found any.
     [[nodiscard]] bool hasJSONLData() const { return m_hasJSONLData; }
     [[nodiscard]] const HistoricalData &historicalData() const { return m_historicalData; }
+    /// In the zone in which historicalData() was computed.
+    [[nodiscard]] const Calendar &calendar() const { return m_calendar; }
     [[nodiscard]] TimeFilter timeFilter() const { return m_timeFilter; }
     /// When historicalData() was last computed; the time of creation before that.
     [[nodiscard]] Instant lastUpdated() const { return m_lastUpdated; }
@@ -128,6 +133,7 @@ private:
     QCoro::Task<void> takeFailure(FailureVerdict verdict, RefreshKind kind);
     void endLogin(LoginFlow::Outcome outcome);
     void updateStatusIndicator();
+    void adopt(const Calendar &calendar);
     void restartTimers();
     void onDirectoryChange();
     void refreshOnceMore();
@@ -137,6 +143,7 @@ private:
     bool loadRecentEntries();
 
     Services m_services;
+    Calendar m_calendar;
 
     SessionTokens m_sessionTokens;
     double m_sessionCost = 0;

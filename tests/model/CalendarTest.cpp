@@ -1,11 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "model/Calendar.h"
+#include "support/LogTreeFixture.h"
 #include "support/ManualClock.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
 
 namespace burnwick {
 namespace {
@@ -96,6 +98,36 @@ TEST(Calendar, FollowsTheEnvironmentsZone) {
     for (const auto &row : rows) {
         setenv("TZ", row.variable, 1);
         EXPECT_EQ(Calendar::current().hourOf(noon), row.hour) << row.variable;
+    }
+    setenv("TZ", before.c_str(), 1);
+}
+
+TEST(Calendar, FollowsTheSystemsLinkUnlessTheEnvironmentNamesAZone) {
+    namespace fs = std::filesystem;
+    const Instant noon = at("2025-06-01T12:00:00Z");
+    const test::TemporaryDirectory directory;
+    const fs::path zones = directory.path() / "zoneinfo";
+    const fs::path link = directory.path() / "localtime";
+    test::writeFile(zones / "Asia/Tokyo", "");
+    test::writeFile(zones / "America/New_York", "");
+    fs::create_symlink("zoneinfo/America/New_York", directory.path() / "other-link");
+    const struct {
+        const char *target, *variable;
+        int hour;
+    } rows[] = {
+        {"zoneinfo/Asia/Tokyo", nullptr, 21},           {"zoneinfo/America/New_York", nullptr, 8},
+        {"zoneinfo/Asia/Tokyo", "America/New_York", 8}, {"other-link", nullptr, 8},
+        {"zoneinfo/Asia/Tokyo", "no zone's name", 21},
+    };
+    const std::string before = std::getenv("TZ") != nullptr ? std::getenv("TZ") : "UTC";
+    for (const auto &row : rows) {
+        fs::remove(link);
+        fs::create_symlink(row.target, link);
+        if (row.variable != nullptr)
+            setenv("TZ", row.variable, 1);
+        else
+            unsetenv("TZ");
+        EXPECT_EQ(Calendar::current(link).hourOf(noon), row.hour) << row.target;
     }
     setenv("TZ", before.c_str(), 1);
 }

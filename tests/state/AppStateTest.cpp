@@ -195,6 +195,25 @@ TEST_F(AppStateTest, ANewDayMovesTheStreakWithoutNewLogs) {
     EXPECT_EQ(m_state.lastUpdated(), m_clock.now());
 }
 
+TEST_F(AppStateTest, AnotherTimeZoneMovesDaysHoursAndPeriods) {
+    // Early on June 4 in Tokyo: within the last seven days of both zones.
+    m_home.add("a.jsonl", usageLine("2025-06-03T22:00:00.000Z", 1, 0), m_clock.now());
+    m_state.start();
+    ASSERT_TRUE(historyHas(1));
+    EXPECT_EQ(m_state.historicalData().peakHour, 22);
+    const auto firstDay = [this] { return m_state.historicalData().dailyActivity.begin()->first; };
+    const LocalDay before = firstDay();
+    int announced = 0;
+    QObject::connect(&m_state, &AppState::objectWillChange, &m_state, [&announced] { ++announced; });
+
+    m_calendar = Calendar::inZone("Asia/Tokyo");
+    fireLocalTimer();
+    EXPECT_EQ(m_state.historicalData().peakHour, 7);
+    EXPECT_EQ(firstDay() - before, std::chrono::days(1));
+    EXPECT_TRUE(m_state.calendar() == m_calendar);
+    EXPECT_GT(announced, 0);
+}
+
 TEST_F(AppStateTest, AnotherRateStartsBothTimersAnewAndChangesTheLocalOne) {
     using Intervals = std::vector<std::chrono::milliseconds>;
     m_preferences.setRefreshRate(RefreshRate::tenMin);

@@ -21,7 +21,7 @@ Endpoints StateFixture::endpoints() const {
 AppState::Services StateFixture::services() {
     return {m_preferences,
             JSONLParser(m_home.path(), m_calendar, m_clock),
-            m_calendar,
+            [this] { return m_calendar; },
             m_clock,
             m_scheduler,
             platform::openDirectoryEventSource,

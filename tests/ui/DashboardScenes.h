@@ -18,7 +18,7 @@ public:
     DashboardFixture();
 
     [[nodiscard]] MainWindowView::Services windowServices() {
-        return {m_state, m_preferences, m_calendar, m_clock, m_scheduler};
+        return {m_state, m_preferences, m_clock, m_scheduler};
     }
 
     /// Two months of logs that end now, as three models leave them.

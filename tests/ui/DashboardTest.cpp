@@ -108,6 +108,22 @@ TEST_F(DashboardTest, TheTimesMoveWhileTheWindowIsVisible) {
     EXPECT_TRUE(anyStartsWith(namesIn(window), "Updated 1h ago"));
 }
 
+TEST_F(DashboardTest, TheHeatmapFollowsTheTimeZoneWithTheNextMinuteAndWhenShown) {
+    addHistory().settle();
+    m_state.setTimeFilter(TimeFilter::sevenDays);
+    MainWindowView window(windowServices());
+    window.show();
+    EXPECT_TRUE(anyStartsWith(namesIn(window), "Activity since Jun 3: "));
+    m_calendar = Calendar::inZone("Pacific/Kiritimati"); // where it is tomorrow already
+    m_clock.advance(59s);
+    m_scheduler.fire(59s);
+    EXPECT_TRUE(anyStartsWith(namesIn(window), "Activity since Jun 4: "));
+    window.hide();
+    m_calendar = Calendar::inZone("UTC");
+    window.show();
+    EXPECT_TRUE(anyStartsWith(namesIn(window), "Activity since Jun 3: "));
+}
+
 TEST_F(DashboardTest, FiltersAndTabsAreChosenAndAClosedWindowOpensOnTheFirstTab) {
     addHistory().settle();
     MainWindowView window(windowServices());

@@ -59,7 +59,7 @@ MainWindowView::MainWindowView(Services services, QWidget *parent)
     , m_accountBar(new AccountBar)
     , m_updated(new TextLabel(TextStyle::caption, QPalette::PlaceholderText))
     , m_subscription(services.appState, [this] { showState(); })
-    , m_ticks(services.clock, services.scheduler, [this] { showState(); }) {
+    , m_ticks(services.clock, services.scheduler, [this] { followTime(); }) {
     auto *content = new QWidget;
     auto *column = new QVBoxLayout(content);
     column->setContentsMargins(windowMargin, 14, windowMargin, 12);
@@ -165,7 +165,7 @@ void MainWindowView::refreshAll() {
 }
 
 void MainWindowView::showEvent(QShowEvent *event) {
-    showState();
+    followTime();
     m_ticks.start();
     QWidget::showEvent(event);
 }
@@ -180,13 +180,18 @@ void MainWindowView::closeEvent(QCloseEvent *event) {
     QWidget::closeEvent(event);
 }
 
+void MainWindowView::followTime() {
+    m_services.appState.followTimeZone();
+    showState();
+}
+
 void MainWindowView::showState() {
     const AppState &state = m_services.appState;
     const Instant now = m_services.clock.now();
-    const LocalDay today = m_services.calendar.dayOf(now);
+    const LocalDay today = state.calendar().dayOf(now);
     m_liveColumn->setValues(state, now);
     m_overview->setValues(state.historicalData(), state.sessionCost(), today,
-                          firstDayOf(state.timeFilter(), now, m_services.calendar));
+                          firstDayOf(state.timeFilter(), now, state.calendar()));
     m_models->setValues(state.historicalData(), today);
     m_filters->button(static_cast<int>(state.timeFilter()))->setChecked(true);
     m_accountBar->setStatus(state.oauthStatus());

@@ -14,7 +14,6 @@ namespace burnwick {
 
 class AccountBar;
 class AppState;
-class Calendar;
 class LiveColumn;
 class ModelsTab;
 class OverviewTab;
@@ -31,7 +30,6 @@ public:
     struct Services {
         AppState &appState;
         const PreferencesManager &preferences;
-        const Calendar &calendar;
         const Clock &clock;
         Scheduler &scheduler;
     };
@@ -53,6 +51,7 @@ private:
     void selectTab(int tab);
     void refreshQuota();
     void refreshAll();
+    void followTime();
     void showState();
 
     Services m_services;
