@@ -44,6 +44,7 @@ AppDelegate::AppDelegate()
     , m_desktopAppearance(platform::makeDesktopAppearance())
     , m_theme(m_preferences, *m_desktopAppearance)
     , m_appState(stateServices())
+    , m_sleepMonitor(platform::makeSleepMonitor())
     , m_settingsWindow(settingsServices()) {}
 
 StandardUpdaterController::Services AppDelegate::updaterServices() {
@@ -85,6 +86,7 @@ SettingsView::Services AppDelegate::settingsServices() {
 void AppDelegate::launch(const ApplicationRequest &start) {
     m_statusBarController.emplace(m_appState, platform::makeStatusItem());
     m_appState.start();
+    m_sleepMonitor->follow([this] { wakeUp(); });
     m_notificationCenter->setActivateHandler([this](const std::string &token) { showMainWindow(token); });
     m_notifications.requestAuthorization();
     applyLaunchAtStartup();
@@ -105,6 +107,12 @@ void AppDelegate::launch(const ApplicationRequest &start) {
     }
     // Otherwise they would be shown in one theme and turn to the other.
     QObject::connect(&m_theme, &ThemeController::settled, &*m_mainWindow, showWindows);
+}
+
+/// What became due meanwhile is done at once.
+void AppDelegate::wakeUp() {
+    m_appState.wakeUp();
+    m_scheduler.catchUp();
 }
 
 /// The desktop may refuse, which is the desktop's decision; the preference stays.

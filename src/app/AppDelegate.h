@@ -11,6 +11,7 @@
 #include "platform/LoginItem.h"
 #include "platform/NotificationCenter.h"
 #include "platform/SecretStore.h"
+#include "platform/SleepMonitor.h"
 #include "platform/TerminalLauncher.h"
 #include "prefs/Endpoints.h"
 #include "prefs/PreferencesManager.h"
@@ -54,11 +55,12 @@ private:
     [[nodiscard]] StandardUpdaterController::Services updaterServices();
     [[nodiscard]] SettingsView::Services settingsServices();
     void applyLaunchAtStartup();
+    void wakeUp();
     void showMainWindow(const std::string &activationToken);
     void showUpdate(const QString &version);
 
     SystemClock m_clock;
-    EventLoopScheduler m_scheduler;
+    EventLoopScheduler m_scheduler{m_clock};
     UserDefaults m_defaults;
     PreferencesManager m_preferences;
     Endpoints m_endpoints;
@@ -76,6 +78,7 @@ private:
     std::unique_ptr<DesktopAppearance> m_desktopAppearance;
     ThemeController m_theme;
     AppState m_appState;
+    std::unique_ptr<SleepMonitor> m_sleepMonitor;
     SettingsWindowController m_settingsWindow;
     std::optional<StatusBarController> m_statusBarController;
     std::optional<MainWindowView> m_mainWindow;

@@ -2,39 +2,72 @@
 // SPDX-License-Identifier: MIT
 #include "async/Scheduler.h"
 
+#include "model/Clock.h"
+
 #include <QTimer>
 
+#include <algorithm>
 #include <utility>
 
 namespace burnwick {
 
-namespace {
-
-class EventLoopTimer final : public RepeatingTimer {
+class EventLoopScheduler::Timer final : public RepeatingTimer {
 public:
-    EventLoopTimer(std::chrono::milliseconds interval, std::function<void()> callback)
-        : m_timer(new QTimer) {
-        m_timer->setTimerType(Qt::CoarseTimer);
-        QObject::connect(m_timer, &QTimer::timeout, m_timer, std::move(callback));
-        m_timer->start(interval);
+    Timer(EventLoopScheduler &scheduler, std::chrono::milliseconds interval, std::function<void()> callback)
+        : m_scheduler(scheduler)
+        , m_interval(interval)
+        , m_timer(new QTimer) {
+        // The coarse types fire early, too.
+        m_timer->setTimerType(Qt::PreciseTimer);
+        QObject::connect(m_timer, &QTimer::timeout, m_timer, [this, callback = std::move(callback)] {
+            begin();
+            m_scheduler.catchUp();
+            callback(); // may end this timer
+        });
+        begin();
+        m_scheduler.m_timers.push_back(this);
     }
-    ~EventLoopTimer() override {
+    ~Timer() override {
+        std::erase(m_scheduler.m_timers, this);
         // Its own callback may be what ends it.
         m_timer->stop();
         m_timer->deleteLater();
     }
-    EventLoopTimer(const EventLoopTimer &) = delete;
-    EventLoopTimer &operator=(const EventLoopTimer &) = delete;
+    Timer(const Timer &) = delete;
+    Timer &operator=(const Timer &) = delete;
+
+    void catchUp(Instant now) const {
+        const auto remaining =
+            std::max(std::chrono::ceil<std::chrono::milliseconds>(m_due - now), std::chrono::milliseconds(0));
+        // Less is the difference of two readings.
+        constexpr std::chrono::seconds noticeable{1};
+        if (remaining + noticeable < m_timer->remainingTimeAsDuration())
+            m_timer->start(remaining);
+    }
 
 private:
-    QTimer *m_timer;
-};
+    /// The next interval; one that is not interrupted stays in step with those before.
+    void begin() {
+        m_due = m_scheduler.m_clock.now() + m_interval;
+        if (!m_timer->isActive() || m_timer->intervalAsDuration() != m_interval)
+            m_timer->start(m_interval);
+    }
 
-} // namespace
+    EventLoopScheduler &m_scheduler;
+    const std::chrono::milliseconds m_interval;
+    QTimer *m_timer;
+    Instant m_due; ///< by the wall clock
+};
 
 std::unique_ptr<RepeatingTimer> EventLoopScheduler::repeat(std::chrono::milliseconds interval,
                                                            std::function<void()> callback) {
-    return std::make_unique<EventLoopTimer>(interval, std::move(callback));
+    return std::make_unique<Timer>(*this, interval, std::move(callback));
+}
+
+void EventLoopScheduler::catchUp() const {
+    const Instant now = m_clock.now();
+    for (const Timer *timer : m_timers)
+        timer->catchUp(now);
 }
 
 } // namespace burnwick

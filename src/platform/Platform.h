@@ -9,6 +9,7 @@
 #include "platform/LoginItem.h"
 #include "platform/NotificationCenter.h"
 #include "platform/SecretStore.h"
+#include "platform/SleepMonitor.h"
 #include "platform/StatusItem.h"
 #include "platform/TerminalLauncher.h"
 
@@ -43,6 +44,9 @@ openDirectoryEventSource(const std::filesystem::path &path);
 
 /// Needs a running application object.
 [[nodiscard]] std::unique_ptr<LoginItem> makeLoginItem();
+
+/// Needs a running application object.
+[[nodiscard]] std::unique_ptr<SleepMonitor> makeSleepMonitor();
 
 /// Needs a running application object.
 [[nodiscard]] std::unique_ptr<ApplicationInstance> makeApplicationInstance();

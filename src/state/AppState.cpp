@@ -54,6 +54,7 @@ void AppState::stop() {
         m_fileMonitor->stop();
     stopTimers();
     m_settleTimer.reset();
+    m_retryTimer.reset();
     m_login.reset();
     m_historyJob.request_stop();
 }

@@ -77,6 +77,9 @@ public:
     /// Looks whether the user's time zone has changed; if so, computes the history anew and asks for the
     /// quota, whose extra usage counts days. Each local refresh does this first.
     void followTimeZone();
+    /// Call it when the machine has woken up. For a minute a request for the quota that gets no answer is
+    /// soon repeated: the network may not be back yet.
+    void wakeUp();
     /// Computes the figures of the recent entries: tokens, cost, burn rate, projections and the indicator.
     void updateLocalStats();
     /// (Re)starts the local timer at the preference's rate. By itself when that changes, as the quota timer
@@ -130,6 +133,7 @@ private:
     void publish(Value &property, Value value);
     QCoro::Task<void> fetchQuota(RefreshKind kind);
     void takeQuota(const OAuthFetcher::Usage &usage);
+    void repeatSoon();
     QCoro::Task<void> takeFailure(FailureVerdict verdict, RefreshKind kind);
     void endLogin(LoginFlow::Outcome outcome);
     void updateStatusIndicator();
@@ -167,6 +171,8 @@ private:
     std::unique_ptr<RepeatingTimer> m_oauthTimer;
     std::unique_ptr<RepeatingTimer> m_jsonlTimer;
     std::unique_ptr<RepeatingTimer> m_settleTimer; ///< runs once after a change of the directory
+    std::unique_ptr<RepeatingTimer> m_retryTimer;  ///< runs once after a request failed that may be repeated
+    int m_retriesLeft = 0;                         ///< since the machine woke up
     std::unique_ptr<LoginFlow> m_login;
     OutageLog m_quotaOutage{"the quota"};
     OutageLog m_statusOutage{"the service's status"};

@@ -4,6 +4,7 @@
 // The account's half of the state: quota, service status and login.
 
 #include "async/DetachedTask.h"
+#include "async/Scheduler.h"
 #include "notify/QuotaAlerts.h"
 #include "prefs/PreferencesManager.h"
 #include "quota/FetchError.h"
@@ -16,6 +17,18 @@
 #include <utility>
 
 namespace burnwick {
+
+namespace {
+
+constexpr std::chrono::seconds retryInterval{3};
+constexpr int retriesAfterWaking = 20;
+
+/// Whether no answer of the service came, as far as the failure shows it.
+bool mayBeOfTheNetwork(std::optional<FetchError::Kind> error) {
+    return !error || *error == FetchError::Kind::refreshFailed;
+}
+
+} // namespace
 
 QCoro::Task<void> AppState::refreshQuota() {
     if (!m_services.preferences.autoRefreshQuota() || m_oauthStatus == OAuthStatus::authenticating)
@@ -45,13 +58,17 @@ QCoro::Task<void> AppState::fetchQuota(RefreshKind kind) {
         co_return;
     if (usage)
         takeQuota(*usage);
-    else
+    else if (mayBeOfTheNetwork(error))
+        repeatSoon();
+    if (!usage)
         co_await takeFailure(verdictOn(error, kind), kind);
 }
 
 void AppState::takeQuota(const OAuthFetcher::Usage &usage) {
     const auto &[quota, extraUsage] = usage;
     m_quotaOutage.reached();
+    m_retriesLeft = 0;
+    m_retryTimer.reset();
     publish(m_quotaData, std::optional(quota));
     if (extraUsage)
         publish(m_extraUsage, extraUsage);
@@ -59,6 +76,23 @@ void AppState::takeQuota(const OAuthFetcher::Usage &usage) {
     if (m_oauthStatus != OAuthStatus::authenticating)
         publish(m_oauthStatus, OAuthStatus::connected);
     updateStatusIndicator();
+}
+
+void AppState::wakeUp() {
+    if (m_stopped)
+        return;
+    m_retriesLeft = retriesAfterWaking;
+    followTimeZone();
+}
+
+void AppState::repeatSoon() {
+    if (m_retriesLeft == 0 || m_retryTimer)
+        return;
+    --m_retriesLeft;
+    m_retryTimer = m_services.scheduler.repeat(retryInterval, [this] {
+        m_retryTimer.reset();
+        runDetached(refreshQuota());
+    });
 }
 
 /// What was known of the quota stays.

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "e2e/AccountFixture.h"
+#include "platform/FakeLoginManager.h"
 #include "support/Dunst.h"
 
 #include <QDateTime>
@@ -101,6 +102,31 @@ TEST_F(DayOfUseTest, AlertsComeOncePerWindowAndTheWindowResets) {
     ASSERT_TRUE(startProgram(m_time));
     EXPECT_TRUE(itemShows("1.5M | $4.50 | s84%  ●"));
     EXPECT_TRUE(areShown({limit, reset}));
+}
+
+TEST_F(DayOfUseTest, AfterASleepWhatIsDueIsDoneAtOnceAndAgainUntilTheNetworkIsBack) {
+    test::ScriptedAnswer cut = usage(1);
+    cut.ending = test::ScriptedAnswer::Ending::cut;
+    m_server.script("/api/oauth/usage", {usage(67), cut, usage(3)});
+    QProcessEnvironment environment = m_program.processEnvironment();
+    environment.insert(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), m_dunst.bus().address());
+    environment.insert(QStringLiteral("FAKETIME_DONT_FAKE_MONOTONIC"), QStringLiteral("1"));
+    m_program.setProcessEnvironment(environment);
+    const FakeLoginManager manager(m_dunst.bus());
+    ASSERT_TRUE(startProgram(m_time));
+    ASSERT_TRUE(itemShows("0 | $0.00 | s67%  ●"));
+
+    // The timers of the program have counted none of it.
+    pass(8h);
+    const auto questions = [this] { return m_server.requestsFor("/api/oauth/usage").size(); };
+    EXPECT_TRUE(waitFor(
+        [&] {
+            manager.prepareForSleep(false);
+            return questions() > 1;
+        },
+        5s));
+    EXPECT_TRUE(waitFor([&] { return questions() == 3; }, 5s));
+    EXPECT_TRUE(itemShows("0 | $0.00 | s3%  ●"));
 }
 
 TEST_F(DayOfUseTest, ANewerReleaseIsLookedForOnceADay) {

@@ -128,6 +128,40 @@ TEST_F(AppStateAccountTest, AnOutageIsSaidOnceInTheLog) {
     }
 }
 
+TEST_F(AppStateAccountTest, AfterWakingARequestWithoutAnAnswerIsSoonRepeatedForAMinute) {
+    using Intervals = std::vector<std::chrono::milliseconds>;
+    ScriptedAnswer cut = usage(1);
+    cut.ending = ScriptedAnswer::Ending::cut;
+    const struct {
+        const char *what;
+        bool woken;
+        std::vector<ScriptedAnswer> answers;
+        std::size_t repeats;
+    } rows[] = {
+        {"awake all the time", false, {cut}, 0},
+        {"no network any more", true, {cut}, 20},
+        {"the network is back soon", true, {cut, cut, usage(67)}, 2},
+        {"a failure of an hour later", false, {cut}, 0},
+        {"the service refuses", true, {answerOf(429)}, 0},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.what);
+        m_server.script(usagePath, row.answers);
+        const auto before = m_server.requestsFor(usagePath).size();
+        if (row.woken)
+            m_state.wakeUp();
+        refresh(RefreshKind::automatic);
+        for (std::size_t i = 0; i < row.repeats; ++i) {
+            ASSERT_TRUE(waitFor([this] { return m_scheduler.intervals() == Intervals{3s}; })) << i;
+            m_scheduler.fire(3s);
+        }
+        EXPECT_TRUE(
+            waitFor([&] { return m_server.requestsFor(usagePath).size() == before + 1 + row.repeats; }));
+        refresh(RefreshKind::automatic);
+        EXPECT_EQ(m_scheduler.intervals(), Intervals());
+    }
+}
+
 TEST_F(AppStateAccountTest, ARefusedRefreshTokenIsLookedAtAgainOnlyWhenForced) {
     constexpr auto refused = FetchError::Kind::refreshTokenExpired;
     EXPECT_EQ(verdictOn(refused, RefreshKind::automatic), FailureVerdict::expired);

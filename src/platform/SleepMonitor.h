@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+
+namespace burnwick {
+
+/// Follows the machine's sleep. Main thread only.
+class SleepMonitor {
+public:
+    virtual ~SleepMonitor() = default;
+
+    /// Calls the handler each time the machine has woken up or its clock was set, perhaps twice for one such
+    /// event; the network may not be back yet. On the main thread, no longer than this object lives. At most
+    /// once.
+    virtual void follow(std::function<void()> onWake) = 0;
+};
+
+} // namespace burnwick

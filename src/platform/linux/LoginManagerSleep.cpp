@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "platform/linux/LoginManagerSleep.h"
+
+#include "platform/UnawaitedResult.h"
+#include "platform/linux/SessionBusAddress.h"
+
+#include <QtCore/QFutureWatcher>
+
+#include <chrono>
+#include <utility>
+
+namespace burnwick {
+
+namespace {
+
+using Bus = std::optional<QDBusConnection>;
+
+constexpr QLatin1String connectionName("burnwick-system-bus");
+constexpr QLatin1String managerName("org.freedesktop.login1");
+constexpr QLatin1String managerPath("/org/freedesktop/login1");
+constexpr QLatin1String managerInterface("org.freedesktop.login1.Manager");
+
+QString systemBusAddress() {
+    const QByteArray address = qgetenv("DBUS_SYSTEM_BUS_ADDRESS");
+    return address.isEmpty() ? QStringLiteral("unix:path=/var/run/dbus/system_bus_socket")
+                             : QString::fromLocal8Bit(address);
+}
+
+/// Blocks for a moment, or 2 s where the bus is silent: QtDBus would wait for that one without limit, and
+/// hold up all connections that others make meanwhile.
+Bus connectTo(const QString &address) {
+    constexpr std::chrono::seconds patience{2};
+    if (isSilentBus(address, patience))
+        return std::nullopt;
+    const auto bus = QDBusConnection::connectToBus(address, connectionName);
+    return bus.isConnected() ? Bus(bus) : std::nullopt;
+}
+
+} // namespace
+
+LoginManagerSleep::LoginManagerSleep(std::function<void()> onWake)
+    : m_onWake(std::move(onWake)) {
+    auto *const watcher = new QFutureWatcher<Bus>(this);
+    connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher] {
+        watcher->deleteLater();
+        if (const Bus bus = watcher->result())
+            listenOn(*bus);
+    });
+    watcher->setFuture(
+        platform::unawaitedResult<Bus>([address = systemBusAddress()] { return connectTo(address); }));
+}
+
+void LoginManagerSleep::listenOn(QDBusConnection bus) {
+    m_owner.emplace(bus, managerName);
+    // From any sender: given the manager's name, this call would wait for the bus to say whose it is.
+    bus.connect(QString(), managerPath, managerInterface, QStringLiteral("PrepareForSleep"), this,
+                SLOT(onPrepareForSleep(QDBusMessage)));
+}
+
+/// Its argument is true before a sleep and false after it.
+void LoginManagerSleep::onPrepareForSleep(const QDBusMessage &message) {
+    if (message.service() == m_owner->name() && message.signature() == QLatin1String("b") &&
+        !message.arguments().constFirst().toBool())
+        m_onWake();
+}
+
+} // namespace burnwick

@@ -1,0 +1,82 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "async/Scheduler.h"
+
+#include "support/ManualClock.h"
+#include "support/WaitFor.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+namespace burnwick {
+namespace {
+
+using namespace std::chrono_literals;
+using test::ManualClock;
+
+struct SchedulerTest : testing::Test {
+    /// Lets through what is due in this turn of the event loop.
+    static void settle() { QTest::qWait(1); }
+
+    ManualClock clock{"2025-06-10T12:00:00.000Z"};
+    EventLoopScheduler scheduler{clock};
+};
+
+TEST_F(SchedulerTest, WhatBecameDueDuringASleepCallsBackOnceAndAtOnce) {
+    const struct {
+        const char *what;
+        std::chrono::nanoseconds asleep;
+        int quarterHours, days;
+    } rows[] = {
+        {"too short a sleep", 14min, 0, 0},
+        {"one of both is due", 8h, 1, 0},
+        {"both are, many times over", 240h, 1, 1},
+        {"the clock was put back", -8h, 0, 0},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.what);
+        int quarterHours = 0;
+        int days = 0;
+        const auto often = scheduler.repeat(15min, [&] { ++quarterHours; });
+        const auto seldom = scheduler.repeat(24h, [&] { ++days; });
+        clock.advance(row.asleep);
+        scheduler.catchUp();
+        scheduler.catchUp();
+        EXPECT_EQ(quarterHours + days, 0) << "not within the call";
+        settle();
+        EXPECT_EQ(quarterHours, row.quarterHours);
+        EXPECT_EQ(days, row.days);
+        // From now on a whole interval has to pass again.
+        scheduler.catchUp();
+        settle();
+        EXPECT_EQ(quarterHours, row.quarterHours);
+    }
+}
+
+TEST_F(SchedulerTest, ATimerThatFiresBringsTheOthersForward) {
+    int days = 0;
+    const auto seldom = scheduler.repeat(24h, [&] { ++days; });
+    int fired = 0;
+    std::unique_ptr<RepeatingTimer> often = scheduler.repeat(1ms, [&] {
+        often.reset();
+        ++fired;
+    });
+    clock.advance(25h);
+    EXPECT_TRUE(waitFor([&] { return days == 1; }));
+    EXPECT_EQ(fired, 1) << "it ended itself";
+}
+
+TEST_F(SchedulerTest, NothingIsEarly) {
+    for (const auto interval : {30ms, 75ms, 130ms}) {
+        const auto start = std::chrono::steady_clock::now();
+        std::chrono::nanoseconds after{0};
+        const auto timer =
+            scheduler.repeat(interval, [&] { after = std::chrono::steady_clock::now() - start; });
+        ASSERT_TRUE(waitFor([&] { return after != 0ns; }));
+        EXPECT_GE(after, interval);
+    }
+}
+
+} // namespace
+} // namespace burnwick
