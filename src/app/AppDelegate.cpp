@@ -84,15 +84,16 @@ SettingsView::Services AppDelegate::settingsServices() {
 }
 
 void AppDelegate::launch(const ApplicationRequest &start) {
-    m_statusBarController.emplace(m_appState, platform::makeStatusItem());
+    const auto openMainWindow = [this](const std::string &token) { showMainWindow(token); };
+    m_statusBarController.emplace(m_appState, platform::makeStatusItem(), openMainWindow);
     m_appState.start();
     m_sleepMonitor->follow([this] { wakeUp(); });
-    m_notificationCenter->setActivateHandler([this](const std::string &token) { showMainWindow(token); });
+    m_notificationCenter->setActivateHandler(openMainWindow);
     m_notifications.requestAuthorization();
     applyLaunchAtStartup();
     // The first load is done: the window's first picture has the figures.
     m_mainWindow.emplace(MainWindowView::Services{m_appState, m_preferences, m_clock, m_scheduler});
-    m_mainWindow->setWindowTitle(mainWindowTitle());
+    m_mainWindow->setWindowTitle(QStringLiteral("Burnwick"));
     m_mainWindow->setWindowIcon(QIcon(QStringLiteral(":/burnwick/icons/burnwick.svg")));
     QObject::connect(&*m_mainWindow, &MainWindowView::settingsRequested, &*m_mainWindow,
                      [this] { m_settingsWindow.show({}); });

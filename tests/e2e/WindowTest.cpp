@@ -122,6 +122,22 @@ TEST_F(WindowTest, TheSettingsAreReadAndOperatedAndLast) {
     EXPECT_EQ(m_display.find("Burnwick", darkGround), QPoint(0, 0));
 }
 
+TEST_F(WindowTest, TheItemOpensTheDashboardBesideAnUpdateAlert) {
+    const std::string server = m_server.url().toString().toStdString();
+    test::writeFile(m_settings,
+                    R"({"statusBaseURL":")" + server + R"(","productBaseURL":")" + server + "\"}");
+    m_server.script("/appcast.xml", {test::answerOf(200, "<sparkle:shortVersionString>999.0"
+                                                         "</sparkle:shortVersionString>")});
+    ASSERT_TRUE(startProgram());
+    ASSERT_TRUE(press("push button: Settings"));
+    ASSERT_TRUE(press("push button: Check Now"));
+    const QByteArray alert = "Update Available \xe2\x80\x94 Burnwick";
+    ASSERT_TRUE(waitFor([&] { return m_display.showsInFront(alert); }));
+    m_watcher.callItem(QStringLiteral("Activate"), {0, 0});
+    EXPECT_TRUE(waitFor([this] { return m_display.showsInFront("Burnwick"); }));
+    EXPECT_TRUE(m_display.shows(alert));
+}
+
 TEST_F(WindowTest, LeadsThroughALogin) {
     m_server.script("/api/oauth/usage", {test::usage(67)});
     const std::filesystem::path terminal = m_home.path() / "terminal";

@@ -208,7 +208,7 @@ TEST_F(DashboardTest, TheItemShowsEachTitleOnce) {
     const std::string line = test::usageLine("2025-06-10T12:00:00.000Z", 1200, 0);
     m_home.add("a.jsonl", line, m_clock.now());
     std::vector<std::string> titles;
-    const StatusBarController controller(m_state, std::make_unique<RecordingStatusItem>(titles));
+    const StatusBarController controller(m_state, std::make_unique<RecordingStatusItem>(titles), {});
     m_state.start();
     EXPECT_EQ(titles.size(), 1U) << "shown before the change has landed";
     ASSERT_TRUE(historyHas(1));

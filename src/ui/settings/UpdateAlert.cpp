@@ -35,7 +35,7 @@ void showUpdateAlert(const QString &version, const QUrl &productBaseURL,
     auto *alert = new QMessageBox;
     alert->setAttribute(Qt::WA_DeleteOnClose);
     alert->setWindowModality(Qt::ApplicationModal);
-    alert->setWindowTitle(QStringLiteral("Burnwick"));
+    alert->setWindowTitle(QStringLiteral("Update Available"));
     const QIcon icon(QStringLiteral(":/burnwick/icons/burnwick.svg"));
     alert->setWindowIcon(icon);
     alert->setIconPixmap(icon.pixmap({iconSize, iconSize}, alert->devicePixelRatioF()));

@@ -3,24 +3,17 @@
 #include "ui/statusbar/StatusBarController.h"
 
 #include "state/AppState.h"
-#include "ui/WindowActivation.h"
 
-#include <QApplication>
-#include <QWidget>
-
-#include <algorithm>
+#include <utility>
 
 namespace burnwick {
 
-QString mainWindowTitle() {
-    return QStringLiteral("Burnwick");
-}
-
-StatusBarController::StatusBarController(const AppState &appState, std::unique_ptr<StatusItem> statusItem)
+StatusBarController::StatusBarController(const AppState &appState, std::unique_ptr<StatusItem> statusItem,
+                                         StatusItem::ActivateHandler openMainWindow)
     : m_appState(appState)
     , m_statusItem(std::move(statusItem))
     , m_subscription(appState, [this] { update(); }) {
-    m_statusItem->setActivateHandler(&StatusBarController::openMainWindow);
+    m_statusItem->setActivateHandler(std::move(openMainWindow));
     update();
 }
 
@@ -35,15 +28,6 @@ void StatusBarController::update() {
         return;
     m_statusItem->show(content);
     m_shown = std::move(content);
-}
-
-void StatusBarController::openMainWindow(const std::string &activationToken) {
-    const QWidgetList windows = QApplication::topLevelWidgets();
-    const auto window = std::find_if(windows.begin(), windows.end(), [](const QWidget *candidate) {
-        return candidate->windowTitle() == mainWindowTitle();
-    });
-    if (window != windows.end())
-        bringToFront(**window, activationToken);
 }
 
 } // namespace burnwick

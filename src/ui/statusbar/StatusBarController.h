@@ -5,8 +5,6 @@
 #include "platform/StatusItem.h"
 #include "ui/StateSubscription.h"
 
-#include <QString>
-
 #include <memory>
 #include <optional>
 
@@ -14,17 +12,12 @@ namespace burnwick {
 
 class AppState;
 
-/// The title of the dashboard's window, by which it is found.
-[[nodiscard]] QString mainWindowTitle();
-
 /// Keeps the status item's content current and opens the dashboard on a click. Main thread only.
 class StatusBarController final {
 public:
-    /// The state must outlive this object. Shows the item at once.
-    StatusBarController(const AppState &appState, std::unique_ptr<StatusItem> statusItem);
-
-    /// Brings the window titled "Burnwick" to the front; does nothing when there is none.
-    static void openMainWindow(const std::string &activationToken = {});
+    /// The state must outlive this object. Shows the item at once; a click on it calls `openMainWindow`.
+    StatusBarController(const AppState &appState, std::unique_ptr<StatusItem> statusItem,
+                        StatusItem::ActivateHandler openMainWindow);
 
 private:
     void update();
