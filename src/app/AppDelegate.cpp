@@ -118,8 +118,7 @@ void AppDelegate::wakeUp() {
 
 /// The desktop may refuse, which is the desktop's decision; the preference stays.
 void AppDelegate::applyLaunchAtStartup() {
-    static_cast<void>(m_preferences.launchAtStartup() ? m_loginItem->registerItem()
-                                                      : m_loginItem->unregisterItem());
+    static_cast<void>(m_loginItem->restoreChoice(m_preferences.launchAtStartup()));
 }
 
 void AppDelegate::perform(const ApplicationRequest &request) {

@@ -13,17 +13,21 @@ struct LoginItemFailure {
 };
 
 /// Whether the desktop starts this program when the user logs in. The system's own record is the truth: the
-/// user may change it elsewhere. Main thread only.
+/// user may change it elsewhere. After a failure all is as it was before. Main thread only.
 class LoginItem {
 public:
     virtual ~LoginItem() = default;
 
     [[nodiscard]] virtual bool isRegistered() const = 0;
-    /// Makes the desktop start the program that runs now; changes nothing when it does so already. After a
-    /// failure all is as it was before.
+    /// Makes the desktop start the program at login, as the user demands now, also where the user had
+    /// switched it off elsewhere. A record by which the desktop starts it already stays as the user made it.
     [[nodiscard]] virtual std::optional<LoginItemFailure> registerItem() = 0;
-    /// The desktop starts it no more; succeeds when it did not. After a failure all is as it was before.
+    /// Keeps the desktop from starting the program at login, as the user demands now; succeeds when it did
+    /// not. A record that the user made is switched off and stays.
     [[nodiscard]] virtual std::optional<LoginItemFailure> unregisterItem() = 0;
+    /// Registers or unregisters by a choice of earlier: what the user has made or changed in the system since
+    /// then stays, which is no failure.
+    [[nodiscard]] virtual std::optional<LoginItemFailure> restoreChoice(bool on) = 0;
 };
 
 } // namespace burnwick

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/AutostartEntry.h"
 #include "support/LogTreeFixture.h"
+#include "support/WaitFor.h"
 
 #include <gtest/gtest.h>
 
@@ -10,14 +11,15 @@
 namespace burnwick {
 namespace {
 
-constexpr std::string_view freshEntry = "[Desktop Entry]\n"
-                                        "Exec=burnwick\n"
-                                        "TryExec=burnwick\n"
-                                        "Type=Application\n"
-                                        "Name=Burnwick\n"
-                                        "Comment=Token usage, cost and quota of Claude Code at a glance\n"
-                                        "Icon=burnwick\n"
-                                        "Terminal=false\n";
+const std::string formerEntry = "[Desktop Entry]\n"
+                                "Exec=burnwick\n"
+                                "TryExec=burnwick\n"
+                                "Type=Application\n"
+                                "Name=Burnwick\n"
+                                "Comment=Token usage, cost and quota of Claude Code at a glance\n"
+                                "Icon=burnwick\n"
+                                "Terminal=false\n";
+const std::string mark = "X-Burnwick-Autostart=true\n";
 
 struct Program {
     const char *path;
@@ -31,21 +33,48 @@ constexpr Program programs[] = {
     {R"(/a/back\slash/burnwick)", R"("/a/back\\\\slash/burnwick")"},
     {"/a/$HOME/burnwick", R"("/a/\\$HOME/burnwick")"},
     {"/a/`date`/burnwick", R"("/a/\\`date\\`/burnwick")"},
-    {"/a/%f %%/burnwick", R"("/a/%%f %%%%/burnwick")"},
+    {"/a/%f %%/burnwick", R"(nice -n 0 "/a/%%f %%%%/burnwick")"},
+    {R"(/a/50% of \ "$1"=x/burnwick)", R"(nice -n 0 "/a/50%% of \\\\ \\"\\$1\\"=x/burnwick")"},
     {"/a/x;y&z|(1)<2>*?#~/burnwick", R"("/a/x;y&z|(1)<2>*?#~/burnwick")"},
     {"/a/two\nlines\tand\rmore/burnwick", R"("/a/two\nlines\tand\rmore/burnwick")"},
 };
 
-TEST(AutostartEntry, QuotesTheProgram) {
-    for (const Program &program : programs)
-        EXPECT_EQ(execValue(program.path), program.exec) << program.path;
+TEST(AutostartEntry, QuotesTheProgramAndIsRecognised) {
+    for (const Program &program : programs) {
+        const std::string entry = autostartEntry(program.path);
+        EXPECT_TRUE(entry.starts_with("[Desktop Entry]\nExec=" + std::string(program.exec) + "\nTryExec="))
+            << entry;
+        EXPECT_TRUE(isUnchangedEntry(entry)) << entry;
+    }
+}
+
+/// Desktops read the entry with GLib or by the same rules.
+TEST(AutostartEntry, GLibStartsEachProgram) {
+    const test::TemporaryDirectory directory;
+    for (const Program &program : programs) {
+        const std::string path = directory.path().string() + program.path;
+        test::writeProgram(path, "#!/bin/sh\n: > \"$0.started\"\n");
+        const auto file = directory.path() / "burnwick.desktop";
+        test::writeFile(file, autostartEntry(path));
+        QProcess launcher;
+        launcher.setProcessChannelMode(QProcess::MergedChannels);
+        launcher.start(QStringLiteral("gio"),
+                       {QStringLiteral("launch"), QString::fromStdString(file.string())});
+        if (!launcher.waitForStarted())
+            GTEST_SKIP() << "gio is not installed";
+        ASSERT_TRUE(launcher.waitForFinished());
+        EXPECT_EQ(launcher.exitCode(), 0) << program.path << launcher.readAll().toStdString();
+        EXPECT_TRUE(launcher.exitCode() != 0 ||
+                    waitFor([&path] { return std::filesystem::exists(path + ".started"); }))
+            << program.path;
+    }
 }
 
 TEST(AutostartEntry, IsValidForEachProgram) {
     const test::TemporaryDirectory directory;
     for (const Program &program : programs) {
         const auto file = directory.path() / "burnwick.desktop";
-        test::writeFile(file, autostartEntry({}, program.path));
+        test::writeFile(file, autostartEntry(program.path));
         QProcess validator;
         validator.setProcessChannelMode(QProcess::MergedChannels);
         validator.start(QStringLiteral("desktop-file-validate"), {QString::fromStdString(file.string())});
@@ -71,39 +100,48 @@ TEST(AutostartEntry, IsOnUnlessSomethingKeepsTheDesktopFromStarting) {
         {"[Desktop Entry]\nExec=burnwick\n[Desktop Action x]\nHidden=true\n", true},
         {"[Desktop Action x]\nExec=burnwick\n[Desktop Entry]\n", false},
         {"[Desktop Entry]\nExec=burnwick\nX-GNOME-Autostart-enabled=false\n", false},
+        {"[Desktop Entry]\nExec=burnwick\nHidden=1", false},
     };
     for (const Case &c : cases)
         EXPECT_EQ(startsAtLogin(c.entry), c.on) << c.entry;
 }
 
-TEST(AutostartEntry, ChangesOnlyWhatKeepsTheProgramFromStarting) {
-    struct Case {
-        const char *existing;
-        const char *entry;
+TEST(AutostartEntry, ItsMarkOrItsExactFormTellsItFromTheUsers) {
+    const struct {
+        std::string entry;
+        bool burnwicks, unchanged;
+    } rows[] = {
+        {formerEntry + mark, true, true},
+        {formerEntry, true, true},
+        {formerEntry + mark + "X-GNOME-Autostart-Delay=9\n", true, false},
+        {formerEntry + "X-GNOME-Autostart-Delay=9\n", false, false},
+        {"[Desktop Entry]\nExec=burnwick --new-instance" + formerEntry.substr(formerEntry.find("\nTry")),
+         false, false},
+        {"[Desktop Entry]\nType=Application\nName=Burnwick\nExec=burnwick\nTryExec=burnwick\n", false, false},
+        {"[Desktop Entry]\nExec=x\n[Desktop Action y]\n" + mark, false, false},
+        {"", false, false},
     };
-    const Case cases[] = {
-        {"", freshEntry.data()},
-        {"\x7f"
-         "ELF junk\nExec=other\n",
-         freshEntry.data()},
-        // Already right, though laid out in another way.
-        {"[Desktop Entry]\nName=B\nTryExec = burnwick\nExec = burnwick\nX-GNOME-Autostart-Delay=9",
-         "[Desktop Entry]\nName=B\nTryExec = burnwick\nExec = burnwick\nX-GNOME-Autostart-Delay=9"},
-        // Switched off by the user or by the desktop's settings.
-        {"[Desktop Entry]\nExec=burnwick\nTryExec=burnwick\nHidden=true\nName[de]=B\n",
-         "[Desktop Entry]\nExec=burnwick\nTryExec=burnwick\nName[de]=B\n"},
-        {"[Desktop Entry]\nExec=burnwick\nTryExec=burnwick\nX-GNOME-Autostart-enabled=false\n",
-         "[Desktop Entry]\nExec=burnwick\nTryExec=burnwick\n"},
-        // The program has moved.
-        {"# mine\n[Desktop Entry]\nName=B\nExec=/old/burnwick\nX-GNOME-Autostart-Delay=9\n"
-         "[Desktop Action x]\nExec=keep\nHidden=true\n",
-         "# mine\n[Desktop Entry]\nExec=burnwick\nTryExec=burnwick\nName=B\nX-GNOME-Autostart-Delay=9\n"
-         "[Desktop Action x]\nExec=keep\nHidden=true\n"},
+    for (const auto &row : rows) {
+        EXPECT_EQ(isBurnwicksEntry(row.entry), row.burnwicks) << row.entry;
+        EXPECT_EQ(isUnchangedEntry(row.entry), row.unchanged) << row.entry;
+    }
+}
+
+TEST(AutostartEntry, IsSwitchedWithoutAnyOtherChange) {
+    const std::string rest = "Exec = x\nName[de]=B\n[Desktop Action y]\nHidden=true";
+    const std::string head = "# mine\n[Desktop Entry]\n";
+    const struct {
+        std::string entry, on, off;
+    } rows[] = {
+        {head + rest, head + rest, head + "Hidden=true\n" + rest},
+        {head + "Hidden = 1\n" + rest, head + rest, head + "Hidden=true\n" + rest},
+        {head + "X-GNOME-Autostart-enabled=false\n" + rest, head + rest,
+         head + "Hidden=true\nX-GNOME-Autostart-enabled=false\n" + rest},
+        {"junk\nHidden=true\n", "junk\nHidden=true\n", "junk\nHidden=true\n"},
     };
-    for (const Case &c : cases) {
-        const std::string entry = autostartEntry(c.existing, "burnwick");
-        EXPECT_EQ(entry, c.entry) << c.existing;
-        EXPECT_TRUE(startsAtLogin(entry)) << c.existing;
+    for (const auto &row : rows) {
+        EXPECT_EQ(switchedEntry(row.entry, true), row.on) << row.entry;
+        EXPECT_EQ(switchedEntry(row.entry, false), row.off) << row.entry;
     }
 }
 

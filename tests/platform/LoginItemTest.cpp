@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "platform/Platform.h"
+#include "platform/linux/AutostartEntry.h"
 #include "platform/linux/AutostartLoginItem.h"
 #include "support/EnvironmentVariable.h"
 #include "support/LogTreeFixture.h"
@@ -61,14 +62,6 @@ TEST_F(LoginItemTest, WritesOnlyWhatChanges) {
     const ino_t first = inodeOf(m_file);
     EXPECT_FALSE(m_item.registerItem());
     EXPECT_EQ(inodeOf(m_file), first);
-
-    const std::string written = bytesOf(m_file);
-    writeFile(m_file, written + "Hidden=true\n");
-    EXPECT_FALSE(m_item.isRegistered());
-    EXPECT_FALSE(m_item.unregisterItem());
-    EXPECT_EQ(bytesOf(m_file), written + "Hidden=true\n") << "off already, in the user's own way";
-    EXPECT_FALSE(m_item.registerItem());
-    EXPECT_EQ(bytesOf(m_file), written);
 }
 
 /// Something else stands where the entry or its folder should be: a failure that changes nothing.
@@ -76,7 +69,6 @@ TEST_F(LoginItemTest, DestroysNothing) {
     struct Case {
         const char *name;
         std::function<void()> arrange;
-        bool entryIsOn = false;
     };
     const fs::path other = m_directory.path() / "other.desktop";
     const Case cases[] = {
@@ -84,12 +76,17 @@ TEST_F(LoginItemTest, DestroysNothing) {
         {"a pipe", [&] { ASSERT_EQ(::mkfifo(m_file.c_str(), 0600), 0); }},
         {"a huge file", [&] { writeFile(m_file, std::string(100'000, '\n')); }},
         {"a broken link", [&] { fs::create_symlink(other, m_file); }},
-        {"a link to an entry",
+        {"a link to a hidden entry",
          [&] {
-             writeFile(other, "[Desktop Entry]\nExec=other\n");
+             writeFile(other, "[Desktop Entry]\nExec=other\nHidden=true\n");
              fs::create_symlink(other, m_file);
-         },
-         true},
+         }},
+        {"an entry that starts nothing", [&] { writeFile(m_file, "[Desktop Entry]\nName=B\n"); }},
+        {"no entry at all",
+         [&] {
+             writeFile(m_file, "\x7f"
+                               "ELF\nExec=other\n");
+         }},
         {"a file as the folder",
          [&] {
              fs::remove(m_folder);
@@ -115,8 +112,9 @@ TEST_F(LoginItemTest, DestroysNothing) {
         const std::string before = picture();
         const auto failure = m_item.registerItem();
         EXPECT_TRUE(failure && failure->reason.find("/config") != std::string::npos) << c.name;
-        EXPECT_EQ(m_item.isRegistered(), c.entryIsOn) << c.name;
-        EXPECT_EQ(m_item.unregisterItem().has_value(), c.entryIsOn) << c.name;
+        EXPECT_FALSE(m_item.isRegistered()) << c.name;
+        EXPECT_FALSE(m_item.unregisterItem()) << c.name;
+        EXPECT_FALSE(m_item.restoreChoice(false)) << c.name;
         EXPECT_EQ(picture(), before) << c.name;
         fs::remove_all(m_folder.parent_path());
         fs::remove(other);
@@ -128,7 +126,52 @@ TEST_F(LoginItemTest, ALinkToTheRightEntryWillDo) {
     fs::rename(m_file, m_directory.path() / "dotfile");
     fs::create_symlink(m_directory.path() / "dotfile", m_file);
     EXPECT_FALSE(m_item.registerItem());
+    EXPECT_TRUE(m_item.unregisterItem()) << "it is not switched off for others that use it";
+    EXPECT_TRUE(m_item.isRegistered());
     EXPECT_TRUE(fs::is_symlink(m_file));
+}
+
+/// At a launch the program does what the preference says where nobody has decided otherwise since then.
+TEST_F(LoginItemTest, AnEarlierChoiceYieldsToTheUsersChanges) {
+    const std::string fresh = autostartEntry(m_program.string());
+    const std::string former = fresh.substr(0, fresh.find("X-Burnwick"));
+    const std::string moved = autostartEntry("/elsewhere/burnwick");
+    const std::string hidden = fresh + "Hidden=true\n";
+    const std::string disabled = fresh + "X-GNOME-Autostart-enabled=false\n";
+    const std::string delayed = fresh + "X-GNOME-Autostart-Delay=9\n";
+    const std::string users = "[Desktop Entry]\nType=Application\nName=Mine\nExec=env A=1 burnwick\n";
+    const std::string usersHidden = "[Desktop Entry]\nHidden=true\n" + users.substr(users.find("Type"));
+    const struct {
+        const char *what;
+        std::string before;
+        std::string restoredOn, restoredOff; ///< at a launch
+        std::string on, off;                 ///< when the user flips the switch
+    } rows[] = {
+        {"nothing", "", fresh, "", fresh, ""},
+        {"unchanged", fresh, fresh, "", fresh, ""},
+        {"of a former version", former, fresh, "", fresh, ""},
+        {"of a program that moved", moved, fresh, "", fresh, ""},
+        {"hidden", hidden, hidden, hidden, fresh, hidden},
+        {"disabled", disabled, disabled, disabled, fresh, disabled},
+        {"delayed", delayed, delayed, "", delayed, ""},
+        {"the user's", users, users, users, users, usersHidden},
+        {"the user's, hidden", usersHidden, usersHidden, usersHidden, users, usersHidden},
+    };
+    using Call = std::function<std::optional<LoginItemFailure>()>;
+    const auto after = [this](const std::string &before, const Call &call) {
+        fs::remove(m_file);
+        if (!before.empty())
+            writeFile(m_file, before);
+        EXPECT_FALSE(call());
+        return fs::exists(m_file) ? bytesOf(m_file) : std::string();
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.what);
+        EXPECT_EQ(after(row.before, [this] { return m_item.restoreChoice(true); }), row.restoredOn);
+        EXPECT_EQ(after(row.before, [this] { return m_item.restoreChoice(false); }), row.restoredOff);
+        EXPECT_EQ(after(row.before, [this] { return m_item.registerItem(); }), row.on);
+        EXPECT_EQ(after(row.before, [this] { return m_item.unregisterItem(); }), row.off);
+    }
 }
 
 TEST_F(LoginItemTest, AProgramThatIsGoneIsNotRegistered) {

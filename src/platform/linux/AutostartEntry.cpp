@@ -3,8 +3,6 @@
 #include "platform/linux/AutostartEntry.h"
 
 #include <algorithm>
-#include <array>
-#include <optional>
 #include <utility>
 #include <vector>
 
@@ -13,33 +11,34 @@ namespace burnwick {
 namespace {
 
 constexpr std::string_view mainGroup = "[Desktop Entry]";
-constexpr std::string_view execKey = "Exec";
-constexpr std::string_view tryExecKey = "TryExec";
 constexpr std::string_view hiddenKey = "Hidden";
-constexpr std::string_view gnomeEnabledKey = "X-GNOME-Autostart-enabled";
+constexpr std::string_view markKey = "X-Burnwick-Autostart";
+constexpr std::string_view markLine = "X-Burnwick-Autostart=true\n";
 
-/// A value of the type "string".
-std::string stringValue(std::string_view text) {
+/// Of values of the type "string": a character and what follows a backslash in its place.
+constexpr std::pair<char, char> escapes[] = {{'\\', '\\'}, {'\n', 'n'}, {'\r', 'r'}, {'\t', 't'}};
+
+std::string escaped(std::string_view text) {
     std::string value;
     for (const char c : text) {
-        switch (c) {
-        case '\\':
-            value += "\\\\";
-            break;
-        case '\n':
-            value += "\\n";
-            break;
-        case '\r':
-            value += "\\r";
-            break;
-        case '\t':
-            value += "\\t";
-            break;
-        default:
+        const auto *const escape = std::ranges::find(escapes, c, &std::pair<char, char>::first);
+        if (escape == std::end(escapes))
             value += c;
-        }
+        else
+            (value += '\\') += escape->second;
     }
     return value;
+}
+
+std::string unescaped(std::string_view value) {
+    std::string text;
+    for (std::size_t i = 0; i < value.size(); ++i) {
+        const char next = value[i] == '\\' && i + 1 < value.size() ? value[i + 1] : '\0';
+        const auto *const escape = std::ranges::find(escapes, next, &std::pair<char, char>::second);
+        text += escape == std::end(escapes) ? value[i] : escape->first;
+        i += escape == std::end(escapes) ? 0 : 1;
+    }
+    return text;
 }
 
 std::string_view trimmed(std::string_view text) {
@@ -49,129 +48,101 @@ std::string_view trimmed(std::string_view text) {
                                            : text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
-std::vector<std::string_view> linesOf(std::string_view text) {
-    std::vector<std::string_view> lines;
-    while (!text.empty()) {
-        const auto end = text.find('\n');
-        lines.push_back(text.substr(0, end));
-        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-    }
-    return lines;
-}
-
-/// A line "key=value"; another line has no key.
-struct KeyLine {
-    explicit KeyLine(std::string_view line) {
-        const auto equals = line.find('=');
-        if (equals == std::string_view::npos || line.starts_with('#'))
-            return;
-        key = trimmed(line.substr(0, equals));
-        value = trimmed(line.substr(equals + 1));
-    }
-
+/// A line with its line feed. Only lines "key=value" of the main group have a key.
+struct Line {
     [[nodiscard]] bool keepsFromStarting() const {
         return (key == hiddenKey && (value == "true" || value == "1")) ||
-               (key == gnomeEnabledKey && (value == "false" || value == "0"));
+               (key == "X-GNOME-Autostart-enabled" && (value == "false" || value == "0"));
     }
 
+    std::string_view text;
     std::string_view key;
     std::string_view value;
 };
 
-/// The lines of the main group; absent when there is no such group.
-std::optional<std::vector<KeyLine>> mainGroupOf(std::string_view entry) {
-    std::optional<std::vector<KeyLine>> group;
-    for (const std::string_view line : linesOf(entry)) {
-        if (trimmed(line) == mainGroup)
-            group.emplace();
-        else if (line.starts_with('[') && group)
-            break;
-        else if (group)
-            group->emplace_back(line);
-    }
-    return group;
-}
-
-using Keys = std::array<std::pair<std::string_view, std::string>, 2>;
-
-bool holds(const std::vector<KeyLine> &group, const Keys &keys) {
-    return std::ranges::all_of(keys, [&group](const auto &wanted) {
-        return std::ranges::any_of(group, [&wanted](const KeyLine &line) {
-            return line.key == wanted.first && line.value == wanted.second;
-        });
-    });
-}
-
-void appendLine(std::string &text, std::string_view line) {
-    text.append(line).push_back('\n');
-}
-
-void appendKeys(std::string &text, const Keys &keys) {
-    for (const auto &[key, value] : keys)
-        appendLine(text, std::string(key) + '=' + value);
-}
-
-/// With these keys in the main group instead of their namesakes, and nothing in it that switches the entry
-/// off.
-std::string withKeys(std::string_view entry, const Keys &keys) {
-    std::string text;
+std::vector<Line> linesOf(std::string_view entry) {
+    std::vector<Line> lines;
     bool inMainGroup = false;
-    for (const std::string_view line : linesOf(entry)) {
-        if (line.starts_with('['))
-            inMainGroup = trimmed(line) == mainGroup;
-        const KeyLine keyLine(line);
-        const bool replaced =
-            std::ranges::any_of(keys, [&keyLine](const auto &key) { return key.first == keyLine.key; });
-        if (inMainGroup && (replaced || keyLine.keepsFromStarting()))
-            continue;
-        appendLine(text, line);
-        if (trimmed(line) == mainGroup)
-            appendKeys(text, keys);
+    while (!entry.empty()) {
+        Line line{entry.substr(0, std::min(entry.find('\n'), entry.size() - 1) + 1), {}, {}};
+        entry.remove_prefix(line.text.size());
+        const std::string_view content = line.text.substr(0, line.text.find('\n'));
+        if (content.starts_with('['))
+            inMainGroup = trimmed(content) == mainGroup;
+        const auto equals = content.find('=');
+        if (inMainGroup && equals != std::string_view::npos && !content.starts_with('#')) {
+            line.key = trimmed(content.substr(0, equals));
+            line.value = trimmed(content.substr(equals + 1));
+        }
+        lines.push_back(line);
     }
-    return text;
+    return lines;
+}
+
+/// The command line that starts the program, by the quoting rules of the Desktop Entry Specification 1.5.
+std::string commandLine(std::string_view program) {
+    constexpr std::string_view reserved = " \t\n\r\"'\\><~|&;$*?#()`%";
+    constexpr std::string_view escapedInQuotes = "\"`$\\";
+    if (program.find_first_of(reserved) == std::string_view::npos)
+        return std::string(program);
+    // GLib and systemd look for the first word as it is written, with its percent signs doubled; "nice -n 0"
+    // starts any path unchanged.
+    std::string line = program.find('%') == std::string_view::npos ? "" : "nice -n 0 ";
+    line += '"';
+    for (const char c : program) {
+        if (escapedInQuotes.find(c) != std::string_view::npos)
+            line += '\\';
+        line += c;
+        if (c == '%')
+            line += c;
+    }
+    return line + '"';
 }
 
 } // namespace
 
-std::string execValue(std::string_view program) {
-    constexpr std::string_view reserved = " \t\n\r\"'\\><~|&;$*?#()`";
-    constexpr std::string_view escapedInQuotes = "\"`$\\";
-    const bool quoted = program.find_first_of(reserved) != std::string_view::npos;
-    std::string argument(quoted ? "\"" : "");
-    for (const char c : program) {
-        if (escapedInQuotes.find(c) != std::string_view::npos)
-            argument += '\\';
-        argument += c;
-        // A single one begins a field code.
-        if (c == '%')
-            argument += c;
-    }
-    if (quoted)
-        argument += '"';
-    // A second round of backslashes: the value is a string first and a command line then.
-    return stringValue(argument);
+std::string autostartEntry(std::string_view program) {
+    // Once the program is uninstalled, TryExec has the desktop ignore the entry in silence.
+    return std::string(mainGroup) + "\nExec=" + escaped(commandLine(program)) +
+           "\nTryExec=" + escaped(program) +
+           "\nType=Application\n"
+           "Name=Burnwick\n"
+           "Comment=Token usage, cost and quota of Claude Code at a glance\n"
+           "Icon=burnwick\n"
+           "Terminal=false\n" +
+           std::string(markLine);
+}
+
+bool isUnchangedEntry(std::string_view entry) {
+    const auto lines = linesOf(entry);
+    const auto program = std::ranges::find(lines, "TryExec", &Line::key);
+    if (program == lines.end())
+        return false;
+    const std::string unchanged = autostartEntry(unescaped(program->value));
+    return entry == unchanged || std::string(entry).append(markLine) == unchanged;
+}
+
+bool isBurnwicksEntry(std::string_view entry) {
+    return std::ranges::any_of(linesOf(entry), [](const Line &line) { return line.key == markKey; }) ||
+           isUnchangedEntry(entry);
 }
 
 bool startsAtLogin(std::string_view entry) {
-    const auto group = mainGroupOf(entry);
-    return group && std::ranges::none_of(*group, &KeyLine::keepsFromStarting) &&
-           std::ranges::any_of(
-               *group, [](const KeyLine &line) { return line.key == execKey && !line.value.empty(); });
+    const auto lines = linesOf(entry);
+    return std::ranges::none_of(lines, &Line::keepsFromStarting) &&
+           std::ranges::any_of(lines,
+                               [](const Line &line) { return line.key == "Exec" && !line.value.empty(); });
 }
 
-std::string autostartEntry(std::string_view existing, std::string_view program) {
-    // Once the program is uninstalled, TryExec has the desktop pass over the entry in silence.
-    const Keys keys{{{execKey, execValue(program)}, {tryExecKey, stringValue(program)}}};
-    const auto group = mainGroupOf(existing);
-    if (!group)
-        return withKeys("[Desktop Entry]\n"
-                        "Type=Application\n"
-                        "Name=Burnwick\n"
-                        "Comment=Token usage, cost and quota of Claude Code at a glance\n"
-                        "Icon=burnwick\n"
-                        "Terminal=false\n",
-                        keys);
-    return startsAtLogin(existing) && holds(*group, keys) ? std::string(existing) : withKeys(existing, keys);
+std::string switchedEntry(std::string_view entry, bool on) {
+    std::string text;
+    for (const Line &line : linesOf(entry)) {
+        if (on ? !line.keepsFromStarting() : line.key != hiddenKey)
+            text += line.text;
+        if (!on && trimmed(line.text.substr(0, line.text.find('\n'))) == mainGroup)
+            text += "Hidden=true\n";
+    }
+    return text;
 }
 
 } // namespace burnwick

@@ -7,18 +7,22 @@
 
 namespace burnwick {
 
-/// The program as the one argument of an Exec key, by the quoting and escaping rules of the Desktop Entry
-/// Specification 1.5. UTF-8. GLib 2.74 and systemd 252 read it back as it was, but for a percent sign
-/// (neither finds such a program) and a backslash (systemd does not).
-[[nodiscard]] std::string execValue(std::string_view program);
+/// The entry that starts the program, a path or a name that is looked for in PATH, in UTF-8. A key of its own
+/// marks it as Burnwick's.
+[[nodiscard]] std::string autostartEntry(std::string_view program);
+
+/// Whether the entry is, byte by byte, what autostartEntry() gives for some program, with the mark or, as
+/// former versions wrote it, without.
+[[nodiscard]] bool isUnchangedEntry(std::string_view entry);
+
+/// Whether the entry has the mark or is unchanged.
+[[nodiscard]] bool isBurnwicksEntry(std::string_view entry);
 
 /// Whether a desktop that finds this text in its autostart folder starts something: it is an entry with an
 /// Exec key, not hidden, and not switched off as GNOME does it.
 [[nodiscard]] bool startsAtLogin(std::string_view entry);
 
-/// An autostart entry that starts the program, a path or a name that is looked for in PATH. It is `existing`
-/// where that does so already. Otherwise only what keeps `existing` from it is changed, so that a delay or a
-/// translation that the user added stays; a text that is no desktop entry is replaced.
-[[nodiscard]] std::string autostartEntry(std::string_view existing, std::string_view program);
+/// The entry hidden, or with nothing that keeps the desktop from starting it; the rest stays as it is.
+[[nodiscard]] std::string switchedEntry(std::string_view entry, bool on);
 
 } // namespace burnwick

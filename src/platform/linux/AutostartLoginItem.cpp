@@ -24,29 +24,6 @@ namespace fs = std::filesystem;
 /// Far more than an entry with all its translations takes.
 constexpr std::size_t largestEntry = 65'536;
 
-LoginItemFailure failure(const fs::path &file, const std::string &reason) {
-    return {file.string() + ": " + reason};
-}
-
-std::optional<LoginItemFailure> createEntry(const fs::path &file, const std::string &entry) {
-    std::error_code error;
-    fs::create_directories(file.parent_path(), error);
-    if (error)
-        return failure(file.parent_path(), error.message());
-    const auto size = static_cast<qint64>(entry.size());
-    QSaveFile saved(QString::fromStdString(file.string()));
-    // QSaveFile would commit a file that was cut short: it overlooks a full disk in its last flush and in its
-    // sync.
-    const bool written = saved.open(QIODevice::WriteOnly) && saved.write(entry.data(), size) == size &&
-                         saved.flush() && ::fsync(saved.handle()) == 0 && saved.commit();
-    return written ? std::nullopt : std::optional(failure(file, saved.errorString().toStdString()));
-}
-
-std::optional<LoginItemFailure> replaceEntry(const fs::path &file, const std::string &entry) {
-    const std::error_code error = replaceWholeFile(file, entry);
-    return error ? std::optional(failure(file, error.message())) : std::nullopt;
-}
-
 } // namespace
 
 QString programNameForEntry(const QString &path, const QStringList &searchedFolders) {
@@ -61,40 +38,71 @@ AutostartLoginItem::AutostartLoginItem(const fs::path &folder, QString program)
     , m_program(std::move(program)) {}
 
 bool AutostartLoginItem::isRegistered() const {
-    const auto entry = readWholeFile(m_file, largestEntry);
-    return entry && startsAtLogin(*entry);
+    return startsAtLogin(entry().value_or(""));
 }
 
 std::optional<LoginItemFailure> AutostartLoginItem::registerItem() {
-    std::error_code error;
-    const fs::file_type type = fs::symlink_status(m_file, error).type();
-    std::string existing;
-    if (type != fs::file_type::not_found) {
-        const auto bytes = readWholeFile(m_file, largestEntry);
-        if (!bytes)
-            return failure(m_file, error ? error.message() : "not a file that can be read");
-        existing = *bytes;
-    }
-    const std::string entry = autostartEntry(existing, m_program.toStdString());
-    if (entry == existing)
-        return std::nullopt;
-    if (type == fs::file_type::symlink)
-        return failure(m_file, "a link, which is left alone");
+    const auto existing = entry();
+    if (!existing)
+        return failure("not a file that can be read");
+    std::string wanted = switchedEntry(*existing, true);
+    if (existing->empty() || isUnchangedEntry(wanted))
+        wanted = autostartEntry(m_program.toStdString());
+    if (wanted == *existing)
+        return startsAtLogin(wanted) ? std::nullopt : std::optional(failure("an entry that starts nothing"));
     if (QStandardPaths::findExecutable(m_program).isEmpty())
-        return failure(m_file, "the program is not at " + m_program.toStdString() + " any more");
-    const bool exists = type != fs::file_type::not_found;
-    return exists ? replaceEntry(m_file, entry) : createEntry(m_file, entry);
+        return failure("the program is not at " + m_program.toStdString() + " any more");
+    return write(wanted);
 }
 
 std::optional<LoginItemFailure> AutostartLoginItem::unregisterItem() {
-    if (!isRegistered())
+    const std::string existing = entry().value_or("");
+    if (!startsAtLogin(existing))
         return std::nullopt;
     std::error_code error;
-    if (fs::is_symlink(m_file, error))
-        return failure(m_file, "a link, which is left alone");
+    if (fs::is_symlink(m_file, error) || !isBurnwicksEntry(existing))
+        return write(switchedEntry(existing, false));
     if (::unlink(m_file.c_str()) != 0 && errno != ENOENT)
-        return failure(m_file, std::generic_category().message(errno));
+        return failure(std::generic_category().message(errno));
     return std::nullopt;
+}
+
+std::optional<LoginItemFailure> AutostartLoginItem::restoreChoice(bool on) {
+    const std::string existing = entry().value_or("");
+    if (on)
+        return existing.empty() || isUnchangedEntry(existing) ? registerItem() : std::nullopt;
+    return isBurnwicksEntry(existing) ? unregisterItem() : std::nullopt;
+}
+
+std::optional<std::string> AutostartLoginItem::entry() const {
+    std::error_code error;
+    const bool isMissing = fs::symlink_status(m_file, error).type() == fs::file_type::not_found;
+    return isMissing ? std::string() : readWholeFile(m_file, largestEntry);
+}
+
+LoginItemFailure AutostartLoginItem::failure(const std::string &reason) const {
+    return {m_file.string() + ": " + reason};
+}
+
+std::optional<LoginItemFailure> AutostartLoginItem::write(const std::string &entry) const {
+    std::error_code error;
+    const fs::file_type type = fs::symlink_status(m_file, error).type();
+    if (type == fs::file_type::symlink)
+        return failure("a link, which is left alone");
+    if (type != fs::file_type::not_found) {
+        error = replaceWholeFile(m_file, entry);
+        return error ? std::optional(failure(error.message())) : std::nullopt;
+    }
+    fs::create_directories(m_file.parent_path(), error);
+    if (error)
+        return failure(error.message());
+    QSaveFile saved(QString::fromStdString(m_file.string()));
+    const auto size = static_cast<qint64>(entry.size());
+    // QSaveFile would commit a file that was cut short: it overlooks a full disk in its last flush and in its
+    // sync.
+    const bool written = saved.open(QIODevice::WriteOnly) && saved.write(entry.data(), size) == size &&
+                         saved.flush() && ::fsync(saved.handle()) == 0 && saved.commit();
+    return written ? std::nullopt : std::optional(failure(saved.errorString().toStdString()));
 }
 
 } // namespace burnwick

@@ -8,6 +8,7 @@
 #include <QtCore/QStringList>
 
 #include <filesystem>
+#include <string>
 
 namespace burnwick {
 
@@ -18,7 +19,8 @@ namespace burnwick {
 /// The entry burnwick.desktop in a folder of XDG autostart entries. Sway and other compositors without a
 /// session manager do not read these by themselves.
 ///
-/// A link of that name belongs to whoever made it (often to /dev/null, to keep the program off): it is
+/// An entry without Burnwick's mark belongs to the user or the desktop's settings: it is switched on and off
+/// by its own keys and never removed. A link of that name (often to /dev/null, to keep the program off) is
 /// neither followed nor replaced.
 class AutostartLoginItem final : public LoginItem {
 public:
@@ -28,8 +30,14 @@ public:
     [[nodiscard]] bool isRegistered() const override;
     [[nodiscard]] std::optional<LoginItemFailure> registerItem() override;
     [[nodiscard]] std::optional<LoginItemFailure> unregisterItem() override;
+    [[nodiscard]] std::optional<LoginItemFailure> restoreChoice(bool on) override;
 
 private:
+    /// What the folder has; absent when it cannot be read, and empty where there is no entry.
+    [[nodiscard]] std::optional<std::string> entry() const;
+    [[nodiscard]] LoginItemFailure failure(const std::string &reason) const;
+    [[nodiscard]] std::optional<LoginItemFailure> write(const std::string &entry) const;
+
     std::filesystem::path m_file;
     QString m_program;
 };

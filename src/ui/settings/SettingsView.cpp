@@ -81,7 +81,11 @@ QWidget *SettingsView::makeCards() {
     };
     Switch *launch = makeSwitch("Launch at startup",
                                 {&P::launchAtStartup, &P::setLaunchAtStartup, &P::launchAtStartupChanged});
-    connect(launch, &Switch::flipped, this, &SettingsView::registerAtDesktop);
+    launch->setOn(m_services.loginItem.isRegistered());
+    connect(launch, &Switch::flipped, this, [this, launch](bool on) {
+        registerAtDesktop(on);
+        launch->setOn(m_services.loginItem.isRegistered());
+    });
     auto *permission = new NotificationPermission(m_services.notifications, m_services.desktop);
 
     add({rowOf(launch), new UpdateRow(m_services.updates)});
@@ -155,8 +159,8 @@ SettingsRow *SettingsView::makeFeedbackRow() {
 /// Once the preference has the value. What the system refuses is taken back, without a word.
 void SettingsView::registerAtDesktop(bool on) {
     LoginItem &item = m_services.loginItem;
-    if (on ? item.registerItem() : item.unregisterItem())
-        m_services.preferences.setLaunchAtStartup(!on);
+    static_cast<void>(on ? item.registerItem() : item.unregisterItem());
+    m_services.preferences.setLaunchAtStartup(item.isRegistered());
 }
 
 void SettingsView::addShortcuts() {
