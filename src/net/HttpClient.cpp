@@ -7,7 +7,6 @@
 #include "net/SystemProxies.h"
 #include "net/TransportError.h"
 
-#include <QCoroNetworkReply>
 #include <QFutureWatcher>
 #include <QMetaEnum>
 #include <QNetworkReply>
@@ -28,8 +27,13 @@ using Kind = TransportError::Kind;
 using Reply = std::unique_ptr<QNetworkReply, QScopedPointerDeleteLater>;
 using ProxyWatcher = std::unique_ptr<QFutureWatcher<SystemProxies::Proxies>, QScopedPointerDeleteLater>;
 
-/// Set on what is waited for and ends because its client goes.
+/// Set on the manager while its client is destroyed. The manager owns what is awaited.
 constexpr auto clientGone = "burnwickClientGone";
+
+void requireClient(const QObject &manager) {
+    if (manager.property(clientGone).toBool())
+        throw TransportError(Kind::cancelled);
+}
 
 bool fitsOneLine(const QByteArray &text) {
     return std::ranges::none_of(text, [](char c) { return c == '\r' || c == '\n' || c == '\0'; });
@@ -94,8 +98,6 @@ bool isCutChallenge(const QNetworkReply &reply, int status, const QByteArray &bo
 
 /// The answer that the finished reply amounts to. `stopped` is why it was ended from here, if it was.
 HttpResponse answerOf(const QNetworkReply &reply, std::optional<Kind> stopped, QByteArray body) {
-    if (reply.property(clientGone).toBool())
-        throw TransportError(Kind::cancelled);
     const auto status = statusOf(reply);
     const bool refused = status && (*status < 200 || *status > 299);
     if (refused && !isCutChallenge(reply, *status, body))
@@ -122,26 +124,26 @@ QNetworkReply *begin(QNetworkAccessManager &manager, const HttpRequest &request)
     return reply;
 }
 
-/// Awaits the end of what is watched, or whatever else emits finished(), and goes on within the emission: one
-/// that is queued would never come when the watcher goes.
+/// Awaits the signal finished() and resumes within its emission. QCoro's own awaiter of replies may queue the
+/// resumption, depending on its version: a queued one is lost when the sender is destroyed first.
+template <typename Sender>
 class Finished {
 public:
-    explicit Finished(QFutureWatcherBase *watcher)
-        : m_watcher(watcher) {}
+    explicit Finished(Sender *sender)
+        : m_sender(sender) {}
 
-    [[nodiscard]] bool await_ready() const noexcept { return false; }
+    [[nodiscard]] bool await_ready() const { return m_sender->isFinished(); }
     void await_suspend(std::coroutine_handle<> waiting) {
         QObject::connect(
-            m_watcher, &QFutureWatcherBase::finished, m_watcher, [waiting] { waiting.resume(); },
-            Qt::SingleShotConnection);
+            m_sender, &Sender::finished, m_sender, [waiting] { waiting.resume(); }, Qt::SingleShotConnection);
     }
     void await_resume() const noexcept {}
 
 private:
-    QFutureWatcherBase *m_watcher;
+    Sender *m_sender;
 };
 
-/// Returns once the proxies for the URL are known. Uses nothing but the deadline when it throws.
+/// Returns once the proxies for the URL are known.
 QCoro::Task<void> findProxies(QNetworkAccessManager *manager, SystemProxies *proxies, QUrl url,
                               const QTimer *deadline) {
     if (proxies->knows(url))
@@ -150,18 +152,18 @@ QCoro::Task<void> findProxies(QNetworkAccessManager *manager, SystemProxies *pro
     answer->setFuture(proxies->ask(url));
     // The answer, the deadline and the client's end wake this coroutine in the same way.
     QObject::connect(deadline, &QTimer::timeout, answer.get(), &QFutureWatcherBase::finished);
-    Finished finished(answer.get());
+    Finished<QFutureWatcherBase> finished(answer.get());
     co_await finished;
-    if (answer->property(clientGone).toBool())
-        throw TransportError(Kind::cancelled);
+    requireClient(*manager);
     if (!deadline->isActive())
         throw TransportError(Kind::timedOut);
     proxies->learn(url, answer->result());
 }
 
-/// Does not use the manager and its proxies once it is suspended, other than in findProxies().
+/// Never outlives the manager: the client's end resumes it where it is suspended, and it throws.
 QCoro::Task<HttpResponse> exchange(QNetworkAccessManager *manager, SystemProxies *proxies, HttpLimits limits,
                                    HttpRequest request) {
+    requireClient(*manager);
     QTimer deadline;
     deadline.setSingleShot(true);
     deadline.setTimerType(Qt::PreciseTimer); // a coarse one may be late by a twentieth
@@ -187,7 +189,9 @@ QCoro::Task<HttpResponse> exchange(QNetworkAccessManager *manager, SystemProxies
     QObject::connect(&deadline, &QTimer::timeout, &deadline, [&stop] { stop(Kind::timedOut); });
     QObject::connect(reply.get(), &QNetworkReply::readyRead, &deadline, collect);
 
-    co_await reply.get();
+    Finished finished(reply.get());
+    co_await finished;
+    requireClient(*manager);
     collect();
     co_return answerOf(*reply, stopped, std::move(body));
 }
@@ -201,16 +205,14 @@ HttpClient::HttpClient(HttpLimits limits)
 }
 
 HttpClient::~HttpClient() {
+    m_manager.setProperty(clientGone, true);
+    // Not abort(), which is not bound to emit finished(). What still runs ends with the manager.
     const auto watchers = m_manager.findChildren<QFutureWatcherBase *>(Qt::FindDirectChildrenOnly);
-    for (QFutureWatcherBase *watcher : watchers) {
-        watcher->setProperty(clientGone, true);
+    for (QFutureWatcherBase *watcher : watchers)
         Q_EMIT watcher->finished();
-    }
     const auto replies = m_manager.findChildren<QNetworkReply *>(Qt::FindDirectChildrenOnly);
-    for (QNetworkReply *reply : replies) {
-        reply->setProperty(clientGone, true);
-        reply->abort();
-    }
+    for (QNetworkReply *reply : replies)
+        Q_EMIT reply->finished();
 }
 
 QCoro::Task<HttpResponse> HttpClient::send(HttpRequest request) {
