@@ -146,6 +146,21 @@ TEST(NotificationDelivery, AnotherServersNumbersAreItsOwn) {
     EXPECT_TRUE(waitFor([&] { return center.clicks.size() == 1; }));
 }
 
+TEST(NotificationDelivery, ALateNumberOfAFormerServerIsNotUsed) {
+    FakeNotificationServer former;
+    former.held = QStringList{notifyMethod};
+    Center center;
+    center.add(quota("one"));
+    ASSERT_TRUE(waitFor([&] { return former.calls.contains(notifyMethod); }));
+    FakeNotificationServer next(QStringLiteral("next-server"), 2);
+    next.popups[1].body = QStringLiteral("another program's");
+    former.release();
+    ASSERT_TRUE(center.waitForAnswers(1));
+    ASSERT_EQ(center.send(quota("two")), "none");
+    EXPECT_EQ(next.popups.at(1).body, QStringLiteral("another program's"));
+    EXPECT_EQ(next.popups.at(2).body, QStringLiteral("two"));
+}
+
 TEST(NotificationDelivery, AFailureIsToldAndDoesNotComeBackLater) {
     constexpr auto tooLong = "the notification server takes too long";
     const struct {

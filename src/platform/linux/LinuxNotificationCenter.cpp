@@ -99,7 +99,7 @@ void LinuxNotificationCenter::findOutAuthorization(bool mayStartServer, Authoriz
 
 void LinuxNotificationCenter::askServer(bool mayStartServer, AuthorizationAndProblem answer) {
     m_server.ping(
-        mayStartServer, m_limit, [this, answer = std::move(answer)](const QDBusMessage &replyOrError) {
+        mayStartServer, m_limit, [this, answer = std::move(answer)](const QDBusMessage &replyOrError, bool) {
             if (replyOrError.type() == QDBusMessage::ReplyMessage) {
                 m_hasAnswered = true;
                 return answer(Authorization::authorized, {});
@@ -135,16 +135,19 @@ void LinuxNotificationCenter::deliver(const std::string &identifier,
     const auto number = m_numbers.find(identifier);
     delivery.isReplacement = number != m_numbers.end();
     m_server.notify(delivery.notification(), delivery.isReplacement ? number->second : 0, capabilities,
-                    [this, identifier](const QDBusMessage &answer) { takeAnswer(identifier, answer); });
+                    [this, identifier](const QDBusMessage &answer, bool fromOwner) {
+                        takeAnswer(identifier, answer, fromOwner);
+                    });
 }
 
-void LinuxNotificationCenter::takeAnswer(const std::string &identifier, const QDBusMessage &answer) {
+void LinuxNotificationCenter::takeAnswer(const std::string &identifier, const QDBusMessage &answer,
+                                         bool fromOwner) {
     const QDBusReply<uint> number(answer);
     Delivery &delivery = *m_deliveries.at(identifier).front();
     // The server went before its going was announced: there is nothing to replace any more.
     if (!number.isValid() && delivery.isReplacement && !m_numbers.contains(identifier))
         return deliverNext(identifier);
-    if (number.isValid() && answer.service() == m_server.owner()) {
+    if (number.isValid() && fromOwner) {
         m_numbers[identifier] = number.value();
         m_clickable.insert(number.value());
     }

@@ -46,7 +46,7 @@ private:
     void askServer(bool mayStartServer, AuthorizationAndProblem answer);
     void deliverNext(const std::string &identifier);
     void deliver(const std::string &identifier, const NotificationServer::Capabilities &capabilities);
-    void takeAnswer(const std::string &identifier, const QDBusMessage &answer);
+    void takeAnswer(const std::string &identifier, const QDBusMessage &answer, bool fromOwner);
     void removeFirst(const std::string &identifier);
     void forgetNumber(uint id);
     void click(uint id, const QString &activationToken);

@@ -39,6 +39,7 @@ NotificationServer::NotificationServer(const QDBusConnection &bus)
     , m_owner(bus, serverName) {
     connect(&m_owner, &ServiceOwner::changed, this, [this](const QString &owner) {
         followSignalsOf(owner);
+        m_ownersSeen += owner.isEmpty() ? 0 : 1;
         m_capabilities.reset();
         m_token = {};
         Q_EMIT ownerChanged();
@@ -54,7 +55,7 @@ void NotificationServer::ping(bool mayStart, std::chrono::milliseconds limit, An
 void NotificationServer::findOutWhetherStartable(std::chrono::milliseconds limit,
                                                  std::function<void(bool startable)> answer) {
     whenAnswered(callMessageBus(m_bus, QStringLiteral("ListActivatableNames"), {}, limit),
-                 [answer = std::move(answer)](const QDBusMessage &message) {
+                 [answer = std::move(answer)](const QDBusMessage &message, bool) {
                      const QDBusReply<QStringList> names(message);
                      answer(names.isValid() && names.value().contains(serverName));
                  });
@@ -64,7 +65,7 @@ void NotificationServer::readCapabilities(std::function<void(const Capabilities 
     if (m_capabilities)
         return answer(*m_capabilities);
     whenAnswered(m_bus.asyncCall(messageTo(serverName, QStringLiteral("GetCapabilities"))),
-                 [this, answer = std::move(answer)](const QDBusMessage &message) {
+                 [this, answer = std::move(answer)](const QDBusMessage &message, bool fromOwner) {
                      const QDBusReply<QStringList> names(message);
                      // One that does not tell may read markup, and then a text could be taken for some.
                      Capabilities capabilities{!names.isValid(), false};
@@ -74,7 +75,7 @@ void NotificationServer::readCapabilities(std::function<void(const Capabilities 
                          capabilities = {names.value().contains(QLatin1String("body-markup")) ||
                                              names.value().contains(QLatin1String("body-hyperlinks")),
                                          names.value().contains(QLatin1String("actions"))};
-                         if (message.service() == owner())
+                         if (fromOwner)
                              m_capabilities = capabilities;
                      }
                      answer(capabilities);
@@ -112,16 +113,20 @@ void NotificationServer::followSignalsOf(const QString &owner) {
     m_followed = owner;
 }
 
+/// Qt 6.8 no longer says in a reply who sent it. The bus announces an owner before it passes on that owner's
+/// answers: the owner answered if it is the one known at the call or the first one since then.
 void NotificationServer::whenAnswered(const QDBusPendingCall &call, Answer answer) {
     // Without a bus: a watcher would never tell.
     if (call.isFinished()) {
-        QTimer::singleShot(0, this, [answer = std::move(answer), reply = call.reply()] { answer(reply); });
+        QTimer::singleShot(0, this,
+                           [answer = std::move(answer), reply = call.reply()] { answer(reply, false); });
         return;
     }
+    const int ownersExpected = m_ownersSeen + (owner().isEmpty() ? 1 : 0);
     connect(new QDBusPendingCallWatcher(call, this), &QDBusPendingCallWatcher::finished, this,
-            [answer = std::move(answer)](QDBusPendingCallWatcher *finished) {
+            [this, ownersExpected, answer = std::move(answer)](QDBusPendingCallWatcher *finished) {
                 finished->deleteLater();
-                answer(finished->reply());
+                answer(finished->reply(), m_ownersSeen == ownersExpected && !owner().isEmpty());
             });
 }
 

@@ -27,7 +27,8 @@ public:
         bool bodyMarkup = false;
         bool actions = false;
     };
-    using Answer = std::function<void(const QDBusMessage &replyOrError)>;
+    /// `fromOwner` is whether the server that answers is known to run still, as owner().
+    using Answer = std::function<void(const QDBusMessage &replyOrError, bool fromOwner)>;
 
     explicit NotificationServer(const QDBusConnection &bus);
 
@@ -71,6 +72,7 @@ private:
     QDBusConnection m_bus;
     ServiceOwner m_owner;
     QString m_followed; ///< whose signals are received
+    int m_ownersSeen = 0;
     std::optional<Capabilities> m_capabilities;
     Token m_token; ///< for the click that comes next
 };
