@@ -10,7 +10,7 @@
 // Readings of JSON by a library that none of the code under test uses for its documents; log lines excepted.
 namespace burnwick::fuzz {
 
-/// The document as simdjson reads it; lives until the next call.
+/// The document as simdjson reads it, without a byte order mark; lives until the next call.
 [[nodiscard]] std::optional<simdjson::dom::element> plainReading(std::string_view text);
 
 /// Whether there is one anywhere, or its escape. Qt drops it from the beginning of a JSON string.

@@ -15,6 +15,9 @@ namespace dom = simdjson::dom;
 /// Longer lines go to the tolerant reader, which needs no memory in proportion to them.
 constexpr std::size_t longestFastLine = std::size_t{16} << 20U;
 
+/// No part of JSON: simdjson 3.0 refuses it before a document, 3.12 ignores it.
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
 enum class Reading { done, wrongType, refused };
 
 /// The value as a text, null as absent; false for any other type.
@@ -91,7 +94,7 @@ struct JSONLDecoder::Readers {
     TolerantLineReader tolerant;
 
     Reading readFast(std::string_view line, bool copy, LineFields &fields) {
-        if (line.size() > longestFastLine)
+        if (line.size() > longestFastLine || line.starts_with(byteOrderMark))
             return Reading::refused;
         dom::element root;
         if (fast.parse(line.data(), line.size(), copy).get(root) != simdjson::SUCCESS)
