@@ -101,12 +101,15 @@ TEST(PackagingTest, TheDesktopEntryIsValidAndItsActionsAreTheProgram) {
 }
 
 TEST(PackagingTest, TheMetainfoIsValidAndLaunchesTheDesktopEntry) {
-    const QString said = outputOf(QStringLiteral("appstreamcli"),
-                                  {QStringLiteral("validate"), QStringLiteral("--no-net"),
-                                   QStringLiteral("--strict"), QStringLiteral("--no-color"), metainfo});
-    EXPECT_FALSE(
-        said.contains(QRegularExpression(QStringLiteral("^[EWI]:"), QRegularExpression::MultilineOption)))
-        << said.toStdString();
+    const QString said =
+        outputOf(QStringLiteral("appstreamcli"), {QStringLiteral("validate"), QStringLiteral("--no-net"),
+                                                  QStringLiteral("--no-color"), metainfo});
+    const QStringList remarks = said.split(u'\n').filter(QRegularExpression(QStringLiteral("^[EWI]:")));
+    // The developer's name is there in two forms. AppStream 0.16 remarks on the new one, 1.0 on the old one.
+    static const QRegularExpression otherForm(
+        QStringLiteral(" (unknown-tag developer|developer-name-tag-deprecated)$"));
+    ASSERT_EQ(remarks.size(), 1) << said.toStdString();
+    EXPECT_TRUE(remarks.first().contains(otherForm)) << said.toStdString();
     const QString launched = captured(textOf(metainfo), QStringLiteral("<launchable [^>]*>([^<]*)<"));
     EXPECT_TRUE(QFileInfo::exists(sources + QStringLiteral("/data/") + launched)) << launched.toStdString();
 }
