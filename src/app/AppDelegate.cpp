@@ -3,12 +3,12 @@
 #include "app/AppDelegate.h"
 
 #include "platform/Platform.h"
+#include "ui/SvgIcon.h"
 #include "ui/WindowActivation.h"
 #include "ui/settings/UpdateAlert.h"
 
 #include <QDesktopServices>
 #include <QDir>
-#include <QIcon>
 
 namespace burnwick {
 
@@ -94,7 +94,7 @@ void AppDelegate::launch(const ApplicationRequest &start) {
     // The first load is done: the window's first picture has the figures.
     m_mainWindow.emplace(MainWindowView::Services{m_appState, m_preferences, m_clock, m_scheduler});
     m_mainWindow->setWindowTitle(QStringLiteral("Burnwick"));
-    m_mainWindow->setWindowIcon(QIcon(QStringLiteral(":/burnwick/icons/burnwick.svg")));
+    m_mainWindow->setWindowIcon(applicationIcon());
     QObject::connect(&*m_mainWindow, &MainWindowView::settingsRequested, &*m_mainWindow,
                      [this] { m_settingsWindow.show({}); });
     const auto showWindows = [this, start] {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/Logo.h"
 
+#include "ui/SvgIcon.h"
 #include "ui/controls/AccessibleRole.h"
 
 #include <QPainter>
@@ -10,7 +11,7 @@ namespace burnwick {
 
 Logo::Logo(int side, QWidget *parent)
     : QWidget(parent)
-    , m_icon(QStringLiteral(":/burnwick/icons/burnwick.svg")) {
+    , m_icon(applicationIcon()) {
     setFixedSize(side, side);
     setAccessibleRole(*this, QAccessible::Graphic);
     setAccessibleName(QStringLiteral("Burnwick"));

@@ -3,6 +3,7 @@
 #include "support/PictureOf.h"
 #include "support/VisibleControls.h"
 #include "support/WaitFor.h"
+#include "ui/SvgIcon.h"
 #include "ui/controls/FittedArea.h"
 #include "ui/controls/SegmentedPicker.h"
 #include "ui/controls/Switch.h"
@@ -233,6 +234,16 @@ TEST(FittedAreaTest, ComesToTheScreenInItsSize) {
         EXPECT_EQ(first, window.size()) << height;
         window.close();
     }
+}
+
+TEST(SvgIconTest, NeedsNoPlugin) {
+    const QStringList paths = QCoreApplication::libraryPaths();
+    QCoreApplication::setLibraryPaths({});
+    const QImage picture = applicationIcon().pixmap({32, 32}, 2.0).toImage();
+    QCoreApplication::setLibraryPaths(paths);
+    ASSERT_EQ(picture.size(), QSize(64, 64));
+    EXPECT_EQ(picture.pixelColor(32, 32).alpha(), 255);
+    EXPECT_EQ(picture.pixelColor(0, 0).alpha(), 0);
 }
 
 } // namespace

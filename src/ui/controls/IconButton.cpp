@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/controls/IconButton.h"
 
+#include "ui/SvgIcon.h"
 #include "ui/theme/ThemeColors.h"
 
 #include <QPainter>
@@ -17,7 +18,7 @@ constexpr int pictureSize = 16;
 
 IconButton::IconButton(const QString &picture, const QString &name, QWidget *parent)
     : QAbstractButton(parent)
-    , m_picture(picture) {
+    , m_picture(svgIcon(picture)) {
     setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setAccessibleName(name);

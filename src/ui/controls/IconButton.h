@@ -14,7 +14,7 @@ class IconButton final : public QAbstractButton {
     Q_PROPERTY(int radius READ radius CONSTANT)
 
 public:
-    /// `picture` is a file or a resource; only where it is opaque counts.
+    /// `picture` is an SVG file or resource; only where it is opaque counts.
     IconButton(const QString &picture, const QString &name, QWidget *parent = nullptr);
 
     [[nodiscard]] QSize sizeHint() const override;

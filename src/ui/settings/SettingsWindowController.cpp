@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "ui/settings/SettingsWindowController.h"
 
+#include "ui/SvgIcon.h"
 #include "ui/WindowActivation.h"
 
 #include <QGuiApplication>
-#include <QIcon>
 #include <QScreen>
 #include <QWindow>
 
@@ -35,7 +35,7 @@ void SettingsWindowController::show(const std::string &activationToken) {
         m_window->setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                  Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
         m_window->setWindowTitle(QStringLiteral("Settings"));
-        m_window->setWindowIcon(QIcon(QStringLiteral(":/burnwick/icons/burnwick.svg")));
+        m_window->setWindowIcon(applicationIcon());
         if (const QScreen *screen = currentScreen())
             m_window->move(screen->availableGeometry().center() - m_window->rect().center());
     }

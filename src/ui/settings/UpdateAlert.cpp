@@ -3,12 +3,12 @@
 #include "ui/settings/UpdateAlert.h"
 
 #include "model/DisplayText.h"
+#include "ui/SvgIcon.h"
 #include "ui/WindowActivation.h"
 #include "ui/controls/Text.h"
 #include "ui/theme/TextStyle.h"
 #include "update/ReleaseAddresses.h"
 
-#include <QIcon>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
@@ -36,7 +36,7 @@ void showUpdateAlert(const QString &version, const QUrl &productBaseURL,
     alert->setAttribute(Qt::WA_DeleteOnClose);
     alert->setWindowModality(Qt::ApplicationModal);
     alert->setWindowTitle(QStringLiteral("Update Available"));
-    const QIcon icon(QStringLiteral(":/burnwick/icons/burnwick.svg"));
+    const QIcon icon = applicationIcon();
     alert->setWindowIcon(icon);
     alert->setIconPixmap(icon.pixmap({iconSize, iconSize}, alert->devicePixelRatioF()));
     alert->setFont(fontOf(TextStyle::body));
