@@ -4,27 +4,17 @@
 
 #include "model/Instant.h"
 
-#include <cstdint>
-#include <ratio>
+#include <algorithm>
 
 namespace burnwick {
 
-/// Identifies a 5-hour window by its reset instant. The service computes that instant anew for each answer,
-/// and it wobbles by up to two seconds around a whole minute; the next window lies hours ahead.
-class QuotaWindow {
-public:
-    explicit QuotaWindow(Instant resetAt) noexcept
-        : m_rounded(std::chrono::round<Grid>(resetAt)) {}
-
-    /// The reset instant to the nearest ten seconds.
-    [[nodiscard]] Instant roundedResetAt() const noexcept { return m_rounded; }
-
-    /// Equal for answers about the same window.
-    bool operator==(const QuotaWindow &) const noexcept = default;
-
-private:
-    using Grid = std::chrono::duration<std::int64_t, std::ratio<10>>;
-    Instant m_rounded;
-};
+/// Whether both are the reset instant of one 5-hour window. The service computes it anew for each answer, and
+/// it wobbles by up to two seconds; the next window's is hours later. Compare with the first one known of a
+/// window, which does not wander.
+[[nodiscard]] constexpr bool isSameQuotaWindow(Instant resetAt, Instant other) noexcept {
+    constexpr std::chrono::nanoseconds tolerance = std::chrono::seconds(60);
+    return nanosecondsBetween(std::min(resetAt, other), std::max(resetAt, other)) <=
+           static_cast<std::uint64_t>(tolerance.count());
+}
 
 } // namespace burnwick

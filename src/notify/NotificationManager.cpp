@@ -58,21 +58,19 @@ void NotificationManager::send(const UserNotification &notification) {
 
 void NotificationManager::checkQuota(std::optional<Instant> resetAt, bool alertAt80Enabled,
                                      bool rateLimitEnabled, double usagePct) {
-    alerts::QuotaCheck check{std::nullopt,
-                             usagePct,
-                             alertAt80Enabled,
-                             rateLimitEnabled,
-                             storedText(m_defaults, alertedAt80Key),
-                             storedText(m_defaults, alertedRateLimitKey)};
-    if (resetAt)
-        check.windowId = alerts::windowIdOf(*resetAt);
+    const alerts::QuotaCheck check{resetAt,
+                                   usagePct,
+                                   alertAt80Enabled,
+                                   rateLimitEnabled,
+                                   storedText(m_defaults, alertedAt80Key),
+                                   storedText(m_defaults, alertedRateLimitKey)};
     for (const alerts::QuotaAlert alert : alerts::dueQuotaAlerts(check)) {
         const bool isRateLimit = alert == alerts::QuotaAlert::rateLimit;
         send(isRateLimit ? alerts::rateLimitAlert(resetAt, m_clock.now())
                          : alerts::eightyPercentAlert(usagePct));
         // Whether or not it will be delivered.
         m_defaults.set(isRateLimit ? alertedRateLimitKey : alertedAt80Key,
-                       QString::fromStdString(*check.windowId));
+                       QString::fromStdString(alerts::windowIdOf(*resetAt)));
     }
 }
 

@@ -40,21 +40,38 @@ std::uint64_t secondsUntil(Instant instant, Instant now) {
     return nanosecondsBetween(now, instant) / 1'000'000'000;
 }
 
+/// The instant in a window id; absent for any other text.
+std::optional<Instant> instantIn(const std::string &windowId) {
+    double seconds = 0;
+    const char *textEnd = windowId.data() + windowId.size();
+    const auto [end, error] = std::from_chars(windowId.data(), textEnd, seconds, std::chars_format::fixed);
+    constexpr double limit = 9e9; // of an Instant, rounded down
+    if (error != std::errc() || end != textEnd || !(std::abs(seconds) < limit))
+        return std::nullopt;
+    return Instant(std::chrono::round<std::chrono::nanoseconds>(std::chrono::duration<double>(seconds)));
+}
+
+bool wasSentIn(Instant resetAt, const std::optional<std::string> &windowId) {
+    const auto known = windowId ? instantIn(*windowId) : std::nullopt;
+    return known && isSameQuotaWindow(resetAt, *known);
+}
+
 } // namespace
 
 std::vector<QuotaAlert> dueQuotaAlerts(const QuotaCheck &check) {
     std::vector<QuotaAlert> due;
-    if (!check.windowId || !std::isfinite(check.usagePct))
+    if (!check.resetAt || !std::isfinite(check.usagePct))
         return due;
-    if (check.alertAt80Enabled && check.usagePct >= 80.0 && check.alertedAt80 != check.windowId)
+    if (check.alertAt80Enabled && check.usagePct >= 80.0 && !wasSentIn(*check.resetAt, check.alertedAt80))
         due.push_back(QuotaAlert::eightyPercent);
-    if (check.rateLimitEnabled && check.usagePct >= 100.0 && check.alertedRateLimit != check.windowId)
+    if (check.rateLimitEnabled && check.usagePct >= 100.0 &&
+        !wasSentIn(*check.resetAt, check.alertedRateLimit))
         due.push_back(QuotaAlert::rateLimit);
     return due;
 }
 
 std::string windowIdOf(Instant resetAt) {
-    return secondsText(QuotaWindow(resetAt).roundedResetAt());
+    return secondsText(resetAt);
 }
 
 std::string timeUntil(std::optional<Instant> resetAt, Instant now) {

@@ -18,7 +18,7 @@ enum class QuotaAlert { eightyPercent, rateLimit };
 
 /// One look at the 5-hour window, and for which windows alerts went out before.
 struct QuotaCheck {
-    std::optional<std::string> windowId; ///< absent while the reset instant is unknown
+    std::optional<Instant> resetAt; ///< absent while it is unknown
     double usagePct = 0;
     bool alertAt80Enabled = false;
     bool rateLimitEnabled = false;
@@ -29,7 +29,8 @@ struct QuotaCheck {
 /// The alerts that are due, in the order in which they are to be sent. None for a usage that is no number.
 [[nodiscard]] std::vector<QuotaAlert> dueQuotaAlerts(const QuotaCheck &check);
 
-/// A text for the 5-hour window that ends then, such as "1763300000.0": the same for each answer about it.
+/// The 5-hour window that ends then as a text to be stored, such as "1763300000.0". The texts of one window's
+/// answers may differ; dueQuotaAlerts() compares them as instants.
 [[nodiscard]] std::string windowIdOf(Instant resetAt);
 
 /// "2h 5m" or "45m" until then, "0m" when it is past, "soon" when it is unknown. Seconds are cut off.

@@ -8,7 +8,6 @@
 #include "model/ExtraUsageData.h"
 #include "model/OAuthStatus.h"
 #include "model/QuotaData.h"
-#include "model/QuotaWindow.h"
 #include "model/SessionTokens.h"
 #include "model/StatusIndicator.h"
 #include "model/TimeFilter.h"
@@ -166,8 +165,8 @@ private:
     Instant m_lastUpdated;
 
     std::vector<JSONLEntry> m_allEntries;
-    std::optional<LogHistory> m_history;          ///< absent until it was first loaded
-    std::optional<QuotaWindow> m_lastKnownWindow; ///< of this run of the program only
+    std::optional<LogHistory> m_history;       ///< absent until it was first loaded
+    std::optional<Instant> m_lastKnownResetAt; ///< the first of its window; of this run of the program only
     std::unique_ptr<RepeatingTimer> m_oauthTimer;
     std::unique_ptr<RepeatingTimer> m_jsonlTimer;
     std::unique_ptr<RepeatingTimer> m_settleTimer; ///< runs once after a change of the directory

@@ -5,6 +5,7 @@
 
 #include "async/DetachedTask.h"
 #include "async/Scheduler.h"
+#include "model/QuotaWindow.h"
 #include "notify/QuotaAlerts.h"
 #include "prefs/PreferencesManager.h"
 #include "quota/FetchError.h"
@@ -139,12 +140,12 @@ void AppState::updateStatusIndicator() {
     const PreferencesManager &preferences = m_services.preferences;
     m_services.alerts.checkQuota(m_quotaData->fiveHourResetAt, preferences.alertAt80Quota(),
                                  preferences.rateLimitAlerts(), m_quotaData->fiveHourUsagePct);
-    if (!m_quotaData->fiveHourResetAt)
+    const auto &resetAt = m_quotaData->fiveHourResetAt;
+    if (!resetAt || (m_lastKnownResetAt && isSameQuotaWindow(*resetAt, *m_lastKnownResetAt)))
         return;
-    const QuotaWindow window(*m_quotaData->fiveHourResetAt);
-    const bool isNew = m_lastKnownWindow && *m_lastKnownWindow != window;
-    m_lastKnownWindow = window;
-    if (isNew && preferences.sessionResetAlerts())
+    const bool isFirst = !m_lastKnownResetAt;
+    m_lastKnownResetAt = resetAt;
+    if (!isFirst && preferences.sessionResetAlerts())
         m_services.alerts.sendSessionReset();
 }
 

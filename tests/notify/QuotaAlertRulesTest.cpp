@@ -23,45 +23,56 @@ const std::string thisWindow = "1763300000.0";
 TEST(QuotaAlertRules, AnAlertIsDueOnceInAWindowFromItsThresholdOn) {
     using enum QuotaAlert;
     const auto none = std::vector<QuotaAlert>();
+    const Instant thisReset = at("2025-11-16T13:33:20Z");
     const struct {
         const char *what;
         QuotaCheck check;
         std::vector<QuotaAlert> due;
     } rows[] = {
-        {"just below 80", {thisWindow, 79.99, true, true, {}, {}}, none},
-        {"80 exactly", {thisWindow, 80.0, true, true, {}, {}}, {eightyPercent}},
-        {"just below 100", {thisWindow, 99.99, true, true, {}, {}}, {eightyPercent}},
+        {"just below 80", {thisReset, 79.99, true, true, {}, {}}, none},
+        {"80 exactly", {thisReset, 80.0, true, true, {}, {}}, {eightyPercent}},
+        {"just below 100", {thisReset, 99.99, true, true, {}, {}}, {eightyPercent}},
         {"100 exactly: both, in this order",
-         {thisWindow, 100.0, true, true, {}, {}},
+         {thisReset, 100.0, true, true, {}, {}},
          {eightyPercent, rateLimit}},
-        {"sent before", {thisWindow, 92.0, true, true, thisWindow, {}}, none},
-        {"sent in another window", {thisWindow, 85.0, true, true, "1763282000.0", {}}, {eightyPercent}},
-        {"each for itself: 80 sent", {thisWindow, 100.0, true, true, thisWindow, {}}, {rateLimit}},
-        {"each for itself: limit sent", {thisWindow, 100.0, true, true, {}, thisWindow}, {eightyPercent}},
+        {"sent before", {thisReset, 92.0, true, true, thisWindow, {}}, none},
+        {"sent in another window", {thisReset, 85.0, true, true, "1763282000.0", {}}, {eightyPercent}},
+        {"each for itself: 80 sent", {thisReset, 100.0, true, true, thisWindow, {}}, {rateLimit}},
+        {"each for itself: limit sent", {thisReset, 100.0, true, true, {}, thisWindow}, {eightyPercent}},
         {"the other one's memory does not count",
-         {thisWindow, 85.0, true, true, {}, thisWindow},
+         {thisReset, 85.0, true, true, {}, thisWindow},
          {eightyPercent}},
-        {"80 not wanted", {thisWindow, 100.0, false, true, {}, {}}, {rateLimit}},
-        {"limit not wanted", {thisWindow, 100.0, true, false, {}, {}}, {eightyPercent}},
+        {"sent, and the instant wobbles", {thisReset + 6s, 92.0, true, true, thisWindow, {}}, none},
+        {"sent, and wobbles at the most", {thisReset - 60s, 92.0, true, true, thisWindow, {}}, none},
+        {"sent in the window before",
+         {thisReset + 60s + 1ns, 92.0, true, true, thisWindow, {}},
+         {eightyPercent}},
+        {"a memory that is none", {thisReset, 92.0, true, true, "1763300000.0 ", {}}, {eightyPercent}},
+        {"a memory without end", {thisReset, 92.0, true, true, "inf", {}}, {eightyPercent}},
+        {"80 not wanted", {thisReset, 100.0, false, true, {}, {}}, {rateLimit}},
+        {"limit not wanted", {thisReset, 100.0, true, false, {}, {}}, {eightyPercent}},
         {"no window known, but an earlier one", {{}, 100.0, true, true, thisWindow, thisWindow}, none},
-        {"no number", {thisWindow, std::nan(""), true, true, {}, {}}, none},
-        {"no end", {thisWindow, infinity, true, true, {}, {}}, none},
+        {"no number", {thisReset, std::nan(""), true, true, {}, {}}, none},
+        {"no end", {thisReset, infinity, true, true, {}, {}}, none},
     };
     for (const auto &row : rows)
         EXPECT_EQ(dueQuotaAlerts(row.check), row.due) << row.what;
 }
 
-TEST(QuotaAlertRules, AWindowHasOneIdWhateverItsResetInstantWobbles) {
+TEST(QuotaAlertRules, AWindowIsStoredAsSeconds) {
     const struct {
         const char *resetAt;
         const char *id;
     } rows[] = {
-        {"2025-11-16T13:30:00Z", "1763299800.0"},        {"2025-11-16T13:30:01.987654Z", "1763299800.0"},
-        {"2025-11-16T13:29:58.012345Z", "1763299800.0"}, {"1970-01-01T00:00:00Z", "0.0"},
+        {"2025-11-16T13:30:00Z", "1763299800.0"},
+        {"2025-11-16T13:30:01.987654Z", "1763299801.987654"},
+        {"1970-01-01T00:00:00Z", "0.0"},
         {"2200-01-01T00:00:00Z", "7258118400.0"},
     };
-    for (const auto &row : rows)
-        EXPECT_EQ(windowIdOf(at(row.resetAt)), row.id) << row.resetAt;
+    for (const auto &row : rows) {
+        EXPECT_EQ(windowIdOf(at(row.resetAt)), row.id);
+        EXPECT_TRUE(dueQuotaAlerts({at(row.resetAt), 80, true, true, row.id, {}}).empty()) << row.id;
+    }
 }
 
 TEST(QuotaAlertRules, TimeIsToldInHoursAndMinutesCutOff) {

@@ -198,9 +198,10 @@ TEST_F(AppStateAccountTest, OnlyANewWindowResets) {
         bool alertsOn;
         int resets;
     } rows[] = {
-        {"the first only begins", "2025-06-10T15:00:00.400Z", true, 0},
-        {"the same", "2025-06-10T15:00:00.400Z", true, 0},
-        {"the same, wobbling", "2025-06-10T14:59:58.300Z", true, 0},
+        {"the first only begins", "2025-06-10T15:00:04.400Z", true, 0},
+        {"the same", "2025-06-10T15:00:04.400Z", true, 0},
+        {"the same, wobbling", "2025-06-10T15:00:05.600Z", true, 0},
+        {"the same, wobbling", "2025-06-10T14:59:59.900Z", true, 0},
         {"none", "", true, 0},
         {"the next", "2025-06-10T20:00:00.100Z", true, 1},
         {"the same, wobbling", "2025-06-10T20:00:01.900Z", true, 1},
