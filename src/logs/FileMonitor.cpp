@@ -20,9 +20,9 @@ public:
 
     void run();
 
-    [[nodiscard]] bool isWatching() const {
+    [[nodiscard]] bool isWatching(const std::filesystem::path &path) const {
         const std::lock_guard lock(m_mutex);
-        return !m_watches.empty() && !m_watches.back().cancelled;
+        return !m_watches.empty() && !m_watches.back().cancelled && m_watches.back().source->isAt(path);
     }
 
     void add(std::unique_ptr<DirectoryEventSource> source) {
@@ -108,8 +108,9 @@ FileMonitor::~FileMonitor() {
 }
 
 void FileMonitor::start() {
-    if (m_worker->isWatching())
+    if (m_worker->isWatching(m_path))
         return;
+    m_worker->cancel();
     auto source = m_open(m_path);
     if (!source)
         return;

@@ -27,8 +27,10 @@ public:
     /// Stops, and waits for a running handler to return.
     ~FileMonitor();
 
-    /// Begins to watch unless it does already. Without a readable directory at the path it stays idle, as it
-    /// does after the watched directory was deleted; nothing is retried, a later start() opens the path anew.
+    /// Begins to watch unless it does already. A watched directory that is no longer the one at the path, as
+    /// when a folder above it was moved, is given up for that one. Without a readable directory at the path
+    /// it stays idle, as it does after the watched directory was deleted; nothing is retried, a later start()
+    /// opens the path anew.
     void start();
     /// Ends watching. The descriptor is closed soon afterwards, on the private thread.
     void stop();

@@ -16,11 +16,13 @@ public:
     virtual ~DirectoryEventSource() = default;
 
     /// Blocks until something happened. True: the entries changed, once or more often. False: wake() was
-    /// called, or the source can deliver nothing more, for instance because the directory was deleted. On one
-    /// thread at a time.
+    /// called, or the source can deliver nothing more, for instance because the directory was deleted or
+    /// events were lost. On one thread at a time.
     [[nodiscard]] virtual bool wait() = 0;
     /// Makes the running and each later wait() return false. From any thread.
     virtual void wake() noexcept = 0;
+    /// Whether the path names the watched directory at this moment. From any thread.
+    [[nodiscard]] virtual bool isAt(const std::filesystem::path &path) const = 0;
     /// The open descriptor.
     [[nodiscard]] virtual int descriptor() const noexcept = 0;
 };

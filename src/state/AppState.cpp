@@ -118,10 +118,10 @@ void AppState::refreshLocalData() {
     if (m_stopped)
         return;
     followTimeZone();
+    if (m_fileMonitor)
+        m_fileMonitor->start(); // the directory may be a new one
     const bool changed = loadRecentEntries();
     updateLocalStats();
-    if (m_fileMonitor)
-        m_fileMonitor->start(); // the directory may not have been there before
     if (changed || (m_historyOutdated && !m_historyJobRunning))
         loadHistory();
     else if (m_history && m_calendar.dayOf(m_lastUpdated) != m_calendar.dayOf(m_services.clock.now()))

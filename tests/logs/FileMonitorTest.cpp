@@ -83,6 +83,7 @@ public:
         m_source->wake();
         m_log.woken.increment();
     }
+    bool isAt(const fs::path &path) const override { return m_source->isAt(path); }
     int descriptor() const noexcept override { return m_source->descriptor(); }
 
 private:
@@ -228,6 +229,52 @@ TEST_F(FileMonitorTest, ADeletedDirectoryEndsTheWatchUntilTheNextStart) {
     allowed.increment();
     writeFile(watched / "file", "");
     EXPECT_TRUE(calls.reaches(3));
+}
+
+TEST_F(FileMonitorTest, TheDirectoryAtThePathIsWatchedAfterAFolderAboveWasMoved) {
+    const fs::path above = home.path() / "above";
+    watched = above / "watched";
+    fs::create_directories(watched);
+    const auto monitor = countingMonitor();
+    monitor->start();
+    fs::rename(above, home.path() / "moved");
+    fs::create_directories(watched);
+    monitor->start();
+    monitor->start();
+    EXPECT_TRUE(sources.closed.reaches(1));
+    EXPECT_EQ(sources.opened.value(), 2);
+    writeFile(home.path() / "moved/watched/file", "");
+    EXPECT_EQ(calls.value(), 0);
+    writeFile(watched / "file", "");
+    EXPECT_TRUE(calls.reaches(1));
+
+    fs::remove_all(above);
+    monitor->start();
+    EXPECT_TRUE(sources.closed.reaches(2));
+    EXPECT_EQ(monitor->fileDescriptor(), -1);
+}
+
+TEST_F(FileMonitorTest, LostEventsAreAChangeAndEndTheWatchUntilTheNextStart) {
+    int longestQueue = 0;
+    std::ifstream("/proc/sys/fs/inotify/max_queued_events") >> longestQueue;
+    if (longestQueue < 1 || longestQueue > 100'000)
+        GTEST_SKIP() << "the queue takes " << longestQueue << " events";
+    const auto monitor = gatedMonitor();
+    monitor->start();
+    writeFile(watched / "first", "");
+    ASSERT_TRUE(calls.reaches(1));
+    for (int i = 0; i <= longestQueue / 2; ++i) {
+        writeFile(watched / "file", "");
+        fs::remove(watched / "file");
+    }
+    for (int i = 0; i <= longestQueue; ++i)
+        allowed.increment();
+    ASSERT_TRUE(sources.closed.reaches(1));
+    const int told = calls.value();
+    EXPECT_GT(told, 1);
+    monitor->start();
+    writeFile(watched / "another", "");
+    EXPECT_TRUE(calls.reaches(told + 1));
 }
 
 TEST_F(FileMonitorTest, CallsNeverOverlapAcrossStopAndStart) {

@@ -118,6 +118,17 @@ TEST_F(AppStateTest, ADirectoryInTheWatchedOnesPlaceIsWatched) {
     }));
 }
 
+TEST_F(AppStateTest, AFolderThatReplacesOneThatWasMovedIsWatchedFromTheNextRefreshOn) {
+    m_home.add("a.jsonl", usageLine(now, 1, 0), m_clock.now());
+    m_state.start();
+    std::filesystem::rename(m_home.path() / ".claude", m_home.path() / "moved");
+    m_home.add("b.jsonl", usageLine(now, 2, 0), m_clock.now());
+    fireLocalTimer();
+    EXPECT_EQ(m_state.sessionTokens().input, 2);
+    m_home.add("c.jsonl", usageLine(now, 3, 0), m_clock.now());
+    EXPECT_TRUE(waitFor([this] { return m_state.sessionTokens().input == 5; }));
+}
+
 TEST_F(AppStateTest, AChangeDuringALoadIsNotLost) {
     m_home.add("p/0.jsonl", usageLine(now, 1, 0), m_clock.now());
     m_state.start();

@@ -10,6 +10,7 @@
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <sys/inotify.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace burnwick {
@@ -29,6 +30,9 @@ InotifyDirectoryEventSource::InotifyDirectoryEventSource()
 std::unique_ptr<InotifyDirectoryEventSource>
 InotifyDirectoryEventSource::open(const std::filesystem::path &path) {
     std::unique_ptr<InotifyDirectoryEventSource> source(new InotifyDirectoryEventSource);
+    // One that takes its place before it is watched is not the one at the path for isAt(), and is opened
+    // anew.
+    source->m_directory = identityOf(path);
     if (source->m_inotify == -1 || source->m_wake == -1 ||
         inotify_add_watch(source->m_inotify, path.c_str(), entryChanges | IN_MOVE_SELF | IN_ONLYDIR) == -1)
         return nullptr;
@@ -40,6 +44,18 @@ InotifyDirectoryEventSource::~InotifyDirectoryEventSource() {
         if (descriptor != -1)
             close(descriptor);
     }
+}
+
+std::optional<InotifyDirectoryEventSource::Identity>
+InotifyDirectoryEventSource::identityOf(const std::filesystem::path &path) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) == -1)
+        return std::nullopt;
+    return Identity(status.st_dev, status.st_ino);
+}
+
+bool InotifyDirectoryEventSource::isAt(const std::filesystem::path &path) const {
+    return m_directory && identityOf(path) == m_directory;
 }
 
 bool InotifyDirectoryEventSource::wait() {
@@ -79,8 +95,8 @@ bool InotifyDirectoryEventSource::readBatch() {
         std::memcpy(&event, batch.data() + at, sizeof event);
         // After an overflow nobody knows what changed, so something did.
         changed = changed || (event.mask & (entryChanges | IN_Q_OVERFLOW)) != 0;
-        // A directory that was moved is no longer the one at the path.
-        m_ended = m_ended || (event.mask & (IN_IGNORED | IN_MOVE_SELF)) != 0;
+        // A directory that was moved is no longer the one at the path. This is among what an overflow hides.
+        m_ended = m_ended || (event.mask & (IN_IGNORED | IN_MOVE_SELF | IN_Q_OVERFLOW)) != 0;
         at += sizeof event + event.len;
     }
     return changed;

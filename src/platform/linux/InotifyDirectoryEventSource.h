@@ -6,6 +6,10 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
+#include <utility>
+
+#include <sys/types.h>
 
 namespace burnwick {
 
@@ -21,16 +25,22 @@ public:
 
     [[nodiscard]] bool wait() override;
     void wake() noexcept override;
+    [[nodiscard]] bool isAt(const std::filesystem::path &path) const override;
     /// The inotify instance.
     [[nodiscard]] int descriptor() const noexcept override { return m_inotify; }
 
 private:
+    /// A file as the file system knows it, whatever its path.
+    using Identity = std::pair<dev_t, ino_t>;
+
     InotifyDirectoryEventSource();
+    [[nodiscard]] static std::optional<Identity> identityOf(const std::filesystem::path &path);
     [[nodiscard]] bool readBatch();
 
     int m_inotify;
-    int m_wake;           ///< an event descriptor, readable once wake() was called
-    bool m_ended = false; ///< the directory is gone
+    int m_wake; ///< an event descriptor, readable once wake() was called
+    std::optional<Identity> m_directory;
+    bool m_ended = false; ///< the directory is gone, or that may have been overlooked
 };
 
 } // namespace burnwick
