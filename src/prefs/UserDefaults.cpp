@@ -11,10 +11,15 @@
 #include <QSaveFile>
 #include <QStandardPaths>
 
+#include <cerrno>
+#include <chrono>
 #include <filesystem>
 #include <system_error>
+#include <thread>
 #include <utility>
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 namespace burnwick {
@@ -78,6 +83,31 @@ FileContents readFile(const QString &path) {
     return parseFile(text);
 }
 
+/// Keeps other writers of the folder's files out for as long as it lives, unless they hold it for too long or
+/// the folder cannot be locked. The lock is advisory and ends with its process. Locking the folder leaves no
+/// file behind; the settings file itself is another one after each write.
+class FolderLock {
+public:
+    explicit FolderLock(const QString &file)
+        : m_folder(open(QFile::encodeName(QFileInfo(file).absolutePath()).constData(),
+                        O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+        using namespace std::chrono;
+        const auto deadline = steady_clock::now() + milliseconds(500);
+        while (m_folder != -1 && flock(m_folder, LOCK_EX | LOCK_NB) == -1 && errno == EWOULDBLOCK &&
+               steady_clock::now() < deadline)
+            std::this_thread::sleep_for(milliseconds(5));
+    }
+    ~FolderLock() {
+        if (m_folder != -1)
+            close(m_folder);
+    }
+    FolderLock(const FolderLock &) = delete;
+    FolderLock &operator=(const FolderLock &) = delete;
+
+private:
+    int m_folder;
+};
+
 bool makePrivateDirectory(const QString &path) {
     const QFileInfo directory(path);
     if (directory.isDir())
@@ -106,6 +136,9 @@ UserDefaults::UserDefaults(QString path, Access access)
     : m_path(std::move(path))
     , m_access(access) {
     const QString file = followLinks(m_path);
+    std::optional<FolderLock> lock;
+    if (m_access == Access::readWrite)
+        lock.emplace(file);
     const FileContents contents = readFile(file);
     m_values = contents.values;
     if (contents.state != FileState::readable && m_access == Access::readOnly)
@@ -161,6 +194,9 @@ void UserDefaults::save() {
     if (m_access == Access::readOnly)
         return;
     const QString file = followLinks(m_path);
+    // Whoever writes first makes the folder, too; whether that worked is seen when it is written to.
+    static_cast<void>(makePrivateDirectory(QFileInfo(file).absolutePath()));
+    const FolderLock lock(file);
     const FileContents contents = readFile(file);
     if (contents.state == FileState::unreadable)
         return report(contents.problem);

@@ -11,8 +11,11 @@
 
 #include <algorithm>
 #include <limits>
+#include <thread>
+#include <vector>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -85,6 +88,35 @@ TEST(UserDefaults, AWriteChangesOnlyItsKey) {
     defaults.remove(a);
     EXPECT_EQ(file.values(), object(R"({"b": true, "future": 1})"));
     EXPECT_EQ(defaults.get<QString>(a), std::nullopt);
+}
+
+TEST(UserDefaults, WritersAtTheSameTimeLoseNothingOfEachOther) {
+    constexpr int writers = 4;
+    constexpr int keysOfEach = 10;
+    const SettingsFile file;
+    {
+        // Each with a store and so a lock of its own, as processes would have them.
+        std::vector<std::jthread> threads;
+        for (int writer = 0; writer < writers; ++writer) {
+            threads.emplace_back([&file, writer] {
+                UserDefaults defaults(file.path);
+                for (int key = 0; key < keysOfEach; ++key)
+                    defaults.set(QStringLiteral("%1-%2").arg(writer).arg(key), true);
+            });
+        }
+    }
+    EXPECT_EQ(file.values().size(), writers * keysOfEach);
+    EXPECT_EQ(file.names(), QStringList(QStringLiteral("burnwick.json")));
+}
+
+TEST(UserDefaults, AWriterThatHoldsTheLockForEverIsNotWaitedForForEver) {
+    const SettingsFile file;
+    file.write("{}");
+    const int folder = open(QFile::encodeName(file.folder()).constData(), O_RDONLY | O_DIRECTORY);
+    ASSERT_EQ(flock(folder, LOCK_EX), 0);
+    UserDefaults(file.path).set(a, true);
+    EXPECT_EQ(file.values(), object(R"({"a": true})"));
+    close(folder);
 }
 
 TEST(UserDefaults, AValueThatIsThereAlreadyIsNotWrittenAgain) {
