@@ -18,14 +18,17 @@ MinuteTicks::MinuteTicks(const Clock &clock, Scheduler &scheduler, std::function
 MinuteTicks::~MinuteTicks() = default;
 
 void MinuteTicks::start() {
-    using namespace std::chrono;
-    // A timer may be a little early; that must not make it fire twice for one minute.
-    constexpr seconds tolerance{5};
-    const Instant now = m_clock.now();
-    const Instant next = floor<minutes>(now + tolerance) + minutes(1);
-    m_timer = m_scheduler.repeat(ceil<milliseconds>(next - now), [this] {
+    waitFor(std::chrono::floor<std::chrono::minutes>(m_clock.now()) + std::chrono::minutes(1));
+}
+
+void MinuteTicks::waitFor(Instant minute) {
+    const auto remaining = std::chrono::ceil<std::chrono::milliseconds>(minute - m_clock.now());
+    m_timer = m_scheduler.repeat(remaining, [this, minute] {
+        // By the wall clock it may be too early: that one was put back meanwhile.
+        const bool early = m_clock.now() < minute;
         start();
-        m_onMinute();
+        if (!early)
+            m_onMinute();
     });
 }
 

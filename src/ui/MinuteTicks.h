@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "model/Instant.h"
+
 #include <functional>
 #include <memory>
 
@@ -11,8 +13,8 @@ class Clock;
 class RepeatingTimer;
 class Scheduler;
 
-/// Calls back at each full minute while it runs, for texts that tell how long something takes. Main thread
-/// only.
+/// Calls back at each full minute while it runs, never before it, for texts that tell how long something
+/// takes. Main thread only.
 class MinuteTicks final {
 public:
     /// Does not start; clock and scheduler must outlive this object.
@@ -25,6 +27,8 @@ public:
     void stop();
 
 private:
+    void waitFor(Instant minute);
+
     const Clock &m_clock;
     Scheduler &m_scheduler;
     std::function<void()> m_onMinute;

@@ -100,6 +100,14 @@ TEST_F(DashboardTest, TheTimesMoveWhileTheWindowIsVisible) {
     EXPECT_TRUE(anyStartsWith(namesIn(window), "Updated 1 minute ago"));
     EXPECT_TRUE(anyStartsWith(namesIn(window), "Session: 67% used, resets in 2h 3m"));
 
+    // A timer that the clock overtook: the minute is not over yet.
+    m_clock.advance(59s);
+    m_scheduler.fire(60s);
+    EXPECT_TRUE(anyStartsWith(namesIn(window), "Updated 1 minute ago"));
+    m_clock.advance(1s);
+    m_scheduler.fire(1s);
+    EXPECT_TRUE(anyStartsWith(namesIn(window), "Updated 2 minutes ago"));
+
     const auto whileVisible = m_scheduler.intervals().size();
     window.hide();
     EXPECT_EQ(m_scheduler.intervals().size(), whileVisible - 1) << "a hidden window needs no timer";
