@@ -34,12 +34,16 @@ void moveHomeTo(const QTemporaryDir &home) {
     qputenv("XDG_RUNTIME_DIR", home.path().toUtf8());
 }
 
-/// Windows keep to the screen, and Qt's offscreen one is smaller than people's.
-void useCommonScreen(const QTemporaryDir &home) {
+/// Windows keep to the screen, and Qt's offscreen one is smaller than people's. Beside it are low ones.
+void useCommonScreens(const QTemporaryDir &home) {
     const QString path = home.filePath(QStringLiteral("screen.json"));
     QFile file(path);
     file.open(QIODevice::WriteOnly);
     file.write(R"({"screens": [{"name": "common", "x": 0, "y": 0, "width": 1920, "height": 1080,
+                               "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1},
+                              {"name": "low", "x": 1920, "y": 0, "width": 1280, "height": 680,
+                               "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1},
+                              {"name": "very low", "x": 3200, "y": 0, "width": 1280, "height": 540,
                                "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
     qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + path.toUtf8());
 }
@@ -63,7 +67,7 @@ int main(int argc, char **argv) {
         return 1;
     }
     burnwick::moveHomeTo(home);
-    burnwick::useCommonScreen(home);
+    burnwick::useCommonScreens(home);
 #ifdef BURNWICK_TESTS_WITHOUT_BUS
     qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
 #else

@@ -164,24 +164,6 @@ TEST(QuietStyleTest, ItsScrollBarIsAHandleThatFollowsThePointer) {
     }
 }
 
-TEST(FittedAreaTest, IsAsLargeAsItsContentAsFarAsThereIsRoom) {
-    constexpr int bar = 10;
-    const QSize wanted(1100, 750);
-    const struct {
-        const char *what;
-        QSize room, size;
-    } rows[] = {
-        {"enough", {1366, 768}, {1100, 750}},
-        {"just enough", {1100, 750}, {1100, 750}},
-        {"too low", {1366, 700}, {1110, 700}},
-        {"too narrow", {1000, 768}, {1000, 760}},
-        {"too narrow for the scroll bar alone", {1105, 700}, {1105, 700}},
-        {"too small", {960, 500}, {960, 500}},
-    };
-    for (const auto &row : rows)
-        EXPECT_EQ(fittedSize(wanted, row.room, bar), row.size) << row.what;
-}
-
 TEST(FittedAreaTest, FollowsItsContentAndScrollsWithTheKeyboard) {
     QWidget window;
     auto *content = new QWidget;

@@ -1,14 +1,20 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "support/PaintCount.h"
+#include "support/Screens.h"
 #include "support/VisibleControls.h"
 #include "ui/DashboardScenes.h"
+#include "ui/controls/FittedArea.h"
 #include "ui/controls/FocusRing.h"
+#include "ui/dashboard/AccountBar.h"
 #include "ui/dashboard/DashboardButtons.h"
 #include "ui/statusbar/StatusBarController.h"
+#include "ui/theme/QuietStyle.h"
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QFontDatabase>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QTest>
 
@@ -61,6 +67,51 @@ TEST_P(DashboardSceneTest, SaysWhatIsSo) {
     for (const std::string &text : scene.absent)
         EXPECT_FALSE(anyStartsWith(names, text)) << text;
     EXPECT_EQ(test::namesWithoutRole(window).join(u'\n').toStdString(), "");
+}
+
+/// The application's fonts of common desktops, as far as they are here.
+QStringList commonFamilies() {
+    QStringList families{u"DejaVu Sans"_qs, u"Noto Sans"_qs, u"Inter"_qs};
+    families.removeIf([](const QString &family) { return !QFontDatabase::hasFamily(family); });
+    return families;
+}
+
+TEST_P(DashboardSceneTest, FitsOnALowScreenAndScrollsOneWayOnALowerOne) {
+    const QFont before = QApplication::font();
+    QApplication::setStyle(new QuietStyle);
+    {
+        MainWindowView window(windowServices());
+        play(GetParam(), window);
+    }
+    for (const QString &family : commonFamilies()) {
+        QApplication::setFont(QFont(family));
+        int regularHeight = 0;
+        for (const std::string_view name : {"common", "low", "very low"}) {
+            SCOPED_TRACE(family.toStdString() + " on " + std::string(name));
+            MainWindowView window(windowServices());
+            test::moveTo(test::screenNamed(name), window);
+            window.show();
+            const QSize first = window.size();
+            QTest::keyClick(&window, GetParam().tab == 0 ? Qt::Key_1 : Qt::Key_2, Qt::ControlModifier);
+            QCoreApplication::processEvents();
+            EXPECT_EQ(window.size(), first);
+            const auto *area = window.findChild<FittedArea *>();
+            const auto *bar = window.findChild<AccountBar *>();
+            constexpr int frameHeight = 40;
+            EXPECT_LE(window.height(), window.screen()->availableGeometry().height() - frameHeight);
+            EXPECT_EQ(area->horizontalScrollBar()->maximum(), 0);
+            EXPECT_EQ(window.width() - bar->width(), 2 * bar->mapTo(&window, QPoint()).x());
+            if (name == "common")
+                regularHeight = window.height();
+            else
+                EXPECT_LT(window.height(), regularHeight);
+            if (name != "very low") {
+                EXPECT_EQ(area->verticalScrollBar()->maximum(), 0);
+            }
+        }
+    }
+    QApplication::setFont(before);
+    QApplication::setStyle(u"Fusion"_qs);
 }
 
 INSTANTIATE_TEST_SUITE_P(Scenes, DashboardSceneTest, testing::ValuesIn(test::dashboardScenes()),

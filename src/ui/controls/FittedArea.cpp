@@ -2,19 +2,16 @@
 // SPDX-License-Identifier: MIT
 #include "ui/controls/FittedArea.h"
 
+#include "ui/controls/ScreenRoom.h"
+#include "ui/theme/QuietStyle.h"
+
 #include <QEvent>
 #include <QLayout>
-#include <QScreen>
 #include <QScrollBar>
-#include <QStyle>
-#include <QWindow>
 
 namespace burnwick {
 
 namespace {
-
-/// What the window manager puts around a window; it tells only once the window is there.
-constexpr QSize frameRoom{8, 40};
 
 /// A window that comes to be shown brings its layouts up to date, but not those within a scroll area: these
 /// still have the sizes from before what was shown and hidden in the meantime.
@@ -31,17 +28,9 @@ void bringLayoutsUpToDate(const QWidget &widget) {
 
 } // namespace
 
-QSize fittedSize(QSize wanted, QSize room, int scrollBar) {
-    QSize size = wanted;
-    if (wanted.height() > room.height())
-        size.rwidth() += scrollBar;
-    if (size.width() > room.width())
-        size.rheight() += scrollBar;
-    return size.boundedTo(room);
-}
-
 FittedArea::FittedArea(QWidget *content, QWidget *parent)
-    : QScrollArea(parent) {
+    : QScrollArea(parent)
+    , m_room(new ScreenRoom(this)) {
     setFrameShape(QFrame::NoFrame);
     // The keyboard scrolls as it moves on to what is out of sight.
     setFocusPolicy(Qt::NoFocus);
@@ -49,11 +38,14 @@ FittedArea::FittedArea(QWidget *content, QWidget *parent)
     setWidget(content);
     viewport()->setAutoFillBackground(false);
     content->setAutoFillBackground(false);
+    // A bar that took room would ask for one in the other direction.
+    for (QScrollBar *bar : {horizontalScrollBar(), verticalScrollBar()})
+        QuietStyle::layOverMargin(*bar);
+    connect(m_room, &ScreenRoom::changed, this, &QWidget::updateGeometry);
 }
 
 QSize FittedArea::sizeHint() const {
-    return fittedSize(widget()->sizeHint(), screen()->availableGeometry().size() - frameRoom,
-                      style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this));
+    return widget()->sizeHint().boundedTo(m_room->size());
 }
 
 bool FittedArea::eventFilter(QObject *watched, QEvent *event) {
@@ -70,20 +62,6 @@ bool FittedArea::eventFilter(QObject *watched, QEvent *event) {
 void FittedArea::showEvent(QShowEvent *event) {
     bringLayoutsUpToDate(*widget());
     QScrollArea::showEvent(event);
-    connect(window()->windowHandle(), &QWindow::screenChanged, this, &FittedArea::follow,
-            Qt::UniqueConnection);
-    follow(screen());
-}
-
-void FittedArea::follow(QScreen *screen) {
-    if (m_screen == screen)
-        return;
-    if (m_screen)
-        disconnect(m_screen, nullptr, this, nullptr);
-    m_screen = screen;
-    if (m_screen)
-        connect(m_screen, &QScreen::availableGeometryChanged, this, &QWidget::updateGeometry);
-    updateGeometry();
 }
 
 } // namespace burnwick

@@ -2,15 +2,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QPointer>
 #include <QScrollArea>
-
-class QScreen;
 
 namespace burnwick {
 
+class ScreenRoom;
+
 /// The whole content of a window that wants to be as large as it is: its size hint is the content's, as far
-/// as the screen has room for it. What does not fit is scrolled to.
+/// as the screen has room for it. What does not fit is scrolled to, with bars in the content's margins.
 class FittedArea final : public QScrollArea {
     Q_OBJECT
 
@@ -19,19 +18,14 @@ public:
     explicit FittedArea(QWidget *content, QWidget *parent = nullptr);
 
     [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] const ScreenRoom &room() const { return *m_room; }
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     void showEvent(QShowEvent *event) override;
 
 private:
-    void follow(QScreen *screen);
-
-    QPointer<QScreen> m_screen;
+    ScreenRoom *m_room;
 };
-
-/// How large a window's content shall be that wants to have that size and has so much room; with
-/// `scrollBar`, where there is need for it.
-[[nodiscard]] QSize fittedSize(QSize wanted, QSize room, int scrollBar);
 
 } // namespace burnwick

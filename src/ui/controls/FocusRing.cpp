@@ -43,7 +43,8 @@ void FocusRing::follow(QWidget *focused) {
 }
 
 void FocusRing::place() {
-    setVisible(m_control && m_control->isVisible());
+    // It is drawn over the whole window, also where a scroll area clips the control.
+    setVisible(m_control && !m_control->visibleRegion().isEmpty());
     if (!isVisible())
         return;
     const QRect area(m_control->mapTo(parentWidget(), QPoint()), m_control->size());

@@ -15,8 +15,7 @@ namespace burnwick {
 PanelCard::PanelCard(QWidget *parent)
     : QWidget(parent)
     , m_content(new QVBoxLayout(this)) {
-    m_content->setContentsMargins(16, 14, 16, 14);
-    m_content->setSpacing(8);
+    PanelCard::setDense(false);
 }
 
 PanelCard::PanelCard(const QString &caption, QWidget *parent)
@@ -28,6 +27,12 @@ PanelCard::PanelCard(const QString &caption, QWidget *parent)
     m_header->addWidget(new TextLabel(caption, TextStyle::sectionCaption, QPalette::PlaceholderText));
     m_header->addStretch();
     m_content->addLayout(m_header);
+}
+
+void PanelCard::setDense(bool dense) {
+    const int padding = dense ? 10 : 14;
+    m_content->setContentsMargins(16, padding, 16, padding);
+    m_content->setSpacing(dense ? 4 : 8);
 }
 
 void PanelCard::paintEvent(QPaintEvent *) {

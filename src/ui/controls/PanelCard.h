@@ -18,6 +18,9 @@ public:
     /// With a name in capitals on its first line.
     explicit PanelCard(const QString &caption, QWidget *parent = nullptr);
 
+    /// Puts less space around the rows and between them.
+    virtual void setDense(bool dense);
+
     /// What the card shows, from top to bottom.
     [[nodiscard]] QVBoxLayout *content() const { return m_content; }
     /// The line of the name; something may stand at its end. None without a name.

@@ -25,7 +25,6 @@ namespace burnwick {
 namespace {
 
 constexpr int tilesPerRow = 6;
-constexpr int cardSpacing = 12;
 
 /// The corners of a tile that are corners of the whole block.
 StatTile::Corners outerCorners(std::size_t index, std::size_t count) {
@@ -40,41 +39,43 @@ TextLabel *sectionTitle(const char *text) {
 QVBoxLayout *columnOf(QWidget *tab) {
     auto *column = new QVBoxLayout(tab);
     column->setContentsMargins({});
-    column->setSpacing(cardSpacing);
     return column;
 }
 
-/// As high as its rows, up to a limit.
-class RowsArea final : public QScrollArea {
+} // namespace
+
+/// Rows that scroll where there are more than fit: as high as they are, up to a limit.
+class ModelsTab::RowsArea final : public QScrollArea {
 public:
+    explicit RowsArea(QWidget *rows) {
+        setWidget(rows);
+        setWidgetResizable(true);
+        setFrameShape(QFrame::NoFrame);
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        viewport()->setAutoFillBackground(false);
+        rows->setAutoFillBackground(false);
+        // Otherwise the tab key would stop where there is nothing to do.
+        const QScrollBar *bar = verticalScrollBar();
+        const auto update = [this](int, int end) { setFocusPolicy(end > 0 ? Qt::StrongFocus : Qt::NoFocus); };
+        connect(bar, &QScrollBar::rangeChanged, this, update);
+        update(0, bar->maximum());
+    }
+
+    void setTallest(int height) {
+        m_tallest = height;
+        updateGeometry();
+    }
     /// Qt's own remembers what it was at first.
     [[nodiscard]] QSize sizeHint() const override {
-        constexpr int tallest = 336;
         const QSize rows = widget()->sizeHint();
-        return {rows.width(), std::min(rows.height(), tallest)};
+        return {rows.width(), std::min(rows.height(), m_tallest)};
     }
+    /// Qt's own has room for a scroll bar, and is higher than one row.
+    [[nodiscard]] QSize minimumSizeHint() const override { return {0, sizeHint().height()}; }
+
+private:
+    int m_tallest = 336;
 };
-
-/// Rows that scroll where there are more than fit.
-QScrollArea *scrolling(QWidget *content) {
-    auto *area = new RowsArea;
-    area->setWidget(content);
-    area->setWidgetResizable(true);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->viewport()->setAutoFillBackground(false);
-    content->setAutoFillBackground(false);
-    // Otherwise the tab key would stop where there is nothing to do.
-    const QScrollBar *bar = area->verticalScrollBar();
-    const auto update = [area](int, int end) {
-        area->setFocusPolicy(end > 0 ? Qt::StrongFocus : Qt::NoFocus);
-    };
-    QObject::connect(bar, &QScrollBar::rangeChanged, area, update);
-    update(0, bar->maximum());
-    return area;
-}
-
-} // namespace
 
 OverviewTab::OverviewTab(QWidget *parent)
     : QWidget(parent)
@@ -129,7 +130,7 @@ ModelsTab::ModelsTab(QWidget *parent)
     m_rowColumn->setContentsMargins({});
     m_rowColumn->setSpacing(14);
     m_rowColumn->addStretch();
-    m_rowsArea = scrolling(rows);
+    m_rowsArea = new RowsArea(rows);
     static_cast<PanelCard *>(m_models)->content()->addWidget(m_rowsArea);
 
     auto *chart = static_cast<PanelCard *>(m_chartCard)->content();
@@ -140,6 +141,10 @@ ModelsTab::ModelsTab(QWidget *parent)
     column->addWidget(m_noData, 1);
     column->addWidget(m_models);
     column->addWidget(m_chartCard, 1);
+}
+
+void ModelsTab::setDense(bool dense) {
+    m_rowsArea->setTallest(dense ? 192 : 336);
 }
 
 void ModelsTab::setValues(const HistoricalData &history, LocalDay today) {

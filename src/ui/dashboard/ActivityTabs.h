@@ -12,7 +12,6 @@
 #include <tuple>
 #include <vector>
 
-class QScrollArea;
 class QVBoxLayout;
 
 namespace burnwick {
@@ -47,11 +46,15 @@ public:
     explicit ModelsTab(QWidget *parent = nullptr);
 
     void setValues(const HistoricalData &history, LocalDay today);
+    /// Shows fewer models at a time.
+    void setDense(bool dense);
 
 private:
+    class RowsArea;
+
     QWidget *m_noData;
     QWidget *m_models;
-    QScrollArea *m_rowsArea;
+    RowsArea *m_rowsArea;
     QVBoxLayout *m_rowColumn;
     std::vector<ModelStatRowView *> m_rows;
     QWidget *m_chartCard;

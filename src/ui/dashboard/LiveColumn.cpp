@@ -61,7 +61,6 @@ LiveColumn::LiveColumn(QWidget *parent)
     setFixedWidth(width);
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins({});
-    column->setSpacing(12);
     for (QWidget *card :
          std::initializer_list<QWidget *>{m_emptyState, m_quota, m_extraUsage, m_burnRate, m_claudeStatus})
         column->addWidget(card);

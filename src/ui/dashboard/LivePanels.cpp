@@ -49,7 +49,14 @@ WindowQuotaPanel::WindowQuotaPanel(QWidget *parent)
     , m_session(addRow(*this, new QuotaBarRow(QStringLiteral("Session"))))
     , m_weekly(addRow(*this, new QuotaBarRow(QStringLiteral("Weekly"))))
     , m_claudeDesign(addRow(*this, new QuotaBarRow(QStringLiteral("Claude Design")))) {
-    content()->setSpacing(12);
+    setDense(false);
+}
+
+void WindowQuotaPanel::setDense(bool dense) {
+    PanelCard::setDense(dense);
+    content()->setSpacing(dense ? 8 : 12);
+    for (QuotaBarRow *row : {m_session, m_weekly, m_claudeDesign})
+        row->setDense(dense);
 }
 
 void WindowQuotaPanel::setQuota(const QuotaData &quota, Instant now) {

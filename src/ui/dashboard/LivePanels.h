@@ -27,6 +27,7 @@ public:
     explicit WindowQuotaPanel(QWidget *parent = nullptr);
 
     void setQuota(const QuotaData &quota, Instant now);
+    void setDense(bool dense) override;
 
 private:
     QuotaBarRow *m_session;

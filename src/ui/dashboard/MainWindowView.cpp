@@ -12,6 +12,8 @@
 #include "ui/controls/ChoiceGroup.h"
 #include "ui/controls/FittedArea.h"
 #include "ui/controls/FocusRing.h"
+#include "ui/controls/PanelCard.h"
+#include "ui/controls/ScreenRoom.h"
 #include "ui/controls/Text.h"
 #include "ui/controls/TextLabel.h"
 #include "ui/dashboard/AccountBar.h"
@@ -19,6 +21,7 @@
 #include "ui/dashboard/DashboardButtons.h"
 #include "ui/dashboard/HeaderBar.h"
 #include "ui/dashboard/LiveColumn.h"
+#include "ui/dashboard/StatTile.h"
 
 #include <QApplication>
 #include <QButtonGroup>
@@ -33,8 +36,10 @@ namespace {
 
 constexpr int windowMargin = 20;
 constexpr int columnGap = 16;
-constexpr int cardSpacing = 12;
 constexpr int rightColumnWidth = 760;
+/// What the fullest dashboard takes with the families of the common desktops, of which Noto Sans is the
+/// highest.
+constexpr int regularHeight = 810;
 
 /// In the order of the tabs.
 constexpr int overview = 0;
@@ -53,6 +58,7 @@ MainWindowView::MainWindowView(Services services, QWidget *parent)
     , m_tabs(new QButtonGroup(this))
     , m_filters(new QButtonGroup(this))
     , m_pages(new QStackedWidget)
+    , m_column(new QVBoxLayout)
     , m_liveColumn(new LiveColumn)
     , m_overview(new OverviewTab)
     , m_models(new ModelsTab)
@@ -61,19 +67,21 @@ MainWindowView::MainWindowView(Services services, QWidget *parent)
     , m_subscription(services.appState, [this] { showState(); })
     , m_ticks(services.clock, services.scheduler, [this] { followTime(); }) {
     auto *content = new QWidget;
-    auto *column = new QVBoxLayout(content);
-    column->setContentsMargins(windowMargin, 14, windowMargin, 12);
-    column->setSpacing(cardSpacing);
+    content->setLayout(m_column);
     auto *header = new HeaderBar;
-    column->addWidget(header);
-    column->addWidget(makeBody());
-    column->addWidget(m_accountBar);
-    column->addWidget(m_updated);
+    m_column->addWidget(header);
+    m_column->addWidget(makeBody());
+    m_column->addWidget(m_accountBar);
+    m_column->addWidget(m_updated);
+    auto *area = new FittedArea(content);
     auto *window = new QVBoxLayout(this);
     window->setContentsMargins({});
     window->setSizeConstraint(QLayout::SetFixedSize);
-    window->addWidget(new FittedArea(content));
+    window->addWidget(area);
 
+    const auto fit = [this, &room = area->room()] { setDense(room.size().height() < regularHeight); };
+    connect(&area->room(), &ScreenRoom::changed, this, fit);
+    fit();
     connect(header, &HeaderBar::settingsRequested, this, &MainWindowView::settingsRequested);
     connect(m_accountBar, &AccountBar::refreshRequested, this, &MainWindowView::refreshQuota);
     connect(m_accountBar, &AccountBar::loginRequested, this, [this] { m_services.appState.connect(); });
@@ -123,15 +131,30 @@ QWidget *MainWindowView::makeBody() {
     line->setSpacing(columnGap);
     line->addWidget(m_liveColumn);
 
-    auto *right = new QVBoxLayout;
-    right->setSpacing(cardSpacing);
-    right->addWidget(makeTabBar());
+    m_right = new QVBoxLayout;
+    m_right->addWidget(makeTabBar());
     m_pages->addWidget(m_overview);
     m_pages->addWidget(m_models);
     m_pages->setFixedWidth(rightColumnWidth);
-    right->addWidget(m_pages, 1);
-    line->addLayout(right);
+    m_right->addWidget(m_pages, 1);
+    line->addLayout(m_right);
     return body;
+}
+
+/// Saves height, for low screens.
+void MainWindowView::setDense(bool dense) {
+    if (m_dense == dense)
+        return;
+    m_dense = dense;
+    m_column->setContentsMargins(windowMargin, dense ? 10 : 14, windowMargin, dense ? 8 : 12);
+    for (QLayout *layout : std::initializer_list<QLayout *>{m_column, m_right, m_liveColumn->layout(),
+                                                            m_overview->layout(), m_models->layout()})
+        layout->setSpacing(dense ? 8 : 12);
+    for (PanelCard *card : findChildren<PanelCard *>())
+        card->setDense(dense);
+    for (StatTile *tile : findChildren<StatTile *>())
+        tile->setDense(dense);
+    m_models->setDense(dense);
 }
 
 void MainWindowView::addShortcuts() {

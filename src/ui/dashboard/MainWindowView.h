@@ -7,8 +7,11 @@
 
 #include <QWidget>
 
+#include <optional>
+
 class QButtonGroup;
 class QStackedWidget;
+class QVBoxLayout;
 
 namespace burnwick {
 
@@ -48,6 +51,7 @@ private:
     [[nodiscard]] QWidget *makeTabBar();
     [[nodiscard]] QWidget *makeBody();
     void addShortcuts();
+    void setDense(bool dense);
     void selectTab(int tab);
     void refreshQuota();
     void refreshAll();
@@ -58,11 +62,14 @@ private:
     QButtonGroup *m_tabs;
     QButtonGroup *m_filters;
     QStackedWidget *m_pages;
+    QVBoxLayout *m_column; ///< the whole, from top to bottom
+    QVBoxLayout *m_right = nullptr;
     LiveColumn *m_liveColumn;
     OverviewTab *m_overview;
     ModelsTab *m_models;
     AccountBar *m_accountBar;
     TextLabel *m_updated;
+    std::optional<bool> m_dense;
     StateSubscription m_subscription;
     MinuteTicks m_ticks;
 };

@@ -68,17 +68,26 @@ void MenuRowView::setValue(const QString &value) {
 
 QuotaBarRow::QuotaBarRow(const QString &label, QWidget *parent)
     : QWidget(parent)
+    , m_column(new QVBoxLayout(this))
     , m_label(new TextLabel(label, TextStyle::label))
     , m_used(new TextLabel(TextStyle::label))
     , m_bar(new UsageBar)
     , m_reset(new TextLabel(TextStyle::caption, QPalette::PlaceholderText)) {
     setAccessibleRole(*this, QAccessible::Grouping);
-    auto *column = new QVBoxLayout(this);
-    column->setContentsMargins({});
-    column->setSpacing(6);
-    column->addLayout(lineOf(m_label, m_used));
-    column->addWidget(m_bar);
-    column->addWidget(m_reset);
+    m_column->setContentsMargins({});
+    m_column->setSpacing(6);
+    m_column->addLayout(m_firstLine = lineOf(m_label, m_used));
+    m_column->addWidget(m_bar);
+    m_column->addWidget(m_reset);
+}
+
+void QuotaBarRow::setDense(bool dense) {
+    m_column->removeWidget(m_reset);
+    m_firstLine->removeWidget(m_reset);
+    if (dense)
+        m_firstLine->insertWidget(1, m_reset);
+    else
+        m_column->addWidget(m_reset);
 }
 
 void QuotaBarRow::setUsage(double usedPct, const std::optional<Instant> &resetAt, Instant now) {

@@ -9,6 +9,9 @@
 #include <cstdint>
 #include <optional>
 
+class QHBoxLayout;
+class QVBoxLayout;
+
 namespace burnwick {
 
 class TextLabel;
@@ -37,8 +40,12 @@ public:
 
     /// In percent, which may exceed 100. Without an instant the line of the reset is left out.
     void setUsage(double usedPct, const std::optional<Instant> &resetAt, Instant now);
+    /// Puts the reset on the label's line instead of one of its own.
+    void setDense(bool dense);
 
 private:
+    QVBoxLayout *m_column;
+    QHBoxLayout *m_firstLine;
     TextLabel *m_label;
     TextLabel *m_used;
     UsageBar *m_bar;

@@ -17,9 +17,8 @@ StatTile::StatTile(const QString &label, Corners corners, QWidget *parent)
     , m_corners(corners)
     , m_label(label)
     , m_value(new TextLabel(TextStyle::figure)) {
-    constexpr int height = 92;
     constexpr int sidePadding = 14;
-    setFixedHeight(height);
+    setDense(false);
     setAccessibleRole(*this, QAccessible::Grouping);
     // The value may be longer than the tile is wide; it is elided, not given the room.
     m_value->setElidable();
@@ -41,6 +40,10 @@ void StatTile::setValue(const QString &value) {
         return;
     m_value->setText(value);
     setAccessibleName(m_label + QLatin1String(": ") + value);
+}
+
+void StatTile::setDense(bool dense) {
+    setFixedHeight(dense ? 64 : 92);
 }
 
 void StatTile::paintEvent(QPaintEvent *) {

@@ -25,6 +25,8 @@ public:
 
     /// Repaints only when the text differs.
     void setValue(const QString &value);
+    /// Less high.
+    void setDense(bool dense);
 
 protected:
     void paintEvent(QPaintEvent *event) override;

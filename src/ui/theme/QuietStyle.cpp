@@ -5,6 +5,7 @@
 #include "ui/theme/ThemeColors.h"
 
 #include <QPainter>
+#include <QScrollBar>
 #include <QStyleOptionSlider>
 
 #include <algorithm>
@@ -16,6 +17,7 @@ namespace {
 constexpr int handleWidth = 6;
 constexpr int handleMargin = 8; // between it and what is scrolled
 constexpr int shortestHandle = 24;
+constexpr const char *overMarginProperty = "_burnwick_overMargin";
 
 /// Along the bar, from its start.
 struct Span {
@@ -52,9 +54,16 @@ const ThemeColors &colorsOfOption(const QStyleOption &option) {
 QuietStyle::QuietStyle()
     : QProxyStyle(QStringLiteral("Fusion")) {}
 
+void QuietStyle::layOverMargin(QScrollBar &bar) {
+    bar.setProperty(overMarginProperty, true);
+}
+
 int QuietStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const {
+    constexpr int extent = handleMargin + handleWidth;
     if (metric == PM_ScrollBarExtent)
-        return handleMargin + handleWidth;
+        return extent;
+    if (metric == PM_ScrollView_ScrollBarOverlap && widget && widget->property(overMarginProperty).toBool())
+        return extent;
     return QProxyStyle::pixelMetric(metric, option, widget);
 }
 

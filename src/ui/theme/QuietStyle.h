@@ -4,6 +4,8 @@
 
 #include <QProxyStyle>
 
+class QScrollBar;
+
 namespace burnwick {
 
 /// Fusion, with what it frames in black framed by the theme's lines, and with scroll bars that are but a
@@ -13,6 +15,9 @@ class QuietStyle final : public QProxyStyle {
 
 public:
     QuietStyle();
+
+    /// Has the bar of a scroll area take no room beside what is scrolled, whose margin it covers.
+    static void layOverMargin(QScrollBar &bar);
 
     [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption *option = nullptr,
                                   const QWidget *widget = nullptr) const override;
