@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
+#include "support/Screens.h"
 #include "support/VisibleControls.h"
 #include "ui/SettingsScenes.h"
 
@@ -9,9 +10,12 @@
 #include "ui/settings/SettingsWindowController.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 
 namespace burnwick {
@@ -370,6 +374,33 @@ TEST_F(SettingsWindowTest, IsOneAndFreshAtEachOpening) {
     }
     EXPECT_TRUE(first.isNull());
     EXPECT_TRUE(m_center.isFollowed()) << "by the one that is open";
+}
+
+TEST_F(SettingsWindowTest, OnALowScreenTheCardsScrollBetweenHeaderAndFooter) {
+    SettingsView view(settingsServices());
+    test::moveTo(test::screenNamed("very low"), view);
+    view.show();
+    EXPECT_EQ(view.height(), 500);
+    const auto label = [&view](const char *text) {
+        for (const auto *candidate : view.findChildren<QLabel *>()) {
+            if (candidate->text() == QLatin1String(text))
+                return QRect(candidate->mapTo(&view, QPoint()), candidate->size());
+        }
+        return QRect();
+    };
+    EXPECT_TRUE(view.rect().contains(label("Settings")));
+    EXPECT_TRUE(view.rect().contains(label("Version")));
+    const auto *area = view.findChild<QScrollArea *>();
+    ASSERT_GT(area->verticalScrollBar()->maximum(), 0);
+    EXPECT_EQ(area->horizontalScrollBar()->maximum(), 0);
+    area->verticalScrollBar()->setValue(area->verticalScrollBar()->maximum());
+    EXPECT_LT(label("Help us improve the product").bottom(), label("Version").top());
+
+    view.hide();
+    test::moveTo(test::screenNamed("common"), view);
+    view.show();
+    EXPECT_EQ(view.height(), 580);
+    EXPECT_EQ(area->verticalScrollBar()->maximum(), 0);
 }
 
 TEST_F(SettingsWindowTest, TheKeyboardReachesEverythingInReadingOrder) {

@@ -7,14 +7,19 @@
 #include "prefs/PreferencesManager.h"
 #include "ui/Logo.h"
 #include "ui/controls/FocusRing.h"
+#include "ui/controls/ScreenRoom.h"
 #include "ui/controls/SegmentedPicker.h"
 #include "ui/controls/Switch.h"
 #include "ui/controls/Text.h"
 #include "ui/controls/TextLabel.h"
 #include "ui/settings/NotificationPermission.h"
+#include "ui/theme/QuietStyle.h"
 
 #include <QApplication>
 #include <QHBoxLayout>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -25,7 +30,8 @@ namespace burnwick {
 
 namespace {
 
-constexpr QSize windowSize{360, 580};
+constexpr int windowWidth = 360;
+constexpr int windowHeight = 580;
 constexpr int sidePadding = 16;
 constexpr int cardSpacing = 8;
 
@@ -35,18 +41,34 @@ SettingsRow *rowOf(QWidget *control) {
     return new SettingsRow(control->accessibleName(), control);
 }
 
+/// For low screens. The keyboard scrolls as it moves on to what is out of sight.
+QScrollArea *scrolling(QWidget *cards) {
+    auto *area = new QScrollArea;
+    area->setWidget(cards);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->viewport()->setAutoFillBackground(false);
+    cards->setAutoFillBackground(false);
+    QuietStyle::layOverMargin(*area->verticalScrollBar());
+    return area;
+}
+
 } // namespace
 
 SettingsView::SettingsView(Services services, QWidget *parent)
     : QWidget(parent)
     , m_services(std::move(services)) {
-    setFixedSize(windowSize);
+    auto *room = new ScreenRoom(this);
+    connect(room, &ScreenRoom::changed, this, [this] { fitTo(*screen()); });
+    fitTo(*screen());
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins({});
     column->setSpacing(0);
     column->addWidget(makeHeader());
     column->addWidget(new SettingsDivider);
-    column->addWidget(makeCards(), 1);
+    column->addWidget(scrolling(makeCards()), 1);
     column->addWidget(new SettingsDivider);
     column->addWidget(makeFooter());
     addShortcuts();
@@ -54,6 +76,10 @@ SettingsView::SettingsView(Services services, QWidget *parent)
     // Until the user moves it, the keyboard belongs to no control.
     setFocusPolicy(Qt::ClickFocus);
     setFocus();
+}
+
+void SettingsView::fitTo(const QScreen &screen) {
+    setFixedSize(windowWidth, std::min(windowHeight, roomOn(screen).height()));
 }
 
 QWidget *SettingsView::makeHeader() {

@@ -36,6 +36,9 @@ public:
 
     explicit SettingsView(Services services, QWidget *parent = nullptr);
 
+    /// Lowers the window to what that screen has room for. Follows by itself the screen that it is shown on.
+    void fitTo(const QScreen &screen);
+
 private:
     template <typename Value>
     struct Preference {

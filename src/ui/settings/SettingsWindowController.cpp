@@ -4,11 +4,13 @@
 
 #include "ui/SvgIcon.h"
 #include "ui/WindowActivation.h"
+#include "ui/controls/ScreenRoom.h"
 
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWindow>
 
+#include <algorithm>
 #include <utility>
 
 namespace burnwick {
@@ -36,8 +38,14 @@ void SettingsWindowController::show(const std::string &activationToken) {
                                  Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
         m_window->setWindowTitle(QStringLiteral("Settings"));
         m_window->setWindowIcon(applicationIcon());
-        if (const QScreen *screen = currentScreen())
-            m_window->move(screen->availableGeometry().center() - m_window->rect().center());
+        if (const QScreen *screen = currentScreen()) {
+            m_window->fitTo(*screen);
+            const QRect available = screen->availableGeometry();
+            const QPoint corner = available.center() - m_window->rect().center();
+            // Of the frame: what is as high as the room begins at the top.
+            const int lowest = available.top() + roomOn(*screen).height() - m_window->height();
+            m_window->move(corner.x(), std::min(corner.y(), lowest));
+        }
     }
     bringToFront(*m_window, activationToken);
 }
