@@ -1,6 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "ui/theme/ThemeColors.h"
+
+#include "support/PictureOf.h"
+#include "ui/dashboard/AccountBar.h"
+#include "ui/dashboard/StatusPill.h"
 #include "ui/theme/TextStyle.h"
 #include "ui/theme/ThemePalette.h"
 
@@ -54,6 +58,30 @@ TEST(ThemeColors, TextIsLegibleOnWhatLiesOnACard) {
                   legible);
         EXPECT_GE(contrast(colors.secondary, over(colors.card, colors.track)), legible) << "a segment";
         EXPECT_GE(contrast(colors.text, colors.segment), legible) << "the chosen one";
+    }
+}
+
+TEST(ThemeColors, ThePillIsLegibleInEveryState) {
+    AccountBar bar;
+    auto *pill = bar.findChild<StatusPill *>();
+    // Large enough for pixels that are all of the text.
+    QFont large = pill->font();
+    large.setPixelSize(60);
+    pill->setFont(large);
+    for (const auto scheme : {ColorScheme::light, ColorScheme::dark}) {
+        bar.setPalette(paletteOf(scheme));
+        for (const auto status : {OAuthStatus::unknown, OAuthStatus::connected, OAuthStatus::disconnected,
+                                  OAuthStatus::expired, OAuthStatus::authenticating}) {
+            bar.setStatus(status);
+            pill->setGeometry(0, 0, pill->sizeHint().width(), bar.height());
+            const QImage picture = test::pictureOf(bar).copy(pill->geometry());
+            const QColor ground = picture.pixelColor(picture.width() / 2, 1);
+            EXPECT_NE(ground, colorsOf(scheme).bar);
+            double best = 0;
+            for (int x = pill->height(); x < picture.width() - pill->height(); ++x)
+                best = std::max(best, contrast(picture.pixelColor(x, picture.height() / 2), ground));
+            EXPECT_GE(best, legible) << static_cast<int>(status) << " in " << static_cast<int>(scheme);
+        }
     }
 }
 

@@ -17,6 +17,7 @@ namespace {
 struct StatusLook {
     QString pill;
     QColor ThemeColors::*color;
+    QColor ThemeColors::*textColor;
     double groundOpacity;
     QString action; ///< none while a login runs
     bool logsIn;    ///< the action does; otherwise it asks for the quota
@@ -26,18 +27,36 @@ StatusLook lookOf(OAuthStatus status) {
     const QString logIn = QStringLiteral("Re-authenticate");
     switch (status) {
     case OAuthStatus::connected:
-        return {QStringLiteral("Connected"), &ThemeColors::operational, 0.16, QStringLiteral("Reconnect"),
-                false};
+        return {QStringLiteral("Connected"),   &ThemeColors::operational,
+                &ThemeColors::operationalText, 0.16,
+                QStringLiteral("Reconnect"),   false};
     case OAuthStatus::disconnected:
-        return {QStringLiteral("Disconnected"), &ThemeColors::outage, 0.16, logIn, true};
+        return {QStringLiteral("Disconnected"),
+                &ThemeColors::outage,
+                &ThemeColors::outageText,
+                0.16,
+                logIn,
+                true};
     case OAuthStatus::expired:
-        return {QStringLiteral("Token Expired"), &ThemeColors::outage, 0.16, logIn, true};
+        return {QStringLiteral("Token Expired"),
+                &ThemeColors::outage,
+                &ThemeColors::outageText,
+                0.16,
+                logIn,
+                true};
     case OAuthStatus::authenticating:
-        return {QString::fromUtf8("Authenticating…"), &ThemeColors::degraded, 0.16, {}, false};
+        return {QString::fromUtf8("Authenticating…"),
+                &ThemeColors::degraded,
+                &ThemeColors::degradedText,
+                0.16,
+                {},
+                false};
     case OAuthStatus::unknown:
         break;
     }
-    return {QStringLiteral("Unknown"), &ThemeColors::secondary, 0.12, QStringLiteral("Retry"), false};
+    return {QStringLiteral("Unknown"), &ThemeColors::secondary,
+            &ThemeColors::unknownText, 0.12,
+            QStringLiteral("Retry"),   false};
 }
 
 /// An open circle: something is going on elsewhere. It does not move.
@@ -114,7 +133,7 @@ void AccountBar::setStatus(OAuthStatus status) {
         return;
     m_status = status;
     const StatusLook look = lookOf(status);
-    m_pill->setState(look.pill, look.color, look.groundOpacity);
+    m_pill->setState(look.pill, look.color, look.textColor, look.groundOpacity);
     m_action->setText(look.action);
     m_action->updateGeometry();
     m_action->setVisible(!look.action.isEmpty());

@@ -25,11 +25,13 @@ StatusPill::StatusPill(QWidget *parent)
     setAccessibleRole(*this, QAccessible::StaticText);
 }
 
-void StatusPill::setState(const QString &text, QColor ThemeColors::*color, double groundOpacity) {
-    if (m_text == text && m_color == color && m_groundOpacity == groundOpacity)
+void StatusPill::setState(const QString &text, QColor ThemeColors::*color, QColor ThemeColors::*textColor,
+                          double groundOpacity) {
+    if (m_text == text && m_color == color && m_textColor == textColor && m_groundOpacity == groundOpacity)
         return;
     m_text = text;
     m_color = color;
+    m_textColor = textColor;
     m_groundOpacity = groundOpacity;
     setAccessibleName(QStringLiteral("OAuth token status: ") + text);
     updateGeometry();
@@ -49,7 +51,7 @@ void StatusPill::paintEvent(QPaintEvent *) {
     painter.drawRoundedRect(rect(), height() / 2.0, height() / 2.0);
     painter.setBrush(color);
     painter.drawEllipse(QRectF(sidePadding, (height() - dotDiameter) / 2.0, dotDiameter, dotDiameter));
-    painter.setPen(color);
+    painter.setPen(colorsFor(*this).*m_textColor);
     painter.drawText(rect().adjusted(sidePadding + dotDiameter + dotSpacing, 0, 0, 0),
                      Qt::AlignVCenter | Qt::AlignLeft, m_text);
 }

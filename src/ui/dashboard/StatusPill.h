@@ -8,14 +8,16 @@
 
 namespace burnwick {
 
-/// A word and a dot in one colour, on a breath of it.
+/// A word and a dot on a tint of the dot's colour.
 class StatusPill final : public QWidget {
     Q_OBJECT
 
 public:
     explicit StatusPill(QWidget *parent = nullptr);
 
-    void setState(const QString &text, QColor ThemeColors::*color, double groundOpacity);
+    /// The word has a colour of its own, because the dot's may be too faint for text.
+    void setState(const QString &text, QColor ThemeColors::*color, QColor ThemeColors::*textColor,
+                  double groundOpacity);
 
     [[nodiscard]] QSize sizeHint() const override;
 
@@ -25,6 +27,7 @@ protected:
 private:
     QString m_text;
     QColor ThemeColors::*m_color = &ThemeColors::secondary;
+    QColor ThemeColors::*m_textColor = &ThemeColors::unknownText;
     double m_groundOpacity = 0;
 };
 

@@ -44,6 +44,10 @@ ThemeColors lightColors() {
     colors.tertiary = QColor(0xA5, 0xA1, 0x9B);
     colors.link = QColor(0x9D, 0x56, 0x3F);
     colors.granted = QColor(15, 117, 34);
+    colors.operationalText = QColor(14, 110, 28);
+    colors.degradedText = QColor(126, 93, 23);
+    colors.outageText = QColor(152, 68, 63);
+    colors.unknownText = QColor(96, 93, 88);
     colors.segment = Qt::white;
     colors.line = withOpacity(colors.text, 0.08);
     colors.track = withOpacity(Qt::black, 0.06);
@@ -65,6 +69,10 @@ ThemeColors darkColors() {
     colors.line = withOpacity(colors.text, 0.09);
     colors.track = withOpacity(Qt::white, 0.08);
     addSharedColors(colors);
+    colors.operationalText = colors.operational;
+    colors.degradedText = colors.degraded;
+    colors.outageText = colors.outage;
+    colors.unknownText = colors.secondary;
     return colors;
 }
 

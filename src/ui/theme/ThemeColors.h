@@ -28,6 +28,12 @@ struct ThemeColors {
     QColor link;      ///< the accent, as text
     QColor granted; ///< the badge of what the user allowed; as legible on `badgeOpacity` of itself on a card
 
+    /// @name Text on a tint of the colour of that state on the account bar; with a contrast of 4.5 to 1
+    QColor operationalText;
+    QColor degradedText;
+    QColor outageText;
+    QColor unknownText; ///< on a tint of `secondary`
+
     /// @name Translucent shapes
     QColor line;      ///< separators, guide lines, outlines
     QColor track;     ///< behind bars
