@@ -81,7 +81,7 @@ int main(int argc, char **argv) {
         std::cerr << "burnwick: There is no display. In a terminal burnwick-report prints the figures.\n";
         return burnwick::exitFailure;
     }
-    burnwick::platform::forgoSilentServices();
+    burnwick::platform::disableUnresponsiveBus();
     const burnwick::StartupActivation activation = burnwick::platform::startupActivation();
     QApplication application(argc, argv);
     burnwick::platform::forgetStartupActivation();

@@ -55,10 +55,10 @@ openDirectoryEventSource(const std::filesystem::path &path);
 /// as soon as it makes its application object.
 [[nodiscard]] bool hasDisplay();
 
-/// Has this process do without desktop services that would keep it waiting without limit. Takes a moment, or
-/// 2 s where there are such. Before there is an application object, and before anything else of this process
-/// uses the desktop's services.
-void forgoSilentServices();
+/// Has this process do without a session bus that would keep it waiting for long or without limit. Takes a
+/// few milliseconds, or 2 s where the bus does not respond. Before there is an application object, and before
+/// anything else of this process uses the desktop's services.
+void disableUnresponsiveBus();
 
 /// What the desktop gave this process when it started it. To be read before there is an application object,
 /// which takes a part for itself.

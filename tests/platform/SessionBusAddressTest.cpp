@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/SessionBusAddress.h"
 
+#include "support/MuteBus.h"
 #include "support/PrivateBus.h"
 
 #include <gtest/gtest.h>
@@ -33,28 +34,35 @@ private:
 TEST(SessionBusAddress, OnlyASocketThatSaysNothingIsSilent) {
     const QTemporaryDir directory(QDir::tempPath() + QStringLiteral("/bus ~%,;"));
     const QString path = directory.filePath(QStringLiteral("silent"));
-    const QString escaped =
-        QString::fromLatin1(QUrl::toPercentEncoding(path, QByteArrayLiteral("/"), QByteArrayLiteral("~")));
-    const QString abstractName = path.section(u'/', -2).remove(u',').remove(u';').remove(u'%');
+    const QString mutePath = directory.filePath(QStringLiteral("mute"));
+    const QString abstractName = path.section(u'/', -2);
     const SilentServer server(path);
     const SilentServer abstractServer(abstractName, QLocalServer::AbstractNamespaceOption);
+    const test::MuteBus mute(mutePath);
+    const auto addressOf = [](const char *kind, const QString &name) {
+        return QLatin1String(kind) + QString::fromLatin1(QUrl::toPercentEncoding(name, QByteArrayLiteral("/"),
+                                                                                 QByteArrayLiteral("~")));
+    };
+    const QString silent = addressOf("path=", path);
     const QString unused = QStringLiteral("unix:path=/nowhere/at/all");
     const struct {
         QString address;
         bool silent;
     } rows[] = {
-        {QStringLiteral("unix:path=") + escaped, true},
-        {QStringLiteral("unix:guid=0f,path=") + escaped + QStringLiteral(",x=y;") + unused, true},
-        {QStringLiteral("unix:abstract=") + abstractName, true},
-        {QStringLiteral("unix:abstract=") + abstractName + QStringLiteral("-other"), false},
+        {QStringLiteral("unix:") + silent, true},
+        {QStringLiteral("unix:guid=0f,") + silent + QStringLiteral(",x=y;") + unused, true},
+        {unused + QStringLiteral(";unix:") + silent, true},
+        {addressOf("unix:abstract=", abstractName), true},
+        {addressOf("unix:path=", mutePath), true},
+        {addressOf("unix:abstract=", abstractName + QStringLiteral("-other")), false},
         {sessionBusOfTests().address(), false},
-        {unused + QStringLiteral(";unix:path=") + escaped, false},
         {QStringLiteral("unix:path=") + QString(200, u'x'), false},
         {QStringLiteral("tcp:host=localhost,port=1"), false},
         {QString(), false},
     };
     for (const auto &row : rows)
         EXPECT_EQ(isSilentBus(row.address, limit), row.silent) << row.address.toStdString();
+    EXPECT_EQ(mute.clients(), 1);
 }
 
 TEST(SessionBusAddress, AServerThatTakesNoMoreConnectionsIsSilent) {

@@ -3,8 +3,10 @@
 #include "platform/linux/LinuxSecretStore.h"
 
 #include "platform/linux/SecretService.h"
+#include "platform/linux/SessionBusAddress.h"
 #include "platform/linux/WholeFile.h"
 
+#include <QtCore/QDeadlineTimer>
 #include <QtCore/QPointer>
 
 #include <utility>
@@ -15,7 +17,6 @@ namespace {
 
 constexpr std::size_t largestBlob = 1024UL * 1024;
 
-using Bus = std::optional<QDBusConnection>;
 using ReadAnswer = std::function<void(std::optional<StoredSecret>)>;
 using ReplaceAnswer = std::function<void(bool)>;
 
@@ -42,22 +43,19 @@ QCoro::Task<void> replaceInKeyring(QPointer<QObject> store, QDBusConnection bus,
 
 LinuxSecretStore::LinuxSecretStore(const std::filesystem::path &home, std::chrono::milliseconds keyringLimit)
     : m_file(home / ".claude" / ".credentials.json")
-    , m_keyringLimit(keyringLimit)
-    , m_bus(QStringLiteral("burnwick-keyring")) {}
+    , m_keyringLimit(keyringLimit) {}
 
 void LinuxSecretStore::read(const std::string &service, ReadAnswer answer) {
     if (isInFile(service)) {
         const auto blob = readWholeFile(m_file, largestBlob);
         return answer(blob ? std::optional(StoredSecret{*blob, m_file}) : std::nullopt);
     }
-    const auto ask = [store = QPointer<QObject>(&m_bus), name = QString::fromStdString(service),
-                      deadline = QDeadlineTimer(m_keyringLimit), answer = std::move(answer)](const Bus &bus) {
-        if (!bus)
-            return answer(std::nullopt);
-        // Nothing in there throws; the answer comes by itself.
-        static_cast<void>(readFromKeyring(store, *bus, name, deadline, answer));
-    };
-    m_bus.connectWithin(m_keyringLimit, ask);
+    const QDeadlineTimer deadline(m_keyringLimit);
+    const auto bus = connectToBus();
+    if (!bus)
+        return answer(std::nullopt);
+    // Nothing in there throws; the answer comes by itself.
+    static_cast<void>(readFromKeyring(&m_context, *bus, QString::fromStdString(service), deadline, answer));
 }
 
 void LinuxSecretStore::replace(const std::string &service, const StoredSecret &secret, ReplaceAnswer answer) {
@@ -68,15 +66,28 @@ void LinuxSecretStore::replace(const std::string &service, const StoredSecret &s
         return answer(false);
     if (wasInFile)
         return answer(!replaceWholeFile(m_file, secret.blob));
+    const QDeadlineTimer deadline(m_keyringLimit);
+    const auto bus = connectToBus();
+    if (!bus)
+        return answer(false);
     const secretservice::ItemSecret item{QByteArray::fromStdString(secret.blob),
                                          QString::fromStdString(secret.place)};
-    const auto put = [store = QPointer<QObject>(&m_bus), item, deadline = QDeadlineTimer(m_keyringLimit),
-                      answer = std::move(answer)](const Bus &bus) {
-        if (!bus)
-            return answer(false);
-        static_cast<void>(replaceInKeyring(store, *bus, item, deadline, answer));
-    };
-    m_bus.connectWithin(m_keyringLimit, put);
+    static_cast<void>(replaceInKeyring(&m_context, *bus, item, deadline, answer));
+}
+
+std::optional<QDBusConnection> LinuxSecretStore::connectToBus() {
+    const QString name = QStringLiteral("burnwick-keyring");
+    if (const QDBusConnection present(name); present.isConnected())
+        return present;
+    const QString address = sessionBusAddress();
+    m_busIsSilent = m_busIsSilent || isSilentBus(address, silentBusLimit);
+    // Without an address, the D-Bus library would start a bus.
+    if (address.isEmpty() || m_busIsSilent)
+        return std::nullopt;
+    // One whose bus has gone would be given again.
+    QDBusConnection::disconnectFromBus(name);
+    const auto connection = QDBusConnection::connectToBus(address, name);
+    return connection.isConnected() ? std::optional(connection) : std::nullopt;
 }
 
 bool LinuxSecretStore::isInFile(const std::string &service) const {

@@ -3,12 +3,13 @@
 #pragma once
 
 #include "platform/SecretStore.h"
-#include "platform/linux/SessionBusConnector.h"
 
-#include <QtCore/QDeadlineTimer>
+#include <QtCore/QObject>
+#include <QtDBus/QDBusConnection>
 
 #include <chrono>
 #include <filesystem>
+#include <optional>
 
 namespace burnwick {
 
@@ -17,7 +18,8 @@ namespace burnwick {
 /// asked anew by each reading. The session bus is not touched before the keyring is needed. Blobs are up to
 /// 1 MiB.
 ///
-/// The file is read and written at once: it is small and local, and so is the time that this takes.
+/// The file is read and written at once: it is small and local, and so is the time that this takes. So is the
+/// connection to the bus, but for one that does not respond: it blocks for 2 s, once.
 class LinuxSecretStore final : public SecretStore {
 public:
     /// `keyringLimit` is for all of one operation, beginning with the connection to the bus.
@@ -31,10 +33,13 @@ public:
 
 private:
     [[nodiscard]] bool isInFile(const std::string &service) const;
+    /// A working connection; absent where there is no bus, or an unresponsive one.
+    [[nodiscard]] std::optional<QDBusConnection> connectToBus();
 
     std::filesystem::path m_file;
     std::chrono::milliseconds m_keyringLimit;
-    SessionBusConnector m_bus; ///< gone as soon as answers are to be dropped
+    bool m_busIsSilent = false;
+    QObject m_context; ///< gone as soon as answers are to be dropped
 };
 
 } // namespace burnwick

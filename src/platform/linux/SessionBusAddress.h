@@ -12,9 +12,12 @@ namespace burnwick {
 /// Empty where there is neither; the D-Bus library would start a bus then.
 [[nodiscard]] QString sessionBusAddress();
 
-/// Whether the first socket of the address accepts a connection and then says nothing to a client's first
-/// words until the limit. One that refuses, or is none, is not silent: nobody waits for that. Sockets of the
-/// file system and of Linux's own namespace are tried, other addresses are not. Blocks. Safe from any thread.
+/// Whether the bus accepts a connection and then leaves it without an answer until the limit, to the client's
+/// authentication or to its first message. A bus that refuses, or does not exist, is not silent. A bus that
+/// answers costs a few milliseconds. Blocks. Safe from any thread.
 [[nodiscard]] bool isSilentBus(const QString &address, std::chrono::milliseconds limit);
+
+/// How long this process waits for a bus before it does without.
+inline constexpr std::chrono::seconds silentBusLimit{2};
 
 } // namespace burnwick
