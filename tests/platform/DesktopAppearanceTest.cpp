@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <memory>
 #include <optional>
 #include <ostream>
 #include <vector>
@@ -142,20 +143,20 @@ TEST(DesktopAppearance, APortalThatGoesKeepsItsWordUntilItIsBack) {
     Follower follower;
     EXPECT_EQ(follower.hear(1), Heard{{}}) << "without a portal";
 
-    std::optional<FakeSettingsPortal> portal(std::in_place, QStringLiteral("first-portal"));
+    auto portal = std::make_unique<FakeSettingsPortal>(QStringLiteral("first-portal"));
     portal->answers = {{colorKey, portalDark}, {motionKey, wrapped(false)}};
     ASSERT_TRUE(waitFor([&] { return follower.heard.size() == 3; }));
     EXPECT_EQ(follower.heard.back(), (AppearanceWishes{dark, true}));
 
-    portal.reset();
-    portal.emplace(QStringLiteral("second-portal"));
+    portal.reset(); // before the next one takes its name
+    portal = std::make_unique<FakeSettingsPortal>(QStringLiteral("second-portal"));
     portal->held = QStringList{QStringLiteral("Read")};
     ASSERT_TRUE(waitFor([&] { return portal->calls.size() == 2; }));
     portal.reset(); // with the questions open
     Follower::letThrough();
     EXPECT_EQ(follower.heard.size(), 3U);
 
-    portal.emplace(QStringLiteral("third-portal"));
+    portal = std::make_unique<FakeSettingsPortal>(QStringLiteral("third-portal"));
     portal->answers = {{colorKey, portalLight}}; // this one cannot tell of animations
     ASSERT_TRUE(waitFor([&] { return follower.heard.size() == 4; }));
     EXPECT_EQ(follower.heard.back(), (AppearanceWishes{light, true}));
