@@ -102,6 +102,8 @@ public:
     [[nodiscard]] const SessionTokens &sessionTokens() const { return m_sessionTokens; }
     [[nodiscard]] double sessionCost() const { return m_sessionCost; }
     [[nodiscard]] const std::optional<QuotaData> &quotaData() const { return m_quotaData; }
+    /// Whether the first fetch of this run is under way, and there is a login for it.
+    [[nodiscard]] bool awaitsFirstQuota() const { return m_firstQuota == FirstQuota::awaited; }
     [[nodiscard]] OAuthStatus oauthStatus() const { return m_oauthStatus; }
     [[nodiscard]] const std::optional<ExtraUsageData> &extraUsage() const { return m_extraUsage; }
     [[nodiscard]] const std::vector<ClaudeComponentStatus> &claudeStatus() const { return m_claudeStatus; }
@@ -127,10 +129,14 @@ Q_SIGNALS:
     void objectWillChange();
 
 private:
+    /// What became of the first fetch; settled also by a failure.
+    enum class FirstQuota { unknown, awaited, settled };
+
     /// Announces a real change, then makes it.
     template <typename Value>
     void publish(Value &property, Value value);
     QCoro::Task<void> fetchQuota(RefreshKind kind);
+    QCoro::Task<void> awaitFirstQuota();
     void takeQuota(const OAuthFetcher::Usage &usage);
     void repeatSoon();
     QCoro::Task<void> takeFailure(FailureVerdict verdict, RefreshKind kind);
@@ -151,6 +157,7 @@ private:
     SessionTokens m_sessionTokens;
     double m_sessionCost = 0;
     std::optional<QuotaData> m_quotaData;
+    FirstQuota m_firstQuota = FirstQuota::unknown;
     OAuthStatus m_oauthStatus = OAuthStatus::unknown;
     std::optional<ExtraUsageData> m_extraUsage;
     std::vector<ClaudeComponentStatus> m_claudeStatus;

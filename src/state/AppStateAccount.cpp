@@ -44,6 +44,8 @@ QCoro::Task<void> AppState::forceRefreshQuota() {
 
 QCoro::Task<void> AppState::fetchQuota(RefreshKind kind) {
     const QPointer<AppState> self(this);
+    if (m_firstQuota == FirstQuota::unknown)
+        runDetached(awaitFirstQuota());
     std::optional<OAuthFetcher::Usage> usage;
     std::optional<FetchError::Kind> error;
     try {
@@ -63,6 +65,16 @@ QCoro::Task<void> AppState::fetchQuota(RefreshKind kind) {
         repeatSoon();
     if (!usage)
         co_await takeFailure(verdictOn(error, kind), kind);
+    if (self)
+        publish(m_firstQuota, FirstQuota::settled);
+}
+
+/// Without a login nothing is awaited.
+QCoro::Task<void> AppState::awaitFirstQuota() {
+    const QPointer<AppState> self(this);
+    const auto credentials = co_await m_services.keychain.readCredentials();
+    if (self && credentials && m_firstQuota == FirstQuota::unknown)
+        publish(m_firstQuota, FirstQuota::awaited);
 }
 
 void AppState::takeQuota(const OAuthFetcher::Usage &usage) {

@@ -77,6 +77,41 @@ TEST_F(AppStateAccountTest, AStartShowsQuotaExtraUsageAndServiceStatus) {
     EXPECT_EQ(m_server.requestsFor(statusPath).size(), 1U);
 }
 
+TEST_F(AppStateAccountTest, TheFirstQuotaIsAwaitedOnceAndWithALogin) {
+    const struct {
+        const char *what;
+        std::optional<std::string> blob;
+        bool automatic, awaited;
+        ScriptedAnswer answer;
+    } rows[] = {
+        {"an answer", login, true, true, usage(1)},
+        {"a failure", login, true, true, answerOf(500)},
+        {"no login", std::nullopt, true, false, usage(1)},
+        {"nothing asked for", login, false, false, usage(1)},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.what);
+        m_store.blob = row.blob;
+        m_preferences.setAutoRefreshQuota(row.automatic);
+        m_server.script(usagePath, {row.answer});
+        AppState state(services());
+        EXPECT_FALSE(state.awaitsFirstQuota());
+        bool done = false;
+        const auto refresh = [&] {
+            done = false;
+            state.refreshQuota().then([&done] { done = true; });
+        };
+        refresh();
+        EXPECT_EQ(state.awaitsFirstQuota(), row.awaited);
+        ASSERT_TRUE(waitFor([&done] { return done; }));
+        EXPECT_FALSE(state.awaitsFirstQuota());
+        m_store.blob = login;
+        refresh();
+        EXPECT_FALSE(state.awaitsFirstQuota() && row.automatic) << "the first is over";
+        ASSERT_TRUE(waitFor([&done] { return done; }));
+    }
+}
+
 TEST_F(AppStateAccountTest, EachFailureHasItsOutcome) {
     using enum OAuthStatus;
     const ScriptedAnswer rejected = answerOf(401);

@@ -61,6 +61,7 @@ class StateFixture : public testing::Test {
 protected:
     StateFixture();
 
+    [[nodiscard]] AppState::Services services();
     /// Once the history is in that has so many messages.
     bool historyHas(std::int64_t messages) {
         return waitFor([&] { return m_state.historicalData().messageCount == messages; });
@@ -84,7 +85,6 @@ protected:
 
 private:
     [[nodiscard]] Endpoints endpoints() const;
-    [[nodiscard]] AppState::Services services();
 };
 
 } // namespace burnwick::test

@@ -25,6 +25,17 @@ constexpr const char *up = "operational";
 const char *const extraUsage =
     R"({"is_enabled":true,"monthly_limit":5000,"used_credits":1240,"utilization":24.8})";
 
+ScriptedAnswer usageOf(double fiveHourPct, const std::string &extra) {
+    ScriptedAnswer answer;
+    answer.body = R"({"five_hour":{"utilization":)" + QByteArray::number(fiveHourPct) +
+                  R"(,"resets_at":"2025-06-10T14:05:30Z"},)"
+                  R"("seven_day":{"utilization":31,"resets_at":"2025-06-14T02:10:00Z"},)"
+                  R"("seven_day_omelette":{"utilization":8,"resets_at":"2025-06-15T14:30:00Z"},)"
+                  R"("extra_usage":)" +
+                  QByteArray::fromStdString(extra) + "}";
+    return answer;
+}
+
 } // namespace
 
 DashboardFixture::DashboardFixture() {
@@ -73,14 +84,12 @@ DashboardFixture &DashboardFixture::rejectToken() {
 }
 
 DashboardFixture &DashboardFixture::logIn(double fiveHourPct, const std::string &extra) {
-    ScriptedAnswer answer;
-    answer.body = R"({"five_hour":{"utilization":)" + QByteArray::number(fiveHourPct) +
-                  R"(,"resets_at":"2025-06-10T14:05:30Z"},)"
-                  R"("seven_day":{"utilization":31,"resets_at":"2025-06-14T02:10:00Z"},)"
-                  R"("seven_day_omelette":{"utilization":8,"resets_at":"2025-06-15T14:30:00Z"},)"
-                  R"("extra_usage":)" +
-                  QByteArray::fromStdString(extra) + "}";
-    m_server.script("/api/oauth/usage", {answer});
+    m_server.script("/api/oauth/usage", {usageOf(fiveHourPct, extra)});
+    return logIn();
+}
+
+DashboardFixture &DashboardFixture::logInSlowly(double fiveHourPct) {
+    m_server.script("/api/oauth/usage", {held(usageOf(fiveHourPct, "null"))});
     return logIn();
 }
 
@@ -95,14 +104,17 @@ DashboardFixture &DashboardFixture::answerStatus(const QByteArray &claudeCode, c
     return *this;
 }
 
-void DashboardFixture::settle() {
+void DashboardFixture::begin() {
     const Instant before = m_state.lastUpdated();
     m_clock.advance(1s);
     m_state.start();
-    ASSERT_TRUE(waitFor([&] {
-        return m_state.lastUpdated() != before && m_state.oauthStatus() != OAuthStatus::unknown &&
-               !m_state.claudeStatus().empty();
-    }));
+    ASSERT_TRUE(waitFor([&] { return m_state.lastUpdated() != before && !m_state.claudeStatus().empty(); }));
+    QCoreApplication::processEvents();
+}
+
+void DashboardFixture::settle() {
+    begin();
+    ASSERT_TRUE(waitFor([this] { return m_state.oauthStatus() != OAuthStatus::unknown; }));
     QCoreApplication::processEvents();
 }
 
@@ -167,6 +179,10 @@ const std::vector<DashboardScene> &dashboardScenes() {
          {},
          1},
         {"no-models", [](Fixture &f) { f.settle(); }, {"No model data yet"}, {"Tokens per day"}, 1},
+        {"first-answer-awaited",
+         [](Fixture &f) { f.addHistory().logInSlowly(67).begin(); },
+         {"QUOTA", "Session: –", "Weekly: –", "Claude Design: –", "OAuth token status: Unknown", "Retry"},
+         {"OAuth token not found"}},
         {"first-second",
          [](Fixture &) {},
          {"OAuth token status: Unknown", "Retry", "Fetching status…", "Sessions: 0", "Updated just now"}},

@@ -28,10 +28,14 @@ public:
     DashboardFixture &logIn();
     /// With what the usage endpoint will say; `extra` is the JSON of the extra usage.
     DashboardFixture &logIn(double fiveHourPct, const std::string &extra = "null");
+    /// The usage endpoint's answer is held.
+    DashboardFixture &logInSlowly(double fiveHourPct);
     /// What the status page will say of Claude Code and of the API.
     DashboardFixture &answerStatus(const QByteArray &claudeCode, const QByteArray &api);
     DashboardFixture &rejectToken();
     void logInAgain() { m_state.connect(); }
+    /// Starts the state and waits until all but the quota has come.
+    void begin();
     /// Starts the state and waits until all that it asked for has come.
     void settle();
     /// Shows the window and brings it to the scene.

@@ -51,6 +51,12 @@ protected:
         }
         throw std::logic_error("no such button");
     }
+    static bool comesToRest(test::PaintCount &paints) {
+        return waitFor([&paints] {
+            QTest::qWait(20); // a window that grew is painted once more when its screen says so
+            return paints.take() == 0;
+        });
+    }
     std::size_t usageRequests() { return m_server.requestsFor("/api/oauth/usage").size(); }
 };
 
@@ -128,14 +134,24 @@ TEST_F(DashboardTest, NothingIsPaintedAnewForValuesThatStay) {
     settle();
     ASSERT_TRUE(waitFor([&] { return anyStartsWith(namesIn(window), "Session: 67% used"); }));
     test::PaintCount paints(window);
-    ASSERT_TRUE(waitFor([&] {
-        QTest::qWait(20); // a window that grew is painted once more when its screen says so
-        return paints.take() == 0;
-    })) << "never at rest";
+    ASSERT_TRUE(comesToRest(paints));
     m_state.refreshLocalData();
     m_scheduler.fire(300s);
     ASSERT_TRUE(waitFor([this] { return usageRequests() == 2; }));
     EXPECT_EQ(paints.take(), 0);
+}
+
+TEST_F(DashboardTest, TheWindowKeepsItsSizeAtTheFirstAnswer) {
+    addHistory().logInSlowly(67).begin();
+    MainWindowView window(windowServices());
+    window.show();
+    test::PaintCount paints(window);
+    ASSERT_TRUE(comesToRest(paints));
+    const QSize awaiting = window.size();
+    m_server.release();
+    ASSERT_TRUE(waitFor([&] { return anyStartsWith(namesIn(window), "Session: 67% used"); }));
+    ASSERT_TRUE(comesToRest(paints));
+    EXPECT_EQ(window.size(), awaiting);
 }
 
 TEST_F(DashboardTest, TheTimesMoveWhileTheWindowIsVisible) {

@@ -70,18 +70,19 @@ LiveColumn::LiveColumn(QWidget *parent)
 void LiveColumn::setValues(const AppState &state, Instant now) {
     const auto &quota = state.quotaData();
     const auto &extraUsage = state.extraUsage();
-    if (quota)
-        m_quota->setQuota(*quota, now);
+    const bool showsQuota = quota || state.awaitsFirstQuota();
+    if (showsQuota)
+        m_quota->setQuota(quota, now);
     if (extraUsage)
         m_extraUsage->setUsage(*extraUsage);
     m_burnRate->setValues({state.burnRateTokensPerMin(), state.projectedTodayCost(),
                            state.projectedWeeklyCost(), state.projectedMonthlyCost(),
-                           quota ? quota->fiveHourResetAt : std::nullopt},
+                           quota ? quota->fiveHourResetAt : std::nullopt, state.awaitsFirstQuota()},
                           now);
     m_claudeStatus->setComponents(state.claudeStatus());
 
-    m_emptyState->setVisible(!quota && !extraUsage);
-    m_quota->setVisible(quota.has_value());
+    m_emptyState->setVisible(!showsQuota && !extraUsage);
+    m_quota->setVisible(showsQuota);
     m_extraUsage->setVisible(extraUsage.has_value());
     m_burnRate->setVisible(state.burnRateTokensPerMin() > 0);
 }

@@ -59,10 +59,15 @@ void WindowQuotaPanel::setDense(bool dense) {
         row->setDense(dense);
 }
 
-void WindowQuotaPanel::setQuota(const QuotaData &quota, Instant now) {
-    m_session->setUsage(quota.fiveHourUsagePct, quota.fiveHourResetAt, now);
-    m_weekly->setUsage(quota.sevenDayUsagePct, quota.sevenDayResetAt, now);
-    m_claudeDesign->setUsage(quota.claudeDesignWeeklyPct, quota.claudeDesignResetAt, now);
+void WindowQuotaPanel::setQuota(const std::optional<QuotaData> &quota, Instant now) {
+    if (!quota) {
+        for (QuotaBarRow *row : {m_session, m_weekly, m_claudeDesign})
+            row->setAwaited();
+        return;
+    }
+    m_session->setUsage(quota->fiveHourUsagePct, quota->fiveHourResetAt, now);
+    m_weekly->setUsage(quota->sevenDayUsagePct, quota->sevenDayResetAt, now);
+    m_claudeDesign->setUsage(quota->claudeDesignWeeklyPct, quota->claudeDesignResetAt, now);
 }
 
 WindowExtraUsagePanel::WindowExtraUsagePanel(QWidget *parent)
@@ -93,9 +98,10 @@ void WindowBurnRatePanel::setValues(const Values &values, Instant now) {
     m_today->setValue(textOf(costText(values.todayCost)));
     m_weekly->setValue(textOf(costText(values.weeklyCost)));
     m_monthly->setValue(textOf(costText(values.monthlyCost)));
-    m_reset->setVisible(values.resetAt.has_value());
-    if (values.resetAt)
-        m_reset->setText(QStringLiteral("Reset ") + textOf(timeRemainingText(*values.resetAt, now)));
+    m_reset->setVisible(values.resetAt || values.awaitsReset);
+    m_reset->setText(values.resetAt
+                         ? QStringLiteral("Reset ") + textOf(timeRemainingText(*values.resetAt, now))
+                         : QString());
 }
 
 /// A component's name, its dot and its word.

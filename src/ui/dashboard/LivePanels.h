@@ -26,7 +26,8 @@ class WindowQuotaPanel final : public PanelCard {
 public:
     explicit WindowQuotaPanel(QWidget *parent = nullptr);
 
-    void setQuota(const QuotaData &quota, Instant now);
+    /// Absent while the first answer is awaited.
+    void setQuota(const std::optional<QuotaData> &quota, Instant now);
     void setDense(bool dense) override;
 
 private:
@@ -64,6 +65,7 @@ public:
         double weeklyCost = 0;
         double monthlyCost = 0;
         std::optional<Instant> resetAt; ///< of the 5-hour window
+        bool awaitsReset = false;       ///< leaves its line empty, otherwise there is none without an instant
     };
     void setValues(const Values &values, Instant now);
 

@@ -104,6 +104,15 @@ void QuotaBarRow::setUsage(double usedPct, const std::optional<Instant> &resetAt
                       (reset.isEmpty() ? QString() : QLatin1String(", ") + reset));
 }
 
+void QuotaBarRow::setAwaited() {
+    const QString dash = QString::fromUtf8("–");
+    m_used->setText(dash);
+    m_bar->setShare(0);
+    m_reset->setText({});
+    m_reset->setVisible(true);
+    setAccessibleName(m_label->text() + QLatin1String(": ") + dash);
+}
+
 ExtraUsageBarRow::ExtraUsageBarRow(QWidget *parent)
     : QWidget(parent)
     , m_amount(new TextLabel(TextStyle::figure))

@@ -42,6 +42,8 @@ public:
     void setUsage(double usedPct, const std::optional<Instant> &resetAt, Instant now);
     /// Puts the reset on the label's line instead of one of its own.
     void setDense(bool dense);
+    /// A dash and an empty bar, at the height of a row with a reset.
+    void setAwaited();
 
 private:
     QVBoxLayout *m_column;
