@@ -12,15 +12,16 @@
 namespace burnwick {
 
 std::string waybarForm(const SessionFigures &session) {
-    const double usedPct = session.quota ? session.quota->fiveHourUsagePct : 0;
     const std::string_view indicator = nameOf(session.indicator());
-    const QJsonObject module{
+    QJsonObject module{
         {QStringLiteral("text"), QString::fromStdString(pangoTitle(session.title()))},
         {QStringLiteral("tooltip"), QString::fromStdString(pangoToolTip(session))},
         {QStringLiteral("class"),
          QString::fromUtf8(indicator.data(), static_cast<qsizetype>(indicator.size()))},
-        {QStringLiteral("percentage"), static_cast<qint64>(std::lround(usedPct))},
     };
+    if (session.quota)
+        module.insert(QStringLiteral("percentage"),
+                      static_cast<qint64>(std::lround(session.quota->fiveHourUsagePct)));
     return QJsonDocument(module).toJson(QJsonDocument::Compact).toStdString() + '\n';
 }
 

@@ -8,7 +8,8 @@
 
 namespace burnwick {
 
-/// One line of JSON for a custom module of waybar whose return type is json.
+/// One line of JSON for a custom module of waybar whose return type is json; without a percentage while the
+/// quota is not known.
 [[nodiscard]] std::string waybarForm(const SessionFigures &session);
 
 } // namespace burnwick
