@@ -93,7 +93,8 @@ public:
     QCoro::Task<void> refreshQuota();
     /// Asks for the quota in any case, as if nothing was known of the link to the account. Never throws.
     QCoro::Task<void> forceRefreshQuota();
-    /// Asks once how the service is; a failure changes nothing. Never throws.
+    /// Asks how the service is, unless that is under way; a failure changes nothing. Each quota refresh does
+    /// so by itself until there was an answer, also where the quota is not asked for. Never throws.
     QCoro::Task<void> refreshClaudeStatus();
     /// Starts a login in the user's terminal; does nothing while one is running.
     void connect();
@@ -141,6 +142,7 @@ private:
     void repeatSoon();
     QCoro::Task<void> takeFailure(FailureVerdict verdict, RefreshKind kind);
     void endLogin(LoginFlow::Outcome outcome);
+    void askForFirstStatus();
     void updateStatusIndicator();
     void adopt(const Calendar &calendar);
     void restartTimers();
@@ -184,6 +186,8 @@ private:
     OutageLog m_statusOutage{"the service's status"};
     std::atomic<bool> m_refreshQueued = false;
     bool m_stopped = false;
+    bool m_statusUnderWay = false;
+    bool m_statusAnswered = false;
     bool m_historyJobRunning = false;
     bool m_historyOutdated = false; ///< something changed while a job was running
     // Joined before anything above goes.

@@ -32,12 +32,14 @@ bool mayBeOfTheNetwork(std::optional<FetchError::Kind> error) {
 } // namespace
 
 QCoro::Task<void> AppState::refreshQuota() {
+    askForFirstStatus();
     if (!m_services.preferences.autoRefreshQuota() || m_oauthStatus == OAuthStatus::authenticating)
         co_return;
     co_await fetchQuota(RefreshKind::automatic);
 }
 
 QCoro::Task<void> AppState::forceRefreshQuota() {
+    askForFirstStatus();
     publish(m_oauthStatus, OAuthStatus::unknown);
     co_await fetchQuota(RefreshKind::forced);
 }
@@ -129,8 +131,16 @@ QCoro::Task<void> AppState::takeFailure(FailureVerdict verdict, RefreshKind kind
     publish(m_oauthStatus, statusAfter(verdict, hasCredentials));
 }
 
+/// The status page needs no login.
+void AppState::askForFirstStatus() {
+    if (!m_statusAnswered && !m_stopped)
+        runDetached(refreshClaudeStatus());
+}
+
 QCoro::Task<void> AppState::refreshClaudeStatus() {
     const QPointer<AppState> self(this);
+    if (std::exchange(m_statusUnderWay, true))
+        co_return;
     std::optional<std::vector<ClaudeComponentStatus>> statuses;
     try {
         statuses = co_await m_services.statusFetcher.fetchStatuses();
@@ -139,8 +149,12 @@ QCoro::Task<void> AppState::refreshClaudeStatus() {
         if (self)
             m_statusOutage.failed(failure);
     }
-    if (!self || !statuses)
+    if (!self)
         co_return;
+    m_statusUnderWay = false;
+    if (!statuses)
+        co_return;
+    m_statusAnswered = true;
     m_statusOutage.reached();
     publish(m_claudeStatus, std::move(*statuses));
 }

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
+#include "async/DetachedTask.h"
 #include "support/LogCapture.h"
 #include "support/StateFixture.h"
 
@@ -75,6 +76,36 @@ TEST_F(AppStateAccountTest, AStartShowsQuotaExtraUsageAndServiceStatus) {
     EXPECT_TRUE(m_state.extraUsage());
     EXPECT_EQ(m_state.statusIndicator(), StatusIndicator::red);
     EXPECT_EQ(m_server.requestsFor(statusPath).size(), 1U);
+}
+
+TEST_F(AppStateAccountTest, TheStatusIsAskedForUntilItWasAnsweredOnce) {
+    const ScriptedAnswer up =
+        answerOf(200, R"({"components":[{"id":"k8w3r06qmzrp","name":"API","status":"operational"}]})");
+    m_preferences.setAutoRefreshQuota(false);
+    m_server.script(usagePath, {usage(67)});
+    const auto asked = [this] { return m_server.requestsFor(statusPath).size(); };
+    for (const RefreshKind kind : {RefreshKind::automatic, RefreshKind::forced}) {
+        m_server.script(statusPath, {answerOf(500), answerOf(503), up});
+        const std::size_t before = asked();
+        AppState state(services());
+        state.start();
+        const auto ask = [&] {
+            if (kind == RefreshKind::forced)
+                runDetached(state.forceRefreshQuota());
+            else
+                fireQuotaTimer();
+        };
+        EXPECT_TRUE(waitFor([&] {
+            ask();
+            return !state.claudeStatus().empty();
+        }));
+        EXPECT_EQ(asked() - before, 3U) << "a request under way is enough";
+        ask();
+        bool done = false;
+        state.forceRefreshQuota().then([&done] { done = true; });
+        ASSERT_TRUE(waitFor([&done] { return done; }));
+        EXPECT_EQ(asked() - before, 3U) << "it is known";
+    }
 }
 
 TEST_F(AppStateAccountTest, TheFirstQuotaIsAwaitedOnceAndWithALogin) {
