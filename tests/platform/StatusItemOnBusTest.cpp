@@ -113,6 +113,24 @@ TEST(StatusItemOnBus, ShowsALabelAndAMenuOnGnome) {
     EXPECT_EQ(shown.tokens, std::vector<std::string>{"token"});
 }
 
+TEST(StatusItemOnBus, RegistersAgainWhereTheLabelIsOverlooked) {
+    const struct {
+        const char *host;
+        qsizetype registrations;
+    } rows[] = {{"gnome-shell", 2}, {"ayatana-indicat", 1}};
+    for (const auto &row : rows) {
+        const ShownItem shown(row.host);
+        // As GNOME's extension does once it has read the properties; then it may have passed over the label.
+        for (int times = 0; times < 2; ++times) {
+            shown.watcher.callMenu(QStringLiteral("GetLayout"), {0, -1, QStringList()});
+            EXPECT_EQ(shown.text("XAyatanaLabel"), "1.2M | $4.50 | s67%");
+        }
+        const QStringList items = shown.watcher.registeredItems();
+        EXPECT_EQ(items.size(), row.registrations) << row.host;
+        EXPECT_EQ(items.count(items.value(0)), row.registrations) << "another item";
+    }
+}
+
 TEST(StatusItemOnBus, FollowsAChangeOfTheHost) {
     const test::LogCapture log;
     ShownItem shown("gnome-shell");

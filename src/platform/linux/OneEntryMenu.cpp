@@ -41,6 +41,7 @@ uint OneEntryMenu::GetLayout(int parentId, int depth, const QStringList & /*name
         const DBusMenuLayout open{openId, propertiesOf(openId), {}};
         layout.children.append(QDBusVariant(QVariant::fromValue(open)));
     }
+    Q_EMIT layoutRead();
     return revision;
 }
 

@@ -66,6 +66,10 @@ public Q_SLOTS:
     Q_SCRIPTABLE bool AboutToShow(int id);
     Q_SCRIPTABLE QList<int> AboutToShowGroup(const QList<int> &ids, QList<int> &unknownIds);
 
+Q_SIGNALS:
+    /// The host reads the menu. Not on the bus.
+    void layoutRead();
+
 private:
     std::function<void()> m_chosen;
 };

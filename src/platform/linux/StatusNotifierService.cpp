@@ -46,6 +46,10 @@ StatusNotifierService::StatusNotifierService(const StatusItemContent &content,
     m_connection.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
                          QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
                          SLOT(onDisconnected()));
+    connect(&m_menu, &OneEntryMenu::layoutRead, this, [this] {
+        if (std::exchange(m_labelOverlooked, false))
+            registerWithWatcher();
+    });
     exportObjects();
     requestName();
 }
@@ -93,6 +97,7 @@ void StatusNotifierService::followWatcher() {
 
 void StatusNotifierService::presentTo(const TrayHost &host) {
     m_host = host;
+    m_labelOverlooked = host.overlooksLabel;
     if (host.iconsByName && !m_namedIcons)
         m_namedIcons.emplace();
     if (host.clickNeedsMenu) {

@@ -56,6 +56,7 @@ private:
     QString m_connectionName;
     QDBusConnection m_connection;
     QString m_serviceName; ///< what the watcher is told
+    bool m_labelOverlooked = false;
     std::unique_ptr<WatcherTracker> m_watcherTracker;
 };
 

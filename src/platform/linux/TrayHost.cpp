@@ -18,7 +18,7 @@ struct KnownHost {
 };
 
 constexpr std::array knownHosts{
-    KnownHost{"gnome-shell", {label, plain, true, false}},
+    KnownHost{"gnome-shell", {label, plain, true, false, true}},
     KnownHost{"ayatana-indicat", {label, plain, true, true}}, // ayatana-indicator-application-service
     KnownHost{"waybar", {wide, pango, false, false}},
     KnownHost{"panel-", {compact, pango, false, false}}, // Xfce: panel-<plugin id>-systray

@@ -24,6 +24,9 @@ struct TrayHost {
     Markup markup = Markup::plain;
     bool clickNeedsMenu = false; ///< a single click opens the exported menu, or nothing without one
     bool iconsByName = false;    ///< it ignores pixmaps and looks icons up in the item's theme directory
+    /// It may look for the label before it has read the properties, and then not again until the label
+    /// changes or the item registers a second time. It reads the menu afterwards.
+    bool overlooksLabel = false;
 
     bool operator==(const TrayHost &) const = default;
 };
