@@ -38,8 +38,8 @@ openDirectoryEventSource(const std::filesystem::path &path);
 /// Needs a running application object.
 [[nodiscard]] std::unique_ptr<NotificationCenter> makeNotificationCenter();
 
-/// The store in which Claude Code keeps the login of the user of that home directory. Needs a running
-/// application object.
+/// The store in which Claude Code keeps the login of the user of that home directory. Removes what a crash of
+/// a former start has left beside it. Needs a running application object.
 [[nodiscard]] std::unique_ptr<SecretStore> makeSecretStore(const std::filesystem::path &home);
 
 /// Needs a running application object.

@@ -1,13 +1,17 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "platform/linux/WholeFile.h"
+#include "platform/Platform.h"
 #include "support/LogTreeFixture.h"
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstdint>
 #include <cstring>
+#include <functional>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -109,6 +113,71 @@ TEST(WholeFile, AnAccessListIsKeptAndNoneIsInherited) {
     EXPECT_EQ(::getxattr(listed.c_str(), access, &kept, sizeof kept), ssize_t{sizeof list});
     EXPECT_EQ(std::memcmp(&kept, &list, sizeof list), 0);
     EXPECT_LT(::getxattr(plain.c_str(), access, nullptr, 0), 0);
+}
+
+TEST(WholeFile, WhatACrashLeftIsRemovedAndNothingElse) {
+    const test::TemporaryDirectory home;
+    const fs::path folder = home.path() / ".claude";
+    const std::string temporary = "..credentials.json.0123456789abcdef";
+    const auto old = fs::file_time_type::clock::now() - std::chrono::seconds(70);
+    const fs::path target = home.path() / "kept";
+    test::writeFile(target, "kept");
+    fs::last_write_time(target, old);
+    const struct {
+        const char *what;
+        std::string name;
+        std::function<void(const fs::path &)> change;
+        bool removed;
+    } rows[] = {
+        {"left", temporary, [](auto &) {}, true},
+        {"under way", temporary,
+         [](auto &file) { fs::last_write_time(file, fs::file_time_type::clock::now()); }, false},
+        {"the file", ".credentials.json", [](auto &) {}, false},
+        {"another file's", "..credentials.json2.0123456789abcdef", [](auto &) {}, false},
+        {"another program's digits", "..credentials.json.0123456789ABCDEF", [](auto &) {}, false},
+        {"another program's length", temporary + "0", [](auto &) {}, false},
+        {"a directory", temporary,
+         [&](auto &file) {
+             fs::remove(file);
+             fs::create_directory(file);
+             fs::last_write_time(file, old);
+         },
+         false},
+        {"a link", temporary,
+         [&](auto &file) {
+             fs::remove(file);
+             fs::create_symlink(target, file);
+             const timespec times[] = {{0, 0}, {0, 0}};
+             EXPECT_EQ(::utimensat(AT_FDCWD, file.c_str(), times, AT_SYMLINK_NOFOLLOW), 0);
+         },
+         false},
+        {"another user's", temporary, [](auto &file) { EXPECT_EQ(::chown(file.c_str(), 1234, 1234), 0); },
+         false},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.what);
+        if (std::string_view(row.what) == "another user's" && ::geteuid() != 0)
+            continue;
+        fs::remove_all(folder);
+        const fs::path file = folder / row.name;
+        test::writeFile(file, "secret");
+        fs::last_write_time(file, old);
+        row.change(file);
+        static_cast<void>(platform::makeSecretStore(home.path()));
+        EXPECT_NE(fs::exists(fs::symlink_status(file)), row.removed);
+        EXPECT_EQ(test::bytesOf(target), "kept");
+    }
+    // Beside the file, where its name is a link.
+    test::writeFile(home.path() / "dotfiles" / "login", "x");
+    const fs::path left = home.path() / "dotfiles" / ".login.0123456789abcdef";
+    test::writeFile(left, "secret");
+    fs::last_write_time(left, old);
+    fs::remove_all(folder);
+    fs::create_directory(folder);
+    fs::create_symlink(home.path() / "dotfiles" / "login", folder / ".credentials.json");
+    static_cast<void>(platform::makeSecretStore(home.path()));
+    EXPECT_FALSE(fs::exists(left));
+    EXPECT_EQ(test::bytesOf(home.path() / "dotfiles" / "login"), "x");
 }
 
 TEST(WholeFile, NothingButAFileIsReplaced) {

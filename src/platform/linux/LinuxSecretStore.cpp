@@ -42,8 +42,12 @@ QCoro::Task<void> replaceInKeyring(QPointer<QObject> store, QDBusConnection bus,
 } // namespace
 
 LinuxSecretStore::LinuxSecretStore(const std::filesystem::path &home, std::chrono::milliseconds keyringLimit)
-    : m_file(home / ".claude" / ".credentials.json")
+    : m_file(credentialsFile(home))
     , m_keyringLimit(keyringLimit) {}
+
+std::filesystem::path LinuxSecretStore::credentialsFile(const std::filesystem::path &home) {
+    return home / ".claude" / ".credentials.json";
+}
 
 void LinuxSecretStore::read(const std::string &service, ReadAnswer answer) {
     if (isInFile(service)) {

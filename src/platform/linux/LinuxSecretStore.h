@@ -26,6 +26,8 @@ public:
     explicit LinuxSecretStore(const std::filesystem::path &home,
                               std::chrono::milliseconds keyringLimit = std::chrono::seconds(5));
 
+    [[nodiscard]] static std::filesystem::path credentialsFile(const std::filesystem::path &home);
+
     void read(const std::string &service,
               std::function<void(std::optional<StoredSecret> secret)> answer) override;
     void replace(const std::string &service, const StoredSecret &secret,

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
+#include <ctime>
 #include <utility>
 
 #include <fcntl.h>
@@ -61,6 +62,12 @@ std::string temporaryName(const std::string &name) {
     std::array<char, 17> digits{};
     std::snprintf(digits.data(), digits.size(), "%016llx", static_cast<unsigned long long>(number));
     return "." + name + "." + digits.data();
+}
+
+bool isTemporaryNameFor(std::string_view file, std::string_view name) {
+    const std::string prefix = "." + std::string(file) + ".";
+    return name.size() == prefix.size() + 16 && name.starts_with(prefix) &&
+           name.find_first_not_of("0123456789abcdef", prefix.size()) == std::string_view::npos;
 }
 
 struct OldFile {
@@ -163,6 +170,24 @@ std::error_code replaceWholeFile(const std::filesystem::path &file, std::string_
     // ones back.
     static_cast<void>(::fsync(directory.get()));
     return {};
+}
+
+void removeAbandonedFiles(const std::filesystem::path &file) {
+    constexpr std::time_t underWayFor = 60; // seconds
+    std::error_code error;
+    // The file itself may be missing by now.
+    const auto target = std::filesystem::weakly_canonical(file, error);
+    if (error)
+        return;
+    const std::string name = target.filename();
+    for (std::filesystem::directory_iterator entry(target.parent_path(), error), end; !error && entry != end;
+         entry.increment(error)) {
+        struct stat status {};
+        if (isTemporaryNameFor(name, entry->path().filename().native()) &&
+            ::lstat(entry->path().c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
+            status.st_uid == ::geteuid() && std::time(nullptr) - status.st_mtime > underWayFor)
+            static_cast<void>(::unlink(entry->path().c_str()));
+    }
 }
 
 } // namespace burnwick
