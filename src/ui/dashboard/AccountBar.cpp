@@ -2,10 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "ui/dashboard/AccountBar.h"
 
+#include "ui/controls/MenuButton.h"
 #include "ui/controls/TextLabel.h"
 #include "ui/dashboard/DashboardButtons.h"
 #include "ui/dashboard/StatusPill.h"
 
+#include <QActionGroup>
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QPainter>
@@ -82,13 +84,16 @@ QPushButton *makeProviderMenu() {
     look.ground = nullptr;
     look.hovered = &ThemeColors::hover;
     look.outline = &ThemeColors::line;
-    auto *button = new FlatButton(QStringLiteral("Claude"), look);
-    auto *menu = new QMenu(button);
-    menu->addAction(QStringLiteral("Claude"));
+    auto *menu = new QMenu;
+    menu->setFont(fontOf(TextStyle::body));
+    QAction *claude = menu->addAction(QStringLiteral("Claude"));
+    claude->setCheckable(true);
+    claude->setChecked(true);
+    claude->setActionGroup(new QActionGroup(claude)); // a click does not take the mark away
     menu->addSeparator();
     menu->addAction(QStringLiteral("OpenAI"));
     menu->addAction(QStringLiteral("Grok"));
-    button->setMenu(menu);
+    auto *button = new MenuButton(QStringLiteral("Claude"), look, menu);
     button->setAccessibleName(QStringLiteral("Model: Claude"));
     return button;
 }

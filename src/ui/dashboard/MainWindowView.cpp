@@ -9,6 +9,7 @@
 #include "model/TimeFilter.h"
 #include "prefs/PreferencesManager.h"
 #include "state/AppState.h"
+#include "ui/controls/AccessibleRole.h"
 #include "ui/controls/ChoiceGroup.h"
 #include "ui/controls/FittedArea.h"
 #include "ui/controls/FocusRing.h"
@@ -67,6 +68,7 @@ MainWindowView::MainWindowView(Services services, QWidget *parent)
     , m_subscription(services.appState, [this] { showState(); })
     , m_ticks(services.clock, services.scheduler, [this] { followTime(); }) {
     auto *content = new QWidget;
+    setAccessibleRole(*this, QAccessible::Window);
     content->setLayout(m_column);
     auto *header = new HeaderBar;
     m_column->addWidget(header);

@@ -53,11 +53,11 @@ void ModelStatRowView::setStat(const ModelStat &stat) {
     setAccessibleName(name + QLatin1String(": ") + share + QLatin1String(", ") + detail);
 
     const QString toolTip =
-        plainToolTip(QStringLiteral("%1\nIn: %2\nOut: %3")
-                         .arg(name, exactTokensText(stat.inputTokens), exactTokensText(stat.outputTokens)));
-    setToolTip(toolTip);
+        QStringLiteral("%1\nIn: %2\nOut: %3")
+            .arg(name, exactTokensText(stat.inputTokens), exactTokensText(stat.outputTokens));
+    setPlainToolTip(*this, toolTip);
     // An elidable label would show the name alone.
-    m_name->setToolTip(toolTip);
+    setPlainToolTip(*m_name, toolTip);
 }
 
 } // namespace burnwick

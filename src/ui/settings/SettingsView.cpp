@@ -6,6 +6,7 @@
 #include "platform/LoginItem.h"
 #include "prefs/PreferencesManager.h"
 #include "ui/Logo.h"
+#include "ui/controls/AccessibleRole.h"
 #include "ui/controls/FocusRing.h"
 #include "ui/controls/ScreenRoom.h"
 #include "ui/controls/SegmentedPicker.h"
@@ -60,6 +61,7 @@ QScrollArea *scrolling(QWidget *cards) {
 SettingsView::SettingsView(Services services, QWidget *parent)
     : QWidget(parent)
     , m_services(std::move(services)) {
+    setAccessibleRole(*this, QAccessible::Window);
     auto *room = new ScreenRoom(this);
     connect(room, &ScreenRoom::changed, this, [this] { fitTo(*screen()); });
     fitTo(*screen());

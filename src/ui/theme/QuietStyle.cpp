@@ -4,7 +4,9 @@
 
 #include "ui/theme/ThemeColors.h"
 
+#include <QMenu>
 #include <QPainter>
+#include <QPainterPath>
 #include <QScrollBar>
 #include <QStyleOptionSlider>
 
@@ -45,6 +47,13 @@ QRect alongBar(const QStyleOptionSlider &bar, Span span) {
                : QRect(area.x() + span.from, area.y(), span.length, area.height());
 }
 
+constexpr int menuRadius = 8;
+constexpr int menuMargin = 4;
+constexpr QSize menuItemPadding{10, 5};
+constexpr int markWidth = 10;
+constexpr int markSpacing = 16; // at least, between an entry's text and its mark
+constexpr int separatorHeight = 9;
+
 const ThemeColors &colorsOfOption(const QStyleOption &option) {
     return colorsOf(schemeOf(option.palette));
 }
@@ -62,6 +71,8 @@ int QuietStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, cons
     constexpr int extent = handleMargin + handleWidth;
     if (metric == PM_ScrollBarExtent)
         return extent;
+    if (metric == PM_MenuHMargin || metric == PM_MenuVMargin)
+        return menuMargin;
     if (metric == PM_ScrollView_ScrollBarOverlap && widget && widget->property(overMarginProperty).toBool())
         return extent;
     return QProxyStyle::pixelMetric(metric, option, widget);
@@ -87,6 +98,71 @@ QRect QuietStyle::subControlRect(ComplexControl control, const QStyleOptionCompl
     default:
         return {};
     }
+}
+
+void QuietStyle::polish(QWidget *widget) {
+    QProxyStyle::polish(widget);
+    // For smooth corners where there is a compositor. Elsewhere the mask cuts them.
+    if (qobject_cast<QMenu *>(widget) != nullptr)
+        widget->setAttribute(Qt::WA_TranslucentBackground);
+}
+
+int QuietStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                          QStyleHintReturn *data) const {
+    auto *mask = hint == SH_Menu_Mask ? qstyleoption_cast<QStyleHintReturnMask *>(data) : nullptr;
+    if (mask == nullptr || option == nullptr)
+        return QProxyStyle::styleHint(hint, option, widget, data);
+    QPainterPath outline;
+    outline.addRoundedRect(option->rect, menuRadius, menuRadius);
+    mask->region = QRegion(outline.toFillPolygon().toPolygon());
+    return true;
+}
+
+QSize QuietStyle::sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &size,
+                                   const QWidget *widget) const {
+    const auto *item = qstyleoption_cast<const QStyleOptionMenuItem *>(option);
+    if (type != CT_MenuItem || item == nullptr)
+        return QProxyStyle::sizeFromContents(type, option, size, widget);
+    if (item->menuItemType == QStyleOptionMenuItem::Separator)
+        return {size.width(), separatorHeight};
+    const QSize text = item->fontMetrics.size(Qt::TextSingleLine | Qt::TextShowMnemonic, item->text);
+    return text + 2 * menuItemPadding + QSize(markSpacing + markWidth, 0);
+}
+
+void QuietStyle::drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                             const QWidget *widget) const {
+    const auto *item = qstyleoption_cast<const QStyleOptionMenuItem *>(option);
+    if (element == CE_MenuEmptyArea)
+        return;
+    if (element != CE_MenuItem || item == nullptr) {
+        QProxyStyle::drawControl(element, option, painter, widget);
+        return;
+    }
+    const ThemeColors &colors = colorsOfOption(*option);
+    const QRect area = item->rect;
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    if (item->menuItemType == QStyleOptionMenuItem::Separator) {
+        painter->fillRect(area.x(), area.center().y(), area.width(), 1, colors.line);
+    } else {
+        if (item->state.testFlag(State_Selected)) {
+            painter->setPen(Qt::NoPen);
+            painter->setBrush(colors.hover);
+            painter->drawRoundedRect(area, menuRadius - menuMargin + 1, menuRadius - menuMargin + 1);
+        }
+        const QRect inner = area.adjusted(menuItemPadding.width(), 0, -menuItemPadding.width(), 0);
+        painter->setFont(item->font);
+        painter->setPen(item->state.testFlag(State_Enabled) ? colors.text : colors.tertiary);
+        painter->drawText(inner, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextShowMnemonic,
+                          item->text);
+        if (item->checked) {
+            const QPointF end(inner.right() + 1, inner.center().y() + 0.5);
+            painter->setPen(QPen(colors.text, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+            painter->drawPolyline(
+                QPolygonF({end + QPointF(-markWidth + 1, 0), end + QPointF(-6, 3), end + QPointF(-1, -3.5)}));
+        }
+    }
+    painter->restore();
 }
 
 void QuietStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option,
@@ -115,17 +191,22 @@ void QuietStyle::drawComplexControl(ComplexControl control, const QStyleOptionCo
 
 void QuietStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                                const QWidget *widget) const {
-    if (element != PE_PanelTipLabel && element != PE_FrameMenu) {
+    if (element == PE_FrameMenu)
+        return; // part of its panel
+    if (element != PE_PanelTipLabel && element != PE_PanelMenu) {
         QProxyStyle::drawPrimitive(element, option, painter, widget);
         return;
     }
     const ThemeColors &colors = colorsOfOption(*option);
-    if (element == PE_PanelTipLabel)
-        painter->fillRect(option->rect, colors.card);
+    const int radius = element == PE_PanelMenu ? menuRadius : 0;
+    const QRectF outline = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
     // Stronger than a line on a card: it parts two windows of one colour.
     painter->setPen(withOpacity(colors.text, 0.2));
-    painter->setBrush(Qt::NoBrush);
-    painter->drawRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5));
+    painter->setBrush(colors.card);
+    painter->drawRoundedRect(outline, radius, radius);
+    painter->restore();
 }
 
 } // namespace burnwick
