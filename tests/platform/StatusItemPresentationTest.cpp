@@ -25,7 +25,7 @@ TEST(TrayHost, IsKnownByItsProcessName) {
         TrayHost host;
     };
     const Case cases[] = {
-        {"gnome-shell", {label, Markup::plain, true, false}},
+        {"gnome-shell", {label, Markup::plain, true, false, true}},
         {"ayatana-indicat", {label, Markup::plain, true, true}},
         {"waybar", {wide, Markup::pango, false, false}},
         {"panel-12-systra", {compact, Markup::pango, false, false}}, // cut by the kernel

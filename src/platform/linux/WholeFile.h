@@ -19,7 +19,7 @@ namespace burnwick {
 /// the old contents or the new ones. Follows links, so that they stay. Owner, group, mode and POSIX access
 /// list are kept, and at no moment can anyone read the new contents who could not read the old ones. Where
 /// the owner or the list cannot be kept, the replacement fails; where the group cannot be kept, the new file
-/// is its owner's alone, without a list.
+/// is its owner's alone, and no list is carried over.
 ///
 /// On an error the old file is as it was, and nothing else is left beside it; a crash may leave a temporary
 /// file, which removeAbandonedFiles() removes. Links of a file with several names are cut. Other extended
