@@ -35,6 +35,17 @@ inline QStringList namesIn(QWidget &window) {
     return names;
 }
 
+/// What assistive technology says about the controls, beside their names.
+inline QStringList descriptionsIn(QWidget &window) {
+    QStringList descriptions;
+    visitAccessible(QAccessible::queryAccessibleInterface(&window),
+                    [&descriptions](QAccessibleInterface &object) {
+                        descriptions << object.text(QAccessible::Description);
+                        return true;
+                    });
+    return descriptions;
+}
+
 /// The names that screen readers pass over, because what bears them only lays others out.
 inline QStringList namesWithoutRole(QWidget &window) {
     QStringList names;

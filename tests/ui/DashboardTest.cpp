@@ -6,8 +6,10 @@
 #include "ui/DashboardScenes.h"
 #include "ui/controls/FittedArea.h"
 #include "ui/controls/FocusRing.h"
+#include "ui/controls/PanelCard.h"
 #include "ui/dashboard/AccountBar.h"
 #include "ui/dashboard/DashboardButtons.h"
+#include "ui/dashboard/ModelStatRowView.h"
 #include "ui/statusbar/StatusBarController.h"
 #include "ui/theme/QuietStyle.h"
 
@@ -73,6 +75,8 @@ TEST_P(DashboardSceneTest, SaysWhatIsSo) {
     for (const std::string &text : scene.absent)
         EXPECT_FALSE(anyStartsWith(names, text)) << text;
     EXPECT_EQ(test::namesWithoutRole(window).join(u'\n').toStdString(), "");
+    EXPECT_FALSE(test::descriptionsIn(window).join(u'\n').contains(u"<p"_qs)) << "markup of a tool tip";
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&window)->role(), QAccessible::Window);
 }
 
 /// The application's fonts of common desktops, as far as they are here.
@@ -277,6 +281,19 @@ TEST_F(DashboardTest, TheWindowIsAsWideWhateverTheNamesAre) {
     addModels(1).settle();
     EXPECT_EQ(window.width(), width);
     EXPECT_TRUE(anyStartsWith(namesIn(window), "Favorite model: b>-with-quite-a-long-name-xxx"));
+}
+
+TEST_F(DashboardTest, OneModelLeavesNoBlankBandInItsCard) {
+    addModels(1).settle();
+    MainWindowView window(windowServices());
+    window.show();
+    button(window, "Models").click();
+    QCoreApplication::processEvents();
+    const auto *row = window.findChild<ModelStatRowView *>();
+    const QWidget *card = row;
+    while (qobject_cast<const PanelCard *>(card) == nullptr)
+        card = card->parentWidget();
+    EXPECT_EQ(card->height(), row->sizeHint().height() + 2 * row->mapTo(card, QPoint()).y());
 }
 
 TEST_F(DashboardTest, TheItemShowsEachTitleOnce) {

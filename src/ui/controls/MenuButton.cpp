@@ -33,8 +33,8 @@ public:
     void doAction(const QString &name) override {
         if (name != showMenuAction())
             QAccessibleWidget::doAction(name);
-        else if (m_button.isEnabled())
-            m_button.showMenu();
+        else if (m_button.isEnabled()) // later: it returns when the menu is closed
+            QMetaObject::invokeMethod(&m_button, &QPushButton::showMenu, Qt::QueuedConnection);
     }
 
 private:
