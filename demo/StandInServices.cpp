@@ -54,15 +54,18 @@ void standIn(test::ScriptedServer &server, Instant now) {
         200,
         "This is a demonstration of Burnwick: nothing was sent anywhere, and there is nothing here.\n",
         {{"Content-Type", "text/plain; charset=utf-8"}, {"Connection", "close"}}};
-    const QByteArray release = downloadURL(server.url(), offeredVersion()).path(QUrl::FullyEncoded).toUtf8();
     server.script("/api/oauth/usage", {{200, usage(now)}});
     server.script(
         "/api/oauth/token",
         {{200, R"({"access_token":"demo-access","refresh_token":"demo-refresh","expires_in":28800})"}});
     server.script("/api/v2/components.json", {{200, components}});
     server.script("/appcast.xml", {{200, appcast()}});
-    for (const QByteArray &target : {QByteArray("/login"), QByteArray("/feedback"), release})
+    for (const QByteArray target : {"/login", "/feedback"})
         server.script(target, {page});
+    for (const ReleaseForm form : {ReleaseForm::page, ReleaseForm::diskImage}) {
+        const QUrl release = releaseURL(server.url(), form, offeredVersion());
+        server.script(release.path(QUrl::FullyEncoded).toUtf8(), {page});
+    }
 }
 
 } // namespace burnwick::demo

@@ -6,6 +6,7 @@
 #include "ui/SvgIcon.h"
 #include "ui/WindowActivation.h"
 #include "ui/settings/UpdateAlert.h"
+#include "update/ReleaseAddresses.h"
 
 #include <QDesktopServices>
 #include <QDir>
@@ -78,7 +79,7 @@ SettingsView::Services AppDelegate::settingsServices() {
             *m_loginItem,
             *m_notificationCenter,
             *m_desktopSettings,
-            {m_account.http, m_scheduler, m_endpoints.productBaseURL, openInBrowser},
+            {m_account.http, m_scheduler, m_endpoints.productBaseURL, platform::releaseForm(), openInBrowser},
             m_endpoints.feedbackURL,
             [this] { return m_theme.reducedMotion(); }};
 }
@@ -134,7 +135,8 @@ void AppDelegate::showMainWindow(const std::string &activationToken) {
 }
 
 void AppDelegate::showUpdate(const QString &version) {
-    showUpdateAlert(version, m_endpoints.productBaseURL, openInBrowser, [] {});
+    const QUrl release = releaseURL(m_endpoints.productBaseURL, platform::releaseForm(), version);
+    showUpdateAlert(version, release, openInBrowser, [] {});
 }
 
 void AppDelegate::terminate() {

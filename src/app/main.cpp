@@ -77,8 +77,8 @@ int main(int argc, char **argv) {
         std::cout << information->toStdString();
         return burnwick::exitSuccess;
     }
-    if (!burnwick::platform::hasDisplay()) {
-        std::cerr << "burnwick: There is no display. In a terminal burnwick-report prints the figures.\n";
+    if (const std::string fault = burnwick::platform::displayFault(); !fault.empty()) {
+        std::cerr << "burnwick: " << fault << " In a terminal burnwick-report prints the figures.\n";
         return burnwick::exitFailure;
     }
     burnwick::platform::disableUnresponsiveBus();

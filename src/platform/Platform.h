@@ -8,6 +8,7 @@
 #include "platform/DirectoryEventSource.h"
 #include "platform/LoginItem.h"
 #include "platform/NotificationCenter.h"
+#include "platform/ReleaseForm.h"
 #include "platform/SecretStore.h"
 #include "platform/SleepMonitor.h"
 #include "platform/StatusItem.h"
@@ -15,6 +16,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <string>
 
 /// Makes the backends of the system that the program was built for; each system's folder defines these.
 /// One object file each, so that a program has only what it calls: the report is to load no widgets.
@@ -51,9 +53,12 @@ openDirectoryEventSource(const std::filesystem::path &path);
 /// Needs a running application object.
 [[nodiscard]] std::unique_ptr<ApplicationInstance> makeApplicationInstance();
 
-/// Whether anything tells this process where to show windows. Where nothing does, Qt would end it in a crash
-/// as soon as it makes its application object.
-[[nodiscard]] bool hasDisplay();
+/// How users of this system get a release.
+[[nodiscard]] ReleaseForm releaseForm();
+
+/// Why no windows can be shown, in one sentence; empty where they can. Without a display that answers, Qt
+/// would end this process in a crash as soon as it makes its application object.
+[[nodiscard]] std::string displayFault();
 
 /// Has this process do without a session bus that would keep it waiting for long or without limit. Takes a
 /// few milliseconds, or 2 s where the bus does not respond. Before there is an application object, and before

@@ -10,10 +10,15 @@ QUrl appcastURL(const QUrl &productBaseURL) {
     return appendPath(productBaseURL, QStringLiteral("/appcast.xml"));
 }
 
-QUrl downloadURL(const QUrl &productBaseURL, const QString &version) {
+QUrl releaseURL(const QUrl &productBaseURL, ReleaseForm form, const QString &version) {
+    const QString releases = QStringLiteral("/releases/");
     const QString segment = QString::fromLatin1(QUrl::toPercentEncoding(version));
-    return appendPath(productBaseURL,
-                      QStringLiteral("/releases/Burnwick-") + segment + QStringLiteral(".dmg"));
+    if (form == ReleaseForm::diskImage)
+        return appendPath(productBaseURL,
+                          releases + QStringLiteral("Burnwick-") + segment + QStringLiteral(".dmg"));
+    // Encoded or not, these mean another folder.
+    const bool isFolder = version == QLatin1String(".") || version == QLatin1String("..");
+    return appendPath(productBaseURL, isFolder ? releases : releases + segment);
 }
 
 bool isPlaceholder(const QUrl &productBaseURL) {

@@ -25,8 +25,9 @@ TEST(StandInServicesTest, OfferANewerReleaseAndAPageForEachLink) {
     ASSERT_TRUE(appcast && appcast->newest);
     const QString offered = appcast->newest->displayVersionString;
     EXPECT_TRUE(compareVersions(offered, QString::fromStdString(std::string(version()))) > 0);
-    for (const QUrl &page : {downloadURL(services.url(), offered), services.url(QStringLiteral("/login")),
-                             services.url(QStringLiteral("/feedback"))})
+    for (const QUrl &page :
+         {releaseURL(services.url(), ReleaseForm::page, offered), services.url(QStringLiteral("/login")),
+          services.url(QStringLiteral("/feedback"))})
         EXPECT_EQ(test::resultOf(http.send({HttpMethod::get, page})).status, 200)
             << page.path().toStdString();
 }

@@ -67,17 +67,33 @@ TEST_F(ProgramTest, ACrashWouldLeaveNoTokensBehind) {
     EXPECT_EQ(programs.rlim_max, limit.rlim_max) << "of use to programs started from it";
 }
 
-TEST_F(ProgramTest, WithoutADisplayItPointsToTheReport) {
-    QProcessEnvironment environment = m_program.processEnvironment();
-    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
-        environment.remove(QLatin1String(name));
-    m_program.setProcessEnvironment(environment);
-    m_program.start(QStringLiteral(BURNWICK_PROGRAM), QStringList());
-    ASSERT_TRUE(m_program.waitForFinished(10'000));
-    EXPECT_EQ(m_program.exitStatus(), QProcess::NormalExit);
-    EXPECT_EQ(m_program.exitCode(), 1);
-    EXPECT_EQ(m_program.readAll(),
-              "burnwick: There is no display. In a terminal burnwick-report prints the figures.\n");
+TEST_F(ProgramTest, WithoutADisplayThatAnswersItPointsToTheReport) {
+    using Variables = std::vector<std::pair<QString, QString>>;
+    // The X server's name is one that no server can have.
+    const std::vector<std::pair<Variables, QByteArray>> rows{
+        {{}, "There is no display."},
+        {{{u"DISPLAY"_qs, u":65000"_qs}}, "Nothing answers on the display :65000."},
+        {{{u"DISPLAY"_qs, u":65000"_qs}, {u"QT_QPA_PLATFORM"_qs, u"xcb"_qs}},
+         "Nothing answers on the display :65000."},
+        {{{u"WAYLAND_DISPLAY"_qs, u"wayland-dead"_qs}}, "Nothing answers on the display wayland-dead."},
+        {{{u"DISPLAY"_qs, u":65000"_qs}, {u"WAYLAND_DISPLAY"_qs, u"/nowhere"_qs}},
+         "Nothing answers on the display :65000 and /nowhere."},
+    };
+    for (const auto &[variables, fault] : rows) {
+        QProcessEnvironment environment = m_program.processEnvironment();
+        for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+            environment.remove(QLatin1String(name));
+        for (const auto &[name, value] : variables)
+            environment.insert(name, value);
+        m_program.setProcessEnvironment(environment);
+        m_program.start(QStringLiteral(BURNWICK_PROGRAM), QStringList());
+        ASSERT_TRUE(m_program.waitForFinished(10'000));
+        EXPECT_EQ(m_program.exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(m_program.exitCode(), 1);
+        EXPECT_EQ(m_program.readAll().toStdString(),
+                  "burnwick: " + fault.toStdString() +
+                      " In a terminal burnwick-report prints the figures.\n");
+    }
 }
 
 TEST_F(ProgramTest, AnOverflowOfTheSumsIsSaidInOneLine) {

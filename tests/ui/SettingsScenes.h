@@ -79,7 +79,7 @@ protected:
                 m_loginItem,
                 m_center,
                 m_desktop,
-                {m_account.http, m_scheduler, m_server.url(), open},
+                {m_account.http, m_scheduler, m_server.url(), ReleaseForm::page, open},
                 QUrl(QStringLiteral("https://burnwick.test/feedback")),
                 [] { return false; }};
     }

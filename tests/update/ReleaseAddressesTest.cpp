@@ -9,27 +9,32 @@ namespace {
 
 TEST(ReleaseAddressesTest, AVersionStaysWithinTheLastSegment) {
     const struct {
-        const char *version;
+        QString version;
         const char *segment;
     } rows[] = {
-        {"1.10.0", "Burnwick-1.10.0.dmg"},
-        {"1/../../evil", "Burnwick-1%2F..%2F..%2Fevil.dmg"},
-        {"1?a=b#c", "Burnwick-1%3Fa%3Db%23c.dmg"},
-        {"%2F%2e", "Burnwick-%252F%252e.dmg"},
-        {"<b>1</b>&amp;\"", "Burnwick-%3Cb%3E1%3C%2Fb%3E%26amp%3B%22.dmg"},
-        {"1\r\n2\t3", "Burnwick-1%0D%0A2%093.dmg"},
-        {"\u00fc\u2713", "Burnwick-%C3%BC%E2%9C%93.dmg"},
+        {u"1.10.0"_qs, "1.10.0"},
+        {u"1/../../evil"_qs, "1%2F..%2F..%2Fevil"},
+        {u"1?a=b#c"_qs, "1%3Fa%3Db%23c"},
+        {u"%2F%2e"_qs, "%252F%252e"},
+        {u"<b>1</b>&amp;\""_qs, "%3Cb%3E1%3C%2Fb%3E%26amp%3B%22"},
+        {u"1\r\n2\t3"_qs, "1%0D%0A2%093"},
+        {u"\u00fc\u2713"_qs, "%C3%BC%E2%9C%93"},
+        {QString(QChar(u'\0')), "%00"},
     };
+    const QUrl base(u"https://burnwick.test:8443/get/"_qs);
     for (const auto &row : rows) {
-        const QUrl url = downloadURL(QUrl(QStringLiteral("https://burnwick.test:8443/get/")),
-                                     QString::fromUtf8(row.version));
-        EXPECT_EQ(url.toEncoded(), QByteArray("https://burnwick.test:8443/get/releases/") + row.segment)
-            << row.version;
-        // What a reader of the address makes of it.
-        EXPECT_EQ(QUrl::fromEncoded(url.toEncoded(), QUrl::StrictMode), url) << row.version;
+        const QByteArray segment(row.segment);
+        for (const auto &[form, last] : {std::pair(ReleaseForm::page, segment),
+                                         {ReleaseForm::diskImage, "Burnwick-" + segment + ".dmg"}}) {
+            const QUrl url = releaseURL(base, form, row.version);
+            EXPECT_EQ(url.toEncoded(), "https://burnwick.test:8443/get/releases/" + last);
+            // What a reader of the address makes of it.
+            EXPECT_EQ(QUrl::fromEncoded(url.toEncoded(), QUrl::StrictMode), url) << row.segment;
+        }
     }
-    const QUrl withNull = downloadURL(QUrl(QStringLiteral("https://burnwick.test")), QString(QChar(u'\0')));
-    EXPECT_EQ(withNull.toEncoded(), "https://burnwick.test/releases/Burnwick-%00.dmg");
+    for (const QString &folder : {u"."_qs, u".."_qs})
+        EXPECT_EQ(releaseURL(base, ReleaseForm::page, folder).toEncoded(),
+                  "https://burnwick.test:8443/get/releases/");
 }
 
 TEST(ReleaseAddressesTest, TheAppcastIsBelowTheBaseURL) {

@@ -2,15 +2,71 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Platform.h"
 
-#include <QtCore/QtGlobal>
+#include <QtCore/QByteArrayList>
 
 #include <algorithm>
+#include <cstring>
+#include <memory>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+#include <xcb/xcb.h>
 
 namespace burnwick {
 
-bool platform::hasDisplay() {
-    constexpr const char *names[] = {"DISPLAY", "WAYLAND_DISPLAY", "WAYLAND_SOCKET", "QT_QPA_PLATFORM"};
-    return !std::ranges::all_of(names, qEnvironmentVariableIsEmpty);
+namespace {
+
+bool xAnswers() {
+    if (qEnvironmentVariableIsEmpty("DISPLAY"))
+        return false;
+    const std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> connection(
+        xcb_connect(nullptr, nullptr), &xcb_disconnect);
+    return xcb_connection_has_error(connection.get()) == 0;
+}
+
+bool waylandAnswers() {
+    if (!qEnvironmentVariableIsEmpty("WAYLAND_SOCKET"))
+        return true; // an open connection, which a second one would not tell anything about
+    if (qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+        return false;
+    QByteArray path = qgetenv("WAYLAND_DISPLAY");
+    if (!path.startsWith('/'))
+        path = qgetenv("XDG_RUNTIME_DIR") + '/' + path;
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (static_cast<std::size_t>(path.size()) >= sizeof address.sun_path)
+        return false;
+    std::memcpy(address.sun_path, path.constData(), static_cast<std::size_t>(path.size()));
+    const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    if (socket < 0)
+        return false;
+    const bool connected =
+        ::connect(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0;
+    ::close(socket);
+    return connected;
+}
+
+/// Of Qt's platforms, which may have options behind a colon.
+bool canBeUsed(const QByteArray &platform) {
+    if (platform.startsWith("xcb"))
+        return xAnswers();
+    return !platform.startsWith("wayland") || waylandAnswers();
+}
+
+} // namespace
+
+std::string platform::displayFault() {
+    const QByteArrayList chosen = qgetenv("QT_QPA_PLATFORM").split(';');
+    if (chosen == QByteArrayList{QByteArray()} ? xAnswers() || waylandAnswers()
+                                               : std::ranges::any_of(chosen, canBeUsed))
+        return {};
+    std::string names;
+    for (const char *variable : {"DISPLAY", "WAYLAND_DISPLAY"}) {
+        if (!qEnvironmentVariableIsEmpty(variable))
+            names += (names.empty() ? "" : " and ") + qgetenv(variable).toStdString();
+    }
+    return names.empty() ? "There is no display." : "Nothing answers on the display " + names + ".";
 }
 
 } // namespace burnwick

@@ -5,13 +5,14 @@
 #include "model/DisplayText.h"
 #include "ui/SvgIcon.h"
 #include "ui/WindowActivation.h"
+#include "ui/controls/FocusRing.h"
 #include "ui/controls/Text.h"
+#include "ui/settings/SettingsCard.h"
 #include "ui/theme/TextStyle.h"
-#include "update/ReleaseAddresses.h"
 
 #include <QLabel>
 #include <QMessageBox>
-#include <QPushButton>
+#include <QUrl>
 
 #include <utility>
 
@@ -21,6 +22,7 @@ namespace {
 
 constexpr int iconSize = 48;
 constexpr int narrowestText = 300;
+constexpr QSize buttonPadding{14, 6};
 
 /// Of bearable length for a sentence.
 QString shownVersion(const QString &version) {
@@ -30,8 +32,8 @@ QString shownVersion(const QString &version) {
 
 } // namespace
 
-void showUpdateAlert(const QString &version, const QUrl &productBaseURL,
-                     std::function<void(const QUrl &)> openURL, std::function<void()> closed) {
+void showUpdateAlert(const QString &version, const QUrl &release, std::function<void(const QUrl &)> openURL,
+                     std::function<void()> closed) {
     auto *alert = new QMessageBox;
     alert->setAttribute(Qt::WA_DeleteOnClose);
     alert->setWindowModality(Qt::ApplicationModal);
@@ -50,18 +52,24 @@ void showUpdateAlert(const QString &version, const QUrl &productBaseURL,
         else if (label->text() == alert->informativeText())
             label->setMinimumWidth(narrowestText);
     }
-    QPushButton *update = alert->addButton(QStringLiteral("Update Now"), QMessageBox::AcceptRole);
-    QPushButton *later = alert->addButton(QStringLiteral("Later"), QMessageBox::RejectRole);
+    FlatButton::Look look = settingsButtonLook();
+    look.padding = buttonPadding;
+    auto *later = new FlatButton(QStringLiteral("Later"), look);
+    look.ground = &ThemeColors::selected;
+    look.hovered = look.pressed;
+    auto *update = new FlatButton(QStringLiteral("Update Now"), look);
+    alert->addButton(update, QMessageBox::AcceptRole);
+    alert->addButton(later, QMessageBox::RejectRole);
     alert->setDefaultButton(update);
     alert->setEscapeButton(later);
 
     QObject::connect(alert, &QDialog::finished, alert,
-                     [=, url = downloadURL(productBaseURL, version), openURL = std::move(openURL),
-                      closed = std::move(closed)] {
+                     [=, openURL = std::move(openURL), closed = std::move(closed)] {
                          if (alert->clickedButton() == update)
-                             openURL(url);
+                             openURL(release);
                          closed();
                      });
+    new FocusRing(alert);
     bringToFront(*alert, {});
 }
 

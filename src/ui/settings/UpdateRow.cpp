@@ -6,6 +6,7 @@
 #include "async/Scheduler.h"
 #include "ui/settings/UpdateAlert.h"
 #include "update/AppcastCheck.h"
+#include "update/ReleaseAddresses.h"
 
 #include <QPointer>
 
@@ -61,7 +62,8 @@ void UpdateRow::showAvailable(const QString &version) {
     setLabel(QStringLiteral("Update available"));
     if (std::exchange(m_alertIsOpen, true))
         return;
-    showUpdateAlert(version, m_services.productBaseURL, m_services.openURL, [self = QPointer(this)] {
+    const QUrl release = releaseURL(m_services.productBaseURL, m_services.releaseForm, version);
+    showUpdateAlert(version, release, m_services.openURL, [self = QPointer(this)] {
         if (!self)
             return;
         self->m_alertIsOpen = false;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/ReleaseForm.h"
 #include "ui/settings/SettingsCard.h"
 
 #include <QCoroTask>
@@ -26,6 +27,7 @@ public:
         HttpClient &http;
         Scheduler &scheduler;
         QUrl productBaseURL;
+        ReleaseForm releaseForm;
         std::function<void(const QUrl &)> openURL; ///< in the browser
     };
 
