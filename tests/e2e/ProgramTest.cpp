@@ -72,11 +72,11 @@ TEST_F(ProgramTest, WithoutADisplayThatAnswersItPointsToTheReport) {
     // The X server's name is one that no server can have.
     const std::vector<std::pair<Variables, QByteArray>> rows{
         {{}, "There is no display."},
-        {{{u"DISPLAY"_qs, u":65000"_qs}}, "Nothing answers on the display :65000."},
-        {{{u"DISPLAY"_qs, u":65000"_qs}, {u"QT_QPA_PLATFORM"_qs, u"xcb"_qs}},
+        {{{QStringLiteral("DISPLAY"), QStringLiteral(":65000")}}, "Nothing answers on the display :65000."},
+        {{{QStringLiteral("DISPLAY"), QStringLiteral(":65000")}, {QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb")}},
          "Nothing answers on the display :65000."},
-        {{{u"WAYLAND_DISPLAY"_qs, u"wayland-dead"_qs}}, "Nothing answers on the display wayland-dead."},
-        {{{u"DISPLAY"_qs, u":65000"_qs}, {u"WAYLAND_DISPLAY"_qs, u"/nowhere"_qs}},
+        {{{QStringLiteral("WAYLAND_DISPLAY"), QStringLiteral("wayland-dead")}}, "Nothing answers on the display wayland-dead."},
+        {{{QStringLiteral("DISPLAY"), QStringLiteral(":65000")}, {QStringLiteral("WAYLAND_DISPLAY"), QStringLiteral("/nowhere")}},
          "Nothing answers on the display :65000 and /nowhere."},
     };
     for (const auto &[variables, fault] : rows) {

@@ -58,13 +58,13 @@ TEST_F(WindowTest, IsReadAndOperatedByAssistiveTechnology) {
                    "chart: Activity of the last 52 weeks: no tokens", "button menu: Model: Claude",
                    "push button: Re-authenticate", "label: Updated just now"});
 
-    EXPECT_TRUE(m_tree.objects().contains(u"frame: Burnwick"_qs));
+    EXPECT_TRUE(m_tree.objects().contains(QStringLiteral("frame: Burnwick")));
     EXPECT_TRUE(press("button menu: Model: Claude"));
     EXPECT_TRUE(shows("menu item: Claude [checked]"));
     expectInOrder({"button menu: Model: Claude", "menu item: Claude [checked]", "menu item: OpenAI",
                    "menu item: Grok", "push button: Re-authenticate"});
     m_display.pressKey("Burnwick", XK_Escape);
-    EXPECT_TRUE(waitFor([this] { return !m_tree.objects().contains(u"menu item: OpenAI"_qs); }));
+    EXPECT_TRUE(waitFor([this] { return !m_tree.objects().contains(QStringLiteral("menu item: OpenAI")); }));
 
     EXPECT_TRUE(press("radio button: Models"));
     EXPECT_TRUE(shows("label: No model data yet"));

@@ -75,13 +75,13 @@ TEST_P(DashboardSceneTest, SaysWhatIsSo) {
     for (const std::string &text : scene.absent)
         EXPECT_FALSE(anyStartsWith(names, text)) << text;
     EXPECT_EQ(test::namesWithoutRole(window).join(u'\n').toStdString(), "");
-    EXPECT_FALSE(test::descriptionsIn(window).join(u'\n').contains(u"<p"_qs)) << "markup of a tool tip";
+    EXPECT_FALSE(test::descriptionsIn(window).join(u'\n').contains(QStringLiteral("<p"))) << "markup of a tool tip";
     EXPECT_EQ(QAccessible::queryAccessibleInterface(&window)->role(), QAccessible::Window);
 }
 
 /// The application's fonts of common desktops, as far as they are here.
 QStringList commonFamilies() {
-    QStringList families{u"DejaVu Sans"_qs, u"Noto Sans"_qs, u"Inter"_qs};
+    QStringList families{QStringLiteral("DejaVu Sans"), QStringLiteral("Noto Sans"), QStringLiteral("Inter")};
     families.removeIf([](const QString &family) { return !QFontDatabase::hasFamily(family); });
     return families;
 }
@@ -121,7 +121,7 @@ TEST_P(DashboardSceneTest, FitsOnALowScreenAndScrollsOneWayOnALowerOne) {
         }
     }
     QApplication::setFont(before);
-    QApplication::setStyle(u"Fusion"_qs);
+    QApplication::setStyle(QStringLiteral("Fusion"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Scenes, DashboardSceneTest, testing::ValuesIn(test::dashboardScenes()),

@@ -299,7 +299,7 @@ TEST_F(SettingsViewTest, ANewerVersionIsOfferedOnce) {
     m_view.reset(); // the alert outlives it
     ASSERT_NE(alert, nullptr);
     alert->defaultButton()->click();
-    EXPECT_EQ(m_openedPages, QStringList{m_server.url(u"/releases/999.0"_qs).toString()});
+    EXPECT_EQ(m_openedPages, QStringList{m_server.url(QStringLiteral("/releases/999.0")).toString()});
 }
 
 TEST_F(SettingsViewTest, TwoQuickPressesAreTwoChecksAndTheLastToEndIsShown) {

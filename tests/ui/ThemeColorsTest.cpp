@@ -78,8 +78,10 @@ TEST(ThemeColors, ThePillIsLegibleInEveryState) {
             const QColor ground = picture.pixelColor(picture.width() / 2, 1);
             EXPECT_NE(ground, colorsOf(scheme).bar);
             double best = 0;
-            for (int x = pill->height(); x < picture.width() - pill->height(); ++x)
-                best = std::max(best, contrast(picture.pixelColor(x, picture.height() / 2), ground));
+            const QRect inside = picture.rect().adjusted(pill->height(), 1, -pill->height(), -1);
+            for (int y = inside.top(); y <= inside.bottom(); ++y)
+                for (int x = inside.left(); x <= inside.right(); ++x)
+                    best = std::max(best, contrast(picture.pixelColor(x, y), ground));
             EXPECT_GE(best, legible) << static_cast<int>(status) << " in " << static_cast<int>(scheme);
         }
     }

@@ -12,16 +12,16 @@ TEST(ReleaseAddressesTest, AVersionStaysWithinTheLastSegment) {
         QString version;
         const char *segment;
     } rows[] = {
-        {u"1.10.0"_qs, "1.10.0"},
-        {u"1/../../evil"_qs, "1%2F..%2F..%2Fevil"},
-        {u"1?a=b#c"_qs, "1%3Fa%3Db%23c"},
-        {u"%2F%2e"_qs, "%252F%252e"},
-        {u"<b>1</b>&amp;\""_qs, "%3Cb%3E1%3C%2Fb%3E%26amp%3B%22"},
-        {u"1\r\n2\t3"_qs, "1%0D%0A2%093"},
-        {u"\u00fc\u2713"_qs, "%C3%BC%E2%9C%93"},
+        {QStringLiteral("1.10.0"), "1.10.0"},
+        {QStringLiteral("1/../../evil"), "1%2F..%2F..%2Fevil"},
+        {QStringLiteral("1?a=b#c"), "1%3Fa%3Db%23c"},
+        {QStringLiteral("%2F%2e"), "%252F%252e"},
+        {QStringLiteral("<b>1</b>&amp;\""), "%3Cb%3E1%3C%2Fb%3E%26amp%3B%22"},
+        {QStringLiteral("1\r\n2\t3"), "1%0D%0A2%093"},
+        {QStringLiteral("\u00fc\u2713"), "%C3%BC%E2%9C%93"},
         {QString(QChar(u'\0')), "%00"},
     };
-    const QUrl base(u"https://burnwick.test:8443/get/"_qs);
+    const QUrl base(QStringLiteral("https://burnwick.test:8443/get/"));
     for (const auto &row : rows) {
         const QByteArray segment(row.segment);
         for (const auto &[form, last] : {std::pair(ReleaseForm::page, segment),
@@ -32,7 +32,7 @@ TEST(ReleaseAddressesTest, AVersionStaysWithinTheLastSegment) {
             EXPECT_EQ(QUrl::fromEncoded(url.toEncoded(), QUrl::StrictMode), url) << row.segment;
         }
     }
-    for (const QString &folder : {u"."_qs, u".."_qs})
+    for (const QString &folder : {QStringLiteral("."), QStringLiteral("..")})
         EXPECT_EQ(releaseURL(base, ReleaseForm::page, folder).toEncoded(),
                   "https://burnwick.test:8443/get/releases/");
 }

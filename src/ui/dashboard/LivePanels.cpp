@@ -101,7 +101,7 @@ void WindowBurnRatePanel::setValues(const Values &values, Instant now) {
     m_reset->setVisible(values.resetAt || values.awaitsReset);
     m_reset->setText(values.resetAt
                          ? QStringLiteral("Reset ") + textOf(timeRemainingText(*values.resetAt, now))
-                         : QString());
+                         : emptyLine);
 }
 
 /// A component's name, its dot and its word.

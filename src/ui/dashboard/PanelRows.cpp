@@ -108,7 +108,7 @@ void QuotaBarRow::setAwaited() {
     const QString dash = QString::fromUtf8("–");
     m_used->setText(dash);
     m_bar->setShare(0);
-    m_reset->setText({});
+    m_reset->setText(emptyLine);
     m_reset->setVisible(true);
     setAccessibleName(m_label->text() + QLatin1String(": ") + dash);
 }

@@ -17,6 +17,9 @@ namespace burnwick {
 class TextLabel;
 class UsageBar;
 
+/// Text that keeps a label's line free: Qt gives a label without text another height.
+inline const QString emptyLine = QStringLiteral("\u00A0");
+
 /// A label and its value on one line.
 class MenuRowView final : public QWidget {
     Q_OBJECT
