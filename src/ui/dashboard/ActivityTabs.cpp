@@ -11,6 +11,7 @@
 #include "ui/dashboard/ModelStatRowView.h"
 #include "ui/dashboard/StatTile.h"
 
+#include <QEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QScrollArea>
@@ -72,6 +73,13 @@ public:
     }
     /// Qt's own has room for a scroll bar, and is higher than one row.
     [[nodiscard]] QSize minimumSizeHint() const override { return {0, sizeHint().height()}; }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override {
+        if (watched == widget() && event->type() == QEvent::LayoutRequest)
+            updateGeometry();
+        return QScrollArea::eventFilter(watched, event);
+    }
 
 private:
     int m_tallest = 336;
@@ -151,7 +159,6 @@ void ModelsTab::setValues(const HistoricalData &history, LocalDay today) {
     // Thousands of names are no models, and a row for each of them would keep the window from answering.
     constexpr std::size_t mostRows = 1000;
     const std::span stats(history.modelStats.begin(), std::min(history.modelStats.size(), mostRows));
-    const bool sameCount = m_rows.size() == stats.size();
     while (m_rows.size() > stats.size()) {
         delete m_rows.back();
         m_rows.pop_back();
@@ -160,8 +167,6 @@ void ModelsTab::setValues(const HistoricalData &history, LocalDay today) {
         m_rows.push_back(new ModelStatRowView);
         m_rowColumn->insertWidget(m_rowColumn->count() - 1, m_rows.back());
     }
-    if (!sameCount)
-        m_rowsArea->updateGeometry();
     for (std::size_t i = 0; i < stats.size(); ++i)
         m_rows[i]->setStat(stats[i]);
     m_chart->setActivity(history.dailyActivity, today);
