@@ -73,10 +73,13 @@ TEST_F(ProgramTest, WithoutADisplayThatAnswersItPointsToTheReport) {
     const std::vector<std::pair<Variables, QByteArray>> rows{
         {{}, "There is no display."},
         {{{QStringLiteral("DISPLAY"), QStringLiteral(":65000")}}, "Nothing answers on the display :65000."},
-        {{{QStringLiteral("DISPLAY"), QStringLiteral(":65000")}, {QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb")}},
+        {{{QStringLiteral("DISPLAY"), QStringLiteral(":65000")},
+          {QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb")}},
          "Nothing answers on the display :65000."},
-        {{{QStringLiteral("WAYLAND_DISPLAY"), QStringLiteral("wayland-dead")}}, "Nothing answers on the display wayland-dead."},
-        {{{QStringLiteral("DISPLAY"), QStringLiteral(":65000")}, {QStringLiteral("WAYLAND_DISPLAY"), QStringLiteral("/nowhere")}},
+        {{{QStringLiteral("WAYLAND_DISPLAY"), QStringLiteral("wayland-dead")}},
+         "Nothing answers on the display wayland-dead."},
+        {{{QStringLiteral("DISPLAY"), QStringLiteral(":65000")},
+          {QStringLiteral("WAYLAND_DISPLAY"), QStringLiteral("/nowhere")}},
          "Nothing answers on the display :65000 and /nowhere."},
     };
     for (const auto &[variables, fault] : rows) {

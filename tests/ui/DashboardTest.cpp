@@ -75,7 +75,8 @@ TEST_P(DashboardSceneTest, SaysWhatIsSo) {
     for (const std::string &text : scene.absent)
         EXPECT_FALSE(anyStartsWith(names, text)) << text;
     EXPECT_EQ(test::namesWithoutRole(window).join(u'\n').toStdString(), "");
-    EXPECT_FALSE(test::descriptionsIn(window).join(u'\n').contains(QStringLiteral("<p"))) << "markup of a tool tip";
+    EXPECT_FALSE(test::descriptionsIn(window).join(u'\n').contains(QStringLiteral("<p")))
+        << "markup of a tool tip";
     EXPECT_EQ(QAccessible::queryAccessibleInterface(&window)->role(), QAccessible::Window);
 }
 
