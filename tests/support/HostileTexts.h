@@ -14,7 +14,9 @@ struct HostileText {
     std::string shown; ///< as displayText() gives it
     bool isUtf8 = true;
 
-    friend std::ostream &operator<<(std::ostream &out, const HostileText &text) { return out << text.what; }
+    friend std::ostream &operator<<(std::ostream &out, const HostileText &hostile) {
+        return out << hostile.what;
+    }
 };
 
 /// What a model, a component or a version may be named by somebody who means ill.

@@ -132,7 +132,7 @@ TEST(ModelsTabTest, ShowsItsRowsHoweverManyThereWereBefore) {
     tab.resize(760, 600);
     tab.show();
     HistoricalData history;
-    for (const std::size_t count : {1, 5, 2}) {
+    for (const std::size_t count : {1U, 5U, 2U}) {
         history.modelStats.assign(count, ModelStat{"model", 1, 1, 50});
         tab.setValues(history, LocalDay{});
         QCoreApplication::processEvents();
