@@ -12,6 +12,7 @@
 #include "quota/OAuthUsageResponse.h"
 #include "quota/RefreshError.h"
 
+#include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QPointer>
 #include <QTimer>
@@ -133,12 +134,14 @@ QCoro::Task<OAuthFetcher::Usage> OAuthFetcher::fetchUsage() {
 }
 
 void OAuthFetcher::finishExchange(std::chrono::milliseconds atMost) {
-    if (!m_exchanging)
-        return;
-    QEventLoop waiting;
-    connect(this, &OAuthFetcher::exchangeEnded, &waiting, &QEventLoop::quit);
-    QTimer::singleShot(atMost, &waiting, &QEventLoop::quit);
-    waiting.exec();
+    const QDeadlineTimer deadline(atMost);
+    // A refusal may be followed at once by the exchange of a token that was stored meanwhile.
+    while (m_exchanging && !deadline.hasExpired()) {
+        QEventLoop waiting;
+        connect(this, &OAuthFetcher::exchangeEnded, &waiting, &QEventLoop::quit);
+        QTimer::singleShot(std::chrono::milliseconds(deadline.remainingTime()), &waiting, &QEventLoop::quit);
+        waiting.exec();
+    }
 }
 
 QCoro::Task<std::string> OAuthFetcher::validAccessToken() {
