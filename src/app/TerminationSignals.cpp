@@ -54,7 +54,7 @@ TerminationSignals::TerminationSignals(QObject *parent)
         struct sigaction action {};
         action.sa_handler = writeToPipe;
         action.sa_flags = SA_RESTART;
-        // A closing terminal may send several SIGHUP, and nobody's impatience is in them.
+        // A closing terminal may send several SIGHUP, which are no second demand of the user's.
         if (number != SIGHUP)
             action.sa_flags |= static_cast<int>(SA_RESETHAND);
         ::sigaction(number, &action, nullptr);

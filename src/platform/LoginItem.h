@@ -25,8 +25,8 @@ public:
     /// Keeps the desktop from starting the program at login, as the user demands now; succeeds when it did
     /// not. A record that the user made is switched off and stays.
     [[nodiscard]] virtual std::optional<LoginItemFailure> unregisterItem() = 0;
-    /// Registers or unregisters by a choice of earlier: what the user has made or changed in the system since
-    /// then stays, which is no failure.
+    /// Registers or unregisters by a choice of earlier. A record that the user made or switched off stays,
+    /// which is no failure; registering keeps one that the user changed, unregistering removes it.
     [[nodiscard]] virtual std::optional<LoginItemFailure> restoreChoice(bool on) = 0;
 };
 

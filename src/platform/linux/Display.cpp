@@ -27,7 +27,7 @@ bool xAnswers() {
 
 bool waylandAnswers() {
     if (!qEnvironmentVariableIsEmpty("WAYLAND_SOCKET"))
-        return true; // an open connection, which a second one would not tell anything about
+        return true; // an open connection, which a trial would use up
     if (qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
         return false;
     QByteArray path = qgetenv("WAYLAND_DISPLAY");
