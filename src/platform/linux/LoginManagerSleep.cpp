@@ -7,7 +7,6 @@
 
 #include <QtCore/QFutureWatcher>
 
-#include <chrono>
 #include <utility>
 
 namespace burnwick {
@@ -30,8 +29,7 @@ QString systemBusAddress() {
 /// Blocks for a moment, or 2 s where the bus is silent: QtDBus would wait for that one without limit, and
 /// hold up all connections that others make meanwhile.
 Bus connectTo(const QString &address) {
-    constexpr std::chrono::seconds patience{2};
-    if (isSilentBus(address, patience))
+    if (isSilentBus(address, silentBusLimit))
         return std::nullopt;
     const auto bus = QDBusConnection::connectToBus(address, connectionName);
     return bus.isConnected() ? Bus(bus) : std::nullopt;
