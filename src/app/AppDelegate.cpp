@@ -144,9 +144,7 @@ void AppDelegate::terminate() {
 }
 
 AppDelegate::ExchangeGuard::~ExchangeGuard() {
-    // Beyond the limits of the requests and of the store, which end an exchange before.
-    constexpr std::chrono::seconds patience{25};
-    fetcher.finishExchange(patience);
+    fetcher.finishExchange(OAuthFetcher::longestExchange);
 }
 
 } // namespace burnwick

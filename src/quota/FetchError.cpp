@@ -44,4 +44,10 @@ FetchError FetchError::http(std::int64_t status) {
     return {Kind::httpError, status};
 }
 
+FetchError FetchError::refreshUnanswered() {
+    FetchError error(Kind::refreshFailed);
+    error.m_isUnanswered = true;
+    return error;
+}
+
 } // namespace burnwick

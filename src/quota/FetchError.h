@@ -24,16 +24,21 @@ public:
     /// For every kind but httpError.
     explicit FetchError(Kind kind);
     [[nodiscard]] static FetchError http(std::int64_t status);
+    /// The renewal failed because its server did not answer.
+    [[nodiscard]] static FetchError refreshUnanswered();
 
     [[nodiscard]] Kind kind() const noexcept { return m_kind; }
     /// 0 unless the kind is httpError.
     [[nodiscard]] std::int64_t httpStatus() const noexcept { return m_httpStatus; }
+    /// Whether the cause is the network: no server has answered.
+    [[nodiscard]] bool isUnanswered() const noexcept { return m_isUnanswered; }
 
 private:
     FetchError(Kind kind, std::int64_t httpStatus);
 
     Kind m_kind;
     std::int64_t m_httpStatus;
+    bool m_isUnanswered = false;
 };
 
 } // namespace burnwick

@@ -12,9 +12,13 @@
 #include "quota/OAuthUsageResponse.h"
 #include "quota/RefreshError.h"
 
+#include <QCoroTimer>
 #include <QDeadlineTimer>
+#include <QDir>
 #include <QEventLoop>
+#include <QLockFile>
 #include <QPointer>
+#include <QStandardPaths>
 #include <QTimer>
 
 #include <coroutine>
@@ -50,6 +54,18 @@ FetchError::Kind kindFor(const RefreshError &error) {
         break;
     }
     return FetchError::Kind::refreshFailed;
+}
+
+/// The lock that keeps another process of this user from sending the refresh token that this one sends.
+QString exchangeLockPath() {
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
+    QDir().mkpath(folder + QLatin1String("/burnwick"));
+    return folder + QLatin1String("/burnwick/token-exchange.lock");
+}
+
+/// Takes the lock unless it is held. Where there can be no lock, nobody holds it.
+bool isHeldByAnother(QLockFile &lock) {
+    return !lock.tryLock() && lock.error() == QLockFile::LockFailedError;
 }
 
 } // namespace
@@ -185,6 +201,12 @@ QCoro::Task<void> OAuthFetcher::renew(std::shared_ptr<Renewal> renewal, std::str
 /// Others may renew the same login: what they have stored is used, before an exchange and after a refusal.
 QCoro::Task<std::string> OAuthFetcher::renewedToken(std::string staleToken) {
     const QPointer<OAuthFetcher> self(this);
+    QLockFile lock(exchangeLockPath());
+    const QDeadlineTimer patience(OAuthFetcher::longestExchange);
+    while (isHeldByAnother(lock) && !patience.hasExpired()) {
+        co_await QCoro::sleepFor(std::chrono::milliseconds(100));
+        requireAlive(self);
+    }
     std::optional<std::string> refused;
     for (;;) {
         const auto credentials = co_await m_keychain.readCredentials();
@@ -216,6 +238,8 @@ QCoro::Task<std::string> OAuthFetcher::refreshAndSave(std::string refreshToken) 
         tokens = co_await m_refresher.refresh(refreshToken);
     } catch (const RefreshError &error) {
         failure = FetchError(kindFor(error));
+    } catch (const TransportError &) {
+        failure = FetchError::refreshUnanswered();
     } catch (const std::exception &) {
         failure = FetchError(FetchError::Kind::refreshFailed);
     }

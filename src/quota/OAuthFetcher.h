@@ -25,11 +25,15 @@ class KeychainManager;
 
 /// Asks the usage endpoint how much of the account's quota is used, with Claude Code's login. Renews the
 /// access token when it is about to expire and when it is rejected, and stores the new one. Calls may
-/// overlap; a refresh token is sent once, and calls that need its answer share it. Main thread only.
+/// overlap; a refresh token is sent once, and calls that need its answer share it. A lock file in the user's
+/// cache folder keeps other processes from sending it meanwhile. Main thread only.
 class OAuthFetcher final : public QObject {
     Q_OBJECT
 
 public:
+    /// Beyond the limits of the requests and of the store, which end an exchange of tokens before.
+    static constexpr std::chrono::seconds longestExchange{25};
+
     using Usage = std::pair<QuotaData, std::optional<ExtraUsageData>>;
 
     /// What is referred to must outlive this object; this object may go while a fetch runs.

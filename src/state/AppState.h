@@ -180,7 +180,7 @@ private:
     std::unique_ptr<RepeatingTimer> m_jsonlTimer;
     std::unique_ptr<RepeatingTimer> m_settleTimer; ///< runs once after a change of the directory
     std::unique_ptr<RepeatingTimer> m_retryTimer;  ///< runs once after a request failed that may be repeated
-    int m_retriesLeft = 0;                         ///< since the machine woke up
+    Instant m_retryUntil{};                        ///< a while after the machine woke up
     std::unique_ptr<LoginFlow> m_login;
     OutageLog m_quotaOutage{"the quota"};
     OutageLog m_statusOutage{"the service's status"};

@@ -6,6 +6,7 @@
 #include "async/DetachedTask.h"
 #include "async/Scheduler.h"
 #include "model/QuotaWindow.h"
+#include "net/TransportError.h"
 #include "notify/QuotaAlerts.h"
 #include "prefs/PreferencesManager.h"
 #include "quota/FetchError.h"
@@ -22,12 +23,8 @@ namespace burnwick {
 namespace {
 
 constexpr std::chrono::seconds retryInterval{3};
-constexpr int retriesAfterWaking = 20;
-
-/// Whether no answer of the service came, as far as the failure shows it.
-bool mayBeOfTheNetwork(std::optional<FetchError::Kind> error) {
-    return !error || *error == FetchError::Kind::refreshFailed;
-}
+/// By then a network that comes back after a sleep is back.
+constexpr std::chrono::minutes retriesAfterWaking{1};
 
 } // namespace
 
@@ -50,20 +47,23 @@ QCoro::Task<void> AppState::fetchQuota(RefreshKind kind) {
         runDetached(awaitFirstQuota());
     std::optional<OAuthFetcher::Usage> usage;
     std::optional<FetchError::Kind> error;
+    bool unanswered = false;
     try {
         usage = co_await m_services.oauthFetcher.fetchUsage();
     } catch (const FetchError &failure) {
         error = failure.kind();
+        unanswered = failure.isUnanswered();
     } catch (const std::exception &failure) {
         // Of the network, or an answer that cannot be read: the user learns of it by the verdict.
         if (self)
             m_quotaOutage.failed(failure);
+        unanswered = dynamic_cast<const TransportError *>(&failure) != nullptr;
     }
     if (!self || m_stopped)
         co_return;
     if (usage)
         takeQuota(*usage);
-    else if (mayBeOfTheNetwork(error))
+    else if (unanswered)
         repeatSoon();
     if (!usage)
         co_await takeFailure(verdictOn(error, kind), kind);
@@ -82,7 +82,7 @@ QCoro::Task<void> AppState::awaitFirstQuota() {
 void AppState::takeQuota(const OAuthFetcher::Usage &usage) {
     const auto &[quota, extraUsage] = usage;
     m_quotaOutage.reached();
-    m_retriesLeft = 0;
+    m_retryUntil = {};
     m_retryTimer.reset();
     publish(m_quotaData, std::optional(quota));
     if (extraUsage)
@@ -96,14 +96,15 @@ void AppState::takeQuota(const OAuthFetcher::Usage &usage) {
 void AppState::wakeUp() {
     if (m_stopped)
         return;
-    m_retriesLeft = retriesAfterWaking;
+    m_retryUntil = m_services.clock.now() + retriesAfterWaking;
     followTimeZone();
 }
 
 void AppState::repeatSoon() {
-    if (m_retriesLeft == 0 || m_retryTimer)
+    const auto left = m_retryUntil - m_services.clock.now();
+    // More is left only when the clock was set back.
+    if (left <= left.zero() || left > retriesAfterWaking || m_retryTimer)
         return;
-    --m_retriesLeft;
     m_retryTimer = m_services.scheduler.repeat(retryInterval, [this] {
         m_retryTimer.reset();
         runDetached(refreshQuota());

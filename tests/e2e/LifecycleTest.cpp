@@ -76,7 +76,7 @@ protected:
         logIn(std::chrono::sys_days(std::chrono::January / 1 / 2020));
         const auto tokens =
             test::answerOf(200, R"({"access_token":"new","refresh_token":"next","expires_in":3600})");
-        m_server.script(tokenPath, {test::held(tokens), test::answerOf(500, "{}")});
+        m_server.script(tokenPath, {test::held(tokens), test::answerOf(400, "{}")});
     }
     bool startsExchange() {
         m_watcher.takeName("panel-6-systray");
@@ -115,6 +115,9 @@ TEST_F(LateTokensTest, AreStoredBehindTheUsersBack) {
     ASSERT_TRUE(ends());
     EXPECT_EQ(m_program.exitCode(), 0);
     EXPECT_NE(contentOf(m_credentials).find(R"("next")"), std::string::npos);
+    EXPECT_TRUE(waitFor([this] { return !m_server.requestsFor("/api/oauth/usage").empty(); }))
+        << "the new start does not use the stored tokens";
+    EXPECT_EQ(m_server.requestsFor(tokenPath).size(), 1U) << "the new start sent the same refresh token";
     next.kill();
     next.waitForFinished();
 }

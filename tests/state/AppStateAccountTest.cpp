@@ -200,25 +200,30 @@ TEST_F(AppStateAccountTest, AfterWakingARequestWithoutAnAnswerIsSoonRepeatedForA
     cut.ending = ScriptedAnswer::Ending::cut;
     const struct {
         const char *what;
-        bool woken;
+        std::optional<std::chrono::nanoseconds> sinceWaking;
         std::vector<ScriptedAnswer> answers;
         std::size_t repeats;
     } rows[] = {
-        {"awake all the time", false, {cut}, 0},
-        {"no network any more", true, {cut}, 20},
-        {"the network is back soon", true, {cut, cut, usage(67)}, 2},
-        {"a failure of an hour later", false, {cut}, 0},
-        {"the service refuses", true, {answerOf(429)}, 0},
+        {"awake all the time", {}, {cut}, 0},
+        {"no network any more", 0s, {cut}, 20},
+        {"the network is back soon", 0s, {cut, cut, usage(67)}, 2},
+        {"a failure of an hour later", 1h, {cut}, 0},
+        {"the service refuses", 0s, {answerOf(429)}, 0},
+        {"the answer cannot be read", 0s, {{200, "{"}}, 0},
+        {"the clock was set back meanwhile", -1h, {cut}, 0},
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(row.what);
         m_server.script(usagePath, row.answers);
         const auto before = m_server.requestsFor(usagePath).size();
-        if (row.woken)
+        if (row.sinceWaking) {
             m_state.wakeUp();
+            m_clock.advance(*row.sinceWaking);
+        }
         refresh(RefreshKind::automatic);
         for (std::size_t i = 0; i < row.repeats; ++i) {
             ASSERT_TRUE(waitFor([this] { return m_scheduler.intervals() == Intervals{3s}; })) << i;
+            m_clock.advance(3s);
             m_scheduler.fire(3s);
         }
         EXPECT_TRUE(
