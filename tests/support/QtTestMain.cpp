@@ -5,6 +5,7 @@
 // session bus of their own. With BURNWICK_TESTS_WITHOUT_BUS there is none: after Qt has started a process,
 // the thread sanitizer no longer sees the main thread's locks.
 
+#include "platform/Process.h"
 #include "support/PrivateBus.h"
 
 #include <gtest/gtest.h>
@@ -61,6 +62,8 @@ int main(int argc, char **argv) {
     if (GTEST_FLAG_GET(list_tests))
         return RUN_ALL_TESTS();
 
+    // A look-up of a proxy may still run at the end, and must find no destroyed static objects.
+    const burnwick::platform::ProcessScope process;
     const QTemporaryDir home;
     if (!home.isValid()) {
         std::fputs("cannot make a temporary home\n", stderr);

@@ -116,17 +116,20 @@ void NotificationServer::followSignalsOf(const QString &owner) {
 /// Qt 6.8 no longer says in a reply who sent it. The bus announces an owner before it passes on that owner's
 /// answers: the owner answered if it is the one known at the call or the first one since then.
 void NotificationServer::whenAnswered(const QDBusPendingCall &call, Answer answer) {
-    // Without a bus: a watcher would never tell.
+    const int ownersExpected = m_ownersSeen + (owner().isEmpty() ? 1 : 0);
+    const auto handOn = [this, ownersExpected, answer = std::move(answer)](const QDBusMessage &reply) {
+        answer(reply, m_ownersSeen == ownersExpected && !owner().isEmpty());
+    };
+    // Without a bus, a watcher would never emit finished(). The answer of a fast server may be here, too;
+    // announcements that came before it are delivered before the timer fires.
     if (call.isFinished()) {
-        QTimer::singleShot(0, this,
-                           [answer = std::move(answer), reply = call.reply()] { answer(reply, false); });
+        QTimer::singleShot(0, this, [handOn, reply = call.reply()] { handOn(reply); });
         return;
     }
-    const int ownersExpected = m_ownersSeen + (owner().isEmpty() ? 1 : 0);
     connect(new QDBusPendingCallWatcher(call, this), &QDBusPendingCallWatcher::finished, this,
-            [this, ownersExpected, answer = std::move(answer)](QDBusPendingCallWatcher *finished) {
+            [handOn](QDBusPendingCallWatcher *finished) {
                 finished->deleteLater();
-                answer(finished->reply(), m_ownersSeen == ownersExpected && !owner().isEmpty());
+                handOn(finished->reply());
             });
 }
 
