@@ -14,6 +14,7 @@
 #include <QtCore/QRegularExpression>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QTimer>
+#include <QtNetwork/QLocalServer>
 
 #include <sys/stat.h>
 
@@ -257,11 +258,38 @@ TEST(SecretStore, NoBusIsStarted) {
     EXPECT_EQ(store.blob, std::nullopt);
 }
 
+QString busSocket() {
+    static const QRegularExpression socket(QStringLiteral("unix:path=([^,]+)"));
+    return socket.match(sessionBusOfTests().address()).captured(1);
+}
+
+TEST(SecretStore, ASilentBusIsNotWaitedForAndTriedAgainByTheNextCall) {
+    FakeSecretService keyring;
+    keyring.items = {{"in the keyring"}};
+    const QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("bus"));
+    const BusMoved moved(directory.path());
+    Store gone;
+    Store store;
+    {
+        QLocalServer silent;
+        ASSERT_TRUE(silent.listen(path));
+        gone.ask();
+        gone.store.reset();
+        store.ask();
+        EXPECT_EQ(store.answers, 0) << "the call itself waited";
+        EXPECT_TRUE(store.waitForAnswer());
+        EXPECT_EQ(store.blob, std::nullopt);
+    }
+    ASSERT_TRUE(QFile::link(busSocket(), path));
+    EXPECT_EQ(store.read(), "in the keyring");
+    EXPECT_EQ(gone.answers, 0);
+}
+
 TEST(SecretStore, TheBusIsFoundWithoutAnAddress) {
     FakeSecretService keyring;
     keyring.items = {{"in the keyring"}};
-    static const QRegularExpression socket(QStringLiteral("unix:path=([^,]+)"));
-    const QString path = socket.match(sessionBusOfTests().address()).captured(1);
+    const QString path = busSocket();
     ASSERT_FALSE(path.isEmpty());
     const QTemporaryDir directory(QDir::tempPath() + QStringLiteral("/run~ %1,\u00fc"));
     ASSERT_TRUE(QFile::link(path, directory.filePath(QStringLiteral("bus"))));

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/LinuxSecretStore.h"
 
+#include "platform/linux/BusConnection.h"
 #include "platform/linux/SecretService.h"
 #include "platform/linux/SessionBusAddress.h"
 #include "platform/linux/WholeFile.h"
@@ -55,11 +56,13 @@ void LinuxSecretStore::read(const std::string &service, ReadAnswer answer) {
         return answer(blob ? std::optional(StoredSecret{*blob, m_file}) : std::nullopt);
     }
     const QDeadlineTimer deadline(m_keyringLimit);
-    const auto bus = connectToBus();
-    if (!bus)
-        return answer(std::nullopt);
-    // Nothing in there throws; the answer comes by itself.
-    static_cast<void>(readFromKeyring(&m_context, *bus, QString::fromStdString(service), deadline, answer));
+    connectToKeyring([this, name = QString::fromStdString(service), deadline,
+                      answer = std::move(answer)](std::optional<QDBusConnection> bus) {
+        if (!bus)
+            return answer(std::nullopt);
+        // Nothing in there throws; the answer comes by itself.
+        static_cast<void>(readFromKeyring(&m_context, *bus, name, deadline, answer));
+    });
 }
 
 void LinuxSecretStore::replace(const std::string &service, const StoredSecret &secret, ReplaceAnswer answer) {
@@ -71,27 +74,17 @@ void LinuxSecretStore::replace(const std::string &service, const StoredSecret &s
     if (wasInFile)
         return answer(!replaceWholeFile(m_file, secret.blob));
     const QDeadlineTimer deadline(m_keyringLimit);
-    const auto bus = connectToBus();
-    if (!bus)
-        return answer(false);
     const secretservice::ItemSecret item{QByteArray::fromStdString(secret.blob),
                                          QString::fromStdString(secret.place)};
-    static_cast<void>(replaceInKeyring(&m_context, *bus, item, deadline, answer));
+    connectToKeyring([this, item, deadline, answer = std::move(answer)](std::optional<QDBusConnection> bus) {
+        if (!bus)
+            return answer(false);
+        static_cast<void>(replaceInKeyring(&m_context, *bus, item, deadline, answer));
+    });
 }
 
-std::optional<QDBusConnection> LinuxSecretStore::connectToBus() {
-    const QString name = QStringLiteral("burnwick-keyring");
-    if (const QDBusConnection present(name); present.isConnected())
-        return present;
-    const QString address = sessionBusAddress();
-    m_busIsSilent = m_busIsSilent || isSilentBus(address, silentBusLimit);
-    // Without an address, the D-Bus library would start a bus.
-    if (address.isEmpty() || m_busIsSilent)
-        return std::nullopt;
-    // One whose bus has gone would be given again.
-    QDBusConnection::disconnectFromBus(name);
-    const auto connection = QDBusConnection::connectToBus(address, name);
-    return connection.isConnected() ? std::optional(connection) : std::nullopt;
+void LinuxSecretStore::connectToKeyring(std::function<void(std::optional<QDBusConnection>)> answer) {
+    connectToBus(&m_context, sessionBusAddress(), QStringLiteral("burnwick-keyring"), std::move(answer));
 }
 
 bool LinuxSecretStore::isInFile(const std::string &service) const {

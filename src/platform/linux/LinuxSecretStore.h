@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <functional>
 #include <optional>
 
 namespace burnwick {
@@ -18,8 +19,8 @@ namespace burnwick {
 /// asked anew by each reading. The session bus is not touched before the keyring is needed. Blobs are up to
 /// 1 MiB.
 ///
-/// The file is read and written at once: it is small and local, and so is the time that this takes. So is the
-/// connection to the bus, but for one that does not respond: it blocks for 2 s, once.
+/// The file is read and written at once: it is small and local, and so is the time that this takes. Nothing
+/// blocks for the bus or the keyring.
 class LinuxSecretStore final : public SecretStore {
 public:
     /// `keyringLimit` is for all of one operation, beginning with the connection to the bus.
@@ -35,12 +36,11 @@ public:
 
 private:
     [[nodiscard]] bool isInFile(const std::string &service) const;
-    /// A working connection; absent where there is no bus, or an unresponsive one.
-    [[nodiscard]] std::optional<QDBusConnection> connectToBus();
+    /// Answers with a working connection; with nothing where there is no bus, or an unresponsive one.
+    void connectToKeyring(std::function<void(std::optional<QDBusConnection> bus)> answer);
 
     std::filesystem::path m_file;
     std::chrono::milliseconds m_keyringLimit;
-    bool m_busIsSilent = false;
     QObject m_context; ///< gone as soon as answers are to be dropped
 };
 

@@ -2,18 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/LoginManagerSleep.h"
 
-#include "platform/UnawaitedResult.h"
-#include "platform/linux/SessionBusAddress.h"
-
-#include <QtCore/QFutureWatcher>
+#include "platform/linux/BusConnection.h"
 
 #include <utility>
 
 namespace burnwick {
 
 namespace {
-
-using Bus = std::optional<QDBusConnection>;
 
 constexpr QLatin1String connectionName("burnwick-system-bus");
 constexpr QLatin1String managerName("org.freedesktop.login1");
@@ -26,27 +21,14 @@ QString systemBusAddress() {
                              : QString::fromLocal8Bit(address);
 }
 
-/// Blocks for a moment, or 2 s where the bus is silent: QtDBus would wait for that one without limit, and
-/// hold up all connections that others make meanwhile.
-Bus connectTo(const QString &address) {
-    if (isSilentBus(address, silentBusLimit))
-        return std::nullopt;
-    const auto bus = QDBusConnection::connectToBus(address, connectionName);
-    return bus.isConnected() ? Bus(bus) : std::nullopt;
-}
-
 } // namespace
 
 LoginManagerSleep::LoginManagerSleep(std::function<void()> onWake)
     : m_onWake(std::move(onWake)) {
-    auto *const watcher = new QFutureWatcher<Bus>(this);
-    connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher] {
-        watcher->deleteLater();
-        if (const Bus bus = watcher->result())
+    connectToBus(this, systemBusAddress(), connectionName, [this](std::optional<QDBusConnection> bus) {
+        if (bus)
             listenOn(*bus);
     });
-    watcher->setFuture(
-        platform::unawaitedResult<Bus>([address = systemBusAddress()] { return connectTo(address); }));
 }
 
 void LoginManagerSleep::listenOn(QDBusConnection bus) {
