@@ -7,6 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
+#include <QTimer>
+
 #include <chrono>
 #include <memory>
 #include <utility>
@@ -19,8 +22,14 @@ using namespace std::chrono_literals;
 using test::ManualClock;
 
 struct SchedulerTest : testing::Test {
-    /// Lets through what is due in this turn of the event loop.
-    static void settle() { QTest::qWait(1); }
+    /// Runs the event loop until all timers that are due have fired.
+    static void settle() {
+        QTimer last;
+        last.setSingleShot(true);
+        last.start(0);
+        while (last.isActive())
+            QCoreApplication::processEvents();
+    }
 
     ManualClock clock{"2025-06-10T12:00:00.000Z"};
     EventLoopScheduler scheduler{clock};

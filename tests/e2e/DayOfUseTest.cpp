@@ -119,13 +119,11 @@ TEST_F(DayOfUseTest, AfterASleepWhatIsDueIsDoneAtOnceAndAgainUntilTheNetworkIsBa
     // The timers of the program have counted none of it.
     pass(8h);
     const auto questions = [this] { return m_server.requestsFor("/api/oauth/usage").size(); };
-    EXPECT_TRUE(waitFor(
-        [&] {
-            manager.prepareForSleep(false);
-            return questions() > 1;
-        },
-        5s));
-    EXPECT_TRUE(waitFor([&] { return questions() == 3; }, 5s));
+    EXPECT_TRUE(waitFor([&] {
+        manager.prepareForSleep(false);
+        return questions() > 1;
+    }));
+    EXPECT_TRUE(waitFor([&] { return questions() == 3; }));
     EXPECT_TRUE(itemShows("0 | $0.00 | s3%  ●"));
 }
 
