@@ -23,10 +23,11 @@ public:
     /// switched it off elsewhere. A record by which the desktop starts it already stays as the user made it.
     [[nodiscard]] virtual std::optional<LoginItemFailure> registerItem() = 0;
     /// Keeps the desktop from starting the program at login, as the user demands now; succeeds when it did
-    /// not. A record that the user made is switched off and stays.
+    /// not, and fails when the record cannot be read. A record that the user made or changed is switched off
+    /// and stays.
     [[nodiscard]] virtual std::optional<LoginItemFailure> unregisterItem() = 0;
-    /// Registers or unregisters by a choice of earlier. A record that the user made or switched off stays,
-    /// which is no failure; registering keeps one that the user changed, unregistering removes it.
+    /// Registers or unregisters by a choice of earlier. A record that the user made, changed or switched off
+    /// stays as it is, which is no failure.
     [[nodiscard]] virtual std::optional<LoginItemFailure> restoreChoice(bool on) = 0;
 };
 

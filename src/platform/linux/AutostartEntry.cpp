@@ -12,7 +12,6 @@ namespace {
 
 constexpr std::string_view mainGroup = "[Desktop Entry]";
 constexpr std::string_view hiddenKey = "Hidden";
-constexpr std::string_view markKey = "X-Burnwick-Autostart";
 constexpr std::string_view markLine = "X-Burnwick-Autostart=true\n";
 
 /// Of values of the type "string": a character and what follows a backslash in its place.
@@ -120,11 +119,6 @@ bool isUnchangedEntry(std::string_view entry) {
         return false;
     const std::string unchanged = autostartEntry(unescaped(program->value));
     return entry == unchanged || std::string(entry).append(markLine) == unchanged;
-}
-
-bool isBurnwicksEntry(std::string_view entry) {
-    return std::ranges::any_of(linesOf(entry), [](const Line &line) { return line.key == markKey; }) ||
-           isUnchangedEntry(entry);
 }
 
 bool startsAtLogin(std::string_view entry) {

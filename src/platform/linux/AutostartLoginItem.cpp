@@ -24,6 +24,8 @@ namespace fs = std::filesystem;
 /// Far more than an entry with all its translations takes.
 constexpr std::size_t largestEntry = 65'536;
 
+constexpr const char *unreadable = "not a file that can be read";
+
 } // namespace
 
 QString programNameForEntry(const QString &path, const QStringList &searchedFolders) {
@@ -44,7 +46,7 @@ bool AutostartLoginItem::isRegistered() const {
 std::optional<LoginItemFailure> AutostartLoginItem::registerItem() {
     const auto existing = entry();
     if (!existing)
-        return failure("not a file that can be read");
+        return failure(unreadable);
     std::string wanted = switchedEntry(*existing, true);
     if (existing->empty() || isUnchangedEntry(wanted))
         wanted = autostartEntry(m_program.toStdString());
@@ -56,12 +58,14 @@ std::optional<LoginItemFailure> AutostartLoginItem::registerItem() {
 }
 
 std::optional<LoginItemFailure> AutostartLoginItem::unregisterItem() {
-    const std::string existing = entry().value_or("");
-    if (!startsAtLogin(existing))
+    const auto existing = entry();
+    if (!existing)
+        return failure(unreadable);
+    if (!startsAtLogin(*existing))
         return std::nullopt;
     std::error_code error;
-    if (fs::is_symlink(m_file, error) || !isBurnwicksEntry(existing))
-        return write(switchedEntry(existing, false));
+    if (fs::is_symlink(m_file, error) || !isUnchangedEntry(*existing))
+        return write(switchedEntry(*existing, false));
     if (::unlink(m_file.c_str()) != 0 && errno != ENOENT)
         return failure(std::generic_category().message(errno));
     return std::nullopt;
@@ -69,9 +73,9 @@ std::optional<LoginItemFailure> AutostartLoginItem::unregisterItem() {
 
 std::optional<LoginItemFailure> AutostartLoginItem::restoreChoice(bool on) {
     const std::string existing = entry().value_or("");
-    if (on)
-        return existing.empty() || isUnchangedEntry(existing) ? registerItem() : std::nullopt;
-    return isBurnwicksEntry(existing) ? unregisterItem() : std::nullopt;
+    if (isUnchangedEntry(existing))
+        return on ? registerItem() : unregisterItem();
+    return on && existing.empty() ? registerItem() : std::nullopt;
 }
 
 std::optional<std::string> AutostartLoginItem::entry() const {

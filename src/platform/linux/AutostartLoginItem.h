@@ -19,9 +19,9 @@ namespace burnwick {
 /// The entry burnwick.desktop in a folder of XDG autostart entries. Sway and other compositors without a
 /// session manager do not read these by themselves.
 ///
-/// An entry without Burnwick's mark belongs to the user or the desktop's settings: it is switched on and off
-/// by its own keys and never removed. A link of that name (often to /dev/null, to keep the program off) is
-/// neither followed nor replaced.
+/// An entry is removed only as Burnwick wrote it. One that the user wrote or changed, or the desktop's
+/// settings, is switched on and off by its own keys and keeps all the rest. A link of that name (often to
+/// /dev/null, to keep the program off) is neither followed nor replaced.
 class AutostartLoginItem final : public LoginItem {
 public:
     /// `program` is a path or a name, as programNameForEntry() gives it. The folder need not exist.
