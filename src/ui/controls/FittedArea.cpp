@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/controls/FittedArea.h"
 
+#include "ui/controls/BareArea.h"
 #include "ui/controls/ScreenRoom.h"
 #include "ui/theme/QuietStyle.h"
 
@@ -31,13 +32,8 @@ void bringLayoutsUpToDate(const QWidget &widget) {
 FittedArea::FittedArea(QWidget *content, QWidget *parent)
     : QScrollArea(parent)
     , m_room(new ScreenRoom(this)) {
-    setFrameShape(QFrame::NoFrame);
-    // The keyboard scrolls as it moves on to what is out of sight.
-    setFocusPolicy(Qt::NoFocus);
     content->layout()->setSizeConstraint(QLayout::SetFixedSize);
-    setWidget(content);
-    viewport()->setAutoFillBackground(false);
-    content->setAutoFillBackground(false);
+    makeBare(*this, content);
     // A bar that took room would ask for one in the other direction.
     for (QScrollBar *bar : {horizontalScrollBar(), verticalScrollBar()})
         QuietStyle::layOverMargin(*bar);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/dashboard/ActivityTabs.h"
 
+#include "ui/controls/BareArea.h"
 #include "ui/controls/PanelCard.h"
 #include "ui/controls/Text.h"
 #include "ui/controls/TextLabel.h"
@@ -49,13 +50,10 @@ QVBoxLayout *columnOf(QWidget *tab) {
 class ModelsTab::RowsArea final : public QScrollArea {
 public:
     explicit RowsArea(QWidget *rows) {
-        setWidget(rows);
+        makeBare(*this, rows);
         setWidgetResizable(true);
-        setFrameShape(QFrame::NoFrame);
         setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-        viewport()->setAutoFillBackground(false);
-        rows->setAutoFillBackground(false);
-        // Otherwise the tab key would stop where there is nothing to do.
+        // No row takes the focus: the area does, unless the tab key would stop where there is nothing to do.
         const QScrollBar *bar = verticalScrollBar();
         const auto update = [this](int, int end) { setFocusPolicy(end > 0 ? Qt::StrongFocus : Qt::NoFocus); };
         connect(bar, &QScrollBar::rangeChanged, this, update);

@@ -7,6 +7,7 @@
 #include "prefs/PreferencesManager.h"
 #include "ui/Logo.h"
 #include "ui/controls/AccessibleRole.h"
+#include "ui/controls/BareArea.h"
 #include "ui/controls/FocusRing.h"
 #include "ui/controls/ScreenRoom.h"
 #include "ui/controls/SegmentedPicker.h"
@@ -42,16 +43,12 @@ SettingsRow *rowOf(QWidget *control) {
     return new SettingsRow(control->accessibleName(), control);
 }
 
-/// For low screens. The keyboard scrolls as it moves on to what is out of sight.
+/// For low screens.
 QScrollArea *scrolling(QWidget *cards) {
     auto *area = new QScrollArea;
-    area->setWidget(cards);
+    makeBare(*area, cards);
     area->setWidgetResizable(true);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setFocusPolicy(Qt::NoFocus);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->viewport()->setAutoFillBackground(false);
-    cards->setAutoFillBackground(false);
     QuietStyle::layOverMargin(*area->verticalScrollBar());
     return area;
 }
