@@ -24,7 +24,8 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 # simdjson and QCoro change their names with each release of Debian, so that each has a package of its own; the
 # newer release's has the higher version, and an upgrade of the system takes it.
 cmake_host_system_information(RESULT distribution QUERY DISTRIB_INFO)
-if(distribution_ID STREQUAL "debian")
+# Testing and unstable have no number.
+if(distribution_ID STREQUAL "debian" AND distribution_VERSION_ID)
     set(CPACK_DEBIAN_PACKAGE_VERSION ${PROJECT_VERSION}+deb${distribution_VERSION_ID})
 endif()
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
