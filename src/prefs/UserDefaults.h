@@ -20,9 +20,9 @@ concept StorableValue =
 ///
 /// The file is read at construction and again before each write, which changes one key only: keys that are
 /// unknown here, and edits made by others while the program runs, stay. From that reading to the replacing
-/// the file's folder is locked, for other processes with such a store; after half a second without the lock,
-/// or where there are no locks, it is done without. The file is replaced as a whole, through links, with mode
-/// 0600. Nothing is reported to the caller; what goes wrong is logged once:
+/// the file's folder is locked, for other processes with such a store; a writer that does not get the lock
+/// within half a second, or cannot lock the folder, writes without it. The file is replaced as a whole,
+/// through links, with mode 0600. Nothing is reported to the caller; what goes wrong is logged once:
 /// - a missing or empty file means no settings;
 /// - a file that holds no JSON object is renamed to "<name>.corrupt-<UTC time>", and the values known so far
 ///   are written anew with the next change;

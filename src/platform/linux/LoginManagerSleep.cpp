@@ -33,7 +33,8 @@ LoginManagerSleep::LoginManagerSleep(std::function<void()> onWake)
 
 void LoginManagerSleep::listenOn(QDBusConnection bus) {
     m_owner.emplace(bus, managerName);
-    // From any sender: given the manager's name, this call would wait for the bus to say whose it is.
+    // From any sender: given the manager's name, this call would block until the bus returns the name's
+    // owner.
     bus.connect(QString(), managerPath, managerInterface, QStringLiteral("PrepareForSleep"), this,
                 SLOT(onPrepareForSleep(QDBusMessage)));
 }

@@ -13,8 +13,8 @@
 
 namespace burnwick {
 
-/// Listens to org.freedesktop.login1 on the system bus. Connects without blocking: a bus that is missing or
-/// silent is done without, for good. Main thread only.
+/// Listens to org.freedesktop.login1 on the system bus. Connects without blocking, and only once: where the
+/// bus is missing or silent, it never calls the handler. Main thread only.
 class LoginManagerSleep final : public QObject {
     Q_OBJECT
 

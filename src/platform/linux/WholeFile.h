@@ -27,7 +27,7 @@ namespace burnwick {
 [[nodiscard]] std::error_code replaceWholeFile(const std::filesystem::path &file, std::string_view contents);
 
 /// Removes the temporary files that crashes of replaceWholeFile() have left beside the file: regular files of
-/// this user with a name as it gives them, which nobody has changed for a minute. Follows the file's link, as
+/// this user with a name as it gives them, last modified more than a minute ago. Follows the file's link, as
 /// replaceWholeFile() does, and no other.
 void removeAbandonedFiles(const std::filesystem::path &file);
 
