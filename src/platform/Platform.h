@@ -57,7 +57,8 @@ openDirectoryEventSource(const std::filesystem::path &path);
 [[nodiscard]] ReleaseForm releaseForm();
 
 /// Why no windows can be shown, in one sentence; empty where they can. Without a display that answers, Qt
-/// would end this process in a crash as soon as it makes its application object.
+/// would end this process in a crash as soon as it makes its application object. Blocks while an X server has
+/// accepted the connection and does not respond, without limit, as Qt itself would then.
 [[nodiscard]] std::string displayFault();
 
 /// Has this process do without a session bus that would keep it waiting for long or without limit. Takes a
