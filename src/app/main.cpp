@@ -77,13 +77,15 @@ int main(int argc, char **argv) {
         std::cout << information->toStdString();
         return burnwick::exitSuccess;
     }
-    if (const std::string fault = burnwick::platform::displayFault(); !fault.empty()) {
-        std::cerr << "burnwick: " << fault << " In a terminal burnwick-report prints the figures.\n";
+    auto display = burnwick::platform::tryDisplay();
+    if (!display.fault.empty()) {
+        std::cerr << "burnwick: " << display.fault << " In a terminal burnwick-report prints the figures.\n";
         return burnwick::exitFailure;
     }
     burnwick::platform::disableUnresponsiveBus();
     const burnwick::StartupActivation activation = burnwick::platform::startupActivation();
     QApplication application(argc, argv);
+    display.connection.reset();
     burnwick::platform::forgetStartupActivation();
     burnwick::describeApplication();
 

@@ -56,10 +56,18 @@ openDirectoryEventSource(const std::filesystem::path &path);
 /// How users of this system get a release.
 [[nodiscard]] ReleaseForm releaseForm();
 
-/// Why no windows can be shown, in one sentence; empty where they can. Without a display that answers, Qt
-/// would end this process in a crash as soon as it makes its application object. Blocks while an X server has
-/// accepted the connection and does not respond, without limit, as Qt itself would then.
-[[nodiscard]] std::string displayFault();
+/// What a trial of the display found.
+struct DisplayTrial {
+    std::string fault; ///< why no windows can be shown, in one sentence; empty where they can
+    /// To be kept until the application object exists: an X server whose last client leaves starts anew, and
+    /// refuses Qt meanwhile.
+    std::shared_ptr<void> connection;
+};
+
+/// Looks whether windows can be shown. Without a display that answers, Qt would end this process in a crash
+/// as soon as it makes its application object. Blocks while an X server has accepted the connection and does
+/// not respond, without limit, as Qt itself would then.
+[[nodiscard]] DisplayTrial tryDisplay();
 
 /// Has this process do without a session bus that would keep it waiting for long or without limit. Takes a
 /// few milliseconds, or 2 s where the bus does not respond. Before there is an application object, and before

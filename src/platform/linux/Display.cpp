@@ -17,12 +17,14 @@ namespace burnwick {
 
 namespace {
 
-bool xAnswers() {
+bool xAnswers(std::shared_ptr<void> &connection) {
     if (qEnvironmentVariableIsEmpty("DISPLAY"))
         return false;
-    const std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> connection(
-        xcb_connect(nullptr, nullptr), &xcb_disconnect);
-    return xcb_connection_has_error(connection.get()) == 0;
+    const std::shared_ptr<xcb_connection_t> tried(xcb_connect(nullptr, nullptr), &xcb_disconnect);
+    if (xcb_connection_has_error(tried.get()) != 0)
+        return false;
+    connection = tried;
+    return true;
 }
 
 bool waylandAnswers() {
@@ -48,25 +50,28 @@ bool waylandAnswers() {
 }
 
 /// Of Qt's platforms, which may have options behind a colon.
-bool canBeUsed(const QByteArray &platform) {
+bool canBeUsed(const QByteArray &platform, std::shared_ptr<void> &connection) {
     if (platform.startsWith("xcb"))
-        return xAnswers();
+        return xAnswers(connection);
     return !platform.startsWith("wayland") || waylandAnswers();
 }
 
 } // namespace
 
-std::string platform::displayFault() {
+platform::DisplayTrial platform::tryDisplay() {
+    DisplayTrial trial;
+    const auto usable = [&trial](const QByteArray &name) { return canBeUsed(name, trial.connection); };
     const QByteArrayList chosen = qgetenv("QT_QPA_PLATFORM").split(';');
-    if (chosen == QByteArrayList{QByteArray()} ? xAnswers() || waylandAnswers()
-                                               : std::ranges::any_of(chosen, canBeUsed))
-        return {};
+    if (chosen == QByteArrayList{QByteArray()} ? xAnswers(trial.connection) || waylandAnswers()
+                                               : std::ranges::any_of(chosen, usable))
+        return trial;
     std::string names;
     for (const char *variable : {"DISPLAY", "WAYLAND_DISPLAY"}) {
         if (!qEnvironmentVariableIsEmpty(variable))
             names += (names.empty() ? "" : " and ") + qgetenv(variable).toStdString();
     }
-    return names.empty() ? "There is no display." : "Nothing answers on the display " + names + ".";
+    trial.fault = names.empty() ? "There is no display." : "Nothing answers on the display " + names + ".";
+    return trial;
 }
 
 } // namespace burnwick
