@@ -95,5 +95,5 @@ int main(int argc, char **argv) {
         return burnwick::exitWrongOptions;
     }
     const auto &start = std::get<burnwick::StartOptions>(options);
-    return burnwick::run({start.action, activation}, start.newInstance);
+    return process.end(burnwick::run({start.action, activation}, start.newInstance));
 }

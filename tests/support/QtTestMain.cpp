@@ -62,7 +62,7 @@ int main(int argc, char **argv) {
     if (GTEST_FLAG_GET(list_tests))
         return RUN_ALL_TESTS();
 
-    // A look-up of a proxy may still run at the end, and must find no destroyed static objects.
+    // A look-up of a proxy may still run at the end, and must find nothing destroyed.
     const burnwick::platform::ProcessScope process;
     const QTemporaryDir home;
     if (!home.isValid()) {
@@ -84,5 +84,5 @@ int main(int argc, char **argv) {
 #endif
 
     const QApplication application(argc, argv);
-    return RUN_ALL_TESTS();
+    return process.end(RUN_ALL_TESTS());
 }

@@ -49,6 +49,11 @@ ProcessScope::ProcessScope() {
     static_cast<void>(::setrlimit(RLIMIT_CORE, &limit));
 }
 
+int ProcessScope::end(int status) const {
+    endAtOnceIfWorkRuns(status, nullptr);
+    return status;
+}
+
 ProcessScope::~ProcessScope() {
     // Handlers run in reverse order: registered now, it precedes the destruction of every static object.
     static_cast<void>(::on_exit(endAtOnceIfWorkRuns, nullptr));
