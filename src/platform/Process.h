@@ -19,8 +19,9 @@ class ProcessScope final {
 public:
     ProcessScope();
     ~ProcessScope();
-    /// Gives the status back, for main() to return it; while such work runs, ends the process with it instead.
-    /// To be called before the application object is destroyed, which takes what libraries use with it.
+    /// Gives the status back, for main() to return it; while such work runs, ends the process with it
+    /// instead. To be called before the application object is destroyed, which takes what libraries use with
+    /// it.
     [[nodiscard]] int end(int status) const;
     ProcessScope(const ProcessScope &) = delete;
     ProcessScope &operator=(const ProcessScope &) = delete;
