@@ -67,11 +67,10 @@ QCoro::Task<AccountAnswer> askForBoth(AccountServices &services) {
 } // namespace
 
 AccountAnswer fetchAccount(const std::filesystem::path &home, const Clock &clock, const Calendar &calendar) {
-    // Not destroyed before the process ends: it takes with it what a look-up of a proxy may still use.
-    static int argumentCount = 1;
-    static char name[] = "burnwick-report";
-    static char *arguments[] = {name, nullptr};
-    static const QCoreApplication application(argumentCount, arguments);
+    int argumentCount = 1;
+    char name[] = "burnwick-report";
+    char *arguments[] = {name, nullptr};
+    const QCoreApplication application(argumentCount, arguments);
     const auto store = platform::makeSecretStore(home);
     const UserDefaults defaults(UserDefaults::defaultPath(), UserDefaults::Access::readOnly);
     // Tokens that the server has issued and nobody has stored would cost the user a login.
