@@ -49,8 +49,8 @@ int run(const ApplicationRequest &request, bool newInstance) {
         delegate->launch(request);
         return QApplication::exec();
     }
-    // Behind the delegate, so that no request reaches one that is gone, and a new start is the first again
-    // while this one stores its tokens.
+    // Destroyed before the delegate: no request reaches a destroyed delegate, and a new start becomes the
+    // instance while this process stores its tokens.
     const auto instance = platform::makeApplicationInstance();
     instance->claim(request, [&](InstanceClaim outcome) {
         if (outcome == InstanceClaim::handedOver || outcome == InstanceClaim::notHandedOver) {

@@ -12,7 +12,7 @@
 namespace burnwick {
 
 /// Tells that the entries of one directory changed: files or folders in it were created, removed or moved.
-/// What happens inside them is not told. It reports no errors.
+/// Changes inside them are not announced. It reports no errors.
 ///
 /// The handler runs on a private thread, one call at a time, also across stop() and start(); once for each
 /// batch of events. A call that is under way may outlast stop(). None is running once the destructor has

@@ -23,7 +23,7 @@ struct LineFields {
     std::optional<Message> message;
 };
 
-/// The count that the key of a "usage" object stands for; null for a key that is none of the four.
+/// The count that the key of a "usage" object stands for; null for any other key.
 [[nodiscard]] inline std::optional<std::int64_t> *countNamed(std::string_view key,
                                                              JSONLEntry::UsageWrapper &usage) noexcept {
     if (key == "input_tokens")

@@ -18,7 +18,7 @@ namespace burnwick {
 
 namespace {
 
-/// Closes the descriptor when it goes.
+/// Closes the descriptor when destroyed.
 class OpenFile {
 public:
     // Not blocking: whatever has taken the file's place since it was listed, opening it must not wait.

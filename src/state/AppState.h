@@ -76,8 +76,8 @@ public:
     /// Looks whether the user's time zone has changed; if so, computes the history anew and asks for the
     /// quota, whose extra usage counts days. Each local refresh does this first.
     void followTimeZone();
-    /// Call it when the machine has woken up. Until the next answer, requests for the quota that get none are
-    /// repeated after 3 s, at most 20 times: the network may not be back yet.
+    /// Call it when the machine has woken up. For a minute, or until the first answer, requests for the quota
+    /// that get no answer are repeated after 3 s: the network may not be back yet.
     void wakeUp();
     /// Computes the figures of the recent entries: tokens, cost, burn rate, projections and the indicator.
     void updateLocalStats();
