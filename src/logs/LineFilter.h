@@ -6,8 +6,8 @@
 
 namespace burnwick {
 
-/// Whether the line may be a usage line. A line that may not certainly is none: it has no key "usage", or
-/// never names "assistant", not even in escapes.
+/// Returns false only for lines that are certainly not usage lines: they have no key "usage", or do not
+/// contain "assistant", not even in escapes.
 [[nodiscard]] bool mayBeUsageLine(std::string_view line);
 
 } // namespace burnwick

@@ -16,8 +16,8 @@ struct ShowingUpdateState {
     bool userInitiated = false; ///< the user had asked
 };
 
-/// Is told that an updater is about to show an update, and sees to it that the user learns of it: who asked
-/// gets the program in front, everyone else a notification. Made on the main thread.
+/// Makes an update known to the user when an updater is about to show it: brings the program to the front if
+/// the user asked for the check, and sends a notification otherwise. Create it on the main thread.
 class UserDriverDelegate final : public QObject {
 public:
     /// Both are called on the main thread: `activateApplication` brings the program in front of all others.
