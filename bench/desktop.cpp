@@ -5,7 +5,7 @@
 #include "ResultTable.h"
 #include "WindowWatch.h"
 
-#include "platform/FakeStatusNotifierWatcher.h"
+#include "support/FakeStatusNotifierWatcher.h"
 #include "support/PrivateBus.h"
 #include "support/VirtualDisplay.h"
 

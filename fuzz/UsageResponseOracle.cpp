@@ -3,8 +3,8 @@
 #include "fuzz/Oracles.h"
 #include "fuzz/PlainJson.h"
 #include "model/Calendar.h"
-#include "net/DecodeError.h"
 #include "quota/OAuthUsageResponse.h"
+#include "json/DecodeError.h"
 
 #include <optional>
 #include <string>

@@ -3,8 +3,8 @@
 #include "app/AppDelegate.h"
 
 #include "platform/Platform.h"
-#include "ui/SvgIcon.h"
 #include "ui/WindowActivation.h"
+#include "ui/controls/SvgIcon.h"
 #include "ui/settings/UpdateAlert.h"
 #include "update/ReleaseAddresses.h"
 

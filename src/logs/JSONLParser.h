@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "logs/HistoricalData.h"
+#include "logs/HistoryBuilder.h"
 #include "logs/JSONLEntry.h"
 #include "model/Calendar.h"
 #include "model/Clock.h"

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "logs/LineFields.h"
-#include "model/JsonScanner.h"
+#include "json/JsonScanner.h"
 
 #include <deque>
 #include <string>

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "net/SystemProxies.h"
 
+#include "async/UnawaitedResult.h"
 #include "net/Loopback.h"
-#include "platform/UnawaitedResult.h"
 
 #include <chrono>
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "notify/QuotaAlertRules.h"
 
-#include "model/DisplayText.h"
+#include "display/DisplayText.h"
 #include "model/QuotaWindow.h"
 
 #include <array>

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "display/StatusTitle.h"
 #include "model/StatusIndicator.h"
-#include "model/StatusTitle.h"
 
 #include <functional>
 #include <optional>

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "quota/CredentialsDocument.h"
 
-#include "model/JsonScanner.h"
 #include "model/Timestamp.h"
+#include "json/JsonScanner.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -3,7 +3,7 @@
 #include "quota/OAuthUsageResponse.h"
 
 #include "model/Timestamp.h"
-#include "net/JsonReading.h"
+#include "json/JsonReading.h"
 
 #include <algorithm>
 

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "quota/RefreshedTokens.h"
 
-#include "net/JsonReading.h"
 #include "quota/RefreshError.h"
+#include "json/JsonReading.h"
 
 #include <QJsonValue>
 

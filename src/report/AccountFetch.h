@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "report/ReportFigures.h"
+#include "forms/ReportFigures.h"
 
 #include <filesystem>
 #include <optional>

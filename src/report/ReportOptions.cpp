@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "report/ReportOptions.h"
 
-#include "report/TerminalText.h"
+#include "forms/TerminalText.h"
 
 #include <QtCore/QCommandLineParser>
 

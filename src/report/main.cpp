@@ -1,17 +1,17 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
+#include "forms/GenmonForm.h"
+#include "forms/JsonForm.h"
+#include "forms/ReportFigures.h"
+#include "forms/TableForm.h"
+#include "forms/TerminalText.h"
+#include "forms/WaybarForm.h"
 #include "model/Calendar.h"
 #include "model/Clock.h"
 #include "model/Version.h"
 #include "platform/Process.h"
 #include "report/AccountFetch.h"
-#include "report/GenmonForm.h"
-#include "report/JsonForm.h"
-#include "report/ReportFigures.h"
 #include "report/ReportOptions.h"
-#include "report/TableForm.h"
-#include "report/TerminalText.h"
-#include "report/WaybarForm.h"
 
 #include <QtCore/QFile>
 

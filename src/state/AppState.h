@@ -4,6 +4,7 @@
 
 #include "logs/FileMonitor.h"
 #include "logs/JSONLParser.h"
+#include "model/ClaudeComponentStatus.h"
 #include "model/Cost.h"
 #include "model/ExtraUsageData.h"
 #include "model/OAuthStatus.h"
@@ -15,7 +16,6 @@
 #include "state/FailureVerdict.h"
 #include "state/LoginFlow.h"
 #include "state/OutageLog.h"
-#include "status/ClaudeComponentStatus.h"
 
 #include <QCoroTask>
 #include <QObject>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "status/ClaudeComponentStatus.h"
+#include "model/ClaudeComponentStatus.h"
 
 #include <QCoroTask>
 #include <QUrl>

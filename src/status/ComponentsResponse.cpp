@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "status/ComponentsResponse.h"
 
-#include "net/DecodeError.h"
-#include "net/JsonReading.h"
+#include "json/DecodeError.h"
+#include "json/JsonReading.h"
 
 #include <QJsonArray>
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "demo/FilesIn.h"
 #include "e2e/ProgramFixture.h"
-#include "platform/FakeApplication.h"
+#include "support/FakeApplication.h"
 
 namespace burnwick {
 namespace {

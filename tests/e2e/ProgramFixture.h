@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/FakeStatusNotifierWatcher.h"
+#include "support/FakeStatusNotifierWatcher.h"
 #include "support/LogTreeFixture.h"
 #include "support/ShiftedTime.h"
 #include "support/WaitFor.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "e2e/ProgramFixture.h"
-#include "platform/FakeApplication.h"
+#include "support/FakeApplication.h"
 #include "support/MuteBus.h"
 #include "support/VirtualDisplay.h"
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "e2e/AccountFixture.h"
-#include "platform/FakeNotificationServer.h"
+#include "support/FakeNotificationServer.h"
 
 #include <QDateTime>
 #include <QDir>

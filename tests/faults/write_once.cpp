@@ -5,8 +5,8 @@
 /// new contents are in place (0) or not (3). With "short" no call writes more than a few bytes. A call of
 /// getppid() comes before and after, for those who watch the calls.
 
-#include "platform/linux/AutostartLoginItem.h"
-#include "platform/linux/LinuxSecretStore.h"
+#include "platform/linux/login/AutostartLoginItem.h"
+#include "platform/linux/secrets/LinuxSecretStore.h"
 #include "prefs/UserDefaults.h"
 #include "quota/KeychainManager.h"
 

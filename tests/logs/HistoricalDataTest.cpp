@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "logs/HistoricalData.h"
+#include "logs/HistoryBuilder.h"
 
+#include "display/StatFigures.h"
 #include "logs/JSONLParser.h"
-#include "logs/StatFigures.h"
 #include "support/LogTreeFixture.h"
 #include "support/ManualClock.h"
 

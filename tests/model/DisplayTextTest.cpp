@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "model/DisplayText.h"
+#include "display/DisplayText.h"
 
 #include "support/HostileTexts.h"
 

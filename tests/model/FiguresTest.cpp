@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
+#include "display/DisplayFormat.h"
+#include "display/StatusTitle.h"
 #include "model/Cost.h"
-#include "model/DisplayFormat.h"
 #include "model/StatusIndicator.h"
-#include "model/StatusTitle.h"
 
 #include <gtest/gtest.h>
 

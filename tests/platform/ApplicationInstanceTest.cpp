@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "platform/FakeApplication.h"
 #include "platform/Platform.h"
-#include "platform/linux/BusApplicationInstance.h"
+#include "platform/linux/instance/BusApplicationInstance.h"
 #include "support/EnvironmentVariable.h"
+#include "support/FakeApplication.h"
 #include "support/PrivateBus.h"
 #include "support/WaitFor.h"
 

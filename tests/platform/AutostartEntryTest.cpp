@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "platform/linux/AutostartEntry.h"
+#include "platform/linux/login/AutostartEntry.h"
 #include "support/LogTreeFixture.h"
 #include "support/WaitFor.h"
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "platform/linux/LinuxDesktopAppearance.h"
+#include "platform/linux/appearance/LinuxDesktopAppearance.h"
 
 #include "platform/FakeSettingsPortal.h"
 #include "support/PrivateBus.h"

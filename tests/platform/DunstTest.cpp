@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "support/Dunst.h"
-#include "platform/linux/LinuxNotificationCenter.h"
+#include "platform/linux/notifications/LinuxNotificationCenter.h"
 #include "support/WaitFor.h"
 
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/FakeSecretService.h"
 
-#include "platform/linux/SecretServiceTypes.h"
+#include "platform/linux/secrets/SecretServiceTypes.h"
 #include <QtDBus/QDBusArgument>
 #include <QtDBus/QDBusError>
 #include <QtDBus/QDBusVariant>

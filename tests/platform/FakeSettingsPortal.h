@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/FakeService.h"
+#include "support/FakeService.h"
 
 #include <QtCore/QHash>
 #include <QtCore/QVariant>

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "platform/Platform.h"
-#include "platform/linux/AutostartEntry.h"
-#include "platform/linux/AutostartLoginItem.h"
+#include "platform/linux/login/AutostartEntry.h"
+#include "platform/linux/login/AutostartLoginItem.h"
 #include "support/EnvironmentVariable.h"
 #include "support/LogTreeFixture.h"
 

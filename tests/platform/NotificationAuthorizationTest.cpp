@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "platform/FakeNotificationServer.h"
-#include "platform/linux/LinuxNotificationCenter.h"
+#include "platform/linux/notifications/LinuxNotificationCenter.h"
 #include "support/EnvironmentVariable.h"
+#include "support/FakeNotificationServer.h"
 #include "support/LogTreeFixture.h"
 #include "support/WaitFor.h"
 

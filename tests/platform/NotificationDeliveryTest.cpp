@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "platform/FakeNotificationServer.h"
-#include "platform/linux/LinuxNotificationCenter.h"
+#include "platform/linux/notifications/LinuxNotificationCenter.h"
+#include "support/FakeNotificationServer.h"
 #include "support/PrivateBus.h"
 #include "support/WaitFor.h"
 

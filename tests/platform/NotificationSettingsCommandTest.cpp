@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "platform/linux/NotificationSettingsCommand.h"
+#include "platform/linux/notifications/NotificationSettingsCommand.h"
 
-#include "platform/linux/LinuxDesktopSettings.h"
+#include "platform/linux/notifications/LinuxDesktopSettings.h"
 #include "support/EnvironmentVariable.h"
 #include "support/LogCapture.h"
 #include "support/LogTreeFixture.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "platform/FakeSecretService.h"
-#include "platform/linux/LinuxSecretStore.h"
+#include "platform/linux/secrets/LinuxSecretStore.h"
 #include "quota/KeychainManager.h"
 #include "support/EnvironmentVariable.h"
 #include "support/LogCapture.h"

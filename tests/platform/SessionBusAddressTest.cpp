@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "platform/linux/SessionBusAddress.h"
+#include "platform/linux/bus/SessionBusAddress.h"
 
 #include "support/MuteBus.h"
 #include "support/PrivateBus.h"

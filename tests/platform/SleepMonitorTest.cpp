@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/FakeLoginManager.h"
 #include "platform/Platform.h"
-#include "platform/linux/SessionBusAddress.h"
+#include "platform/linux/bus/SessionBusAddress.h"
 #include "support/EnvironmentVariable.h"
 #include "support/PrivateBus.h"
 #include "support/WaitFor.h"

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "platform/FakeStatusNotifierWatcher.h"
 #include "platform/Platform.h"
 #include "platform/StatusItemTestContent.h"
-#include "platform/linux/OneEntryMenu.h"
-#include "platform/linux/StatusNotifierTypes.h"
+#include "platform/linux/statusitem/OneEntryMenu.h"
+#include "platform/linux/statusitem/StatusNotifierTypes.h"
+#include "support/FakeStatusNotifierWatcher.h"
 #include "support/LogCapture.h"
 #include "support/WaitFor.h"
 

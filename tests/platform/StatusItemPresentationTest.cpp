@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "platform/StatusItemTestContent.h"
-#include "platform/linux/StatusItemPainting.h"
-#include "platform/linux/StatusItemToolTip.h"
-#include "platform/linux/StatusNotifierTypes.h"
-#include "platform/linux/TrayHost.h"
+#include "platform/linux/statusitem/StatusItemPainting.h"
+#include "platform/linux/statusitem/StatusItemToolTip.h"
+#include "platform/linux/statusitem/StatusNotifierTypes.h"
+#include "platform/linux/statusitem/TrayHost.h"
 
 #include <gtest/gtest.h>
 

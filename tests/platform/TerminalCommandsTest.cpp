@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "platform/linux/TerminalCommands.h"
+#include "platform/linux/terminal/TerminalCommands.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "platform/linux/LinuxTerminalLauncher.h"
+#include "platform/linux/terminal/LinuxTerminalLauncher.h"
 #include "support/EnvironmentVariable.h"
 #include "support/LogTreeFixture.h"
 #include "support/WaitFor.h"

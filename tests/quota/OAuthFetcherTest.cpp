@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "quota/OAuthFetcher.h"
 
-#include "net/DecodeError.h"
 #include "net/HttpClient.h"
 #include "net/TransportError.h"
 #include "quota/FetchError.h"
@@ -13,6 +12,7 @@
 #include "support/Outcome.h"
 #include "support/ScriptedServer.h"
 #include "support/WaitFor.h"
+#include "json/DecodeError.h"
 
 #include <gtest/gtest.h>
 

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "quota/RefreshedTokens.h"
 
-#include "net/DecodeError.h"
 #include "quota/RefreshError.h"
 #include "support/ManualClock.h"
+#include "json/DecodeError.h"
 
 #include <gtest/gtest.h>
 

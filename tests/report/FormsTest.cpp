@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "report/GenmonForm.h"
-#include "report/JsonForm.h"
-#include "report/Sparkline.h"
-#include "report/TableForm.h"
-#include "report/TerminalText.h"
-#include "report/WaybarForm.h"
+#include "forms/GenmonForm.h"
+#include "forms/JsonForm.h"
+#include "forms/Sparkline.h"
+#include "forms/TableForm.h"
+#include "forms/TerminalText.h"
+#include "forms/WaybarForm.h"
 #include "support/HostileTexts.h"
 #include "support/JsonMembers.h"
 

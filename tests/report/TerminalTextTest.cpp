@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "report/TerminalText.h"
+#include "forms/TerminalText.h"
 
-#include "report/TerminalStyle.h"
+#include "forms/TerminalStyle.h"
 
 #include <gtest/gtest.h>
 

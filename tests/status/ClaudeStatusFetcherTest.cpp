@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "status/ClaudeStatusFetcher.h"
 
-#include "net/DecodeError.h"
 #include "net/HttpClient.h"
 #include "status/ComponentsResponse.h"
 #include "support/Outcome.h"
 #include "support/ScriptedServer.h"
+#include "json/DecodeError.h"
 
 #include <gtest/gtest.h>
 

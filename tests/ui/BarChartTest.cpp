@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "support/PaintCount.h"
 #include "support/PictureOf.h"
-#include "ui/dashboard/ModelBarChartView.h"
+#include "ui/charts/ModelBarChartView.h"
 #include "ui/theme/TextStyle.h"
 #include "ui/theme/ThemeColors.h"
 #include "ui/theme/ThemePalette.h"

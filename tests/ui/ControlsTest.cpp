@@ -3,10 +3,10 @@
 #include "support/PictureOf.h"
 #include "support/VisibleControls.h"
 #include "support/WaitFor.h"
-#include "ui/SvgIcon.h"
-#include "ui/controls/FittedArea.h"
 #include "ui/controls/SegmentedPicker.h"
+#include "ui/controls/SvgIcon.h"
 #include "ui/controls/Switch.h"
+#include "ui/layout/FittedArea.h"
 #include "ui/theme/QuietStyle.h"
 #include "ui/theme/ThemePalette.h"
 

@@ -4,12 +4,12 @@
 #include "support/Screens.h"
 #include "support/VisibleControls.h"
 #include "ui/DashboardScenes.h"
-#include "ui/controls/FittedArea.h"
 #include "ui/controls/FocusRing.h"
 #include "ui/controls/PanelCard.h"
 #include "ui/dashboard/AccountBar.h"
 #include "ui/dashboard/DashboardButtons.h"
 #include "ui/dashboard/ModelStatRowView.h"
+#include "ui/layout/FittedArea.h"
 #include "ui/statusbar/StatusBarController.h"
 #include "ui/theme/QuietStyle.h"
 

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "support/HostileTexts.h"
-#include "ui/controls/TextLabel.h"
 #include "ui/dashboard/ActivityTabs.h"
 #include "ui/dashboard/LivePanels.h"
 #include "ui/dashboard/ModelStatRowView.h"
+#include "ui/text/TextLabel.h"
 
 #include <gtest/gtest.h>
 

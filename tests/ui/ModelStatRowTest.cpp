@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "support/PaintCount.h"
 #include "support/WaitFor.h"
-#include "ui/dashboard/ActivityHeatmapView.h"
+#include "ui/charts/ActivityHeatmapView.h"
+#include "ui/charts/ModelBarChartView.h"
+#include "ui/charts/UsageBar.h"
 #include "ui/dashboard/ActivityTabs.h"
-#include "ui/dashboard/ModelBarChartView.h"
 #include "ui/dashboard/ModelStatRowView.h"
-#include "ui/dashboard/UsageBar.h"
 #include "ui/theme/ThemeColors.h"
 #include "ui/theme/ThemePalette.h"
 

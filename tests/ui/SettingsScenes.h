@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/AutostartLoginItem.h"
+#include "platform/linux/login/AutostartLoginItem.h"
 #include "support/StateFixture.h"
 #include "ui/settings/SettingsView.h"
 

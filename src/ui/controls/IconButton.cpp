@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/controls/IconButton.h"
 
-#include "ui/SvgIcon.h"
+#include "ui/controls/SvgIcon.h"
 #include "ui/theme/ThemeColors.h"
 
 #include <QPainter>

@@ -3,7 +3,7 @@
 #include "ui/controls/PanelCard.h"
 
 #include "ui/controls/AccessibleRole.h"
-#include "ui/controls/TextLabel.h"
+#include "ui/text/TextLabel.h"
 #include "ui/theme/ThemeColors.h"
 
 #include <QHBoxLayout>

@@ -3,9 +3,9 @@
 #include "ui/dashboard/AccountBar.h"
 
 #include "ui/controls/MenuButton.h"
-#include "ui/controls/TextLabel.h"
 #include "ui/dashboard/DashboardButtons.h"
 #include "ui/dashboard/StatusPill.h"
+#include "ui/text/TextLabel.h"
 
 #include <QActionGroup>
 #include <QHBoxLayout>

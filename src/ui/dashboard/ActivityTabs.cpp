@@ -2,15 +2,15 @@
 // SPDX-License-Identifier: MIT
 #include "ui/dashboard/ActivityTabs.h"
 
-#include "ui/controls/BareArea.h"
+#include "ui/charts/ActivityHeatmapView.h"
+#include "ui/charts/HeatmapLegend.h"
+#include "ui/charts/ModelBarChartView.h"
 #include "ui/controls/PanelCard.h"
-#include "ui/controls/Text.h"
-#include "ui/controls/TextLabel.h"
-#include "ui/dashboard/ActivityHeatmapView.h"
-#include "ui/dashboard/HeatmapLegend.h"
-#include "ui/dashboard/ModelBarChartView.h"
 #include "ui/dashboard/ModelStatRowView.h"
 #include "ui/dashboard/StatTile.h"
+#include "ui/layout/BareArea.h"
+#include "ui/text/Text.h"
+#include "ui/text/TextLabel.h"
 
 #include <QEvent>
 #include <QGridLayout>

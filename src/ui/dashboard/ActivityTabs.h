@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "logs/HistoricalData.h"
-#include "logs/StatFigures.h"
+#include "display/StatFigures.h"
+#include "model/HistoricalData.h"
 
 #include <QWidget>
 

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "ui/dashboard/HeaderBar.h"
 
-#include "ui/Logo.h"
 #include "ui/controls/IconButton.h"
-#include "ui/controls/TextLabel.h"
+#include "ui/controls/Logo.h"
+#include "ui/text/TextLabel.h"
 
 #include <QHBoxLayout>
 

@@ -4,8 +4,8 @@
 
 #include "state/AppState.h"
 #include "ui/controls/AccessibleRole.h"
-#include "ui/controls/TextLabel.h"
 #include "ui/dashboard/LivePanels.h"
+#include "ui/text/TextLabel.h"
 #include "ui/theme/ThemeColors.h"
 
 #include <QPainter>

@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "ui/dashboard/LivePanels.h"
 
-#include "model/DisplayFormat.h"
-#include "model/DisplayText.h"
+#include "display/DisplayFormat.h"
+#include "display/DisplayText.h"
 #include "ui/controls/AccessibleRole.h"
 #include "ui/controls/StatusDot.h"
-#include "ui/controls/Text.h"
-#include "ui/controls/TextLabel.h"
 #include "ui/dashboard/PanelRows.h"
+#include "ui/text/Text.h"
+#include "ui/text/TextLabel.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "model/ClaudeComponentStatus.h"
 #include "model/ExtraUsageData.h"
 #include "model/QuotaData.h"
-#include "status/ClaudeComponentStatus.h"
 #include "ui/controls/PanelCard.h"
 
 #include <optional>

@@ -2,14 +2,14 @@
 // SPDX-License-Identifier: MIT
 #include "ui/dashboard/ModelStatRowView.h"
 
-#include "model/DisplayFormat.h"
-#include "model/DisplayText.h"
+#include "display/DisplayFormat.h"
+#include "display/DisplayText.h"
+#include "ui/charts/DailyActivity.h"
+#include "ui/charts/UsageBar.h"
 #include "ui/controls/AccessibleRole.h"
-#include "ui/controls/Text.h"
-#include "ui/controls/TextLabel.h"
-#include "ui/controls/ToolTipText.h"
-#include "ui/dashboard/DailyActivity.h"
-#include "ui/dashboard/UsageBar.h"
+#include "ui/text/Text.h"
+#include "ui/text/TextLabel.h"
+#include "ui/text/ToolTipText.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "logs/HistoricalData.h"
+#include "model/HistoricalData.h"
 
 #include <QWidget>
 

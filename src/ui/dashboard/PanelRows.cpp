@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "ui/dashboard/PanelRows.h"
 
-#include "model/DisplayFormat.h"
+#include "display/DisplayFormat.h"
 #include "model/StatusIndicator.h"
+#include "ui/charts/UsageBar.h"
 #include "ui/controls/AccessibleRole.h"
-#include "ui/controls/Text.h"
-#include "ui/controls/TextLabel.h"
-#include "ui/dashboard/UsageBar.h"
+#include "ui/text/Text.h"
+#include "ui/text/TextLabel.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/settings/SettingsCard.h"
 
-#include "ui/controls/TextLabel.h"
+#include "ui/text/TextLabel.h"
 
 #include <QHBoxLayout>
 #include <QPainter>

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "ui/settings/SettingsWindowController.h"
 
-#include "ui/SvgIcon.h"
 #include "ui/WindowActivation.h"
-#include "ui/controls/ScreenRoom.h"
+#include "ui/controls/SvgIcon.h"
+#include "ui/layout/ScreenRoom.h"
 
 #include <QGuiApplication>
 #include <QScreen>

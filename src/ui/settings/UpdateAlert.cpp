@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "ui/settings/UpdateAlert.h"
 
-#include "model/DisplayText.h"
-#include "ui/SvgIcon.h"
+#include "display/DisplayText.h"
 #include "ui/WindowActivation.h"
 #include "ui/controls/FocusRing.h"
-#include "ui/controls/Text.h"
+#include "ui/controls/SvgIcon.h"
 #include "ui/settings/SettingsCard.h"
+#include "ui/text/Text.h"
 #include "ui/theme/TextStyle.h"
 
 #include <QLabel>

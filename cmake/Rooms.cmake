@@ -1,0 +1,25 @@
+# burnwick_room([MOC] [SOURCES files...] [USES rooms...] [PUBLIC libraries...] [PRIVATE libraries...])
+#
+# The target of the folder whose CMakeLists.txt calls it, named burnwick_ and the folder's path below src, such as
+# burnwick_platform_linux_bus. Without sources it has headers only. USES names every folder from which the
+# folder's files include a header, on one line: cmake/check-arrows.sh compares. MOC: the headers have Q_OBJECT.
+function(burnwick_room)
+    cmake_parse_arguments(PARSE_ARGV 0 ARG "MOC" "" "SOURCES;USES;PUBLIC;PRIVATE")
+    cmake_path(RELATIVE_PATH CMAKE_CURRENT_SOURCE_DIR BASE_DIRECTORY ${PROJECT_SOURCE_DIR}/src OUTPUT_VARIABLE folder)
+    string(MAKE_C_IDENTIFIER burnwick_${folder} target)
+    set(used)
+    foreach(room ${ARG_USES})
+        string(MAKE_C_IDENTIFIER burnwick_${room} room)
+        list(APPEND used ${room})
+    endforeach()
+    if(ARG_SOURCES)
+        add_library(${target} ${ARG_SOURCES})
+        set_target_properties(${target} PROPERTIES AUTOMOC ${ARG_MOC})
+        target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+        target_link_libraries(${target} PUBLIC ${used} ${ARG_PUBLIC} PRIVATE burnwick_warnings ${ARG_PRIVATE})
+    else()
+        add_library(${target} INTERFACE)
+        target_include_directories(${target} INTERFACE ${PROJECT_SOURCE_DIR}/src)
+        target_link_libraries(${target} INTERFACE ${used} ${ARG_PUBLIC})
+    endif()
+endfunction()

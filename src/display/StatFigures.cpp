@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "display/StatFigures.h"
+
+#include "display/DisplayFormat.h"
+#include "display/DisplayText.h"
+
+namespace burnwick {
+
+std::array<StatFigure, 12> statFigures(const HistoricalData &history, double sessionCost) {
+    const SessionTokens &tokens = history.totalTokens;
+    const auto inDays = [](std::int64_t days) { return std::to_string(days) + 'd'; };
+    return {{
+        {"Sessions", std::to_string(history.sessionCount)},
+        {"Messages", std::to_string(history.messageCount)},
+        {"Total tokens", tokenCountText(tokens.total())},
+        {"Active days", std::to_string(history.activeDays)},
+        {"Cache Effective", percentText(cacheEfficiencyPct(tokens))},
+        {"Input", tokenCountText(tokens.input)},
+        {"Session Cost", costText(sessionCost)},
+        {"Current streak", inDays(history.currentStreak)},
+        {"Longest streak", inDays(history.longestStreak)},
+        {"Peak hour", peakHourText(history.peakHour)},
+        {"Favorite model",
+         history.favoriteModel ? displayText(modelFamilyName(*history.favoriteModel)) : "--"},
+        {"Output", tokenCountText(tokens.output)},
+    }};
+}
+
+} // namespace burnwick

@@ -1,0 +1,193 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "files/WholeFile.h"
+
+#include <QtCore/QRandomGenerator>
+
+#include <array>
+#include <cerrno>
+#include <cstdint>
+#include <cstdio>
+#include <ctime>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+namespace burnwick {
+
+namespace {
+
+/// An open file, closed with the object.
+class Descriptor {
+public:
+    explicit Descriptor(int fd) noexcept
+        : m_fd(fd) {}
+    ~Descriptor() { close(); }
+    Descriptor(const Descriptor &) = delete;
+    Descriptor &operator=(const Descriptor &) = delete;
+
+    [[nodiscard]] bool isOpen() const noexcept { return m_fd >= 0; }
+    [[nodiscard]] int get() const noexcept { return m_fd; }
+    /// Some file systems tell only now that the disk is full.
+    bool close() noexcept {
+        const int fd = std::exchange(m_fd, -1);
+        return fd < 0 || ::close(fd) == 0;
+    }
+
+private:
+    int m_fd;
+};
+
+std::error_code lastError() {
+    return {errno, std::generic_category()};
+}
+
+bool writeAll(int fd, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(fd, bytes.data(), bytes.size());
+        if (written < 0 && errno != EINTR)
+            return false;
+        if (written > 0)
+            bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+/// A name that nobody else takes for a temporary file of his own.
+std::string temporaryName(const std::string &name) {
+    const std::uint64_t number = QRandomGenerator::system()->generate64();
+    std::array<char, 17> digits{};
+    std::snprintf(digits.data(), digits.size(), "%016llx", static_cast<unsigned long long>(number));
+    return "." + name + "." + digits.data();
+}
+
+bool isTemporaryNameFor(std::string_view file, std::string_view name) {
+    const std::string prefix = "." + std::string(file) + ".";
+    return name.size() == prefix.size() + 16 && name.starts_with(prefix) &&
+           name.find_first_not_of("0123456789abcdef", prefix.size()) == std::string_view::npos;
+}
+
+struct OldFile {
+    const Descriptor &file;
+    struct stat status {};
+};
+
+/// Gives the new file the old one's access list, or none. Where there is one, the mode's bits for the group
+/// are those of the most that the list grants, and the group itself may have less.
+bool takeAccessList(int old, int fd) {
+    constexpr const char *name = "system.posix_acl_access";
+    const auto isNone = [] { return errno == ENODATA || errno == EOPNOTSUPP; };
+    const ssize_t size = ::fgetxattr(old, name, nullptr, 0);
+    if (size < 0)
+        // The folder may have given it one.
+        return isNone() && (::fremovexattr(fd, name) == 0 || isNone());
+    std::string list(static_cast<std::size_t>(size), '\0');
+    return ::fgetxattr(old, name, list.data(), list.size()) == size &&
+           ::fsetxattr(fd, name, list.data(), list.size(), 0) == 0;
+}
+
+/// Gives the new file the old one's owner, group, access list and mode; false when it cannot have the owner
+/// or the list.
+bool takeAfter(const OldFile &old, int fd) {
+    struct stat now {};
+    if (::fstat(fd, &now) != 0)
+        return false;
+    const struct stat &was = old.status;
+    mode_t mode = was.st_mode & 07777U;
+    if (now.st_uid != was.st_uid && ::fchown(fd, was.st_uid, static_cast<gid_t>(-1)) != 0)
+        return false;
+    if (now.st_gid != was.st_gid && ::fchown(fd, static_cast<uid_t>(-1), was.st_gid) != 0)
+        mode &= S_IRWXU;
+    else if (!takeAccessList(old.file.get(), fd))
+        return false;
+    return ::fchmod(fd, mode) == 0;
+}
+
+/// Leaves the error in errno.
+bool writeBeside(int directory, const std::string &temporary, const OldFile &old, std::string_view contents) {
+    // Read-only where the old file is: the mode counts for those who open the file later.
+    const mode_t mode = old.status.st_mode & (S_IRUSR | S_IWUSR);
+    Descriptor file(
+        ::openat(directory, temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
+    return file.isOpen() && writeAll(file.get(), contents) && takeAfter(old, file.get()) &&
+           ::fsync(file.get()) == 0 && file.close();
+}
+
+} // namespace
+
+std::optional<std::string> readWholeFile(const std::filesystem::path &file, std::size_t limit) {
+    const Descriptor open(::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    struct stat status {};
+    if (!open.isOpen() || ::fstat(open.get(), &status) != 0 || !S_ISREG(status.st_mode))
+        return std::nullopt;
+    // One byte more shows that the limit is exceeded. Not the size in `status`: the file may be growing.
+    std::string bytes(limit + 1, '\0');
+    std::size_t length = 0;
+    while (length <= limit) {
+        const ssize_t count = ::read(open.get(), bytes.data() + length, bytes.size() - length);
+        if (count == 0)
+            break;
+        if (count < 0 && errno != EINTR)
+            return std::nullopt;
+        if (count > 0)
+            length += static_cast<std::size_t>(count);
+    }
+    if (length > limit)
+        return std::nullopt;
+    bytes.resize(length);
+    bytes.shrink_to_fit();
+    return bytes;
+}
+
+std::error_code replaceWholeFile(const std::filesystem::path &file, std::string_view contents) {
+    std::error_code error;
+    const auto target = std::filesystem::canonical(file, error);
+    if (error)
+        return error;
+    // Everything below is done relative to the directory, which may be moved meanwhile.
+    const Descriptor directory(::open(target.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const std::string name = target.filename();
+    const Descriptor present(
+        ::openat(directory.get(), name.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_NOFOLLOW | O_CLOEXEC));
+    OldFile old{present};
+    if (!present.isOpen() || ::fstat(present.get(), &old.status) != 0)
+        return lastError();
+    if (!S_ISREG(old.status.st_mode))
+        return std::make_error_code(std::errc::invalid_argument);
+
+    const std::string temporary = temporaryName(name);
+    if (!writeBeside(directory.get(), temporary, old, contents) ||
+        ::renameat(directory.get(), temporary.c_str(), directory.get(), name.c_str()) != 0) {
+        error = lastError();
+        if (error != std::errc::file_exists)
+            ::unlinkat(directory.get(), temporary.c_str(), 0);
+        return error;
+    }
+    // The new contents are in place, whatever comes of this: without it, a power failure may bring the old
+    // ones back.
+    static_cast<void>(::fsync(directory.get()));
+    return {};
+}
+
+void removeAbandonedFiles(const std::filesystem::path &file) {
+    constexpr std::time_t underWayFor = 60; // seconds
+    std::error_code error;
+    // The file itself may be missing by now.
+    const auto target = std::filesystem::weakly_canonical(file, error);
+    if (error)
+        return;
+    const std::string name = target.filename();
+    for (std::filesystem::directory_iterator entry(target.parent_path(), error), end; !error && entry != end;
+         entry.increment(error)) {
+        struct stat status {};
+        if (isTemporaryNameFor(name, entry->path().filename().native()) &&
+            ::lstat(entry->path().c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
+            status.st_uid == ::geteuid() && std::time(nullptr) - status.st_mtime > underWayFor)
+            static_cast<void>(::unlink(entry->path().c_str()));
+    }
+}
+
+} // namespace burnwick

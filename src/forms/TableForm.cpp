@@ -1,0 +1,223 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "forms/TableForm.h"
+
+#include "display/DisplayFormat.h"
+#include "display/StatFigures.h"
+#include "forms/Sparkline.h"
+#include "forms/TerminalText.h"
+
+#include <algorithm>
+#include <cmath>
+#include <span>
+#include <vector>
+
+namespace burnwick {
+
+namespace {
+
+constexpr int indentColumns = 2;
+constexpr int labelColumns = 16;
+constexpr int valueColumns = 19;
+constexpr int gapColumns = 6;
+constexpr int contentColumns = 2 * (labelColumns + valueColumns) + gapColumns; // with the indent: 78
+constexpr int shareBarColumns = 12;
+constexpr int usageBarColumns = 24;
+constexpr std::size_t mostModelsShown = 8;
+
+class Table {
+public:
+    explicit Table(TerminalColors colors)
+        : m_colors(colors) {}
+
+    void heading(std::string_view text, std::string_view remark) {
+        m_text += '\n' + bold(text, m_colors);
+        if (!remark.empty())
+            m_text += "  " + dim(remark, m_colors);
+        m_text += '\n';
+    }
+    void line(std::string_view printable) {
+        m_text += blanks(indentColumns);
+        m_text.append(printable) += '\n';
+    }
+    /// Two columns of figures, the first half of them in the left one.
+    void figures(std::span<const StatFigure> figures) {
+        const std::size_t rows = figures.size() / 2;
+        for (std::size_t row = 0; row < rows; ++row)
+            line(cell(figures[row]) + blanks(gapColumns) + cell(figures[rows + row]));
+    }
+    [[nodiscard]] std::string dimmed(std::string_view printable) const { return dim(printable, m_colors); }
+    [[nodiscard]] std::string take() && { return std::move(m_text); }
+
+private:
+    static std::string blanks(int count) { return std::string(static_cast<std::size_t>(count), ' '); }
+
+    [[nodiscard]] std::string cell(const StatFigure &figure) const {
+        const std::string value = elidedInMiddle(printableText(figure.value), valueColumns);
+        return dimmed(leftAligned(figure.label, labelColumns)) + rightAligned(value, valueColumns);
+    }
+
+    TerminalColors m_colors;
+    std::string m_text;
+};
+
+std::string titleLine(const SessionFigures &session, TerminalColors colors) {
+    constexpr std::string_view name = "Burnwick";
+    const StatusTitle title = session.title();
+    const int free = indentColumns + contentColumns - columnsOf(name) - columnsOf(plainText(title));
+    return bold(name, colors) + std::string(static_cast<std::size_t>(std::max(free, 2)), ' ') +
+           styledTitle(title, session.indicator(), colors) + '\n';
+}
+
+void addSession(Table &table, const SessionFigures &session) {
+    table.heading("Session", session.hasJSONLData ? "logs of the last 24 hours"
+                                                  : "no usage in the logs of the last 24 hours");
+    const SessionTokens &tokens = session.tokens;
+    const StatFigure figures[] = {{"Input", tokenCountText(tokens.input)},
+                                  {"Output", tokenCountText(tokens.output)},
+                                  {"Cache creation", tokenCountText(tokens.cacheCreation)},
+                                  {"Cache read", tokenCountText(tokens.cacheRead)},
+                                  {"Total tokens", tokenCountText(tokens.total())},
+                                  {"Cost", costText(session.cost)},
+                                  {"Burn rate", burnRateText(session.burnRateTokensPerMin)},
+                                  {"Projected today", costText(session.projected.today)},
+                                  {"Projected week", costText(session.projected.week)},
+                                  {"Projected month", costText(session.projected.month)}};
+    table.figures(figures);
+}
+
+std::string_view periodOf(TimeFilter filter) {
+    switch (filter) {
+    case TimeFilter::thirtyDays:
+        return "last 30 days";
+    case TimeFilter::sevenDays:
+        return "last 7 days";
+    case TimeFilter::all:
+        break;
+    }
+    return "all time";
+}
+
+void addActivity(Table &table, const ReportFigures &figures) {
+    const auto &activity = figures.history.dailyActivity;
+    if (activity.empty())
+        return;
+    constexpr std::chrono::days fewest{7};
+    constexpr std::chrono::days most{contentColumns};
+    const std::chrono::days sinceFirst = figures.today - activity.begin()->first + std::chrono::days(1);
+    const int days = static_cast<int>(std::clamp(sinceFirst, fewest, most).count());
+    const std::string line = sparkline(activity, figures.today, days);
+    if (line.empty())
+        return;
+    table.heading("Activity", "tokens a day, last " + std::to_string(days) + " days");
+    table.line(line);
+}
+
+std::string percentageBar(double percentage, int columns) {
+    // A share above 0 shows, however small it is.
+    const int full = static_cast<int>(std::ceil(std::clamp(percentage, 0.0, 100.0) / 100 * columns));
+    std::string bar;
+    for (int column = 0; column < columns; ++column)
+        bar += column < full ? "━" : " ";
+    return bar;
+}
+
+void addModels(Table &table, const std::vector<ModelStat> &models) {
+    table.heading("Models", "share of input and output tokens");
+    if (models.empty())
+        return table.line("No model data yet");
+
+    const std::span shown(models.data(), std::min(models.size(), mostModelsShown));
+    std::vector<std::string> details;
+    int detailColumns = 0;
+    for (const ModelStat &model : shown) {
+        details.push_back(tokenCountText(model.inputTokens) + " in · " + tokenCountText(model.outputTokens) +
+                          " out");
+        detailColumns = std::max(detailColumns, columnsOf(details.back()));
+    }
+    constexpr int percentColumns = 4;
+    constexpr int between = 2;
+    const int nameColumns = contentColumns - percentColumns - shareBarColumns - detailColumns - 3 * between;
+    for (std::size_t i = 0; i < shown.size(); ++i) {
+        const std::string name = elidedInMiddle(printableText(shown[i].name), std::max(nameColumns, 8));
+        table.line(leftAligned(name, nameColumns) + "  " +
+                   rightAligned(percentText(shown[i].percentage), percentColumns) + "  " +
+                   percentageBar(shown[i].percentage, shareBarColumns) + "  " +
+                   table.dimmed(rightAligned(details[i], detailColumns)));
+    }
+    if (shown.size() < models.size())
+        table.line(table.dimmed("and " + std::to_string(models.size() - shown.size()) + " more"));
+}
+
+void addUsage(Table &table, std::string_view label, double percentage, const std::string &detail) {
+    constexpr int percentColumns = 6;
+    constexpr int detailColumns = contentColumns - labelColumns - percentColumns - usageBarColumns - 4;
+    const std::string percent = elidedInMiddle(percentText(percentage), percentColumns);
+    std::string line = table.dimmed(leftAligned(label, labelColumns)) +
+                       rightAligned(percent, percentColumns) + "  " +
+                       percentageBar(percentage, usageBarColumns);
+    if (!detail.empty())
+        line += "  " + table.dimmed(elidedInMiddle(detail, detailColumns));
+    table.line(line);
+}
+
+std::string resetText(const std::optional<Instant> &resetAt, Instant now) {
+    if (!resetAt)
+        return {};
+    return *resetAt <= now ? "resets now" : "resets in " + timeRemainingText(*resetAt, now);
+}
+
+void addExtraUsage(Table &table, const ExtraUsageData &usage) {
+    const std::string days =
+        std::to_string(usage.daysUntilReset) + (usage.daysUntilReset == 1 ? " day" : " days");
+    addUsage(table, "Extra usage", usage.dailySpendPct,
+             costText(usage.dailySpend) + " · " +
+                 (usage.daysUntilReset > 0 ? "resets in " + days : "resets today"));
+    const StatFigure amounts[] = {{"Monthly limit", costText(usage.monthlyLimit)},
+                                  {"Current balance", costText(usage.currentBalance)}};
+    table.figures(amounts);
+}
+
+void addClaudeStatus(Table &table, const std::optional<std::vector<ClaudeComponentStatus>> &components) {
+    constexpr int nameColumns = labelColumns + valueColumns;
+    table.heading("Claude status", components ? "" : "not known");
+    if (!components)
+        return;
+    for (const ClaudeComponentStatus &component : *components) {
+        const std::string name = elidedInMiddle(printableText(component.name), nameColumns);
+        table.line(table.dimmed(leftAligned(name, nameColumns)) + "  " +
+                   std::string(wordFor(component.status)));
+    }
+}
+
+void addAccount(Table &table, const ReportFigures &figures) {
+    if (!figures.account)
+        return;
+    table.heading("Quota", nameOf(figures.account->oauthStatus));
+    if (const auto &quota = figures.session.quota) {
+        addUsage(table, "Session", quota->fiveHourUsagePct, resetText(quota->fiveHourResetAt, figures.now));
+        addUsage(table, "Weekly", quota->sevenDayUsagePct, resetText(quota->sevenDayResetAt, figures.now));
+        addUsage(table, "Claude Design", quota->claudeDesignWeeklyPct,
+                 resetText(quota->claudeDesignResetAt, figures.now));
+    } else {
+        table.line("No quota could be had");
+    }
+    if (figures.account->extraUsage)
+        addExtraUsage(table, *figures.account->extraUsage);
+    addClaudeStatus(table, figures.account->claudeStatus);
+}
+
+} // namespace
+
+std::string tableForm(const ReportFigures &figures, TerminalColors colors) {
+    Table table(colors);
+    addSession(table, figures.session);
+    addAccount(table, figures);
+    table.heading("History", periodOf(figures.timeFilter));
+    table.figures(statFigures(figures.history, figures.session.cost));
+    addActivity(table, figures);
+    addModels(table, figures.history.modelStats);
+    return titleLine(figures.session, colors) + std::move(table).take();
+}
+
+} // namespace burnwick

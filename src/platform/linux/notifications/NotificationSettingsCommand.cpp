@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "platform/linux/notifications/NotificationSettingsCommand.h"
+
+namespace burnwick {
+
+namespace {
+
+struct SettingsPage {
+    const char *command; ///< words separated by spaces
+    const char *desktop; ///< whose page it is, as in XDG_CURRENT_DESKTOP
+    bool onlyThere = false;
+};
+
+/// In the order in which they are tried; each desktop's first one is the newest.
+constexpr SettingsPage pages[] = {
+    {"xfce4-notifyd-config", "XFCE"},
+    {"mate-notification-properties", "MATE"},
+    {"lxqt-config-notificationd", "LXQt"},
+    {"systemsettings kcm_notifications", "KDE"},
+    {"systemsettings5 kcm_notifications", "KDE"},
+    {"kcmshell6 kcm_notifications", "KDE"},
+    {"kcmshell5 kcm_notifications", "KDE"},
+    {"cinnamon-settings notifications", "X-Cinnamon", true},
+    {"budgie-control-center notifications", "Budgie", true},
+    // It refuses to open on any other desktop.
+    {"gnome-control-center notifications", "GNOME", true},
+    {"gnome-control-center notifications", "Unity", true},
+};
+
+} // namespace
+
+QStringList notificationSettingsCommand(const QString &desktops, const FindExecutable &findExecutable) {
+    const auto installed = [&findExecutable](const SettingsPage &page) {
+        QStringList words = QString::fromLatin1(page.command).split(u' ');
+        words.first() = findExecutable(words.first());
+        return words.first().isEmpty() ? QStringList() : words;
+    };
+    for (const QString &desktop : desktops.split(u':', Qt::SkipEmptyParts))
+        for (const SettingsPage &page : pages)
+            if (desktop.compare(QLatin1String(page.desktop), Qt::CaseInsensitive) == 0)
+                if (QStringList command = installed(page); !command.isEmpty())
+                    return command;
+    for (const SettingsPage &page : pages)
+        if (QStringList command = installed(page); !page.onlyThere && !command.isEmpty())
+            return command;
+    return {};
+}
+
+} // namespace burnwick

@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "ui/charts/UsageBar.h"
+
+#include <QPainter>
+
+#include <algorithm>
+
+namespace burnwick {
+
+namespace {
+
+constexpr int barHeight = 6;
+constexpr int preferredWidth = 120;
+
+} // namespace
+
+UsageBar::UsageBar(QWidget *parent)
+    : QWidget(parent) {
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void UsageBar::setShare(double percent) {
+    const double share = percent > 0 ? std::min(percent, 100.0) : 0.0;
+    if (share == m_share)
+        return;
+    m_share = share;
+    update();
+}
+
+void UsageBar::setColor(QColor ThemeColors::*role) {
+    if (role == m_color)
+        return;
+    m_color = role;
+    update();
+}
+
+QSize UsageBar::sizeHint() const {
+    return {preferredWidth, barHeight};
+}
+
+QSize UsageBar::minimumSizeHint() const {
+    return {barHeight, barHeight};
+}
+
+void UsageBar::paintEvent(QPaintEvent *) {
+    const ThemeColors &colors = colorsFor(*this);
+    const QRectF bar = rect();
+    const double radius = bar.height() / 2;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(colors.track);
+    painter.drawRoundedRect(bar, radius, radius);
+    if (m_share <= 0)
+        return;
+    const double width = std::max(bar.height(), bar.width() * m_share / 100);
+    painter.setBrush(colors.*m_color);
+    painter.drawRoundedRect(QRectF(bar.left(), bar.top(), width, bar.height()), radius, radius);
+}
+
+} // namespace burnwick
