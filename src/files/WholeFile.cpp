@@ -31,7 +31,7 @@ public:
 
     [[nodiscard]] bool isOpen() const noexcept { return m_fd >= 0; }
     [[nodiscard]] int get() const noexcept { return m_fd; }
-    /// Some file systems tell only now that the disk is full.
+    /// Returns false also where the file system reports a full disk only now.
     bool close() noexcept {
         const int fd = std::exchange(m_fd, -1);
         return fd < 0 || ::close(fd) == 0;
@@ -56,7 +56,6 @@ bool writeAll(int fd, std::string_view bytes) {
     return true;
 }
 
-/// A name that nobody else takes for a temporary file of his own.
 std::string temporaryName(const std::string &name) {
     const std::uint64_t number = QRandomGenerator::system()->generate64();
     std::array<char, 17> digits{};
@@ -75,23 +74,24 @@ struct OldFile {
     struct stat status {};
 };
 
-/// Gives the new file the old one's access list, or none. Where there is one, the mode's bits for the group
-/// are those of the most that the list grants, and the group itself may have less.
+/// Gives the new file the old one's access list, or removes an inherited one. With a list, the mode's group
+/// bits are the most that the list grants, and the group itself may have less.
 bool takeAccessList(int old, int fd) {
     constexpr const char *name = "system.posix_acl_access";
-    const auto isNone = [] { return errno == ENODATA || errno == EOPNOTSUPP; };
+    const auto isAbsent = [] { return errno == ENODATA || errno == EOPNOTSUPP; };
     const ssize_t size = ::fgetxattr(old, name, nullptr, 0);
-    if (size < 0)
-        // The folder may have given it one.
-        return isNone() && (::fremovexattr(fd, name) == 0 || isNone());
+    if (size < 0) // the new file may have inherited one from the folder
+        return isAbsent() && (::fremovexattr(fd, name) == 0 || isAbsent());
     std::string list(static_cast<std::size_t>(size), '\0');
     return ::fgetxattr(old, name, list.data(), list.size()) == size &&
            ::fsetxattr(fd, name, list.data(), list.size(), 0) == 0;
 }
 
 /// Gives the new file the old one's owner, group, access list and mode; false when it cannot have the owner
-/// or the list.
+/// or the list. A file without a predecessor is its owner's alone, whatever the mask and the folder's list.
 bool takeAfter(const OldFile &old, int fd) {
+    if (!old.file.isOpen())
+        return ::fchmod(fd, S_IRUSR | S_IWUSR) == 0;
     struct stat now {};
     if (::fstat(fd, &now) != 0)
         return false;
@@ -114,6 +114,43 @@ bool writeBeside(int directory, const std::string &temporary, const OldFile &old
         ::openat(directory, temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
     return file.isOpen() && writeAll(file.get(), contents) && takeAfter(old, file.get()) &&
            ::fsync(file.get()) == 0 && file.close();
+}
+
+enum class Missing { isAnError, isCreated };
+
+std::error_code write(const std::filesystem::path &file, std::string_view contents, Missing missing) {
+    std::error_code error;
+    const auto target = missing == Missing::isCreated ? std::filesystem::weakly_canonical(file, error)
+                                                      : std::filesystem::canonical(file, error);
+    if (error)
+        return error;
+    // Everything below is done relative to the directory, which may be moved meanwhile.
+    const Descriptor directory(::open(target.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!directory.isOpen())
+        return lastError();
+    const std::string name = target.filename();
+    const Descriptor present(
+        ::openat(directory.get(), name.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_NOFOLLOW | O_CLOEXEC));
+    OldFile old{present};
+    old.status.st_mode = S_IFREG | S_IRUSR | S_IWUSR;
+    if (present.isOpen() ? ::fstat(present.get(), &old.status) != 0
+                         : missing == Missing::isAnError || errno != ENOENT)
+        return lastError();
+    if (!S_ISREG(old.status.st_mode))
+        return std::make_error_code(std::errc::invalid_argument);
+
+    const std::string temporary = temporaryName(name);
+    if (!writeBeside(directory.get(), temporary, old, contents) ||
+        ::renameat(directory.get(), temporary.c_str(), directory.get(), name.c_str()) != 0) {
+        error = lastError();
+        if (error != std::errc::file_exists)
+            ::unlinkat(directory.get(), temporary.c_str(), 0);
+        return error;
+    }
+    // An error here is ignored: the new contents have the name already. Without this call a power failure may
+    // bring the old ones back.
+    static_cast<void>(::fsync(directory.get()));
+    return {};
 }
 
 } // namespace
@@ -143,33 +180,11 @@ std::optional<std::string> readWholeFile(const std::filesystem::path &file, std:
 }
 
 std::error_code replaceWholeFile(const std::filesystem::path &file, std::string_view contents) {
-    std::error_code error;
-    const auto target = std::filesystem::canonical(file, error);
-    if (error)
-        return error;
-    // Everything below is done relative to the directory, which may be moved meanwhile.
-    const Descriptor directory(::open(target.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    const std::string name = target.filename();
-    const Descriptor present(
-        ::openat(directory.get(), name.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_NOFOLLOW | O_CLOEXEC));
-    OldFile old{present};
-    if (!present.isOpen() || ::fstat(present.get(), &old.status) != 0)
-        return lastError();
-    if (!S_ISREG(old.status.st_mode))
-        return std::make_error_code(std::errc::invalid_argument);
+    return write(file, contents, Missing::isAnError);
+}
 
-    const std::string temporary = temporaryName(name);
-    if (!writeBeside(directory.get(), temporary, old, contents) ||
-        ::renameat(directory.get(), temporary.c_str(), directory.get(), name.c_str()) != 0) {
-        error = lastError();
-        if (error != std::errc::file_exists)
-            ::unlinkat(directory.get(), temporary.c_str(), 0);
-        return error;
-    }
-    // The new contents are in place, whatever comes of this: without it, a power failure may bring the old
-    // ones back.
-    static_cast<void>(::fsync(directory.get()));
-    return {};
+std::error_code writeWholeFile(const std::filesystem::path &file, std::string_view contents) {
+    return write(file, contents, Missing::isCreated);
 }
 
 void removeAbandonedFiles(const std::filesystem::path &file) {

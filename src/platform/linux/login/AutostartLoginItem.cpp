@@ -9,7 +9,6 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
-#include <QtCore/QSaveFile>
 #include <QtCore/QStandardPaths>
 
 #include <cerrno>
@@ -24,7 +23,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Far more than an entry with all its translations takes.
 constexpr std::size_t largestEntry = 65'536;
 
 constexpr const char *unreadable = "not a file that can be read";
@@ -93,28 +91,18 @@ LoginItemFailure AutostartLoginItem::failure(const std::string &reason) const {
 
 std::optional<LoginItemFailure> AutostartLoginItem::write(const std::string &entry) const {
     std::error_code error;
-    const fs::file_type type = fs::symlink_status(m_file, error).type();
-    if (type == fs::file_type::symlink)
+    if (fs::is_symlink(m_file, error))
         return failure("a link, which is left alone");
-    if (type != fs::file_type::not_found) {
-        error = replaceWholeFile(m_file, entry);
-        return error ? std::optional(failure(error.message())) : std::nullopt;
-    }
+    error.clear();
     fs::create_directories(m_file.parent_path(), error);
-    if (error)
-        return failure(error.message());
-    QSaveFile saved(QString::fromStdString(m_file.string()));
-    const auto size = static_cast<qint64>(entry.size());
-    // QSaveFile would commit a file that was cut short: it overlooks a full disk in its last flush and in its
-    // sync.
-    const bool written = saved.open(QIODevice::WriteOnly) && saved.write(entry.data(), size) == size &&
-                         saved.flush() && ::fsync(saved.handle()) == 0 && saved.commit();
-    return written ? std::nullopt : std::optional(failure(saved.errorString().toStdString()));
+    if (!error)
+        error = writeWholeFile(m_file, entry);
+    return error ? std::optional(failure(error.message())) : std::nullopt;
 }
 
 namespace {
 
-/// Qt takes a relative path in the variable for one; the XDG Base Directory Specification has it ignored.
+/// The XDG Base Directory Specification ignores a relative path in the variable, Qt does not.
 QString configFolder() {
     const QString chosen = qEnvironmentVariable("XDG_CONFIG_HOME");
     return QDir::isAbsolutePath(chosen) ? chosen : QDir::homePath() + QStringLiteral("/.config");
@@ -123,7 +111,7 @@ QString configFolder() {
 } // namespace
 
 std::unique_ptr<LoginItem> platform::makeLoginItem() {
-    // Not this process's PATH, of which the desktop's session may have only a part.
+    // Not this process's PATH: the desktop's session may have only a part of it.
     const QStringList everySessionsPath{QStringLiteral("/usr/local/bin"), QStringLiteral("/usr/bin"),
                                         QStringLiteral("/bin")};
     return std::make_unique<AutostartLoginItem>(
