@@ -5,7 +5,7 @@
 #include "async/Scheduler.h"
 #include "platform/TerminalLauncher.h"
 #include "quota/KeychainManager.h"
-#include "state/LoginScript.h"
+#include "state/LoginCommand.h"
 
 #include <QPointer>
 

@@ -1,19 +1,17 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "state/LoginScript.h"
+#include "platform/macos/TerminalScript.h"
 
 namespace burnwick {
 
-std::string terminalLoginScript(std::string_view shell) {
+std::string terminalScript(std::string_view shell, std::string_view command) {
     std::string script = "tell application \"Terminal\"\n    activate\n    do script \"";
     for (const char character : shell) {
         if (character == '"' || character == '\\')
             script += '\\';
         script += character;
     }
-    script += " -l -c '";
-    script += loginCommand;
-    return script += "'; exit\"\nend tell";
+    return script.append(" -l -c '").append(command) + "'; exit\"\nend tell";
 }
 
 } // namespace burnwick
