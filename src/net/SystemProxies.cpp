@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "net/SystemProxies.h"
 
-#include "async/UnawaitedResult.h"
+#include "async/DetachedThreadResult.h"
 #include "net/Loopback.h"
 
 #include <chrono>
@@ -46,7 +46,7 @@ QFuture<SystemProxies::Proxies> SystemProxies::ask(const QUrl &url) {
     const auto asked = m_asked.constFind(key);
     if (asked != m_asked.cend())
         return *asked;
-    auto answer = platform::unawaitedResult<Proxies>(
+    auto answer = platform::detachedThreadResult<Proxies>(
         [place = placeOf(url)] { return systemProxyForQuery(QNetworkProxyQuery(place)); });
     m_asked.insert(key, answer);
     return answer;

@@ -6,22 +6,21 @@
 
 namespace burnwick::platform {
 
-/// Runs work that may never end on a thread of its own. It must throw nothing and use nothing that others may
-/// destroy. A program with a ProcessScope ends without waiting for it. When the system has no thread left,
-/// the caller does the work.
-void runUnawaited(std::function<void()> work);
+/// Runs work that may never end on a new thread, or on the caller's where the system has no thread left. The
+/// work must throw nothing and use nothing that others may destroy. A program with a ProcessScope ends
+/// without waiting for it.
+void runDetachedThread(std::function<void()> work);
 
-/// What holds from a program's first step to its last. The first object in main().
+/// The first object in main(), for the process's whole life.
 ///
-/// A crash leaves no core dump behind, which would hold the user's tokens. And once main() has returned, no
-/// static object is destroyed while such work runs: libraries would wait there for that work's end.
+/// A crash leaves no core dump behind, which would contain the user's tokens. After main() has returned, no
+/// static object is destroyed while a detached thread works: libraries would block there until its end.
 class ProcessScope final {
 public:
     ProcessScope();
     ~ProcessScope();
-    /// Gives the status back, for main() to return it; while such work runs, ends the process with it
-    /// instead. To be called before the application object is destroyed, which takes what libraries use with
-    /// it.
+    /// Returns the status, for main() to return it; while a detached thread works, ends the process with it
+    /// instead. Call it before the application object is destroyed, on whose resources libraries depend.
     [[nodiscard]] int end(int status) const;
     ProcessScope(const ProcessScope &) = delete;
     ProcessScope &operator=(const ProcessScope &) = delete;

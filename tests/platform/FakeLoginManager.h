@@ -12,8 +12,8 @@
 
 namespace burnwick {
 
-/// What announces sleep on a bus that serves as the system's; under another name a stranger that does it,
-/// too.
+/// The login manager on a bus that serves as the system's; under another name, a stranger that sends its
+/// signal.
 class FakeLoginManager {
 public:
     explicit FakeLoginManager(const PrivateBus &bus, QString name = QStringLiteral("org.freedesktop.login1"))
@@ -31,7 +31,7 @@ public:
                                                          QStringLiteral("PrepareForSleep"));
         signal.setArguments({starting});
         m_connection.send(signal);
-        // Not before the bus has passed it on.
+        // Blocks until the bus has passed it on.
         static_cast<void>(m_connection.interface()->isServiceRegistered(m_name));
     }
 

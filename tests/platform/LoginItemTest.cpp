@@ -23,13 +23,6 @@ using test::entriesOf;
 using test::TemporaryDirectory;
 using test::writeFile;
 
-/// What changes with each write, as the new file takes the old one's place.
-ino_t inodeOf(const fs::path &file) {
-    struct stat status {};
-    EXPECT_EQ(::stat(file.c_str(), &status), 0) << file;
-    return status.st_ino;
-}
-
 class LoginItemTest : public testing::Test {
 protected:
     LoginItemTest() { test::writeProgram(m_program, "#!/bin/sh\n"); }
@@ -48,8 +41,10 @@ TEST_F(LoginItemTest, IsSwitchedOnAndOff) {
 
     EXPECT_FALSE(m_item.registerItem());
     EXPECT_TRUE(m_item.isRegistered());
-    EXPECT_NE(bytesOf(m_file).find("\nExec=\"" + m_program.string() + "\"\n"), std::string::npos)
-        << bytesOf(m_file);
+    EXPECT_EQ(bytesOf(m_file), autostartEntry(m_program.string()));
+    const auto written = fs::last_write_time(m_file);
+    EXPECT_FALSE(m_item.registerItem());
+    EXPECT_EQ(fs::last_write_time(m_file), written) << "written without a change";
     EXPECT_EQ(entriesOf(m_folder), 1);
 
     EXPECT_FALSE(m_item.unregisterItem());
@@ -57,22 +52,17 @@ TEST_F(LoginItemTest, IsSwitchedOnAndOff) {
     EXPECT_EQ(entriesOf(m_folder), 0);
 }
 
-TEST_F(LoginItemTest, WritesOnlyWhatChanges) {
-    ASSERT_FALSE(m_item.registerItem());
-    const ino_t first = inodeOf(m_file);
-    EXPECT_FALSE(m_item.registerItem());
-    EXPECT_EQ(inodeOf(m_file), first);
-}
-
-/// Something else stands where the entry or its folder should be: a failure that changes nothing.
-TEST_F(LoginItemTest, DestroysNothing) {
-    struct Case {
-        const char *name;
+TEST_F(LoginItemTest, AnythingButAnEntryOrAFolderIsAFailureAndStays) {
+    const fs::path other = m_directory.path() / "other.desktop";
+    const auto replaceFolder = [&](auto make) {
+        fs::remove(m_folder);
+        make();
+    };
+    const struct {
+        const char *what;
         std::function<void()> arrange;
         bool canBeSwitchedOff = false; ///< as the desktop starts nothing
-    };
-    const fs::path other = m_directory.path() / "other.desktop";
-    const Case cases[] = {
+    } rows[] = {
         {"a directory", [&] { writeFile(m_file / "kept", "x"); }},
         {"a pipe", [&] { ASSERT_EQ(::mkfifo(m_file.c_str(), 0600), 0); }},
         {"a huge file", [&] { writeFile(m_file, std::string(100'000, '\n')); }},
@@ -84,23 +74,9 @@ TEST_F(LoginItemTest, DestroysNothing) {
          },
          true},
         {"an entry that starts nothing", [&] { writeFile(m_file, "[Desktop Entry]\nName=B\n"); }, true},
-        {"no entry at all",
-         [&] {
-             writeFile(m_file, "\x7f"
-                               "ELF\nExec=other\n");
-         },
-         true},
-        {"a file as the folder",
-         [&] {
-             fs::remove(m_folder);
-             writeFile(m_folder, "x");
-         },
-         true},
-        {"a broken link as the folder",
-         [&] {
-             fs::remove(m_folder);
-             fs::create_symlink(other, m_folder);
-         },
+        {"not an entry", [&] { writeFile(m_file, "\x7f\nExec=other\n"); }, true},
+        {"a file as the folder", [&] { replaceFolder([&] { writeFile(m_folder, "x"); }); }, true},
+        {"a broken link as the folder", [&] { replaceFolder([&] { fs::create_symlink(other, m_folder); }); },
          true},
     };
     const auto picture = [this] {
@@ -111,32 +87,32 @@ TEST_F(LoginItemTest, DestroysNothing) {
                     '\n';
         return text;
     };
-    for (const Case &c : cases) {
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.what);
         fs::create_directories(m_folder);
-        c.arrange();
+        row.arrange();
         const std::string before = picture();
         const auto failure = m_item.registerItem();
-        EXPECT_TRUE(failure && failure->reason.find("/config") != std::string::npos) << c.name;
-        EXPECT_FALSE(m_item.isRegistered()) << c.name;
-        EXPECT_EQ(!m_item.unregisterItem(), c.canBeSwitchedOff) << c.name;
-        EXPECT_FALSE(m_item.restoreChoice(false)) << c.name;
-        EXPECT_EQ(picture(), before) << c.name;
+        EXPECT_TRUE(failure && failure->reason.find("/config") != std::string::npos);
+        EXPECT_FALSE(m_item.isRegistered());
+        EXPECT_EQ(!m_item.unregisterItem(), row.canBeSwitchedOff);
+        EXPECT_FALSE(m_item.restoreChoice(false));
+        EXPECT_EQ(picture(), before);
         fs::remove_all(m_folder.parent_path());
         fs::remove(other);
     }
 }
 
-TEST_F(LoginItemTest, ALinkToTheRightEntryWillDo) {
+TEST_F(LoginItemTest, ALinkToTheRightEntryIsRegisteredAndNotSwitchedOff) {
     ASSERT_FALSE(m_item.registerItem());
     fs::rename(m_file, m_directory.path() / "dotfile");
     fs::create_symlink(m_directory.path() / "dotfile", m_file);
     EXPECT_FALSE(m_item.registerItem());
-    EXPECT_TRUE(m_item.unregisterItem()) << "it is not switched off for others that use it";
+    EXPECT_TRUE(m_item.unregisterItem()) << "other programs may use it";
     EXPECT_TRUE(m_item.isRegistered());
     EXPECT_TRUE(fs::is_symlink(m_file));
 }
 
-/// At a launch the program does what the preference says where nobody has decided otherwise since then.
 TEST_F(LoginItemTest, AnEarlierChoiceYieldsToTheUsersChanges) {
     const std::string fresh = autostartEntry(m_program.string());
     const std::string former = fresh.substr(0, fresh.find("X-Burnwick"));
@@ -181,13 +157,13 @@ TEST_F(LoginItemTest, AnEarlierChoiceYieldsToTheUsersChanges) {
     }
 }
 
-TEST_F(LoginItemTest, AProgramThatIsGoneIsNotRegistered) {
+TEST_F(LoginItemTest, AMissingProgramIsNotRegistered) {
     fs::remove(m_program);
     EXPECT_TRUE(m_item.registerItem());
     EXPECT_FALSE(fs::exists(m_folder));
 }
 
-TEST_F(LoginItemTest, NamesAnInstalledProgramWithoutItsFolder) {
+TEST_F(LoginItemTest, AnInstalledProgramIsNamedWithoutItsFolder) {
     const fs::path elsewhere = m_directory.path() / "bin";
     const auto nameIn = [&](const fs::path &searched) {
         return programNameForEntry(QString::fromStdString(m_program.string()),
@@ -203,26 +179,22 @@ TEST_F(LoginItemTest, NamesAnInstalledProgramWithoutItsFolder) {
     EXPECT_EQ(nameIn(elsewhere), "burnwick");
 }
 
-TEST(LoginItemOfThisProgram, StandsInTheUsersConfiguration) {
+TEST(LoginItemOfThisProgram, IsInTheUsersConfiguration) {
     const TemporaryDirectory directory;
     const test::EnvironmentVariable home("HOME", directory.path().c_str());
     const test::EnvironmentVariable config("XDG_CONFIG_HOME", {});
-    struct Case {
-        std::string configHome;
-        fs::path folder;
-    };
-    const Case cases[] = {
+    const std::pair<std::string, fs::path> rows[] = {
         {directory.path() / "chosen", directory.path() / "chosen"},
         {"", directory.path() / ".config"},
         {"relative/folder", directory.path() / ".config"},
     };
-    for (const Case &c : cases) {
-        config.set(c.configHome.c_str());
-        const fs::path file = c.folder / "autostart" / "burnwick.desktop";
-        EXPECT_FALSE(platform::makeLoginItem()->registerItem()) << c.configHome;
-        EXPECT_NE(bytesOf(file).find("TryExec=" + QCoreApplication::applicationFilePath().toStdString()),
+    for (const auto &[configHome, folder] : rows) {
+        config.set(configHome.c_str());
+        EXPECT_FALSE(platform::makeLoginItem()->registerItem()) << configHome;
+        EXPECT_NE(bytesOf(folder / "autostart" / "burnwick.desktop")
+                      .find("TryExec=" + QCoreApplication::applicationFilePath().toStdString()),
                   std::string::npos)
-            << c.configHome;
+            << configHome;
         EXPECT_FALSE(platform::makeLoginItem()->unregisterItem());
     }
 }

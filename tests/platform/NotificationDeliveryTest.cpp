@@ -52,37 +52,21 @@ struct Center {
     std::unique_ptr<LinuxNotificationCenter> center;
 };
 
-TEST(NotificationDelivery, ANotificationSaysWhoSendsItAndCanBeClicked) {
-    FakeNotificationServer server;
-    Center center;
-    ASSERT_EQ(center.send({"quota80", "Quota Alert", "You've used 85% of your 5-hour quota."}), "none");
-    ASSERT_EQ(server.popups.size(), 1);
-    const auto &popup = server.popups.at(1);
-    EXPECT_EQ(popup.application, QStringLiteral("Burnwick"));
-    EXPECT_EQ(popup.icon, QStringLiteral("burnwick"));
-    EXPECT_EQ(popup.title, QStringLiteral("Quota Alert"));
-    EXPECT_EQ(popup.body, QStringLiteral("You've used 85% of your 5-hour quota."));
-    EXPECT_EQ(popup.actions, QStringList({QStringLiteral("default"), QStringLiteral("Open")}));
-    EXPECT_EQ(popup.hints, QVariantMap({{QStringLiteral("desktop-entry"), QStringLiteral("burnwick")},
-                                        {QStringLiteral("sound-name"), QStringLiteral("message-new-instant")},
-                                        {QStringLiteral("urgency"), QVariant::fromValue(uchar{1})}}));
-    EXPECT_EQ(popup.timeout, -1);
-}
-
-TEST(NotificationDelivery, WhatAServerCannotDoItIsNotAskedFor) {
+TEST(NotificationDelivery, ANotificationIsSentAsTheServersCapabilitiesAllow) {
     const char *body = "Burnwick <b>2</b> & \"3\" is available.";
     const char *escaped = "Burnwick &lt;b&gt;2&lt;/b&gt; &amp; &quot;3&quot; is available.";
+    const QStringList open{QStringLiteral("default"), QStringLiteral("Open")};
     const struct {
         const char *what;
         QStringList capabilities, failing;
         const char *shown;
-        int actions;
+        QStringList actions;
     } rows[] = {
-        {"markup", {QStringLiteral("body-markup")}, {}, escaped, 0},
-        {"links, which are markup", {QStringLiteral("body-hyperlinks")}, {}, escaped, 0},
-        {"plain, with actions", {QStringLiteral("body"), QStringLiteral("actions")}, {}, body, 2},
-        {"nothing", {}, {}, body, 0},
-        {"it does not tell", {}, {capabilitiesMethod}, escaped, 0},
+        {"markup", {QStringLiteral("body-markup")}, {}, escaped, {}},
+        {"links, which are markup", {QStringLiteral("body-hyperlinks")}, {}, escaped, {}},
+        {"plain, with actions", {QStringLiteral("body"), QStringLiteral("actions")}, {}, body, open},
+        {"nothing", {}, {}, body, {}},
+        {"unknown", {}, {capabilitiesMethod}, escaped, {}},
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(row.what);
@@ -91,8 +75,17 @@ TEST(NotificationDelivery, WhatAServerCannotDoItIsNotAskedFor) {
         server.failing = row.failing;
         Center center;
         ASSERT_EQ(center.send({"updateAvailable", "Update Available", body}), "none");
-        EXPECT_EQ(server.popups.at(1).body, QString::fromUtf8(row.shown));
-        EXPECT_EQ(server.popups.at(1).actions.size(), row.actions);
+        const auto &popup = server.popups.at(1);
+        EXPECT_EQ(popup.body, QString::fromUtf8(row.shown));
+        EXPECT_EQ(popup.actions, row.actions);
+        EXPECT_EQ(popup.application, QStringLiteral("Burnwick"));
+        EXPECT_EQ(popup.icon, QStringLiteral("burnwick"));
+        EXPECT_EQ(popup.title, QStringLiteral("Update Available"));
+        EXPECT_EQ(popup.hints,
+                  QVariantMap({{QStringLiteral("desktop-entry"), QStringLiteral("burnwick")},
+                               {QStringLiteral("sound-name"), QStringLiteral("message-new-instant")},
+                               {QStringLiteral("urgency"), QVariant::fromValue(uchar{1})}}));
+        EXPECT_EQ(popup.timeout, -1);
     }
 }
 
@@ -105,7 +98,7 @@ TEST(NotificationDelivery, AnIdentifierUsedBeforeReplacesItsNotification) {
     ASSERT_EQ(server.popups.size(), 2);
     EXPECT_EQ(server.popups.at(1).body, QStringLiteral("two"));
     EXPECT_EQ(server.popups.at(2).body, QStringLiteral("other"));
-    // What is gone is not replaced: its number may be another program's by then.
+    // A closed notification is not replaced: its number may be another program's by then.
     server.close(1);
     ASSERT_EQ(center.send({"later", "Title", "its answer comes after the signal"}), "none");
     ASSERT_EQ(center.send(quota("three")), "none");
@@ -114,7 +107,7 @@ TEST(NotificationDelivery, AnIdentifierUsedBeforeReplacesItsNotification) {
     EXPECT_EQ(server.calls.count(capabilitiesMethod), 1);
 }
 
-TEST(NotificationDelivery, TwoAtOnceWithOneIdentifierMakeOnePopup) {
+TEST(NotificationDelivery, TwoAtOnceWithOneIdentifierAreOnePopup) {
     FakeNotificationServer server;
     server.held = QStringList{notifyMethod};
     Center center;
@@ -131,37 +124,33 @@ TEST(NotificationDelivery, TwoAtOnceWithOneIdentifierMakeOnePopup) {
     EXPECT_EQ(server.popups.at(1).body, QStringLiteral("two"));
 }
 
-TEST(NotificationDelivery, AnotherServersNumbersAreItsOwn) {
-    auto server = std::make_unique<FakeNotificationServer>();
-    Center center;
-    ASSERT_EQ(center.send(quota("one")), "none");
-    server.reset();
-    FakeNotificationServer next(QStringLiteral("next-server"), 2);
-    next.popups[1].body = QStringLiteral("another program's");
-    // The first server's end is not announced yet.
-    ASSERT_EQ(center.send(quota("two")), "none");
-    EXPECT_EQ(next.popups.at(1).body, QStringLiteral("another program's"));
-    EXPECT_EQ(next.popups.at(2).body, QStringLiteral("two"));
-    next.click(2);
-    EXPECT_TRUE(waitFor([&] { return center.clicks.size() == 1; }));
+TEST(NotificationDelivery, AFormerServersNumbersAreNotUsed) {
+    for (const bool repliesLate : {false, true}) {
+        auto former = std::make_unique<FakeNotificationServer>();
+        if (repliesLate)
+            former->held = QStringList{notifyMethod};
+        Center center;
+        center.add(quota("one"));
+        ASSERT_TRUE(waitFor([&] { return former->calls.contains(notifyMethod); }));
+        if (!repliesLate) {
+            ASSERT_TRUE(center.waitForAnswers(1));
+            former.reset(); // its end is not announced before the next call
+        }
+        FakeNotificationServer next(QStringLiteral("next-server"), 2);
+        next.popups[1].body = QStringLiteral("another program's");
+        if (repliesLate) {
+            former->release();
+            ASSERT_TRUE(center.waitForAnswers(1));
+        }
+        ASSERT_EQ(center.send(quota("two")), "none");
+        EXPECT_EQ(next.popups.at(1).body, QStringLiteral("another program's"));
+        EXPECT_EQ(next.popups.at(2).body, QStringLiteral("two"));
+        next.click(2);
+        EXPECT_TRUE(waitFor([&] { return center.clicks.size() == 1; }));
+    }
 }
 
-TEST(NotificationDelivery, ALateNumberOfAFormerServerIsNotUsed) {
-    FakeNotificationServer former;
-    former.held = QStringList{notifyMethod};
-    Center center;
-    center.add(quota("one"));
-    ASSERT_TRUE(waitFor([&] { return former.calls.contains(notifyMethod); }));
-    FakeNotificationServer next(QStringLiteral("next-server"), 2);
-    next.popups[1].body = QStringLiteral("another program's");
-    former.release();
-    ASSERT_TRUE(center.waitForAnswers(1));
-    ASSERT_EQ(center.send(quota("two")), "none");
-    EXPECT_EQ(next.popups.at(1).body, QStringLiteral("another program's"));
-    EXPECT_EQ(next.popups.at(2).body, QStringLiteral("two"));
-}
-
-TEST(NotificationDelivery, AFailureIsToldAndDoesNotComeBackLater) {
+TEST(NotificationDelivery, AFailedNotificationIsNotShownLater) {
     constexpr auto tooLong = "the notification server takes too long";
     const struct {
         const char *what;
@@ -169,9 +158,9 @@ TEST(NotificationDelivery, AFailureIsToldAndDoesNotComeBackLater) {
         const char *error;
         int sent;
     } rows[] = {
-        // It shows it after all, so that the next one replaces it.
+        // The server shows it late, so that the next one replaces it.
         {"hangs", {notifyMethod}, {}, tooLong, 2},
-        {"does not tell what it can do", {capabilitiesMethod}, {}, tooLong, 1},
+        {"hides its capabilities", {capabilitiesMethod}, {}, tooLong, 1},
         {"refuses", {}, {notifyMethod}, "too many notifications", 2},
     };
     for (const auto &row : rows) {
@@ -190,7 +179,7 @@ TEST(NotificationDelivery, AFailureIsToldAndDoesNotComeBackLater) {
     }
 }
 
-TEST(NotificationDelivery, WithoutAServerOrABusItFails) {
+TEST(NotificationDelivery, FailsWithoutAServerOrABus) {
     Center center;
     center.add(quota("one"));
     ASSERT_TRUE(center.waitForAnswers(1));
@@ -207,7 +196,7 @@ TEST(NotificationDelivery, WithoutAServerOrABusItFails) {
     EXPECT_EQ(center.send(quota("two")), "none");
 }
 
-TEST(NotificationDelivery, AnswersAreDroppedWithTheCenter) {
+TEST(NotificationDelivery, AnswersAfterTheDestructionAreDropped) {
     FakeNotificationServer server;
     server.held = QStringList{notifyMethod};
     Center center(shortLimit);
@@ -222,7 +211,7 @@ TEST(NotificationDelivery, AnswersAreDroppedWithTheCenter) {
     EXPECT_TRUE(center.errors.empty());
 }
 
-TEST(NotificationDelivery, AClickBringsItsTokenOnce) {
+TEST(NotificationDelivery, AClickIsAnnouncedOnceWithItsToken) {
     FakeNotificationServer server;
     Center center;
     ASSERT_EQ(center.send(quota("one")), "none");

@@ -11,21 +11,21 @@
 namespace burnwick {
 namespace {
 
-// These end the program's bus for good, hence a program of their own.
+// A separate test program: these tests end its bus.
 
-TEST(StatusItemWithoutBus, SurvivesTheLossOfTheBus) {
+TEST(StatusItemWithoutBus, SurvivesTheEndOfTheBus) {
     const test::LogCapture log;
     const auto item = platform::makeStatusItem();
     item->show(contentAt(10));
     ASSERT_TRUE(waitFor([&] { return log.lines().filter(QStringLiteral("no status area")).size() == 1; }));
     sessionBusOfTests().kill();
-    const auto gone = [&] { return log.lines().filter(QStringLiteral("session bus is gone")).size(); };
-    ASSERT_TRUE(waitFor([&] { return gone() > 0; }));
+    const auto reports = [&] { return log.lines().filter(QStringLiteral("session bus is gone")).size(); };
+    ASSERT_TRUE(waitFor([&] { return reports() > 0; }));
     item->show(contentAt(20));
-    EXPECT_EQ(gone(), 1);
+    EXPECT_EQ(reports(), 1);
 }
 
-TEST(StatusItemWithoutBus, SaysOnceThatThereIsNone) {
+TEST(StatusItemWithoutBus, LogsOnceThatThereIsNone) {
     sessionBusOfTests().kill();
     const test::LogCapture log;
     const auto item = platform::makeStatusItem();

@@ -21,7 +21,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// What is read is seen by SecretStoreTest, what is left when something fails in between by WriteFaultsTest.
+// Reading is tested by SecretStoreTest, errors and crashes in between by WriteFaultsTest.
 
 struct stat statusOf(const fs::path &file) {
     struct stat status {};
@@ -42,11 +42,14 @@ TEST(WholeFile, TheNewFileHasTheModeOfTheOldOneWhateverTheMask) {
             ASSERT_EQ(::chmod(file.c_str(), mode), 0);
             const mode_t before = ::umask(mask);
             EXPECT_EQ(replaceWholeFile(file, "new"), std::error_code());
-            ::umask(before);
             EXPECT_EQ(modeOf(file), mode);
             EXPECT_EQ(test::bytesOf(file), "new");
-            EXPECT_EQ(test::entriesOf(directory.path()), 1);
             fs::remove(file);
+            EXPECT_EQ(writeWholeFile(file, "created"), std::error_code());
+            ::umask(before);
+            EXPECT_EQ(modeOf(file), 0600U);
+            EXPECT_EQ(test::bytesOf(file), "created");
+            EXPECT_EQ(test::entriesOf(directory.path()), 1);
         }
     }
 }
@@ -63,9 +66,9 @@ TEST(WholeFile, TheOwnerIsKeptOrTheOldFile) {
         mode_t mode;
     } rows[] = {
         {"root gives it back", 0, other, other, true, 0644},
-        {"nobody else can", somebody, other, somebody, false, 0644},
+        {"another user cannot", somebody, other, somebody, false, 0644},
         // Nobody in the group that it gets instead may read it.
-        {"nor give it to a group not theirs", somebody, somebody, other, true, 0600},
+        {"a user outside of the group cannot keep it", somebody, somebody, other, true, 0600},
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(row.what);
@@ -115,7 +118,7 @@ TEST(WholeFile, AnAccessListIsKeptAndNoneIsInherited) {
     EXPECT_LT(::getxattr(plain.c_str(), access, nullptr, 0), 0);
 }
 
-TEST(WholeFile, WhatACrashLeftIsRemovedAndNothingElse) {
+TEST(WholeFile, TemporaryFilesOfACrashAreRemovedAndNothingElse) {
     const test::TemporaryDirectory home;
     const fs::path folder = home.path() / ".claude";
     const std::string temporary = "..credentials.json.0123456789abcdef";
@@ -180,7 +183,7 @@ TEST(WholeFile, WhatACrashLeftIsRemovedAndNothingElse) {
     EXPECT_EQ(test::bytesOf(home.path() / "dotfiles" / "login"), "x");
 }
 
-TEST(WholeFile, NothingButAFileIsReplaced) {
+TEST(WholeFile, OnlyAFileIsReplaced) {
     const test::TemporaryDirectory directory;
     const fs::path &folder = directory.path();
     fs::create_directory(folder / "directory");
@@ -189,6 +192,8 @@ TEST(WholeFile, NothingButAFileIsReplaced) {
     const auto entries = test::entriesOf(folder);
     for (const char *name : {"missing", "directory", "dangling", "pipe"})
         EXPECT_TRUE(replaceWholeFile(folder / name, "new")) << name;
+    for (const char *name : {"missing/file", "directory", "dangling", "pipe"})
+        EXPECT_TRUE(writeWholeFile(folder / name, "new")) << name;
     EXPECT_EQ(test::entriesOf(folder), entries);
     EXPECT_TRUE(fs::is_fifo(folder / "pipe"));
 }

@@ -84,7 +84,7 @@ TEST_F(AppStateTest, WithoutThreadsForThemTheHistoryAndTheWatchComeLater) {
     ASSERT_EQ(::pthread_setattr_default_np(&impossible), 0);
     m_state.start();
     int unawaited = 0;
-    platform::runUnawaited([&unawaited] { ++unawaited; });
+    platform::runDetachedThread([&unawaited] { ++unawaited; });
     EXPECT_EQ(::pthread_setattr_default_np(&usual), 0);
     EXPECT_EQ(unawaited, 1);
     EXPECT_EQ(m_state.sessionTokens().input, 1);

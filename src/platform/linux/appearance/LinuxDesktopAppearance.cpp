@@ -3,31 +3,45 @@
 #include "platform/linux/appearance/LinuxDesktopAppearance.h"
 
 #include "platform/Platform.h"
+#include "platform/linux/bus/BusCall.h"
 
+#include <QtDBus/QDBusReply>
+#include <QtDBus/QDBusVariant>
+
+#include <algorithm>
 #include <utility>
 
 namespace burnwick {
 
 namespace {
 
-constexpr QLatin1String colorSchemeKey("color-scheme");
-constexpr QLatin1String animationsKey("enable-animations");
+constexpr QLatin1String portalName("org.freedesktop.portal.Desktop");
+constexpr QLatin1String portalPath("/org/freedesktop/portal/desktop");
+constexpr QLatin1String settingsInterface("org.freedesktop.portal.Settings");
 
-/// The portal's numbers: 1 is dark, 2 is light, all else is no preference.
-AppearanceWishes::Colors colorsOf(const QVariant &value) {
-    const uint number = value.typeId() == QMetaType::UInt ? value.toUInt() : 0;
-    switch (number) {
-    case 1:
-        return AppearanceWishes::Colors::dark;
-    case 2:
-        return AppearanceWishes::Colors::light;
-    default:
-        return AppearanceWishes::Colors::noPreference;
-    }
+constexpr QLatin1String colorSchemeKey("color-scheme");
+
+struct Setting {
+    QLatin1String group, key;
+};
+/// The colours last: with their reply all is known.
+constexpr Setting settings[] = {
+    {QLatin1String("org.gnome.desktop.interface"), QLatin1String("enable-animations")},
+    {QLatin1String("org.freedesktop.appearance"), colorSchemeKey},
+};
+
+/// Read() wraps a value twice, the signal once.
+QVariant unwrapped(QVariant value) {
+    while (value.metaType() == QMetaType::fromType<QDBusVariant>())
+        value = value.value<QDBusVariant>().variant();
+    return value;
 }
 
-bool isFalse(const QVariant &value) {
-    return value.typeId() == QMetaType::Bool && !value.toBool();
+AppearanceWishes::Colors colorsOf(const QVariant &value) {
+    const uint number = value.typeId() == QMetaType::UInt ? value.toUInt() : 0;
+    return number == 1   ? AppearanceWishes::Colors::dark
+           : number == 2 ? AppearanceWishes::Colors::light
+                         : AppearanceWishes::Colors::noPreference;
 }
 
 } // namespace
@@ -37,24 +51,50 @@ LinuxDesktopAppearance::LinuxDesktopAppearance(const QDBusConnection &bus)
 
 void LinuxDesktopAppearance::follow(Handler handler) {
     m_handler = std::move(handler);
-    // The colours last: with their answer all is known.
-    m_portal.emplace(m_bus, QList<PortalSettings::Setting>{
-                                {QStringLiteral("org.gnome.desktop.interface"), animationsKey},
-                                {QStringLiteral("org.freedesktop.appearance"), colorSchemeKey}});
-    QObject::connect(&*m_portal, &PortalSettings::told, &*m_portal,
-                     [this](const QString &key, const QVariant &value) { take(key, value); });
+    m_portal.emplace(m_bus, portalName);
+    connect(&*m_portal, &ServiceOwner::changed, this, [this](const QString &owner) {
+        if (!owner.isEmpty() || !m_hasRead)
+            readAll();
+    });
+    // From any sender: given the portal's name, this call would block until the bus returns its owner.
+    m_bus.connect(QString(), portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
+                  SLOT(onSettingChanged(QDBusMessage)));
 }
 
+void LinuxDesktopAppearance::readAll() {
+    m_hasRead = true;
+    for (const Setting &setting : settings) {
+        QDBusMessage call =
+            QDBusMessage::createMethodCall(portalName, portalPath, settingsInterface, QStringLiteral("Read"));
+        call.setArguments({QString(setting.group), QString(setting.key)});
+        whenFinished(m_bus.asyncCall(call), this, [this, key = setting.key](const QDBusMessage &reply) {
+            const QDBusReply<QDBusVariant> value(reply);
+            take(key, value.isValid() ? unwrapped(value.value().variant()) : QVariant());
+        });
+    }
+}
+
+/// The value is invalid when the portal did not return one.
 void LinuxDesktopAppearance::take(const QString &key, const QVariant &value) {
     const bool areColors = key == colorSchemeKey;
     if (value.isValid() && areColors)
         m_wishes.colors = colorsOf(value);
     else if (value.isValid())
-        m_wishes.reducedMotion = isFalse(value);
-    if (m_told == m_wishes || !(m_told || areColors))
+        m_wishes.reducedMotion = value.typeId() == QMetaType::Bool && !value.toBool();
+    if (m_announced == m_wishes || !(m_announced || areColors))
         return;
-    m_told = m_wishes;
+    m_announced = m_wishes;
     m_handler(m_wishes);
+}
+
+void LinuxDesktopAppearance::onSettingChanged(const QDBusMessage &message) {
+    if (message.service() != m_portal->name() || message.signature() != QLatin1String("ssv"))
+        return;
+    const auto arguments = message.arguments();
+    if (std::ranges::any_of(settings, [&arguments](const Setting &setting) {
+            return setting.group == arguments[0].toString() && setting.key == arguments[1].toString();
+        }))
+        take(arguments[1].toString(), unwrapped(arguments[2]));
 }
 
 std::unique_ptr<DesktopAppearance> platform::makeDesktopAppearance() {

@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/bus/ServiceOwner.h"
 
-#include "platform/linux/bus/MessageBus.h"
+#include "platform/linux/bus/BusCall.h"
 
-#include <QtDBus/QDBusPendingCallWatcher>
-#include <QtDBus/QDBusPendingReply>
+#include <QtDBus/QDBusReply>
 
 namespace burnwick {
 
@@ -13,14 +12,11 @@ ServiceOwner::ServiceOwner(const QDBusConnection &bus, const QString &service)
     : m_changes(service, bus, QDBusServiceWatcher::WatchForOwnerChange) {
     connect(&m_changes, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString &, const QString &, const QString &newOwner) { setName(newOwner); });
-    const auto call = callMessageBus(bus, QStringLiteral("GetNameOwner"), {service});
-    connect(new QDBusPendingCallWatcher(call, this), &QDBusPendingCallWatcher::finished, this,
-            [this](QDBusPendingCallWatcher *finished) {
-                finished->deleteLater();
-                const QDBusPendingReply<QString> owner = *finished;
-                if (!m_name) // otherwise a change was announced meanwhile, which is newer
-                    setName(owner.isValid() ? owner.value() : QString());
-            });
+    whenFinished(callMessageBus(bus, QStringLiteral("GetNameOwner"), {service}), this,
+                 [this](const QDBusMessage &reply) {
+                     if (!m_name) // a change that was announced meanwhile is newer
+                         setName(QDBusReply<QString>(reply).value());
+                 });
 }
 
 void ServiceOwner::setName(const QString &name) {

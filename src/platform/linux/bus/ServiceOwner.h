@@ -18,18 +18,18 @@ class ServiceOwner final : public QObject {
 public:
     ServiceOwner(const QDBusConnection &bus, const QString &service);
 
-    /// Its unique name; empty when nobody is, and before the bus has answered.
+    /// Returns the owner's unique name; empty without an owner, and before the bus has replied.
     [[nodiscard]] QString name() const { return m_name.value_or(QString()); }
 
 Q_SIGNALS:
-    /// First once the bus has answered. Empty: nobody owns the name.
+    /// Emitted first once the bus has replied. Empty: the name has no owner, or there is no bus.
     void changed(const QString &name);
 
 private:
     void setName(const QString &name);
 
     QDBusServiceWatcher m_changes;
-    std::optional<QString> m_name; ///< unset before the first answer
+    std::optional<QString> m_name; ///< absent before the first reply
 };
 
 } // namespace burnwick

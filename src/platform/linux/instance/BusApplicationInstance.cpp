@@ -3,12 +3,11 @@
 #include "platform/linux/instance/BusApplicationInstance.h"
 
 #include "platform/Platform.h"
-#include "platform/linux/bus/MessageBus.h"
+#include "platform/linux/bus/BusCall.h"
 
 #include <QtCore/QLoggingCategory>
-#include <QtDBus/QDBusMessage>
-#include <QtDBus/QDBusPendingCallWatcher>
-#include <QtDBus/QDBusPendingReply>
+#include <QtDBus/QDBusError>
+#include <QtDBus/QDBusReply>
 
 #include <utility>
 
@@ -18,10 +17,27 @@ namespace {
 
 Q_LOGGING_CATEGORY(instanceLog, "burnwick.instance")
 
-/// Counts this process's instances: each has a connection of its own.
+const QString tokenKey = QStringLiteral("activation-token");
+const QString startupIdKey = QStringLiteral("desktop-startup-id");
+
+/// Counts this process's instances: each has its connection.
 QString newConnectionName() {
     static int number = 0;
     return QStringLiteral("burnwick-instance-%1").arg(++number);
+}
+
+StartupActivation activationIn(const QVariantMap &platformData) {
+    return {platformData.value(tokenKey).toString().toStdString(),
+            platformData.value(startupIdKey).toString().toStdString()};
+}
+
+QVariantMap platformDataOf(const StartupActivation &activation) {
+    QVariantMap data;
+    if (!activation.token.empty())
+        data.insert(tokenKey, QString::fromStdString(activation.token));
+    if (!activation.startupId.empty())
+        data.insert(startupIdKey, QString::fromStdString(activation.startupId));
+    return data;
 }
 
 } // namespace
@@ -37,9 +53,7 @@ QString applicationObjectPath() {
 BusApplicationInstance::BusApplicationInstance(const Limits &limits)
     : m_limits(limits)
     , m_connectionName(newConnectionName())
-    , m_connection(QDBusConnection::connectToBus(QDBusConnection::SessionBus, m_connectionName))
-    , m_object([this](const ApplicationRequest &request) { receive(request); })
-    , m_claimsLeft(3) {}
+    , m_connection(QDBusConnection::connectToBus(QDBusConnection::SessionBus, m_connectionName)) {}
 
 BusApplicationInstance::~BusApplicationInstance() {
     QDBusConnection::disconnectFromBus(m_connectionName);
@@ -53,11 +67,11 @@ void BusApplicationInstance::claim(const ApplicationRequest &request,
         qCInfo(instanceLog) << "no session bus, so other instances are not seen:"
                             << m_connection.lastError().message();
         QMetaObject::invokeMethod(
-            &m_context, [this] { settle(InstanceClaim::unknown); }, Qt::QueuedConnection);
+            this, [this] { settle(InstanceClaim::unknown); }, Qt::QueuedConnection);
         return;
     }
-    // Before the name is ours: a call may come the moment it is.
-    m_connection.registerObject(applicationObjectPath(), &m_object, QDBusConnection::ExportScriptableSlots);
+    // Before this process owns the name: a call may come as soon as it does.
+    m_connection.registerObject(applicationObjectPath(), this, QDBusConnection::ExportScriptableSlots);
     requestName();
 }
 
@@ -67,30 +81,41 @@ void BusApplicationInstance::setRequestHandler(RequestHandler handler) {
         m_handler(request);
 }
 
+void BusApplicationInstance::Activate(const QVariantMap &platformData) {
+    receive({ApplicationAction::showWindow, activationIn(platformData)});
+}
+
+void BusApplicationInstance::Open(const QStringList & /*uris*/, const QVariantMap &platformData) {
+    Activate(platformData);
+}
+
+void BusApplicationInstance::ActivateAction(const QString &name, const QVariantList & /*parameter*/,
+                                            const QVariantMap &platformData) {
+    if (const auto action = applicationActionNamed(name.toStdString()))
+        receive({*action, activationIn(platformData)});
+}
+
 void BusApplicationInstance::requestName() {
     constexpr uint doNotQueue = 4;
     constexpr uint primaryOwner = 1;
     --m_claimsLeft;
     const auto call = callMessageBus(m_connection, QStringLiteral("RequestName"),
                                      {applicationBusName(), doNotQueue}, m_limits.claim);
-    QObject::connect(new QDBusPendingCallWatcher(call, &m_context), &QDBusPendingCallWatcher::finished,
-                     &m_context, [this](QDBusPendingCallWatcher *finished) {
-                         finished->deleteLater();
-                         const QDBusPendingReply<uint> answer = *finished;
-                         if (answer.isError()) {
-                             qCWarning(instanceLog)
-                                 << "the session bus does not answer:" << answer.error().message();
-                             settle(InstanceClaim::unknown);
-                         } else if (answer.value() == primaryOwner) {
-                             settle(InstanceClaim::first);
-                         } else {
-                             handOver();
-                         }
-                     });
+    whenFinished(call, this, [this](const QDBusMessage &message) {
+        const QDBusReply<uint> reply(message);
+        if (!reply.isValid()) {
+            qCWarning(instanceLog) << "the session bus does not answer:" << reply.error().message();
+            settle(InstanceClaim::unknown);
+        } else if (reply.value() == primaryOwner) {
+            settle(InstanceClaim::first);
+        } else {
+            handOver();
+        }
+    });
 }
 
 void BusApplicationInstance::handOver() {
-    const std::string_view action = nameOf(m_request.action);
+    const std::string action(nameOf(m_request.action));
     const QVariantMap platformData = platformDataOf(m_request.activation);
     QDBusMessage call = QDBusMessage::createMethodCall(
         applicationBusName(), applicationObjectPath(), QStringLiteral("org.freedesktop.Application"),
@@ -99,27 +124,22 @@ void BusApplicationInstance::handOver() {
     if (action.empty())
         call.setArguments({platformData});
     else
-        call.setArguments({QString::fromStdString(std::string(action)), QVariantList(), platformData});
-    const auto pending = m_connection.asyncCall(call, static_cast<int>(m_limits.handOver.count()));
-    QObject::connect(new QDBusPendingCallWatcher(pending, &m_context), &QDBusPendingCallWatcher::finished,
-                     &m_context, [this](QDBusPendingCallWatcher *finished) {
-                         finished->deleteLater();
-                         if (finished->isError())
-                             handOverFailed(finished->error());
-                         else
-                             settle(InstanceClaim::handedOver);
-                     });
+        call.setArguments({QString::fromStdString(action), QVariantList(), platformData});
+    whenFinished(m_connection.asyncCall(call, static_cast<int>(m_limits.handOver.count())), this,
+                 [this](const QDBusMessage &message) {
+                     if (message.type() == QDBusMessage::ReplyMessage)
+                         settle(InstanceClaim::handedOver);
+                     else
+                         handOverFailed(message);
+                 });
 }
 
-void BusApplicationInstance::handOverFailed(const QDBusError &error) {
-    // It ended between the two calls, so that the name is free again.
-    const bool gone = error.type() == QDBusError::ServiceUnknown ||
-                      error.name() == QLatin1String("org.freedesktop.DBus.Error.NameHasNoOwner");
-    if (gone && m_claimsLeft > 0) {
-        requestName();
-        return;
-    }
-    qCWarning(instanceLog) << "Burnwick runs already, but does not answer:" << error.message();
+void BusApplicationInstance::handOverFailed(const QDBusMessage &error) {
+    const bool hasEnded = error.errorName() == QDBusError::errorString(QDBusError::ServiceUnknown) ||
+                          error.errorName() == QLatin1String("org.freedesktop.DBus.Error.NameHasNoOwner");
+    if (hasEnded && m_claimsLeft > 0) // between the two calls, so that the name is free again
+        return requestName();
+    qCWarning(instanceLog) << "Burnwick runs already, but does not answer:" << error.errorMessage();
     settle(InstanceClaim::notHandedOver);
 }
 

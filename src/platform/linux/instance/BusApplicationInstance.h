@@ -3,34 +3,38 @@
 #pragma once
 
 #include "platform/ApplicationInstance.h"
-#include "platform/linux/instance/ApplicationObject.h"
 
 #include <QtCore/QObject>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
+#include <QtCore/QVariantList>
+#include <QtCore/QVariantMap>
 #include <QtDBus/QDBusConnection>
-#include <QtDBus/QDBusError>
+#include <QtDBus/QDBusMessage>
 
 #include <chrono>
 #include <vector>
 
 namespace burnwick {
 
-/// "com.burnwick.Burnwick": the name whose owner is the instance that runs.
+/// Returns "com.burnwick.Burnwick", the name that the running instance owns.
 ///
-/// The desktop file is burnwick.desktop, like the icon, the window class and the status item. A desktop file
-/// that is to be started over the bus (DBusActivatable) would have to be named after the bus name, which
-/// needs a dot. Burnwick is started by its Exec key instead; a second start passes the desktop's data on, so
-/// that nothing is lost by it.
+/// The desktop file is burnwick.desktop, like the icon, the window class and the status item. One that is
+/// started over the bus (DBusActivatable) would need the bus name as its file name. Burnwick is started by
+/// the Exec key instead, and a second start passes the desktop's data on.
 [[nodiscard]] QString applicationBusName();
-/// Where the owner of the name exports org.freedesktop.Application.
+/// Returns the path at which the owner of the name exports org.freedesktop.Application.
 [[nodiscard]] QString applicationObjectPath();
 
-/// One instance per session bus, on a connection of its own. Logs to "burnwick.instance".
-class BusApplicationInstance final : public ApplicationInstance {
+/// One instance per session bus, on a separate connection. Logs to "burnwick.instance".
+class BusApplicationInstance final : public QObject, public ApplicationInstance {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
+
 public:
     struct Limits {
-        std::chrono::milliseconds claim{2'000}; ///< until the bus must have answered
-        /// Until the other instance must have answered; it may be in its first load of the logs.
+        std::chrono::milliseconds claim{2'000}; ///< for the bus's reply
+        /// For the other instance's reply, which may be in its first load of the logs.
         std::chrono::milliseconds handOver{5'000};
     };
 
@@ -42,23 +46,28 @@ public:
     void claim(const ApplicationRequest &request, std::function<void(InstanceClaim outcome)> answer) override;
     void setRequestHandler(RequestHandler handler) override;
 
+public Q_SLOTS:
+    // Named by the protocol. Burnwick opens no files, and its actions take no parameters.
+    Q_SCRIPTABLE void Activate(const QVariantMap &platformData);
+    Q_SCRIPTABLE void Open(const QStringList &uris, const QVariantMap &platformData);
+    Q_SCRIPTABLE void ActivateAction(const QString &name, const QVariantList &parameter,
+                                     const QVariantMap &platformData);
+
 private:
     void requestName();
     void handOver();
-    void handOverFailed(const QDBusError &error);
+    void handOverFailed(const QDBusMessage &error);
     void settle(InstanceClaim outcome);
     void receive(const ApplicationRequest &request);
 
     Limits m_limits;
     QString m_connectionName;
     QDBusConnection m_connection;
-    ApplicationObject m_object;
     RequestHandler m_handler;
-    std::vector<ApplicationRequest> m_early; ///< what came before there was a handler
+    std::vector<ApplicationRequest> m_early; ///< requests that came before the handler
     ApplicationRequest m_request;
     std::function<void(InstanceClaim outcome)> m_answer;
-    int m_claimsLeft;
-    QObject m_context; ///< ends what is under way; last, so that it goes first
+    int m_claimsLeft = 3;
 };
 
 } // namespace burnwick

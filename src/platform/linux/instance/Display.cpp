@@ -49,7 +49,7 @@ bool waylandAnswers() {
     return connected;
 }
 
-/// Of Qt's platforms, which may have options behind a colon.
+/// `platform` is one of Qt's, possibly with options behind a colon.
 bool canBeUsed(const QByteArray &platform, std::shared_ptr<void> &connection) {
     if (platform.startsWith("xcb"))
         return xAnswers(connection);

@@ -2,7 +2,16 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Platform.h"
 
-#include <QtCore/QByteArray>
+#include <QtGui/QGuiApplication>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include <xcb/xcb.h>
 
 namespace burnwick {
 
@@ -10,6 +19,54 @@ namespace {
 
 constexpr const char *tokenVariable = "XDG_ACTIVATION_TOKEN";
 constexpr const char *startupIdVariable = "DESKTOP_STARTUP_ID";
+
+struct Free {
+    void operator()(void *memory) const { std::free(memory); }
+};
+
+xcb_atom_t atom(xcb_connection_t *connection, std::string_view name) {
+    const auto cookie = xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.data());
+    const std::unique_ptr<xcb_intern_atom_reply_t, Free> reply(
+        xcb_intern_atom_reply(connection, cookie, nullptr));
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+/// Returns "remove: ID=" with the value in quotes, and the zero that ends the protocol's texts.
+std::string removalOf(std::string_view startupId) {
+    std::string text = "remove: ID=\"";
+    for (const char c : startupId) {
+        if (c == '"' || c == '\\')
+            text += '\\';
+        text += c;
+    }
+    return text + '"' + '\0';
+}
+
+/// Sends the text in pieces to all clients that listen on the root window, by freedesktop.org's Startup
+/// Notification Protocol 0.1.
+void broadcast(xcb_connection_t *connection, std::string_view text) {
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+    // Never shown; its identifier groups the pieces.
+    const xcb_window_t sender = xcb_generate_id(connection);
+    xcb_create_window(connection, XCB_COPY_FROM_PARENT, sender, root, 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 8;
+    message.window = sender;
+    message.type = atom(connection, "_NET_STARTUP_INFO_BEGIN");
+    while (!text.empty()) {
+        const std::string_view piece = text.substr(0, sizeof message.data.data8);
+        std::ranges::fill(message.data.data8, std::uint8_t{0});
+        std::ranges::copy(piece, message.data.data8);
+        xcb_send_event(connection, 0, root, XCB_EVENT_MASK_PROPERTY_CHANGE,
+                       reinterpret_cast<const char *>(&message));
+        message.type = atom(connection, "_NET_STARTUP_INFO");
+        text.remove_prefix(piece.size());
+    }
+    xcb_destroy_window(connection, sender);
+    xcb_flush(connection);
+}
 
 } // namespace
 
@@ -20,6 +77,14 @@ StartupActivation platform::startupActivation() {
 void platform::forgetStartupActivation() {
     qunsetenv(tokenVariable);
     qunsetenv(startupIdVariable);
+}
+
+void platform::concludeStartup(const StartupActivation &activation) {
+    const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    // The offscreen platform has the interface and no connection.
+    xcb_connection_t *const connection = x11 != nullptr ? x11->connection() : nullptr;
+    if (connection != nullptr && !activation.startupId.empty())
+        broadcast(connection, removalOf(activation.startupId));
 }
 
 } // namespace burnwick

@@ -14,17 +14,14 @@ constexpr std::string_view mainGroup = "[Desktop Entry]";
 constexpr std::string_view hiddenKey = "Hidden";
 constexpr std::string_view markLine = "X-Burnwick-Autostart=true\n";
 
-/// Of values of the type "string": a character and what follows a backslash in its place.
+/// In values of the type "string": a character, and the one that follows a backslash in its place.
 constexpr std::pair<char, char> escapes[] = {{'\\', '\\'}, {'\n', 'n'}, {'\r', 'r'}, {'\t', 't'}};
 
 std::string escaped(std::string_view text) {
     std::string value;
     for (const char c : text) {
         const auto *const escape = std::ranges::find(escapes, c, &std::pair<char, char>::first);
-        if (escape == std::end(escapes))
-            value += c;
-        else
-            (value += '\\') += escape->second;
+        value += escape == std::end(escapes) ? std::string(1, c) : std::string{'\\', escape->second};
     }
     return value;
 }
@@ -47,7 +44,7 @@ std::string_view trimmed(std::string_view text) {
                                            : text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
-/// A line with its line feed. Only lines "key=value" of the main group have a key.
+/// A line with its line feed. Only lines "key=value" of the main group have a key here.
 struct Line {
     [[nodiscard]] bool keepsFromStarting() const {
         return (key == hiddenKey && (value == "true" || value == "1")) ||
@@ -78,14 +75,14 @@ std::vector<Line> linesOf(std::string_view entry) {
     return lines;
 }
 
-/// The command line that starts the program, by the quoting rules of the Desktop Entry Specification 1.5.
+/// Returns the command line that starts the program, quoted by the Desktop Entry Specification 1.5.
 std::string commandLine(std::string_view program) {
     constexpr std::string_view reserved = " \t\n\r\"'\\><~|&;$*?#()`%";
     constexpr std::string_view escapedInQuotes = "\"`$\\";
     if (program.find_first_of(reserved) == std::string_view::npos)
         return std::string(program);
-    // GLib and systemd look for the first word as it is written, with its percent signs doubled; "nice -n 0"
-    // starts any path unchanged.
+    // GLib and systemd search for the first word as written, with its percent signs doubled; "nice -n 0"
+    // starts any path.
     std::string line = program.find('%') == std::string_view::npos ? "" : "nice -n 0 ";
     line += '"';
     for (const char c : program) {
@@ -101,7 +98,7 @@ std::string commandLine(std::string_view program) {
 } // namespace
 
 std::string autostartEntry(std::string_view program) {
-    // Once the program is uninstalled, TryExec has the desktop ignore the entry in silence.
+    // TryExec: desktops ignore the entry without an error once the program is uninstalled.
     return std::string(mainGroup) + "\nExec=" + escaped(commandLine(program)) +
            "\nTryExec=" + escaped(program) +
            "\nType=Application\n"

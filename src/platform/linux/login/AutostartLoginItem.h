@@ -12,15 +12,15 @@
 
 namespace burnwick {
 
-/// How an autostart entry names the program: its file name alone when those folders hold this very file, so
-/// that the entry survives a move of the installation, otherwise the path as it is.
+/// Returns the program's name for an autostart entry: its file name when those folders contain this very
+/// file, so that the entry survives a move of the installation, otherwise the path.
 [[nodiscard]] QString programNameForEntry(const QString &path, const QStringList &searchedFolders);
 
 /// The entry burnwick.desktop in a folder of XDG autostart entries. Sway and other compositors without a
-/// session manager do not read these by themselves.
+/// session manager do not read these.
 ///
-/// An entry is removed only as Burnwick wrote it. One that the user wrote or changed, or the desktop's
-/// settings, is switched on and off by its own keys and keeps all the rest. A link of that name (often to
+/// An entry is removed only as Burnwick wrote it. One that the user or the desktop's settings wrote or
+/// changed is switched on and off by its keys, and all its other lines stay. A link of that name (often to
 /// /dev/null, to keep the program off) is neither followed nor replaced.
 class AutostartLoginItem final : public LoginItem {
 public:
@@ -33,7 +33,7 @@ public:
     [[nodiscard]] std::optional<LoginItemFailure> restoreChoice(bool on) override;
 
 private:
-    /// What the folder has; absent when it cannot be read, and empty where there is no entry.
+    /// Returns the folder's entry; absent when it cannot be read, and empty where it is missing.
     [[nodiscard]] std::optional<std::string> entry() const;
     [[nodiscard]] LoginItemFailure failure(const std::string &reason) const;
     [[nodiscard]] std::optional<LoginItemFailure> write(const std::string &entry) const;

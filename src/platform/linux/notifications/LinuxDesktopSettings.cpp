@@ -3,7 +3,6 @@
 #include "platform/linux/notifications/LinuxDesktopSettings.h"
 
 #include "platform/Platform.h"
-#include "platform/linux/notifications/NotificationSettingsCommand.h"
 
 #include <QtCore/QLoggingCategory>
 #include <QtCore/QProcess>
@@ -17,7 +16,46 @@ namespace {
 
 Q_LOGGING_CATEGORY(desktopSettingsLog, "burnwick.desktopsettings")
 
+struct SettingsPage {
+    const char *command; ///< words separated by spaces
+    const char *desktop; ///< that it belongs to, as in XDG_CURRENT_DESKTOP
+    bool onlyThere = false;
+};
+
+/// In the order of preference; each desktop's first one is the newest.
+constexpr SettingsPage pages[] = {
+    {"xfce4-notifyd-config", "XFCE"},
+    {"mate-notification-properties", "MATE"},
+    {"lxqt-config-notificationd", "LXQt"},
+    {"systemsettings kcm_notifications", "KDE"},
+    {"systemsettings5 kcm_notifications", "KDE"},
+    {"kcmshell6 kcm_notifications", "KDE"},
+    {"kcmshell5 kcm_notifications", "KDE"},
+    {"cinnamon-settings notifications", "X-Cinnamon", true},
+    {"budgie-control-center notifications", "Budgie", true},
+    // It refuses to open on any other desktop.
+    {"gnome-control-center notifications", "GNOME", true},
+    {"gnome-control-center notifications", "Unity", true},
+};
+
 } // namespace
+
+QStringList notificationSettingsCommand(const QString &desktops, const FindExecutable &findExecutable) {
+    const auto installed = [&findExecutable](const SettingsPage &page) {
+        QStringList words = QString::fromLatin1(page.command).split(u' ');
+        words.first() = findExecutable(words.first());
+        return words.first().isEmpty() ? QStringList() : words;
+    };
+    for (const QString &desktop : desktops.split(u':', Qt::SkipEmptyParts))
+        for (const SettingsPage &page : pages)
+            if (desktop.compare(QLatin1String(page.desktop), Qt::CaseInsensitive) == 0)
+                if (QStringList command = installed(page); !command.isEmpty())
+                    return command;
+    for (const SettingsPage &page : pages)
+        if (QStringList command = installed(page); !page.onlyThere && !command.isEmpty())
+            return command;
+    return {};
+}
 
 void LinuxDesktopSettings::openNotifications() {
     QStringList arguments =
@@ -34,7 +72,7 @@ void LinuxDesktopSettings::openNotifications() {
         if (process.startDetached())
             return;
     }
-    if (!std::exchange(m_toldNone, true))
+    if (!std::exchange(m_absenceLogged, true))
         qCWarning(desktopSettingsLog, "no program for the desktop's notification settings could be started");
 }
 

@@ -3,16 +3,24 @@
 #pragma once
 
 #include "platform/DesktopSettings.h"
+#include "platform/linux/process/FindExecutable.h"
+
+#include <QtCore/QStringList>
 
 namespace burnwick {
 
-/// Starts the program of notificationSettingsCommand(), which outlives this one.
+/// Returns the command line that opens the settings of notifications: the desktop's, otherwise another
+/// installed one; empty when there is none. `desktops` is XDG_CURRENT_DESKTOP, such as "ubuntu:GNOME".
+[[nodiscard]] QStringList notificationSettingsCommand(const QString &desktops,
+                                                      const FindExecutable &findExecutable);
+
+/// Starts that command, which outlives this program.
 class LinuxDesktopSettings final : public DesktopSettings {
 public:
     void openNotifications() override;
 
 private:
-    bool m_toldNone = false;
+    bool m_absenceLogged = false;
 };
 
 } // namespace burnwick

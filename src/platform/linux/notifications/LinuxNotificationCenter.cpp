@@ -13,7 +13,7 @@
 
 namespace burnwick {
 
-/// A notification until the server has answered, which may be later than the caller is told.
+/// A notification until the server has replied, which may be after the caller's answer.
 class LinuxNotificationCenter::Delivery {
 public:
     using Answer = std::function<void(std::optional<std::string> error)>;
@@ -23,16 +23,16 @@ public:
         , m_answer(std::move(answer)) {
         m_timer.setSingleShot(true);
         QObject::connect(&m_timer, &QTimer::timeout, &m_timer,
-                         [this] { tell("the notification server takes too long"); });
+                         [this] { settle("the notification server takes too long"); });
         m_timer.start(limit);
     }
 
     [[nodiscard]] const UserNotification &notification() const { return m_notification; }
-    [[nodiscard]] bool isTold() const { return m_isTold; }
+    [[nodiscard]] bool isSettled() const { return m_isSettled; }
     bool isReplacement = false; ///< of one that the server shows, as far as is known
-    /// Once.
-    void tell(std::optional<std::string> error) {
-        if (std::exchange(m_isTold, true))
+    /// Answers the caller the first time.
+    void settle(std::optional<std::string> error) {
+        if (std::exchange(m_isSettled, true))
             return;
         m_timer.stop();
         if (m_answer)
@@ -42,7 +42,7 @@ public:
 private:
     UserNotification m_notification;
     Answer m_answer;
-    bool m_isTold = false;
+    bool m_isSettled = false;
     QTimer m_timer;
 };
 
@@ -64,7 +64,7 @@ LinuxNotificationCenter::LinuxNotificationCenter(const QDBusConnection &bus, std
 LinuxNotificationCenter::~LinuxNotificationCenter() = default;
 
 void LinuxNotificationCenter::readAuthorization(std::function<void(Authorization)> answer) {
-    // A server that just went might be started again and again, once for each announcement of its going.
+    // Starting a server here would start one that ended again and again, at each announcement of its end.
     findOutAuthorization(false, [answer = std::move(answer)](Authorization authorization, const QString &) {
         answer(authorization);
     });
@@ -102,11 +102,11 @@ void LinuxNotificationCenter::askServer(bool mayStartServer, AuthorizationAndPro
     m_server.ping(
         mayStartServer, m_limit, [this, answer = std::move(answer)](const QDBusMessage &replyOrError, bool) {
             if (replyOrError.type() == QDBusMessage::ReplyMessage) {
-                m_hasAnswered = true;
+                m_hasReplied = true;
                 return answer(Authorization::authorized, {});
             }
             const QString problem = replyOrError.errorMessage();
-            if (!m_hasAnswered || !m_server.owner().isEmpty())
+            if (!m_hasReplied || !m_server.owner().isEmpty())
                 return answer(Authorization::notDetermined, problem);
             m_server.findOutWhetherStartable(m_limit, [answer, problem](bool startable) {
                 answer(startable ? Authorization::authorized : Authorization::notDetermined, problem);
@@ -130,8 +130,8 @@ void LinuxNotificationCenter::deliverNext(const std::string &identifier) {
 void LinuxNotificationCenter::deliver(const std::string &identifier,
                                       const NotificationServer::Capabilities &capabilities) {
     Delivery &delivery = *m_deliveries.at(identifier).front();
-    // What was reported as failed does not turn up later.
-    if (delivery.isTold())
+    // A notification that was reported as failed is not shown later.
+    if (delivery.isSettled())
         return removeFirst(identifier);
     const auto number = m_numbers.find(identifier);
     delivery.isReplacement = number != m_numbers.end();
@@ -145,14 +145,14 @@ void LinuxNotificationCenter::takeAnswer(const std::string &identifier, const QD
                                          bool fromOwner) {
     const QDBusReply<uint> number(answer);
     Delivery &delivery = *m_deliveries.at(identifier).front();
-    // The server went before its going was announced: there is nothing to replace any more.
+    // The server ended before its end was announced: there is nothing to replace any more.
     if (!number.isValid() && delivery.isReplacement && !m_numbers.contains(identifier))
         return deliverNext(identifier);
     if (number.isValid() && fromOwner) {
         m_numbers[identifier] = number.value();
         m_clickable.insert(number.value());
     }
-    delivery.tell(number.isValid() ? std::nullopt : std::optional(number.error().message().toStdString()));
+    delivery.settle(number.isValid() ? std::nullopt : std::optional(number.error().message().toStdString()));
     removeFirst(identifier);
 }
 
@@ -165,13 +165,13 @@ void LinuxNotificationCenter::removeFirst(const std::string &identifier) {
         deliverNext(identifier);
 }
 
-/// It can be clicked still, where the server keeps a list of notifications that disappeared.
+/// It stays clickable: a server may keep a list of notifications that disappeared.
 void LinuxNotificationCenter::forgetNumber(uint id) {
     std::erase_if(m_numbers, [id](const auto &number) { return number.second == id; });
 }
 
 void LinuxNotificationCenter::click(uint id, const QString &activationToken) {
-    // Once each: some servers announce a click twice.
+    // Some servers announce a click twice.
     if (m_clickable.remove(id) && m_activate)
         m_activate(activationToken.toStdString());
 }

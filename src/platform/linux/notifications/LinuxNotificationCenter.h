@@ -20,18 +20,18 @@
 
 namespace burnwick {
 
-/// Notifications through the desktop's server (see NotificationServer.h). Authorised: one answers, or has
-/// answered and will be started again when it is needed. Denied: see NotificationSwitch.h.
+/// Notifications through the desktop's server (see NotificationServer.h). Authorised: one replies, or has
+/// replied and will be started again when it is needed. Denied: see NotificationSwitch.h.
 class LinuxNotificationCenter final : public NotificationCenter {
 public:
-    /// `limit` is for each answer of the server's and of the desktop's settings.
+    /// `limit` is for each reply of the server and of the desktop's settings.
     explicit LinuxNotificationCenter(const QDBusConnection &bus = QDBusConnection::sessionBus(),
                                      std::chrono::milliseconds limit = std::chrono::seconds(3));
     ~LinuxNotificationCenter() override;
 
     /// Starts no server.
     void readAuthorization(std::function<void(Authorization)> answer) override;
-    /// Asks nobody: whoever has a server may use it.
+    /// Does not ask the user: a server is enough.
     void requestAuthorization(std::function<void(AuthorizationOutcome)> answer) override;
     void setAuthorizationChangedHandler(std::function<void()> handler) override;
     void add(const UserNotification &notification,
@@ -54,13 +54,13 @@ private:
     std::chrono::milliseconds m_limit;
     std::function<void()> m_authorizationChanged;
     ActivateHandler m_activate;
-    bool m_hasAnswered = false; ///< a server did, some time
-    /// By identifier. The first one of each is on its way; the next needs the number that it will get.
+    bool m_hasReplied = false; ///< any server, at any time
+    /// By identifier. The first one of each is being sent; the next needs the number that it will get.
     std::map<std::string, std::deque<std::unique_ptr<Delivery>>> m_deliveries;
-    std::map<std::string, uint> m_numbers; ///< by identifier: the running server's, while it is shown
+    std::map<std::string, uint> m_numbers; ///< by identifier: the running server's, while shown
     QSet<uint> m_clickable;                ///< the running server's numbers that were not clicked yet
     NotificationServer m_server;
-    QObject m_lifetime; ///< gone as soon as answers are to be dropped
+    QObject m_lifetime; ///< answers are dropped once it is destroyed
 };
 
 } // namespace burnwick

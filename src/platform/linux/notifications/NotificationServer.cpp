@@ -2,12 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/notifications/NotificationServer.h"
 
-#include "platform/linux/bus/MessageBus.h"
+#include "platform/linux/bus/BusCall.h"
 
 #include <QtCore/QStringList>
-#include <QtCore/QTimer>
 #include <QtCore/QVariantMap>
-#include <QtDBus/QDBusPendingCallWatcher>
 #include <QtDBus/QDBusReply>
 
 #include <utility>
@@ -18,7 +16,7 @@ namespace {
 
 constexpr QLatin1String serverName("org.freedesktop.Notifications");
 constexpr QLatin1String serverPath("/org/freedesktop/Notifications");
-constexpr QLatin1String defaultAction("default"); ///< a click on the notification itself
+constexpr QLatin1String defaultAction("default"); ///< a click on the notification
 
 QDBusMessage messageTo(const QString &peer, const QString &method) {
     return QDBusMessage::createMethodCall(peer, serverPath, serverName, method);
@@ -49,37 +47,37 @@ NotificationServer::NotificationServer(const QDBusConnection &bus)
 void NotificationServer::ping(bool mayStart, std::chrono::milliseconds limit, Answer answer) {
     QDBusMessage call = messageTo(serverName, QStringLiteral("GetServerInformation"));
     call.setAutoStartService(mayStart);
-    whenAnswered(m_bus.asyncCall(call, static_cast<int>(limit.count())), std::move(answer));
+    answerWhenFinished(m_bus.asyncCall(call, static_cast<int>(limit.count())), std::move(answer));
 }
 
 void NotificationServer::findOutWhetherStartable(std::chrono::milliseconds limit,
                                                  std::function<void(bool startable)> answer) {
-    whenAnswered(callMessageBus(m_bus, QStringLiteral("ListActivatableNames"), {}, limit),
-                 [answer = std::move(answer)](const QDBusMessage &message, bool) {
-                     const QDBusReply<QStringList> names(message);
-                     answer(names.isValid() && names.value().contains(serverName));
-                 });
+    answerWhenFinished(callMessageBus(m_bus, QStringLiteral("ListActivatableNames"), {}, limit),
+                       [answer = std::move(answer)](const QDBusMessage &message, bool) {
+                           const QDBusReply<QStringList> names(message);
+                           answer(names.isValid() && names.value().contains(serverName));
+                       });
 }
 
 void NotificationServer::readCapabilities(std::function<void(const Capabilities &capabilities)> answer) {
     if (m_capabilities)
         return answer(*m_capabilities);
-    whenAnswered(m_bus.asyncCall(messageTo(serverName, QStringLiteral("GetCapabilities"))),
-                 [this, answer = std::move(answer)](const QDBusMessage &message, bool fromOwner) {
-                     const QDBusReply<QStringList> names(message);
-                     // One that does not tell may read markup, and then a text could be taken for some.
-                     Capabilities capabilities{!names.isValid(), false};
-                     if (names.isValid()) {
-                         // Links are markup: dunst without a setting for it announces only these and reads
-                         // all of it.
-                         capabilities = {names.value().contains(QLatin1String("body-markup")) ||
-                                             names.value().contains(QLatin1String("body-hyperlinks")),
-                                         names.value().contains(QLatin1String("actions"))};
-                         if (fromOwner)
-                             m_capabilities = capabilities;
-                     }
-                     answer(capabilities);
-                 });
+    answerWhenFinished(m_bus.asyncCall(messageTo(serverName, QStringLiteral("GetCapabilities"))),
+                       [this, answer = std::move(answer)](const QDBusMessage &message, bool fromOwner) {
+                           const QDBusReply<QStringList> names(message);
+                           // Without a reply the server may read markup, and could take a text for it.
+                           Capabilities capabilities{!names.isValid(), false};
+                           if (names.isValid()) {
+                               // Links are markup: dunst without a setting for it announces only these and
+                               // reads all markup.
+                               capabilities = {names.value().contains(QLatin1String("body-markup")) ||
+                                                   names.value().contains(QLatin1String("body-hyperlinks")),
+                                               names.value().contains(QLatin1String("actions"))};
+                               if (fromOwner)
+                                   m_capabilities = capabilities;
+                           }
+                           answer(capabilities);
+                       });
 }
 
 void NotificationServer::notify(const UserNotification &notification, uint replacedId,
@@ -88,16 +86,17 @@ void NotificationServer::notify(const UserNotification &notification, uint repla
     const QStringList actions =
         capabilities.actions ? QStringList{defaultAction, QStringLiteral("Open")} : QStringList();
     constexpr int untilServerDecides = -1;
-    // A number is told to none but the server that gave it: another one may have given it to someone else.
+    // A number is sent only to the server that assigned it: another one may have assigned it to another
+    // program's notification.
     QDBusMessage call = messageTo(replacedId == 0 ? serverName : owner(), QStringLiteral("Notify"));
     call.setArguments({QStringLiteral("Burnwick"), replacedId, QStringLiteral("burnwick"),
                        QString::fromStdString(notification.title),
                        capabilities.bodyMarkup ? body.toHtmlEscaped() : body, actions, hints(),
                        untilServerDecides});
-    whenAnswered(m_bus.asyncCall(call), std::move(answer));
+    answerWhenFinished(m_bus.asyncCall(call), std::move(answer));
 }
 
-/// By its unique name: others may pass the signals on, and then each would come twice.
+/// By the unique name: other programs may repeat the signals.
 void NotificationServer::followSignalsOf(const QString &owner) {
     const std::pair<const char *, const char *> signalsAndSlots[] = {
         {"ActivationToken", SLOT(onActivationToken(uint, QString))},
@@ -113,24 +112,13 @@ void NotificationServer::followSignalsOf(const QString &owner) {
     m_followed = owner;
 }
 
-/// Qt 6.8 no longer says in a reply who sent it. The bus announces an owner before it passes on that owner's
-/// answers: the owner answered if it is the one known at the call or the first one since then.
-void NotificationServer::whenAnswered(const QDBusPendingCall &call, Answer answer) {
+/// Since Qt 6.8 a reply does not name its sender. The bus announces an owner before it passes on that owner's
+/// replies: the owner replied if it is the one known at the call or the first one since then.
+void NotificationServer::answerWhenFinished(const QDBusPendingCall &call, Answer answer) {
     const int ownersExpected = m_ownersSeen + (owner().isEmpty() ? 1 : 0);
-    const auto handOn = [this, ownersExpected, answer = std::move(answer)](const QDBusMessage &reply) {
+    whenFinished(call, this, [this, ownersExpected, answer = std::move(answer)](const QDBusMessage &reply) {
         answer(reply, m_ownersSeen == ownersExpected && !owner().isEmpty());
-    };
-    // Without a bus, a watcher would never emit finished(). The answer of a fast server may be here, too;
-    // announcements that came before it are delivered before the timer fires.
-    if (call.isFinished()) {
-        QTimer::singleShot(0, this, [handOn, reply = call.reply()] { handOn(reply); });
-        return;
-    }
-    connect(new QDBusPendingCallWatcher(call, this), &QDBusPendingCallWatcher::finished, this,
-            [handOn](QDBusPendingCallWatcher *finished) {
-                finished->deleteLater();
-                handOn(finished->reply());
-            });
+    });
 }
 
 void NotificationServer::onActivationToken(uint id, const QString &token) {

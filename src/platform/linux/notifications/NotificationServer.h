@@ -17,8 +17,8 @@
 
 namespace burnwick {
 
-/// The desktop's notification server on the session bus (org.freedesktop.Notifications), whichever it is at
-/// the moment. Nothing blocks; answers are dropped when this object is destroyed first.
+/// The desktop's notification server on the session bus (org.freedesktop.Notifications), which may be another
+/// one later. Nothing blocks; answers are dropped when this object is destroyed first.
 class NotificationServer final : public QObject {
     Q_OBJECT
 
@@ -27,30 +27,30 @@ public:
         bool bodyMarkup = false;
         bool actions = false;
     };
-    /// `fromOwner` is whether the server that answers is known to run still, as owner().
+    /// `fromOwner`: the server that replied is still owner().
     using Answer = std::function<void(const QDBusMessage &replyOrError, bool fromOwner)>;
 
     explicit NotificationServer(const QDBusConnection &bus);
 
-    /// The unique name of the running server; empty when none runs.
+    /// Returns the unique name of the running server; empty without one.
     [[nodiscard]] QString owner() const { return m_owner.name(); }
 
-    /// Whether a server answers; one that does not run is started only if `mayStart`. Later than `limit` is
-    /// an error.
+    /// Calls the server, and answers with its reply or an error. Starts a server only if `mayStart`. A reply
+    /// after `limit` is an error.
     void ping(bool mayStart, std::chrono::milliseconds limit, Answer answer);
-    /// Whether the bus would start a server that does not run.
+    /// Answers whether the bus can start a server.
     void findOutWhetherStartable(std::chrono::milliseconds limit, std::function<void(bool startable)> answer);
 
-    /// What the server can do, asked once of each; possibly answered before the call returns. Starts a
-    /// server.
+    /// Answers with the server's capabilities, read once from each; possibly before the call returns. Starts
+    /// a server.
     void readCapabilities(std::function<void(const Capabilities &capabilities)> answer);
-    /// Shows a notification in place of that number, of the running server's, or a new one for 0. Starts a
-    /// server for a new one. The reply holds the number, a uint.
+    /// Shows a notification in place of the running server's one of that number, or a new one for 0, for
+    /// which a server is started. The reply is the number, a uint.
     void notify(const UserNotification &notification, uint replacedId, const Capabilities &capabilities,
                 Answer answer);
 
 Q_SIGNALS:
-    /// Another server runs, or none any more: earlier numbers mean nothing now.
+    /// Emitted when another server runs, or none any more: earlier numbers are invalid.
     void ownerChanged();
     void closed(uint id);
     void clicked(uint id, const QString &activationToken);
@@ -67,14 +67,14 @@ private:
     };
 
     void followSignalsOf(const QString &owner);
-    void whenAnswered(const QDBusPendingCall &call, Answer answer);
+    void answerWhenFinished(const QDBusPendingCall &call, Answer answer);
 
     QDBusConnection m_bus;
     ServiceOwner m_owner;
-    QString m_followed; ///< whose signals are received
+    QString m_followed; ///< the server whose signals are received
     int m_ownersSeen = 0;
     std::optional<Capabilities> m_capabilities;
-    Token m_token; ///< for the click that comes next
+    Token m_token; ///< of the next click
 };
 
 } // namespace burnwick

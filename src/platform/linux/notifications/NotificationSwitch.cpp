@@ -22,7 +22,7 @@ bool isDesktop(const char *name) {
     return names.contains(QLatin1String(name), Qt::CaseInsensitive);
 }
 
-/// One run of GNOME's command for settings, which would end this program itself where the schema is missing.
+/// One run of GNOME's command for settings: its library would abort this program where the schema is missing.
 class GnomeSwitchQuestion final : public QObject {
 public:
     GnomeSwitchQuestion(QObject *parent, std::chrono::milliseconds limit, std::function<void(bool)> answer)
@@ -31,12 +31,12 @@ public:
         m_process.setStandardInputFile(QProcess::nullDevice());
         m_process.setStandardErrorFile(QProcess::nullDevice());
         connect(&m_process, &QProcess::finished, this, [this](int exitCode, QProcess::ExitStatus status) {
-            tell(status == QProcess::NormalExit && exitCode == 0 &&
-                 m_process.readAllStandardOutput().trimmed() == "false");
+            settle(status == QProcess::NormalExit && exitCode == 0 &&
+                   m_process.readAllStandardOutput().trimmed() == "false");
         });
-        // Queued, because it can come while the process is being started.
+        // Queued, because it can be emitted while the process is being started.
         connect(
-            &m_process, &QProcess::errorOccurred, this, [this] { tell(false); }, Qt::QueuedConnection);
+            &m_process, &QProcess::errorOccurred, this, [this] { settle(false); }, Qt::QueuedConnection);
         QTimer::singleShot(limit, this, [this] { m_process.kill(); });
         m_process.start(QStringLiteral("gsettings"),
                         {QStringLiteral("get"),
@@ -46,7 +46,7 @@ public:
     }
 
 private:
-    void tell(bool switchedOff) {
+    void settle(bool switchedOff) {
         deleteLater();
         if (const auto answer = std::exchange(m_answer, nullptr))
             answer(switchedOff);
@@ -56,7 +56,7 @@ private:
     QProcess m_process;
 };
 
-/// The last value of the key in Plasma's settings of this application, as KConfig writes it.
+/// Reads the last value of the key in Plasma's settings of this application, as KConfig writes it.
 bool isSwitchedOffInPlasma() {
     constexpr std::size_t largestFile = 1024UL * 1024;
     const QString path = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +

@@ -9,12 +9,12 @@
 
 namespace burnwick {
 
-/// Finds out whether the user switched this application's notifications off in the desktop's settings. GNOME
-/// and Plasma have such a switch, and take notifications then without showing them; which desktop it is says
-/// XDG_CURRENT_DESKTOP. Only reads.
+/// Answers whether the user switched this application's notifications off in the desktop's settings. GNOME
+/// and Plasma, known by XDG_CURRENT_DESKTOP, have such a switch, and accept notifications then without
+/// showing them. Only reads.
 ///
-/// Answers within `limit`, after the call returned; false where it cannot be found out. The answer is dropped
-/// when the context is destroyed first.
+/// Answers within `limit`, after the call returned; false where the switch cannot be read. The answer is
+/// dropped when the context is destroyed first.
 void askForNotificationSwitch(QObject *context, std::chrono::milliseconds limit,
                               std::function<void(bool switchedOff)> answer);
 

@@ -8,7 +8,7 @@
 
 namespace burnwick {
 
-/// The absolute path of a program given by name or path; empty when there is no such executable.
+/// Returns the absolute path of a program given by name or path; empty when there is no such executable.
 using FindExecutable = std::function<QString(const QString &program)>;
 
 } // namespace burnwick

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Process.h"
 
+#include "platform/ThreadName.h"
+
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
@@ -9,6 +11,7 @@
 #include <thread>
 #include <utility>
 
+#include <pthread.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -16,10 +19,10 @@ namespace burnwick::platform {
 
 namespace {
 
-std::atomic<int> worksUnderWay = 0;
+std::atomic<int> workingThreads = 0;
 
-void endAtOnceIfWorkRuns(int status, void *) {
-    if (worksUnderWay == 0)
+void endAtOnceIfThreadsWork(int status, void *) {
+    if (workingThreads == 0)
         return;
     std::fflush(nullptr);
     ::_exit(status);
@@ -27,16 +30,16 @@ void endAtOnceIfWorkRuns(int status, void *) {
 
 } // namespace
 
-void runUnawaited(std::function<void()> work) {
+void runDetachedThread(std::function<void()> work) {
     const auto counted = [work = std::move(work)] {
         work();
-        --worksUnderWay;
+        --workingThreads;
     };
-    ++worksUnderWay;
+    ++workingThreads;
     try {
         std::thread(counted).detach();
     } catch (const std::system_error &) {
-        counted(); // No more threads are to be had: rather a pause than no answer.
+        counted(); // no thread left: better a pause than no result
     }
 }
 
@@ -50,13 +53,17 @@ ProcessScope::ProcessScope() {
 }
 
 int ProcessScope::end(int status) const {
-    endAtOnceIfWorkRuns(status, nullptr);
+    endAtOnceIfThreadsWork(status, nullptr);
     return status;
 }
 
 ProcessScope::~ProcessScope() {
     // Handlers run in reverse order: registered now, it precedes the destruction of every static object.
-    static_cast<void>(::on_exit(endAtOnceIfWorkRuns, nullptr));
+    static_cast<void>(::on_exit(endAtOnceIfThreadsWork, nullptr));
+}
+
+void nameThisThread(const char *name) noexcept {
+    pthread_setname_np(pthread_self(), name);
 }
 
 } // namespace burnwick::platform

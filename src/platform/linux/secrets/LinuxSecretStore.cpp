@@ -4,12 +4,9 @@
 
 #include "files/WholeFile.h"
 #include "platform/Platform.h"
-#include "platform/linux/bus/BusConnection.h"
-#include "platform/linux/bus/SessionBusAddress.h"
 #include "platform/linux/secrets/SecretService.h"
 
 #include <QtCore/QDeadlineTimer>
-#include <QtCore/QPointer>
 
 #include <utility>
 
@@ -18,28 +15,6 @@ namespace burnwick {
 namespace {
 
 constexpr std::size_t largestBlob = 1024UL * 1024;
-
-using ReadAnswer = std::function<void(std::optional<StoredSecret>)>;
-using ReplaceAnswer = std::function<void(bool)>;
-
-QCoro::Task<void> readFromKeyring(QPointer<QObject> store, QDBusConnection bus, QString service,
-                                  QDeadlineTimer deadline, ReadAnswer answer) {
-    const auto secret = co_await secretservice::readSecret(bus, service, deadline);
-    if (!store)
-        co_return;
-    std::optional<StoredSecret> stored;
-    if (secret && static_cast<std::size_t>(secret->value.size()) <= largestBlob)
-        stored = StoredSecret{secret->value.toStdString(), secret->item.toStdString()};
-    answer(std::move(stored));
-}
-
-QCoro::Task<void> replaceInKeyring(QPointer<QObject> store, QDBusConnection bus,
-                                   secretservice::ItemSecret secret, QDeadlineTimer deadline,
-                                   ReplaceAnswer answer) {
-    const bool replaced = co_await secretservice::replaceSecret(bus, secret, deadline);
-    if (store)
-        answer(replaced);
-}
 
 } // namespace
 
@@ -51,41 +26,35 @@ std::filesystem::path LinuxSecretStore::credentialsFile(const std::filesystem::p
     return home / ".claude" / ".credentials.json";
 }
 
-void LinuxSecretStore::read(const std::string &service, ReadAnswer answer) {
+void LinuxSecretStore::read(const std::string &service,
+                            std::function<void(std::optional<StoredSecret> secret)> answer) {
     if (isInFile(service)) {
         const auto blob = readWholeFile(m_file, largestBlob);
         return answer(blob ? std::optional(StoredSecret{*blob, m_file}) : std::nullopt);
     }
-    const QDeadlineTimer deadline(m_keyringLimit);
-    connectToKeyring([this, name = QString::fromStdString(service), deadline,
-                      answer = std::move(answer)](std::optional<QDBusConnection> bus) {
-        if (!bus)
-            return answer(std::nullopt);
-        // Nothing in there throws; the answer comes by itself.
-        static_cast<void>(readFromKeyring(&m_context, *bus, name, deadline, answer));
-    });
+    QCoro::connect(secretservice::readSecret(QString::fromStdString(service), QDeadlineTimer(m_keyringLimit)),
+                   &m_context,
+                   [answer = std::move(answer)](const std::optional<secretservice::ItemSecret> &secret) {
+                       if (secret && static_cast<std::size_t>(secret->value.size()) <= largestBlob)
+                           answer(StoredSecret{secret->value.toStdString(), secret->item.toStdString()});
+                       else
+                           answer(std::nullopt);
+                   });
 }
 
-void LinuxSecretStore::replace(const std::string &service, const StoredSecret &secret, ReplaceAnswer answer) {
+void LinuxSecretStore::replace(const std::string &service, const StoredSecret &secret,
+                               std::function<void(bool replaced)> answer) {
     if (secret.blob.size() > largestBlob)
-        return answer(false); // nobody could read it back
+        return answer(false); // read() would not return it
     const bool wasInFile = secret.place == m_file;
     if (wasInFile != isInFile(service))
         return answer(false);
     if (wasInFile)
         return answer(!replaceWholeFile(m_file, secret.blob));
-    const QDeadlineTimer deadline(m_keyringLimit);
     const secretservice::ItemSecret item{QByteArray::fromStdString(secret.blob),
                                          QString::fromStdString(secret.place)};
-    connectToKeyring([this, item, deadline, answer = std::move(answer)](std::optional<QDBusConnection> bus) {
-        if (!bus)
-            return answer(false);
-        static_cast<void>(replaceInKeyring(&m_context, *bus, item, deadline, answer));
-    });
-}
-
-void LinuxSecretStore::connectToKeyring(std::function<void(std::optional<QDBusConnection>)> answer) {
-    connectToBus(&m_context, sessionBusAddress(), QStringLiteral("burnwick-keyring"), std::move(answer));
+    QCoro::connect(secretservice::replaceSecret(item, QDeadlineTimer(m_keyringLimit)), &m_context,
+                   std::move(answer));
 }
 
 bool LinuxSecretStore::isInFile(const std::string &service) const {

@@ -5,7 +5,6 @@
 #include "platform/SecretStore.h"
 
 #include <QtCore/QObject>
-#include <QtDBus/QDBusConnection>
 
 #include <chrono>
 #include <filesystem>
@@ -15,15 +14,14 @@
 namespace burnwick {
 
 /// Claude Code's login is the file ~/.claude/.credentials.json, where it exists, even if it cannot be read;
-/// otherwise, and for any other service, the keyring's item (see SecretService.h). Which of them it is, is
-/// asked anew by each reading. The session bus is not touched before the keyring is needed. Blobs are up to
-/// 1 MiB.
+/// otherwise, and for any other service, the keyring's item (see SecretService.h). Each call looks anew which
+/// of them it is. The session bus is used only when the keyring is needed. Blobs are up to 1 MiB.
 ///
-/// The file is read and written at once: it is small and local, and so is the time that this takes. Nothing
-/// blocks for the bus or the keyring.
+/// The file is read and written within the call: it is small and local. Nothing blocks for the bus or the
+/// keyring.
 class LinuxSecretStore final : public SecretStore {
 public:
-    /// `keyringLimit` is for all of one operation, beginning with the connection to the bus.
+    /// `keyringLimit` is for one whole operation, including the connection to the bus.
     explicit LinuxSecretStore(const std::filesystem::path &home,
                               std::chrono::milliseconds keyringLimit = std::chrono::seconds(5));
 
@@ -36,12 +34,10 @@ public:
 
 private:
     [[nodiscard]] bool isInFile(const std::string &service) const;
-    /// Answers with a working connection; with nothing where there is no bus, or an unresponsive one.
-    void connectToKeyring(std::function<void(std::optional<QDBusConnection> bus)> answer);
 
     std::filesystem::path m_file;
     std::chrono::milliseconds m_keyringLimit;
-    QObject m_context; ///< gone as soon as answers are to be dropped
+    QObject m_context; ///< answers are dropped once it is destroyed
 };
 
 } // namespace burnwick

@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/secrets/SecretService.h"
 
+#include "platform/linux/bus/SessionBus.h"
 #include "platform/linux/secrets/SecretServiceTypes.h"
 
 #include <QCoroDBus>
+#include <QCoroFuture>
 
 #include <QtDBus/QDBusError>
 #include <QtDBus/QDBusMessage>
@@ -46,16 +48,20 @@ struct Session {
     QDBusObjectPath path;
 };
 
-/// The peer that owns the keyring's name. Calls to that peer start no service, and fail at once when another
-/// one takes its place.
-QCoro::Task<std::optional<Caller>> findKeyring(QDBusConnection bus, QDeadlineTimer deadline) {
-    Caller caller{bus, deadline, QStringLiteral("org.freedesktop.DBus")};
+/// Returns the peer that owns the keyring's name. Calls to that peer start no service, and fail at once when
+/// another one takes its place.
+QCoro::Task<std::optional<Caller>> findKeyring(QDeadlineTimer deadline) {
+    auto connecting = connectToBus(sessionBusAddress(), QStringLiteral("burnwick-keyring"));
+    const auto bus = co_await connecting;
+    std::optional<Caller> keyring;
+    if (!bus)
+        co_return keyring;
+    Caller caller{*bus, deadline, QStringLiteral("org.freedesktop.DBus")};
     const auto call =
         caller.call(QStringLiteral("/org/freedesktop/DBus"), caller.peer, QStringLiteral("GetNameOwner"),
                     {QStringLiteral("org.freedesktop.secrets")});
     const QDBusMessage answer = co_await call;
     const QDBusPendingReply<QString> owner(answer);
-    std::optional<Caller> keyring;
     if (owner.isValid()) {
         caller.peer = owner.value();
         keyring = caller;
@@ -63,7 +69,7 @@ QCoro::Task<std::optional<Caller>> findKeyring(QDBusConnection bus, QDeadlineTim
     co_return keyring;
 }
 
-/// In seconds since 1970; 0 when it is unknown.
+/// Returns seconds since 1970; 0 when unknown.
 QCoro::Task<qulonglong> modificationTime(Caller caller, QDBusObjectPath item) {
     const auto call = caller.call(item.path(), QStringLiteral("org.freedesktop.DBus.Properties"),
                                   QStringLiteral("Get"), {itemInterface, QStringLiteral("Modified")});
@@ -72,7 +78,7 @@ QCoro::Task<qulonglong> modificationTime(Caller caller, QDBusObjectPath item) {
     co_return time.isValid() ? time.value().variant().toULongLong() : 0;
 }
 
-/// None also when the newest is locked.
+/// Absent also when the newest is locked.
 QCoro::Task<std::optional<QDBusObjectPath>> findNewestItem(Caller caller, QString service) {
     const Attributes attributes{{QStringLiteral("service"), service}};
     const auto call = caller.call(servicePath, serviceInterface, QStringLiteral("SearchItems"),
@@ -106,7 +112,6 @@ QCoro::Task<std::optional<Session>> openSession(Caller caller) {
 }
 
 void close(const Session &session) {
-    // Nothing hangs on the answer.
     static_cast<void>(
         session.caller.call(session.path.path(), sessionInterface, QStringLiteral("Close"), {}));
 }
@@ -121,11 +126,10 @@ QCoro::Task<std::optional<Secret>> secretOf(Session session, QString item) {
 
 } // namespace
 
-QCoro::Task<std::optional<ItemSecret>> readSecret(QDBusConnection bus, QString service,
-                                                  QDeadlineTimer deadline) {
+QCoro::Task<std::optional<ItemSecret>> readSecret(QString service, QDeadlineTimer deadline) {
     registerTypes();
     std::optional<ItemSecret> found;
-    const auto keyring = co_await findKeyring(bus, deadline);
+    const auto keyring = co_await findKeyring(deadline);
     if (!keyring)
         co_return found;
     const auto item = co_await findNewestItem(*keyring, service);
@@ -141,9 +145,9 @@ QCoro::Task<std::optional<ItemSecret>> readSecret(QDBusConnection bus, QString s
     co_return found;
 }
 
-QCoro::Task<bool> replaceSecret(QDBusConnection bus, ItemSecret secret, QDeadlineTimer deadline) {
+QCoro::Task<bool> replaceSecret(ItemSecret secret, QDeadlineTimer deadline) {
     registerTypes();
-    const auto keyring = co_await findKeyring(bus, deadline);
+    const auto keyring = co_await findKeyring(deadline);
     if (!keyring)
         co_return false;
     const auto session = co_await openSession(*keyring);

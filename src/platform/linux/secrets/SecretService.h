@@ -7,15 +7,14 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QDeadlineTimer>
 #include <QtCore/QString>
-#include <QtDBus/QDBusConnection>
 
 #include <optional>
 
 /// The desktop's keyring, through the Secret Service on the session bus (org.freedesktop.secrets).
 ///
-/// Only a keyring that runs already and is unlocked is asked: starting one would start it locked, and
-/// unlocking one opens a dialog. Nothing blocks, nothing throws, and each call ends by the deadline as long
-/// as the event loop runs. The coroutines use nothing but their parameters.
+/// Only a running, unlocked keyring is asked: a started one would be locked, and unlocking opens a dialog.
+/// Nothing blocks, nothing throws, and each call ends by the deadline as long as the event loop runs, where
+/// the bus is silent after `silentBusLimit` (SessionBus.h). The coroutines use nothing but their parameters.
 namespace burnwick::secretservice {
 
 /// The secret of an item, and the item's path.
@@ -24,13 +23,12 @@ struct ItemSecret {
     QString item;
 };
 
-/// The secret of the item whose attribute "service" has the value; absent when it cannot be had. Of several
-/// items the one modified last counts: when that one is locked, the others are out of date.
-[[nodiscard]] QCoro::Task<std::optional<ItemSecret>> readSecret(QDBusConnection bus, QString service,
-                                                                QDeadlineTimer deadline);
+/// Returns the secret of the item whose attribute "service" has the value; absent when there is no bus or the
+/// keyring does not provide it. Of several items the one modified last counts: when that one is locked, the
+/// others are out of date.
+[[nodiscard]] QCoro::Task<std::optional<ItemSecret>> readSecret(QString service, QDeadlineTimer deadline);
 
-/// Gives that item another secret of the same content type. Whether the keyring said that it has it now.
-[[nodiscard]] QCoro::Task<bool> replaceSecret(QDBusConnection bus, ItemSecret secret,
-                                              QDeadlineTimer deadline);
+/// Replaces that item's secret, keeping its content type. Returns whether the keyring confirmed it.
+[[nodiscard]] QCoro::Task<bool> replaceSecret(ItemSecret secret, QDeadlineTimer deadline);
 
 } // namespace burnwick::secretservice

@@ -2,33 +2,38 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/bus/DBusStruct.h"
+
 #include <QtCore/QByteArray>
 #include <QtCore/QMap>
-#include <QtCore/QMetaType>
 #include <QtCore/QString>
+#include <QtDBus/QDBusMetaType>
 #include <QtDBus/QDBusObjectPath>
 
-class QDBusArgument;
-
 namespace burnwick::secretservice {
+
+// For QtDBus, which looks them up beside the types.
+using burnwick::operator<<;
+using burnwick::operator>>;
 
 /// What items are found by: a{ss}.
 using Attributes = QMap<QString, QString>;
 
-/// A secret on its way: (oayays).
+/// A secret as it travels: (oayays).
 struct Secret {
     QDBusObjectPath session;
-    QByteArray parameters; ///< of the encryption; empty when there is none
+    QByteArray parameters; ///< of the encryption; empty without one
     QByteArray value;
     QString contentType;
+
+    static constexpr auto fields =
+        std::tuple(&Secret::session, &Secret::parameters, &Secret::value, &Secret::contentType);
 };
 
-QDBusArgument &operator<<(QDBusArgument &argument, const Secret &secret);
-const QDBusArgument &operator>>(const QDBusArgument &argument, Secret &secret);
-
-/// Makes them known to QtDBus; before the first call that carries them.
-void registerTypes();
+/// Makes them known to QtDBus. Call it before the first call that carries them.
+inline void registerTypes() {
+    qDBusRegisterMetaType<Attributes>();
+    qDBusRegisterMetaType<Secret>();
+}
 
 } // namespace burnwick::secretservice
-
-Q_DECLARE_METATYPE(burnwick::secretservice::Secret)

@@ -3,6 +3,9 @@
 #include "platform/linux/sleep/LinuxSleepMonitor.h"
 
 #include "platform/Platform.h"
+#include "platform/linux/bus/SessionBus.h"
+
+#include <QtCore/QFutureWatcher>
 
 #include <cstdint>
 #include <limits>
@@ -12,6 +15,15 @@
 #include <unistd.h>
 
 namespace burnwick {
+
+namespace {
+
+QString systemBusAddress() {
+    const QString address = qEnvironmentVariable("DBUS_SYSTEM_BUS_ADDRESS");
+    return address.isEmpty() ? QStringLiteral("unix:path=/var/run/dbus/system_bus_socket") : address;
+}
+
+} // namespace
 
 LinuxSleepMonitor::LinuxSleepMonitor()
     : m_timer(timerfd_create(CLOCK_REALTIME, TFD_NONBLOCK | TFD_CLOEXEC)) {}
@@ -24,22 +36,44 @@ LinuxSleepMonitor::~LinuxSleepMonitor() {
 
 void LinuxSleepMonitor::follow(std::function<void()> onWake) {
     m_onWake = std::move(onWake);
-    m_loginManager.emplace([this] { m_onWake(); });
+    followTimer();
+    auto *const connecting = new QFutureWatcher<std::optional<QDBusConnection>>(this);
+    connect(connecting, &QFutureWatcherBase::finished, this, [this, connecting] {
+        connecting->deleteLater();
+        if (const auto bus = connecting->result())
+            followLoginManager(*bus);
+    });
+    connecting->setFuture(connectToBus(systemBusAddress(), QStringLiteral("burnwick-system-bus")));
+}
+
+void LinuxSleepMonitor::followTimer() {
     itimerspec never{};
     never.it_value.tv_sec = std::numeric_limits<time_t>::max();
     if (m_timer == -1 ||
         timerfd_settime(m_timer, TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET, &never, nullptr) == -1)
         return;
     m_cancelled.emplace(m_timer, QSocketNotifier::Read);
-    QObject::connect(&*m_cancelled, &QSocketNotifier::activated, &*m_cancelled,
-                     [this] { takeClockChange(); });
+    connect(&*m_cancelled, &QSocketNotifier::activated, this, [this] {
+        // Fails with ECANCELED, and rearms the timer.
+        std::uint64_t expirations = 0;
+        static_cast<void>(!read(m_timer, &expirations, sizeof expirations));
+        m_onWake();
+    });
 }
 
-/// Reading rearms the timer; it fails with ECANCELED.
-void LinuxSleepMonitor::takeClockChange() const {
-    std::uint64_t expirations = 0;
-    static_cast<void>(!read(m_timer, &expirations, sizeof expirations));
-    m_onWake();
+void LinuxSleepMonitor::followLoginManager(QDBusConnection bus) {
+    m_loginManager.emplace(bus, QStringLiteral("org.freedesktop.login1"));
+    // From any sender: given the manager's name, this call would block until the bus returns its owner.
+    bus.connect(QString(), QStringLiteral("/org/freedesktop/login1"),
+                QStringLiteral("org.freedesktop.login1.Manager"), QStringLiteral("PrepareForSleep"), this,
+                SLOT(onPrepareForSleep(QDBusMessage)));
+}
+
+/// Its argument is true before a sleep and false after it.
+void LinuxSleepMonitor::onPrepareForSleep(const QDBusMessage &message) {
+    if (message.service() == m_loginManager->name() && message.signature() == QLatin1String("b") &&
+        !message.arguments().constFirst().toBool())
+        m_onWake();
 }
 
 std::unique_ptr<SleepMonitor> platform::makeSleepMonitor() {

@@ -4,9 +4,9 @@
 
 #include "platform/StatusItem.h"
 #include "platform/linux/statusitem/StatusNotifierService.h"
-#include "platform/linux/statusitem/XEmbedTray.h"
 
 #include <QtCore/QObject>
+#include <QtWidgets/QSystemTrayIcon>
 
 #include <memory>
 #include <optional>
@@ -24,14 +24,15 @@ public:
 private:
     void appear();
     void showInTray();
-    void hideFromTray();
+    void updateTray() const;
     void activate(const std::string &activationToken) const;
 
     ActivateHandler m_activateHandler;
     std::optional<StatusItemContent> m_content;
     std::unique_ptr<StatusNotifierService> m_service;
-    std::unique_ptr<XEmbedTray> m_tray;
-    bool m_absenceTold = false;
+    /// Exists only while there is no watcher, with which Qt would register it otherwise.
+    std::unique_ptr<QSystemTrayIcon> m_tray;
+    bool m_absenceLogged = false;
 };
 
 } // namespace burnwick

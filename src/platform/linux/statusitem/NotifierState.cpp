@@ -2,14 +2,17 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/statusitem/NotifierState.h"
 
+#include "display/DisplayFormat.h"
 #include "platform/linux/statusitem/StatusItemPainting.h"
-#include "platform/linux/statusitem/StatusItemToolTip.h"
+
+#include <QtCore/QtEndian>
 
 namespace burnwick {
 
 namespace {
 
 using Presentation = TrayHost::Presentation;
+using Markup = TrayHost::Markup;
 
 NotifierPixmaps squareIcons(StatusIndicator indicator, const QString &text) {
     NotifierPixmaps icons;
@@ -19,21 +22,17 @@ NotifierPixmaps squareIcons(StatusIndicator indicator, const QString &text) {
 }
 
 NotifierPixmaps iconFor(const StatusItemContent &content, Presentation presentation) {
-    switch (presentation) {
-    case Presentation::wide: {
+    if (presentation == Presentation::wide) {
         // Bars take the largest picture and scale it down to their height: sharp up to three times.
         constexpr int scale = 3;
         return {toNotifierPixmap(paintWideTitle(content.title, scale))};
     }
-    case Presentation::label:
-        return squareIcons(content.indicator, {});
-    case Presentation::compact:
-        break;
-    }
-    return squareIcons(content.indicator, compactQuotaText(content.fiveHourUsagePct));
+    return squareIcons(content.indicator, presentation == Presentation::compact
+                                              ? compactQuotaText(content.fiveHourUsagePct)
+                                              : QString());
 }
 
-/// Hosts draw a label in one colour. The dot without its own would say nothing; it is on the icon instead.
+/// Hosts draw a label in one colour, so the coloured dot is on the icon instead.
 QString labelText(const StatusTitle &title) {
     QString text;
     for (const TitleSegment &segment : title) {
@@ -45,6 +44,29 @@ QString labelText(const StatusTitle &title) {
 
 QString toQString(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QString styled(const TitleSegment &segment, Markup markup) {
+    QString text = QString::fromStdString(segment.text).toHtmlEscaped();
+    if (markup == Markup::plain)
+        return text;
+    if (segment.color) {
+        const QString element = markup == Markup::qtText
+                                    ? QStringLiteral("<font color=\"%1\">%2</font>")
+                                    : QStringLiteral("<span foreground=\"%1\">%2</span>");
+        return element.arg(QString::fromStdString(hexOf(*segment.color)), text);
+    }
+    if (segment.weight != TitleSegment::Weight::regular && !segment.dimmed)
+        return QStringLiteral("<b>%1</b>").arg(text);
+    return text;
+}
+
+QString quotaInWords(const StatusItemContent &content) {
+    if (!content.fiveHourUsagePct)
+        return QStringLiteral("5-hour window not known yet");
+    return QStringLiteral("%1 of the 5-hour window used (%2)")
+        .arg(QString::fromStdString(percentText(*content.fiveHourUsagePct)),
+             toQString(nameOf(content.indicator)));
 }
 
 } // namespace
@@ -72,9 +94,27 @@ NotifierState notifierStateFor(const StatusItemContent &content, const TrayHost 
     state.icon = iconFor(content, host.presentation);
     state.toolTip.title = QStringLiteral("Burnwick");
     state.toolTip.body = toolTipBody(content, host.markup);
-    // The path by which items say that they have none.
+    // The second path means "no menu".
     state.menuPath = host.clickNeedsMenu ? notifierMenuPath() : QStringLiteral("/NO_DBUSMENU");
     return state;
+}
+
+QString toolTipBody(const StatusItemContent &content, Markup markup) {
+    QString body;
+    for (const TitleSegment &segment : content.title)
+        body += styled(segment, markup);
+    const QString lineBreak = markup == Markup::qtText  ? QStringLiteral("<br/>")
+                              : markup == Markup::pango ? QStringLiteral("\n")
+                                                        : QStringLiteral(" · ");
+    return body + lineBreak + quotaInWords(content);
+}
+
+NotifierPixmap toNotifierPixmap(const QImage &image) {
+    const QImage argb = image.convertToFormat(QImage::Format_ARGB32);
+    NotifierPixmap pixmap{argb.width(), argb.height(), QByteArray(argb.sizeInBytes(), Qt::Uninitialized)};
+    qToBigEndian<quint32>(argb.constBits(), argb.sizeInBytes() / qsizetype{sizeof(quint32)},
+                          pixmap.argb.data());
+    return pixmap;
 }
 
 } // namespace burnwick

@@ -7,6 +7,7 @@
 #include "platform/linux/statusitem/TrayHost.h"
 
 #include <QtCore/QString>
+#include <QtGui/QImage>
 
 namespace burnwick {
 
@@ -22,14 +23,20 @@ struct NotifierState {
     QString menuPath;
 };
 
-/// Where the one-entry menu is exported for the hosts that need one.
+/// Returns the path of the one-entry menu, which hosts that need one call.
 [[nodiscard]] QString notifierMenuPath();
 
-/// What the host is to be told. `iconThemePath` is the directory that has the icons iconNameFor() speaks of.
+/// Returns the state for the host. `iconThemePath` is the directory with the icons of iconNameFor().
 [[nodiscard]] NotifierState notifierStateFor(const StatusItemContent &content, const TrayHost &host,
                                              const QString &iconThemePath);
 
-/// The name of the icon with a dot of that colour.
+/// Returns the name of the icon with a dot of that colour.
 [[nodiscard]] QString iconNameFor(StatusIndicator indicator);
+
+/// Returns the tool tip's body in the host's markup: the title, then the quota in words with the dot's colour
+/// named, as in "67% of the 5-hour window used (orange)".
+[[nodiscard]] QString toolTipBody(const StatusItemContent &content, TrayHost::Markup markup);
+
+[[nodiscard]] NotifierPixmap toNotifierPixmap(const QImage &image);
 
 } // namespace burnwick

@@ -27,14 +27,6 @@ QVariantMap propertiesOf(int id) {
 OneEntryMenu::OneEntryMenu(std::function<void()> chosen)
     : m_chosen(std::move(chosen)) {}
 
-QString OneEntryMenu::status() const {
-    return QStringLiteral("normal");
-}
-
-QString OneEntryMenu::textDirection() const {
-    return QStringLiteral("ltr");
-}
-
 uint OneEntryMenu::GetLayout(int parentId, int depth, const QStringList & /*names*/, DBusMenuLayout &layout) {
     layout = {parentId, propertiesOf(parentId), {}};
     if (parentId == rootId && depth != 0) {
@@ -45,17 +37,17 @@ uint OneEntryMenu::GetLayout(int parentId, int depth, const QStringList & /*name
     return revision;
 }
 
-DBusMenuEntries OneEntryMenu::GetGroupProperties(const QList<int> &ids, const QStringList & /*names*/) {
-    // No identifiers at all means every entry.
+QList<DBusMenuEntry> OneEntryMenu::GetGroupProperties(const QList<int> &ids, const QStringList & /*names*/) {
+    // An empty list means every entry.
     const QList<int> asked = ids.isEmpty() ? QList<int>{rootId, openId} : ids;
-    DBusMenuEntries entries;
+    QList<DBusMenuEntry> entries;
     for (const int id : asked)
         entries.append({id, propertiesOf(id)});
     return entries;
 }
 
 QDBusVariant OneEntryMenu::GetProperty(int id, const QString &name) {
-    // A variant has to hold something to be sent at all.
+    // An empty variant cannot be sent.
     return QDBusVariant(propertiesOf(id).value(name, QString()));
 }
 
@@ -64,7 +56,7 @@ void OneEntryMenu::Event(int id, const QString &type, const QDBusVariant & /*dat
         m_chosen();
 }
 
-QList<int> OneEntryMenu::EventGroup(const DBusMenuEvents &events) {
+QList<int> OneEntryMenu::EventGroup(const QList<DBusMenuEvent> &events) {
     QList<int> unknownIds;
     for (const DBusMenuEvent &event : events) {
         if (event.id == rootId || event.id == openId)
@@ -87,52 +79,10 @@ QList<int> OneEntryMenu::AboutToShowGroup(const QList<int> & /*ids*/, QList<int>
 void registerMenuTypes() {
     qDBusRegisterMetaType<DBusMenuLayout>();
     qDBusRegisterMetaType<DBusMenuEntry>();
-    qDBusRegisterMetaType<DBusMenuEntries>();
+    qDBusRegisterMetaType<QList<DBusMenuEntry>>();
     qDBusRegisterMetaType<DBusMenuEvent>();
-    qDBusRegisterMetaType<DBusMenuEvents>();
+    qDBusRegisterMetaType<QList<DBusMenuEvent>>();
     qDBusRegisterMetaType<QList<QDBusVariant>>();
-}
-
-QDBusArgument &operator<<(QDBusArgument &argument, const DBusMenuLayout &layout) {
-    argument.beginStructure();
-    argument << layout.id << layout.properties << layout.children;
-    argument.endStructure();
-    return argument;
-}
-
-const QDBusArgument &operator>>(const QDBusArgument &argument, DBusMenuLayout &layout) {
-    argument.beginStructure();
-    argument >> layout.id >> layout.properties >> layout.children;
-    argument.endStructure();
-    return argument;
-}
-
-QDBusArgument &operator<<(QDBusArgument &argument, const DBusMenuEntry &entry) {
-    argument.beginStructure();
-    argument << entry.id << entry.properties;
-    argument.endStructure();
-    return argument;
-}
-
-const QDBusArgument &operator>>(const QDBusArgument &argument, DBusMenuEntry &entry) {
-    argument.beginStructure();
-    argument >> entry.id >> entry.properties;
-    argument.endStructure();
-    return argument;
-}
-
-QDBusArgument &operator<<(QDBusArgument &argument, const DBusMenuEvent &event) {
-    argument.beginStructure();
-    argument << event.id << event.type << event.data << event.timestamp;
-    argument.endStructure();
-    return argument;
-}
-
-const QDBusArgument &operator>>(const QDBusArgument &argument, DBusMenuEvent &event) {
-    argument.beginStructure();
-    argument >> event.id >> event.type >> event.data >> event.timestamp;
-    argument.endStructure();
-    return argument;
 }
 
 } // namespace burnwick

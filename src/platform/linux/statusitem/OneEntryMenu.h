@@ -2,11 +2,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/bus/DBusStruct.h"
+
 #include <QtCore/QList>
 #include <QtCore/QObject>
 #include <QtCore/QStringList>
 #include <QtCore/QVariantMap>
-#include <QtDBus/QDBusArgument>
 #include <QtDBus/QDBusVariant>
 
 #include <functional>
@@ -18,14 +19,18 @@ struct DBusMenuLayout {
     int id = 0;
     QVariantMap properties;
     QList<QDBusVariant> children;
+
+    static constexpr auto fields =
+        std::tuple(&DBusMenuLayout::id, &DBusMenuLayout::properties, &DBusMenuLayout::children);
 };
 
 /// (ia{sv})
 struct DBusMenuEntry {
     int id = 0;
     QVariantMap properties;
+
+    static constexpr auto fields = std::tuple(&DBusMenuEntry::id, &DBusMenuEntry::properties);
 };
-using DBusMenuEntries = QList<DBusMenuEntry>;
 
 /// (isvu)
 struct DBusMenuEvent {
@@ -33,11 +38,13 @@ struct DBusMenuEvent {
     QString type;
     QDBusVariant data;
     uint timestamp = 0;
-};
-using DBusMenuEvents = QList<DBusMenuEvent>;
 
-/// A com.canonical.dbusmenu of one entry, "Open Burnwick", for hosts that turn the click into a menu.
-/// It never changes, so it has none of the interface's signals.
+    static constexpr auto fields =
+        std::tuple(&DBusMenuEvent::id, &DBusMenuEvent::type, &DBusMenuEvent::data, &DBusMenuEvent::timestamp);
+};
+
+/// A com.canonical.dbusmenu of one entry, "Open Burnwick", for hosts that turn the click into a menu. It
+/// never changes, so it lacks the interface's signals.
 class OneEntryMenu final : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "com.canonical.dbusmenu")
@@ -47,47 +54,35 @@ class OneEntryMenu final : public QObject {
     Q_PROPERTY(QStringList IconThemePath READ iconThemePath CONSTANT)
 
 public:
+    /// Calls the handler when the user chooses the entry.
     explicit OneEntryMenu(std::function<void()> chosen);
 
     [[nodiscard]] uint version() const { return 3; }
-    [[nodiscard]] QString status() const;
-    [[nodiscard]] QString textDirection() const;
+    [[nodiscard]] QString status() const { return QStringLiteral("normal"); }
+    [[nodiscard]] QString textDirection() const { return QStringLiteral("ltr"); }
     [[nodiscard]] QStringList iconThemePath() const { return {}; }
 
 public Q_SLOTS:
-    // Named by the protocol; what is returned by reference follows the returned value.
+    // Named by the protocol; reference parameters follow the returned value in the reply.
     Q_SCRIPTABLE uint GetLayout(int parentId, int depth, const QStringList &names,
                                 burnwick::DBusMenuLayout &layout);
-    Q_SCRIPTABLE burnwick::DBusMenuEntries GetGroupProperties(const QList<int> &ids,
-                                                              const QStringList &names);
+    Q_SCRIPTABLE QList<burnwick::DBusMenuEntry> GetGroupProperties(const QList<int> &ids,
+                                                                   const QStringList &names);
     Q_SCRIPTABLE QDBusVariant GetProperty(int id, const QString &name);
     Q_SCRIPTABLE void Event(int id, const QString &type, const QDBusVariant &data, uint timestamp);
-    Q_SCRIPTABLE QList<int> EventGroup(const burnwick::DBusMenuEvents &events);
+    Q_SCRIPTABLE QList<int> EventGroup(const QList<burnwick::DBusMenuEvent> &events);
     Q_SCRIPTABLE bool AboutToShow(int id);
     Q_SCRIPTABLE QList<int> AboutToShowGroup(const QList<int> &ids, QList<int> &unknownIds);
 
 Q_SIGNALS:
-    /// The host reads the menu. Not on the bus.
+    /// Emitted when the host reads the menu. Not sent over the bus.
     void layoutRead();
 
 private:
     std::function<void()> m_chosen;
 };
 
-/// Makes the types known to QtDBus; before a menu is exported or read.
+/// Makes the types known to QtDBus. Call it before a menu is exported or read.
 void registerMenuTypes();
 
-QDBusArgument &operator<<(QDBusArgument &argument, const DBusMenuLayout &layout);
-const QDBusArgument &operator>>(const QDBusArgument &argument, DBusMenuLayout &layout);
-QDBusArgument &operator<<(QDBusArgument &argument, const DBusMenuEntry &entry);
-const QDBusArgument &operator>>(const QDBusArgument &argument, DBusMenuEntry &entry);
-QDBusArgument &operator<<(QDBusArgument &argument, const DBusMenuEvent &event);
-const QDBusArgument &operator>>(const QDBusArgument &argument, DBusMenuEvent &event);
-
 } // namespace burnwick
-
-Q_DECLARE_METATYPE(burnwick::DBusMenuLayout)
-Q_DECLARE_METATYPE(burnwick::DBusMenuEntry)
-Q_DECLARE_METATYPE(burnwick::DBusMenuEntries)
-Q_DECLARE_METATYPE(burnwick::DBusMenuEvent)
-Q_DECLARE_METATYPE(burnwick::DBusMenuEvents)

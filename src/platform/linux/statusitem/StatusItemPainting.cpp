@@ -14,7 +14,7 @@
 #include <algorithm>
 #include <cmath>
 
-// A library's resources are linked in only when named, and Qt wants that outside of every namespace.
+// A library's resources are linked in only when named, which Qt requires outside of every namespace.
 static void initIconResource() {
     Q_INIT_RESOURCE(burnwick_icons);
 }
@@ -63,7 +63,7 @@ void drawDot(QPainter &painter, const QPointF &center, double radius, StatusIndi
     painter.drawEllipse(center, radius, radius);
 }
 
-/// Takes what was drawn around the dot back to the ground, so that the dot stands clear of the glyph.
+/// Paints the ground around the dot, to separate it from the glyph.
 void clearAround(QPainter &painter, const QPointF &center, double radius) {
     painter.setCompositionMode(QPainter::CompositionMode_Source);
     painter.setPen(Qt::NoPen);
@@ -99,15 +99,9 @@ void drawTextInto(QPainter &painter, const QRectF &box, const QString &text) {
 }
 
 QFont::Weight toQtWeight(TitleSegment::Weight weight) {
-    switch (weight) {
-    case TitleSegment::Weight::semibold:
-        return QFont::DemiBold;
-    case TitleSegment::Weight::heavy:
-        return QFont::Black;
-    case TitleSegment::Weight::regular:
-        break;
-    }
-    return QFont::Normal;
+    return weight == TitleSegment::Weight::semibold ? QFont::DemiBold
+           : weight == TitleSegment::Weight::heavy  ? QFont::Black
+                                                    : QFont::Normal;
 }
 
 QFont fontOf(const TitleSegment &segment, int scale) {

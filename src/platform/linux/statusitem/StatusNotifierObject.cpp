@@ -15,7 +15,7 @@ void StatusNotifierObject::setState(NotifierState state) {
         Q_EMIT NewTitle();
     if (m_state.iconThemePath != before.iconThemePath)
         Q_EMIT NewIconThemePath(m_state.iconThemePath);
-    // The description has no signal of its own: hosts read it again with the icon.
+    // The description has no signal: hosts read it again with the icon.
     if (m_state.icon != before.icon || m_state.iconName != before.iconName ||
         m_state.accessibleDescription != before.accessibleDescription)
         Q_EMIT NewIcon();
@@ -31,42 +31,8 @@ void StatusNotifierObject::activate() {
     m_handler(std::exchange(m_activationToken, {}));
 }
 
-QString StatusNotifierObject::category() const {
-    return QStringLiteral("ApplicationStatus");
-}
-
-QString StatusNotifierObject::id() const {
-    return QStringLiteral("burnwick");
-}
-
-QString StatusNotifierObject::status() const {
-    return QStringLiteral("Active");
-}
-
 QString StatusNotifierObject::labelGuide() const {
     return m_state.label.isEmpty() ? QString() : QStringLiteral("000.0M | $000.00 | s100%");
-}
-
-void StatusNotifierObject::Activate(int /*x*/, int /*y*/) {
-    activate();
-}
-
-void StatusNotifierObject::SecondaryActivate(int /*x*/, int /*y*/) {
-    activate();
-}
-
-void StatusNotifierObject::ContextMenu(int /*x*/, int /*y*/) {
-    activate();
-}
-
-void StatusNotifierObject::Scroll(int /*delta*/, const QString & /*orientation*/) {}
-
-void StatusNotifierObject::ProvideXdgActivationToken(const QString &token) {
-    m_activationToken = token.toStdString();
-}
-
-void StatusNotifierObject::XAyatanaSecondaryActivate(uint /*timestamp*/) {
-    activate();
 }
 
 } // namespace burnwick

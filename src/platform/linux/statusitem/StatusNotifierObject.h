@@ -24,11 +24,11 @@ class StatusNotifierObject final : public QObject {
     Q_PROPERTY(int WindowId READ windowId CONSTANT)
     Q_PROPERTY(QString IconThemePath READ iconThemePath)
     Q_PROPERTY(QString IconName READ iconName)
-    Q_PROPERTY(burnwick::NotifierPixmaps IconPixmap READ iconPixmap)
+    Q_PROPERTY(QList<burnwick::NotifierPixmap> IconPixmap READ iconPixmap)
     Q_PROPERTY(QString OverlayIconName READ noText CONSTANT)
-    Q_PROPERTY(burnwick::NotifierPixmaps OverlayIconPixmap READ noPixmaps CONSTANT)
+    Q_PROPERTY(QList<burnwick::NotifierPixmap> OverlayIconPixmap READ noPixmaps CONSTANT)
     Q_PROPERTY(QString AttentionIconName READ noText CONSTANT)
-    Q_PROPERTY(burnwick::NotifierPixmaps AttentionIconPixmap READ noPixmaps CONSTANT)
+    Q_PROPERTY(QList<burnwick::NotifierPixmap> AttentionIconPixmap READ noPixmaps CONSTANT)
     Q_PROPERTY(QString AttentionMovieName READ noText CONSTANT)
     Q_PROPERTY(burnwick::NotifierToolTip ToolTip READ toolTip)
     Q_PROPERTY(bool ItemIsMenu READ itemIsMenu CONSTANT)
@@ -40,21 +40,21 @@ class StatusNotifierObject final : public QObject {
     Q_PROPERTY(QString AttentionAccessibleDesc READ noText CONSTANT)
 
 public:
-    /// Receives the token of ProvideXdgActivationToken, or an empty one.
+    /// Called with the token of ProvideXdgActivationToken, or an empty one.
     using ActivateHandler = std::function<void(const std::string &activationToken)>;
 
     explicit StatusNotifierObject(ActivateHandler handler);
 
-    /// Announces what differs from the state before; nothing on the bus when nothing does.
+    /// Emits the signals of the properties that differ from the previous state.
     void setState(NotifierState state);
 
-    /// Calls the handler with the stored token, which is good for one use.
+    /// Calls the handler with the stored token and forgets it.
     void activate();
 
-    [[nodiscard]] QString category() const;
-    [[nodiscard]] QString id() const;
+    [[nodiscard]] QString category() const { return QStringLiteral("ApplicationStatus"); }
+    [[nodiscard]] QString id() const { return QStringLiteral("burnwick"); }
     [[nodiscard]] QString title() const { return m_state.title; }
-    [[nodiscard]] QString status() const;
+    [[nodiscard]] QString status() const { return QStringLiteral("Active"); }
     [[nodiscard]] int windowId() const { return 0; }
     [[nodiscard]] QString iconThemePath() const { return m_state.iconThemePath; }
     [[nodiscard]] QString iconName() const { return m_state.iconName; }
@@ -70,13 +70,15 @@ public:
     [[nodiscard]] NotifierPixmaps noPixmaps() const { return {}; }
 
 public Q_SLOTS:
-    // Named by the protocol. Positions and counts are of no use to an item whose only action is the click.
-    Q_SCRIPTABLE void Activate(int x, int y);
-    Q_SCRIPTABLE void SecondaryActivate(int x, int y);
-    Q_SCRIPTABLE void ContextMenu(int x, int y);
-    Q_SCRIPTABLE void Scroll(int delta, const QString &orientation);
-    Q_SCRIPTABLE void ProvideXdgActivationToken(const QString &token);
-    Q_SCRIPTABLE void XAyatanaSecondaryActivate(uint timestamp);
+    // Named by the protocol. Positions and counts are ignored: the click is the only action.
+    Q_SCRIPTABLE void Activate(int /*x*/, int /*y*/) { activate(); }
+    Q_SCRIPTABLE void SecondaryActivate(int /*x*/, int /*y*/) { activate(); }
+    Q_SCRIPTABLE void ContextMenu(int /*x*/, int /*y*/) { activate(); }
+    Q_SCRIPTABLE void Scroll(int /*delta*/, const QString & /*orientation*/) {}
+    Q_SCRIPTABLE void ProvideXdgActivationToken(const QString &token) {
+        m_activationToken = token.toStdString();
+    }
+    Q_SCRIPTABLE void XAyatanaSecondaryActivate(uint /*timestamp*/) { activate(); }
 
 Q_SIGNALS:
     Q_SCRIPTABLE void NewTitle();

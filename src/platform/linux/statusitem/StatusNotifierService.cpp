@@ -2,30 +2,41 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/statusitem/StatusNotifierService.h"
 
-#include "platform/linux/bus/MessageBus.h"
-#include "platform/linux/statusitem/StatusItemLog.h"
+#include "platform/linux/bus/BusCall.h"
+#include "platform/linux/statusitem/StatusItemPainting.h"
 
 #include <QtCore/QCoreApplication>
-#include <QtDBus/QDBusMessage>
-#include <QtDBus/QDBusPendingCallWatcher>
-#include <QtDBus/QDBusPendingReply>
+#include <QtCore/QDir>
+#include <QtCore/QStandardPaths>
+#include <QtDBus/QDBusMetaType>
+#include <QtDBus/QDBusReply>
 
+#include <fstream>
+#include <string>
 #include <utility>
 
 namespace burnwick {
 
+Q_LOGGING_CATEGORY(statusItemLog, "burnwick.statusitem")
+
 namespace {
 
-/// Counts the items of this process: each has a bus name and a connection of its own.
-int nextItemNumber() {
-    static int number = 0;
-    return ++number;
-}
+constexpr QLatin1String watcherName("org.kde.StatusNotifierWatcher");
 
+/// Counts the items of this process: each has its bus name and its connection.
 QString newServiceName() {
+    static int number = 0;
     return QStringLiteral("org.kde.StatusNotifierItem-%1-%2")
         .arg(QCoreApplication::applicationPid())
-        .arg(nextItemNumber());
+        .arg(++number);
+}
+
+/// Returns an empty name when the process has ended or is hidden from this one.
+std::string processNameOf(uint pid) {
+    std::ifstream file("/proc/" + std::to_string(pid) + "/comm");
+    std::string name;
+    std::getline(file, name);
+    return name;
 }
 
 } // namespace
@@ -55,7 +66,7 @@ StatusNotifierService::StatusNotifierService(const StatusItemContent &content,
 }
 
 StatusNotifierService::~StatusNotifierService() {
-    m_watcherTracker.reset();
+    m_watcher.reset();
     QDBusConnection::disconnectFromBus(m_connectionName);
 }
 
@@ -65,7 +76,9 @@ void StatusNotifierService::setContent(const StatusItemContent &content) {
 }
 
 void StatusNotifierService::exportObjects() {
-    registerNotifierTypes();
+    qDBusRegisterMetaType<NotifierPixmap>();
+    qDBusRegisterMetaType<NotifierPixmaps>();
+    qDBusRegisterMetaType<NotifierToolTip>();
     registerMenuTypes();
     constexpr auto exported = QDBusConnection::ExportAllProperties | QDBusConnection::ExportScriptableSlots |
                               QDBusConnection::ExportScriptableSignals;
@@ -77,29 +90,40 @@ void StatusNotifierService::requestName() {
     constexpr uint primaryOwner = 1;
     const auto call =
         callMessageBus(m_connection, QStringLiteral("RequestName"), {m_connectionName, doNotQueue});
-    connect(new QDBusPendingCallWatcher(call, this), &QDBusPendingCallWatcher::finished, this,
-            [this](QDBusPendingCallWatcher *finished) {
-                finished->deleteLater();
-                const QDBusPendingReply<uint> answer = *finished;
-                // A process in another container may have the same number and so the name. Hosts take the
-                // connection's unique name as well.
-                const bool owned = answer.isValid() && answer.value() == primaryOwner;
-                m_serviceName = owned ? m_connectionName : m_connection.baseService();
-                followWatcher();
-            });
+    whenFinished(call, this, [this](const QDBusMessage &reply) {
+        // A process in another container may have the same number and so the name. Hosts take the
+        // connection's unique name as well.
+        const bool isOwner = QDBusReply<uint>(reply).value() == primaryOwner;
+        m_serviceName = isOwner ? m_connectionName : m_connection.baseService();
+        followWatcher();
+    });
 }
 
 void StatusNotifierService::followWatcher() {
-    m_watcherTracker = std::make_unique<WatcherTracker>(m_connection);
-    connect(m_watcherTracker.get(), &WatcherTracker::appeared, this, &StatusNotifierService::presentTo);
-    connect(m_watcherTracker.get(), &WatcherTracker::absent, this, &StatusNotifierService::hostAbsent);
+    m_watcher.emplace(m_connection, watcherName);
+    connect(&*m_watcher, &ServiceOwner::changed, this, [this](const QString &watcher) {
+        if (watcher.isEmpty())
+            Q_EMIT hostAbsent();
+        else
+            identifyHost(watcher);
+    });
+}
+
+void StatusNotifierService::identifyHost(const QString &watcher) {
+    whenFinished(callMessageBus(m_connection, QStringLiteral("GetConnectionUnixProcessID"), {watcher}),
+                 &*m_watcher, [this, watcher](const QDBusMessage &reply) {
+                     if (m_watcher->name() != watcher)
+                         return;
+                     const QDBusReply<uint> pid(reply);
+                     presentTo(trayHostFor(pid.isValid() ? processNameOf(pid.value()) : std::string()));
+                 });
 }
 
 void StatusNotifierService::presentTo(const TrayHost &host) {
     m_host = host;
     m_labelOverlooked = host.overlooksLabel;
     if (host.iconsByName && !m_namedIcons)
-        m_namedIcons.emplace();
+        writeNamedIcons();
     if (host.clickNeedsMenu) {
         m_connection.registerObject(notifierMenuPath(), &m_menu,
                                     QDBusConnection::ExportAllProperties |
@@ -112,19 +136,29 @@ void StatusNotifierService::presentTo(const TrayHost &host) {
     Q_EMIT hostAppeared();
 }
 
+void StatusNotifierService::writeNamedIcons() {
+    const QDir runtime(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation));
+    m_namedIcons.emplace(runtime.filePath(QStringLiteral("burnwick-icons-XXXXXX")));
+    constexpr int size = 48; // hosts scale down
+    for (const auto indicator : {StatusIndicator::green, StatusIndicator::orange, StatusIndicator::red}) {
+        const QString file = m_namedIcons->filePath(iconNameFor(indicator) + QStringLiteral(".png"));
+        if (!m_namedIcons->isValid() || !paintSquareIcon(indicator, {}, size).save(file, "PNG")) {
+            qCWarning(statusItemLog) << "cannot write the status icons to" << m_namedIcons->path();
+            return;
+        }
+    }
+}
+
 void StatusNotifierService::registerWithWatcher() {
-    QDBusMessage call = QDBusMessage::createMethodCall(
-        statusNotifierWatcherName(), QStringLiteral("/StatusNotifierWatcher"), statusNotifierWatcherName(),
-        QStringLiteral("RegisterStatusNotifierItem"));
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(watcherName, QStringLiteral("/StatusNotifierWatcher"), watcherName,
+                                       QStringLiteral("RegisterStatusNotifierItem"));
     call.setArguments({m_serviceName});
     call.setAutoStartService(false);
-    connect(new QDBusPendingCallWatcher(m_connection.asyncCall(call), this),
-            &QDBusPendingCallWatcher::finished, this, [](QDBusPendingCallWatcher *finished) {
-                finished->deleteLater();
-                if (finished->isError())
-                    qCWarning(statusItemLog)
-                        << "the desktop refused the status item:" << finished->error().message();
-            });
+    whenFinished(m_connection.asyncCall(call), this, [](const QDBusMessage &reply) {
+        if (reply.type() == QDBusMessage::ErrorMessage)
+            qCWarning(statusItemLog) << "the desktop refused the status item:" << reply.errorMessage();
+    });
 }
 
 void StatusNotifierService::updateState() {
@@ -133,7 +167,7 @@ void StatusNotifierService::updateState() {
 
 void StatusNotifierService::onDisconnected() {
     qCWarning(statusItemLog) << "the session bus is gone, and with it the status item";
-    m_watcherTracker.reset();
+    m_watcher.reset();
     Q_EMIT hostAbsent();
 }
 

@@ -3,23 +3,26 @@
 #pragma once
 
 #include "platform/StatusItem.h"
-#include "platform/linux/statusitem/NamedStatusIcons.h"
+#include "platform/linux/bus/ServiceOwner.h"
 #include "platform/linux/statusitem/OneEntryMenu.h"
 #include "platform/linux/statusitem/StatusNotifierObject.h"
 #include "platform/linux/statusitem/TrayHost.h"
-#include "platform/linux/statusitem/WatcherTracker.h"
 
+#include <QtCore/QLoggingCategory>
 #include <QtCore/QObject>
 #include <QtCore/QString>
+#include <QtCore/QTemporaryDir>
 #include <QtDBus/QDBusConnection>
 
-#include <memory>
 #include <optional>
 
 namespace burnwick {
 
-/// The item on the session bus, on a connection of its own. It registers with every watcher that appears and
-/// presents itself as that watcher's host can show it.
+/// "burnwick.statusitem": why the item is not visible.
+Q_DECLARE_LOGGING_CATEGORY(statusItemLog)
+
+/// The item on the session bus, on a separate connection. It registers with every watcher that appears, the
+/// owner of org.kde.StatusNotifierWatcher, and presents itself as that watcher's host can show it.
 class StatusNotifierService final : public QObject {
     Q_OBJECT
 
@@ -29,12 +32,13 @@ public:
 
     void setContent(const StatusItemContent &content);
 
-    /// False: there is no session bus, and no signal will ever come.
+    /// False: there is no session bus, and no signal is ever emitted.
     [[nodiscard]] bool isConnected() const { return m_connection.isConnected(); }
 
 Q_SIGNALS:
+    /// Emitted for the first watcher, and for each that replaces or restarts it.
     void hostAppeared();
-    /// Nobody on the bus takes status items (any more).
+    /// Emitted when no watcher owns the name: first once the bus has replied.
     void hostAbsent();
 
 private Q_SLOTS:
@@ -44,7 +48,9 @@ private:
     void exportObjects();
     void requestName();
     void followWatcher();
+    void identifyHost(const QString &watcher);
     void presentTo(const TrayHost &host);
+    void writeNamedIcons();
     void registerWithWatcher();
     void updateState();
 
@@ -52,12 +58,12 @@ private:
     TrayHost m_host;
     StatusNotifierObject m_object;
     OneEntryMenu m_menu;
-    std::optional<NamedStatusIcons> m_namedIcons; ///< once a host needs them
+    std::optional<QTemporaryDir> m_namedIcons; ///< below the user's runtime directory, once a host needs it
     QString m_connectionName;
     QDBusConnection m_connection;
-    QString m_serviceName; ///< what the watcher is told
+    QString m_serviceName; ///< sent to the watcher
     bool m_labelOverlooked = false;
-    std::unique_ptr<WatcherTracker> m_watcherTracker;
+    std::optional<ServiceOwner> m_watcher;
 };
 
 } // namespace burnwick

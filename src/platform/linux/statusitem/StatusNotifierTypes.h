@@ -2,12 +2,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/bus/DBusStruct.h"
+
 #include <QtCore/QByteArray>
 #include <QtCore/QList>
-#include <QtCore/QMetaType>
 #include <QtCore/QString>
-#include <QtDBus/QDBusArgument>
-#include <QtGui/QImage>
 
 namespace burnwick {
 
@@ -17,6 +16,8 @@ struct NotifierPixmap {
     int height = 0;
     QByteArray argb; ///< row by row, unpremultiplied ARGB32 in network byte order
 
+    static constexpr auto fields =
+        std::tuple(&NotifierPixmap::width, &NotifierPixmap::height, &NotifierPixmap::argb);
     bool operator==(const NotifierPixmap &) const = default;
 };
 using NotifierPixmaps = QList<NotifierPixmap>;
@@ -28,21 +29,9 @@ struct NotifierToolTip {
     QString title;
     QString body; ///< in the host's markup
 
+    static constexpr auto fields = std::tuple(&NotifierToolTip::iconName, &NotifierToolTip::iconPixmaps,
+                                              &NotifierToolTip::title, &NotifierToolTip::body);
     bool operator==(const NotifierToolTip &) const = default;
 };
 
-[[nodiscard]] NotifierPixmap toNotifierPixmap(const QImage &image);
-
-/// Makes the types known to QtDBus; before an object that uses them is exported or read.
-void registerNotifierTypes();
-
-QDBusArgument &operator<<(QDBusArgument &argument, const NotifierPixmap &pixmap);
-const QDBusArgument &operator>>(const QDBusArgument &argument, NotifierPixmap &pixmap);
-QDBusArgument &operator<<(QDBusArgument &argument, const NotifierToolTip &toolTip);
-const QDBusArgument &operator>>(const QDBusArgument &argument, NotifierToolTip &toolTip);
-
 } // namespace burnwick
-
-Q_DECLARE_METATYPE(burnwick::NotifierPixmap)
-Q_DECLARE_METATYPE(burnwick::NotifierPixmaps)
-Q_DECLARE_METATYPE(burnwick::NotifierToolTip)

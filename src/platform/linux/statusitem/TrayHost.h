@@ -6,14 +6,14 @@
 
 namespace burnwick {
 
-/// What the program that shows status items can show of ours.
+/// How a program that shows status items can show this one.
 struct TrayHost {
     enum class Presentation {
         label,   ///< a square icon beside a plain text
         wide,    ///< one undistorted picture of the whole title
         compact, ///< a square icon only; the text goes into the tool tip
     };
-    /// How it reads a tool tip's body. All of them need `&` and `<` escaped.
+    /// The markup of a tool tip's body. All kinds need `&` and `<` escaped.
     enum class Markup {
         plain,  ///< unknown: no elements, no line breaks
         qtText, ///< Qt's styled text; line breaks are `<br/>`
@@ -31,7 +31,7 @@ struct TrayHost {
     bool operator==(const TrayHost &) const = default;
 };
 
-/// The host that owns the watcher's name, from its process name (/proc/PID/comm, at most 15 characters).
+/// Returns the host for the process name of the watcher's owner (/proc/PID/comm, at most 15 characters).
 [[nodiscard]] TrayHost trayHostFor(std::string_view processName);
 
 } // namespace burnwick

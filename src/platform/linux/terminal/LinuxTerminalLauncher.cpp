@@ -21,30 +21,31 @@ namespace {
 
 Q_LOGGING_CATEGORY(terminalLog, "burnwick.terminal")
 
-/// A child in a session of its own that neither this object's end nor the program's stops.
+/// A child in a new session, which outlives this object and the program.
 class IndependentProcess final : public QProcess {
 public:
     IndependentProcess() {
         setChildProcessModifier([] { ::setsid(); });
         setStandardInputFile(nullDevice());
         setStandardOutputFile(nullDevice());
-        // Not a pipe of ours, which would break with us; and a terminal's complaint shows up beside our log.
+        // Not a pipe, which would break with this program; a terminal's error appears beside this program's
+        // log.
         setProcessChannelMode(ForwardedErrorChannel);
     }
     ~IndependentProcess() override {
-        // The base class kills what it believes to be running.
+        // The base class kills a running process.
         setProcessState(NotRunning);
     }
 };
 
-/// The environment of a window that the user did not ask for with the click these variables speak of.
+/// Removes the variables of the click that started this program, with which the window has nothing to do.
 QProcessEnvironment withoutActivation(QProcessEnvironment environment) {
     environment.remove(QStringLiteral("XDG_ACTIVATION_TOKEN"));
     environment.remove(QStringLiteral("DESKTOP_STARTUP_ID"));
     return environment;
 }
 
-/// One request: tries the command lines in turn, answers, and stays until the window's process has ended.
+/// One request: tries the command lines in turn, answers, and lives until the window's process has ended.
 class TerminalLaunch final : public QObject {
 public:
     using Answer = std::function<void(bool launched)>;
@@ -56,7 +57,7 @@ public:
         , m_answer(std::move(answer)) {
         m_settling.setSingleShot(true);
         m_settling.setInterval(settlingTime);
-        connect(&m_settling, &QTimer::timeout, this, [this] { tell(true); });
+        connect(&m_settling, &QTimer::timeout, this, [this] { settle(true); });
         QMetaObject::invokeMethod(this, &TerminalLaunch::tryNext, Qt::QueuedConnection);
     }
 
@@ -65,7 +66,7 @@ private:
         if (m_next == m_commandLines.size()) {
             qCWarning(terminalLog) << "no terminal could be started";
             deleteLater();
-            tell(false);
+            settle(false);
             return;
         }
         QStringList arguments = m_commandLines[m_next++];
@@ -99,15 +100,15 @@ private:
         }
         deleteLater();
         if (m_answer)
-            tell(true);
+            settle(true);
     }
 
     /// May destroy this object.
-    void tell(bool launched) { std::exchange(m_answer, nullptr)(launched); }
+    void settle(bool launched) { std::exchange(m_answer, nullptr)(launched); }
 
     std::vector<QStringList> m_commandLines;
     std::size_t m_next = 0;
-    Answer m_answer; ///< empty once it was given
+    Answer m_answer; ///< empty after the answer
     std::unique_ptr<IndependentProcess> m_process;
     QTimer m_settling;
 };

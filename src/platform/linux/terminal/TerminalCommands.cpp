@@ -15,7 +15,7 @@ namespace {
 struct Terminal {
     const char *name;
     const char *beforeProgram; ///< arguments between the terminal and the program, separated by spaces
-    const char *desktop = "";  ///< whose own terminal it is, as in XDG_CURRENT_DESKTOP
+    const char *desktop = "";  ///< that it belongs to, as in XDG_CURRENT_DESKTOP
     bool needsWayland = false;
 };
 
@@ -24,7 +24,7 @@ constexpr std::array choosers = {
     Terminal{"x-terminal-emulator", "-e"},
 };
 
-/// In the order in which they are tried on other desktops than their own.
+/// In the order of preference, after the desktop's terminals.
 constexpr std::array terminals = {
     Terminal{"kitty", ""},
     Terminal{"alacritty", "-e"},
@@ -38,7 +38,7 @@ constexpr std::array terminals = {
     Terminal{"foot", "", "sway", true},
 };
 
-/// Reads the variable TERMINAL: a name or path, possibly with arguments of the user's.
+/// Reads the variable TERMINAL: a name or path, possibly with arguments.
 struct ChosenTerminal {
     explicit ChosenTerminal(const QString &variable)
         : words(QProcess::splitCommand(variable)) {
@@ -120,10 +120,9 @@ std::vector<QStringList> terminalCommands(const QProcessEnvironment &environment
 
 QStringList loginShellCommand(const QProcessEnvironment &environment, const FindExecutable &findExecutable,
                               const QString &command) {
-    // A shell of its own does the waiting, because the user's may have another syntax. What it runs are its
-    // arguments: nothing is quoted and so nothing can be quoted wrongly. A program that died may have left
-    // the terminal in raw mode, where Enter ends no line; stty cures that. The status is 0 even then, because
-    // an early failure of the terminal makes us try the next one.
+    // Another shell waits, because the user's may have another syntax. It runs its arguments, so that nothing
+    // needs quoting. A crashed program may have left the terminal in raw mode, where Enter ends no line; stty
+    // ends that mode. The status is 0 even then: another one leads to the next terminal.
     const QString runThenWaitAfterFailure = QStringLiteral(
         "\"$@\" && exit\n"
         "status=$?\n"

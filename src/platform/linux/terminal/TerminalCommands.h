@@ -11,17 +11,16 @@
 
 namespace burnwick {
 
-/// The installed terminals as the beginnings of command lines, the best one first; the program to run in the
-/// window and its arguments go behind, each as an argument of its own.
+/// Returns the installed terminals as the beginnings of command lines, the preferred one first. Append the
+/// program to run in the window and its arguments, each as a separate argument.
 ///
 /// First what the user chose (the variable TERMINAL, then the system's own choosers), then the desktop's
 /// terminal by XDG_CURRENT_DESKTOP, then the rest. Those that need Wayland only with WAYLAND_DISPLAY.
 [[nodiscard]] std::vector<QStringList> terminalCommands(const QProcessEnvironment &environment,
                                                         const FindExecutable &findExecutable);
 
-/// The command line that runs the command in the user's login shell. When the command succeeds, it ends;
-/// otherwise it waits for the Enter key, so that the reason can be read before the window closes. Ends with
-/// status 0 in both cases.
+/// Returns the command line that runs the command in the user's login shell. After a failure it waits for the
+/// Enter key, so that the user can read the reason before the window closes. Always ends with status 0.
 ///
 /// The shell is the variable SHELL; when it is unset /bin/zsh; /bin/sh when that is not installed or not
 /// known to understand -l and -c.

@@ -32,7 +32,7 @@ InotifyDirectoryEventSource::InotifyDirectoryEventSource()
 std::unique_ptr<InotifyDirectoryEventSource>
 InotifyDirectoryEventSource::open(const std::filesystem::path &path) {
     std::unique_ptr<InotifyDirectoryEventSource> source(new InotifyDirectoryEventSource);
-    // One that takes its place before it is watched is not the one at the path for isAt(), and is opened
+    // Before the watch: a directory that replaces this one meanwhile is not isAt() the path, and is opened
     // anew.
     source->m_directory = identityOf(path);
     if (source->m_inotify == -1 || source->m_wake == -1 ||
@@ -79,11 +79,11 @@ bool InotifyDirectoryEventSource::wait() {
 
 void InotifyDirectoryEventSource::wake() noexcept {
     const std::uint64_t one = 1;
-    // It can only fail when the counter is full, and then the other side is awake already.
+    // Fails only when the counter is full, and then the other thread is awake already.
     static_cast<void>(!write(m_wake, &one, sizeof one));
 }
 
-/// Whether the entries changed; sets m_ended after the last event.
+/// Returns whether the entries changed; sets m_ended after the last event.
 bool InotifyDirectoryEventSource::readBatch() {
     std::array<char, batchBytes> batch;
     const ssize_t size = read(m_inotify, batch.data(), batch.size());
@@ -95,9 +95,9 @@ bool InotifyDirectoryEventSource::readBatch() {
     for (std::size_t at = 0; at < static_cast<std::size_t>(size);) {
         inotify_event event;
         std::memcpy(&event, batch.data() + at, sizeof event);
-        // After an overflow nobody knows what changed, so something did.
+        // After an overflow any entry may have changed.
         changed = changed || (event.mask & (entryChanges | IN_Q_OVERFLOW)) != 0;
-        // A directory that was moved is no longer the one at the path. This is among what an overflow hides.
+        // A moved directory is no longer at the path. An overflow may hide such an event.
         m_ended = m_ended || (event.mask & (IN_IGNORED | IN_MOVE_SELF | IN_Q_OVERFLOW)) != 0;
         at += sizeof event + event.len;
     }

@@ -13,10 +13,10 @@
 
 namespace burnwick {
 
-/// Directory events from inotify. Follows the directory itself when it is renamed, not its path.
+/// Directory events from inotify. Follows the directory when it is renamed, not its path.
 class InotifyDirectoryEventSource final : public DirectoryEventSource {
 public:
-    /// Null when the path is no readable directory or the system is out of descriptors or watches.
+    /// Returns null when the path is no readable directory or the system is out of descriptors or watches.
     [[nodiscard]] static std::unique_ptr<InotifyDirectoryEventSource> open(const std::filesystem::path &path);
 
     InotifyDirectoryEventSource(const InotifyDirectoryEventSource &) = delete;
@@ -38,9 +38,9 @@ private:
     [[nodiscard]] bool readBatch();
 
     int m_inotify;
-    int m_wake; ///< an event descriptor, readable once wake() was called
+    int m_wake; ///< an event descriptor, readable after wake()
     std::optional<Identity> m_directory;
-    bool m_ended = false; ///< the directory is gone, or that may have been overlooked
+    bool m_ended = false; ///< the directory was deleted or moved, or events were lost
 };
 
 } // namespace burnwick

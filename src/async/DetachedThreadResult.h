@@ -13,13 +13,13 @@
 
 namespace burnwick::platform {
 
-/// The result of work that may never end; see runUnawaited(). Nobody has to wait for it.
+/// Runs work that may never end, as runDetachedThread() does, and returns its result.
 template <typename T>
-[[nodiscard]] QFuture<T> unawaitedResult(std::function<T()> work) {
+[[nodiscard]] QFuture<T> detachedThreadResult(std::function<T()> work) {
     // Shared only because a std::function must be copyable.
     const auto promise = std::make_shared<QPromise<T>>();
     promise->start();
-    runUnawaited([promise, work = std::move(work)] {
+    runDetachedThread([promise, work = std::move(work)] {
         promise->addResult(work());
         promise->finish();
     });
