@@ -9,23 +9,23 @@
 
 namespace burnwick {
 
-/// What the running program can be told to do.
+/// What another start of the program, or the desktop, can request of the running one.
 enum class ApplicationAction {
-    showWindow,  ///< come to the front
+    showWindow,  ///< the window in front
     showSettings ///< "settings": the settings in front
 };
 
-/// The action of that name in desktop entries and on the command line; absent when there is none.
+/// Returns the action of that name in desktop entries and on the command line; absent for an unknown name.
 [[nodiscard]] constexpr std::optional<ApplicationAction> applicationActionNamed(std::string_view name) {
     return name == "settings" ? std::optional(ApplicationAction::showSettings) : std::nullopt;
 }
-/// The inverse; empty for the action without a name, which is to come to the front.
+/// The inverse; showWindow has no name, for which it returns an empty one.
 [[nodiscard]] constexpr std::string_view nameOf(ApplicationAction action) {
     return action == ApplicationAction::showSettings ? "settings" : "";
 }
 
-/// The desktop's permission to raise a window and its mark of the click that asked for it; empty where it
-/// gave none. Each is good for one use.
+/// The desktop's permission to raise a window and its identifier of the click; empty where the desktop sets
+/// none. Each is valid once.
 struct StartupActivation {
     std::string token;     ///< Wayland's
     std::string startupId; ///< X11's, which Qt itself uses in the process that was started
@@ -33,7 +33,7 @@ struct StartupActivation {
     bool operator==(const StartupActivation &) const = default;
 };
 
-/// What a start of the program, or the desktop, asks of the program that runs.
+/// What a start of the program, or the desktop, requests of the running program.
 struct ApplicationRequest {
     ApplicationAction action = ApplicationAction::showWindow;
     StartupActivation activation;
@@ -41,28 +41,28 @@ struct ApplicationRequest {
     bool operator==(const ApplicationRequest &) const = default;
 };
 
-/// What became of a start.
+/// The outcome of a start.
 enum class InstanceClaim {
-    first,        ///< this process is the one that runs
-    unknown,      ///< no telling here whether another one runs
-    handedOver,   ///< another one runs and has done what was asked
-    notHandedOver ///< another one runs and did not answer
+    first,        ///< this process is the instance
+    unknown,      ///< other instances cannot be seen
+    handedOver,   ///< another one runs and has accepted the request
+    notHandedOver ///< another one runs and did not reply
 };
 
-/// Sees to it that one instance of the program runs in a user's session. Main thread only.
+/// Lets one instance of the program run in a user's session. Main thread only.
 class ApplicationInstance {
 public:
     using RequestHandler = std::function<void(const ApplicationRequest &request)>;
 
     virtual ~ApplicationInstance() = default;
 
-    /// Claims to be the one; when another one is, hands it the request. To be called once. Answers once, on
-    /// the main thread, after the call returned and within seconds; no answer comes after this object is
-    /// destroyed.
+    /// Makes this process the instance, or hands the request to the one that is. Call it once. Answers once,
+    /// on the main thread, after the call returned and within seconds; the answer is dropped when this object
+    /// is destroyed first.
     virtual void claim(const ApplicationRequest &request,
                        std::function<void(InstanceClaim outcome)> answer) = 0;
-    /// Called with each request of later starts and of the desktop. Those that came before are not lost: the
-    /// handler gets them at once.
+    /// The handler is called with each request of later starts and of the desktop; within this call with
+    /// those that came before.
     virtual void setRequestHandler(RequestHandler handler) = 0;
 };
 

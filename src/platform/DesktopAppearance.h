@@ -6,7 +6,7 @@
 
 namespace burnwick {
 
-/// What the desktop's user wishes for every program.
+/// The desktop's preferences for every program.
 struct AppearanceWishes {
     enum class Colors { noPreference, dark, light };
 
@@ -23,9 +23,9 @@ public:
 
     virtual ~DesktopAppearance() = default;
 
-    /// Calls the handler once the desktop has told its colours, or turns out to tell none, and then with each
-    /// change; until then the default wishes hold. On the main thread, after this call returned; no longer
-    /// than this object lives. A desktop that does not answer may take its time. At most once.
+    /// Calls the handler once the desktop has returned its colours, or an error, and then with each change;
+    /// until then the default wishes hold. On the main thread, after this call returned; not after this
+    /// object is destroyed. There is no limit to the time of the first call. Call follow() at most once.
     virtual void follow(Handler handler) = 0;
 };
 

@@ -4,13 +4,13 @@
 
 namespace burnwick {
 
-/// The desktop's own settings. Main thread only.
+/// The desktop's settings. Main thread only.
 class DesktopSettings {
 public:
     virtual ~DesktopSettings() = default;
 
-    /// Opens the page on which the user decides who may notify, or the nearest that there is. Nothing happens
-    /// where there is none, but a line in the log the first time.
+    /// Opens the page for notifications, or the nearest installed one. Without any it logs a line the first
+    /// time.
     virtual void openNotifications() = 0;
 };
 

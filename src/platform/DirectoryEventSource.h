@@ -8,22 +8,22 @@
 
 namespace burnwick {
 
-/// Tells that entries of one directory were created, removed or moved: of this directory itself, not of those
-/// below it, and not that a file's contents or attributes changed.
+/// Reports that entries of one directory were created, removed or moved, without its subdirectories, and not
+/// that a file's contents or attributes changed.
 class DirectoryEventSource {
 public:
-    /// Closes the descriptor. Not during wait().
+    /// Closes the descriptor. Must not run during wait().
     virtual ~DirectoryEventSource() = default;
 
-    /// Blocks until something happened. True: the entries changed, once or more often. False: wake() was
-    /// called, or the source can deliver nothing more, for instance because the directory was deleted or
-    /// events were lost. On one thread at a time.
+    /// Blocks until an event. Returns true when the entries changed, once or more often; false after wake(),
+    /// or when no more events can come, for instance because the directory was deleted or events were lost.
+    /// On one thread at a time.
     [[nodiscard]] virtual bool wait() = 0;
     /// Makes the running and each later wait() return false. From any thread.
     virtual void wake() noexcept = 0;
-    /// Whether the path names the watched directory at this moment. From any thread.
+    /// Returns whether the path names the watched directory now. From any thread.
     [[nodiscard]] virtual bool isAt(const std::filesystem::path &path) const = 0;
-    /// The open descriptor.
+    /// Returns the open descriptor.
     [[nodiscard]] virtual int descriptor() const noexcept = 0;
 };
 

@@ -8,10 +8,9 @@
 
 namespace burnwick {
 
-/// A notification to show now, with the desktop's default sound. Plain text in UTF-8: nothing in it is
-/// markup.
+/// A notification to show now, with the desktop's default sound. Plain text in UTF-8, without markup.
 struct UserNotification {
-    std::string identifier; ///< a notification takes the place of an earlier one with the same identifier
+    std::string identifier; ///< a notification replaces an earlier one of the same identifier
     std::string title;
     std::string body;
 
@@ -25,13 +24,13 @@ struct UserNotification {
 class NotificationCenter {
 public:
     enum class Authorization {
-        notDetermined, ///< nobody is there to show notifications, as far as one can tell
+        notDetermined, ///< no server replies
         denied,        ///< the user switched this application's notifications off
         authorized,
     };
     struct AuthorizationOutcome {
         bool granted = false;
-        std::optional<std::string> error; ///< why it could not be found out; then not granted
+        std::optional<std::string> error; ///< why it is not determined; then not granted
     };
     /// Called when the user clicks a notification, with the desktop's permission to raise a window: an
     /// activation token, empty where the desktop hands out none.
@@ -40,12 +39,13 @@ public:
     virtual ~NotificationCenter() = default;
 
     virtual void readAuthorization(std::function<void(Authorization)> answer) = 0;
-    /// Asks the user, where the system does such things, for alerts with sound.
+    /// Asks the user, on systems with such a question, for alerts with sound.
     virtual void requestAuthorization(std::function<void(AuthorizationOutcome)> answer) = 0;
-    /// Called when the authorisation may have changed; it is to be read again then.
+    /// The handler is called when the authorisation may have changed; read it again then.
     virtual void setAuthorizationChangedHandler(std::function<void()> handler) = 0;
 
-    /// Shows it, also while the application is in front. Answers the error, or none once the desktop took it.
+    /// Shows it, also while the application is in front. Answers with the error, absent once the desktop has
+    /// accepted it.
     virtual void add(const UserNotification &notification,
                      std::function<void(std::optional<std::string> error)> answer) = 0;
     virtual void setActivateHandler(ActivateHandler handler) = 0;

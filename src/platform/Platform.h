@@ -19,7 +19,7 @@
 #include <string>
 
 /// Makes the backends of the system that the program was built for; each system's folder defines these.
-/// One object file each, so that a program has only what it calls: the report is to load no widgets.
+/// One object file each, so that a program links only what it calls: the report loads no widgets.
 namespace burnwick::platform {
 
 /// Needs a running application object.
@@ -40,8 +40,8 @@ openDirectoryEventSource(const std::filesystem::path &path);
 /// Needs a running application object.
 [[nodiscard]] std::unique_ptr<NotificationCenter> makeNotificationCenter();
 
-/// The store in which Claude Code keeps the login of the user of that home directory. Removes what a crash of
-/// a former start has left beside it. Needs a running application object.
+/// Returns the store in which Claude Code keeps the login of the user of that home directory. Removes
+/// temporary files that a crash has left beside it. Needs a running application object.
 [[nodiscard]] std::unique_ptr<SecretStore> makeSecretStore(const std::filesystem::path &home);
 
 /// Needs a running application object.
@@ -53,35 +53,35 @@ openDirectoryEventSource(const std::filesystem::path &path);
 /// Needs a running application object.
 [[nodiscard]] std::unique_ptr<ApplicationInstance> makeApplicationInstance();
 
-/// How users of this system get a release.
+/// Returns how users of this system get a release.
 [[nodiscard]] ReleaseForm releaseForm();
 
-/// What a trial of the display found.
+/// The result of a trial of the display.
 struct DisplayTrial {
     std::string fault; ///< why no windows can be shown, in one sentence; empty where they can
-    /// To be kept until the application object exists: an X server whose last client leaves starts anew, and
-    /// refuses Qt meanwhile.
+    /// Keep it until the application object exists: an X server restarts when its last client disconnects,
+    /// and refuses Qt meanwhile.
     std::shared_ptr<void> connection;
 };
 
-/// Looks whether windows can be shown. Without a display that answers, Qt would end this process in a crash
-/// as soon as it makes its application object. Blocks while an X server has accepted the connection and does
-/// not respond, without limit, as Qt itself would then.
+/// Tries whether windows can be shown. Without a display that replies, Qt would abort this process in the
+/// constructor of its application object. Blocks without limit while an X server has accepted the connection
+/// and does not respond, as Qt would.
 [[nodiscard]] DisplayTrial tryDisplay();
 
-/// Has this process do without a session bus that would keep it waiting for long or without limit. Takes a
-/// few milliseconds, or 2 s where the bus does not respond. Before there is an application object, and before
-/// anything else of this process uses the desktop's services.
+/// Makes this process do without a session bus on which it would block for long or without limit. Takes a few
+/// milliseconds, or 2 s where the bus does not respond. Call it before the application object exists, and
+/// before this process uses any of the desktop's services.
 void disableUnresponsiveBus();
 
-/// What the desktop gave this process when it started it. To be read before there is an application object,
-/// which takes a part for itself.
+/// Returns what the desktop passed to this process at its start. Read it before the application object
+/// exists, which removes a part.
 [[nodiscard]] StartupActivation startupActivation();
-/// Removes it from the environment, so that the programs that this one starts do not take it for theirs. Once
-/// there is an application object.
+/// Removes it from the environment, so that programs started by this one do not inherit it. Call it once the
+/// application object exists.
 void forgetStartupActivation();
-/// Tells the desktop that this start is over, of a process that shows no window: X11's desktops would show a
-/// busy pointer for a while. Needs a running application object.
+/// Ends the start of a process that shows no window for the desktop: X11's desktops would show a busy pointer
+/// for a while. Needs a running application object.
 void concludeStartup(const StartupActivation &activation);
 
 } // namespace burnwick::platform

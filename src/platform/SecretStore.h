@@ -11,7 +11,7 @@ namespace burnwick {
 /// The service under whose name Claude Code keeps the JSON document with its login.
 inline constexpr const char *claudeCodeService = "Claude Code-credentials";
 
-/// A blob and where it lies. The place means something to the store alone.
+/// A blob and its place, which only the store interprets.
 struct StoredSecret {
     std::string blob;
     std::string place;
@@ -19,19 +19,19 @@ struct StoredSecret {
 
 /// Keeps one secret blob under a service's name, shared with other programs. Main thread only.
 ///
-/// Both operations may take their time (a few seconds at most) without blocking, and answer exactly once, on
-/// the main thread, possibly before they return. An answer is dropped when the store is destroyed first. They
-/// never ask the user to unlock anything.
+/// Both operations take a few seconds at most, without blocking, and answer exactly once, on the main thread,
+/// possibly before they return. An answer is dropped when the store is destroyed first. They never ask the
+/// user to unlock anything.
 class SecretStore {
 public:
     virtual ~SecretStore() = default;
 
-    /// The whole blob; absent when there is none, or it cannot be had now.
+    /// Answers with the whole blob; absent when it is missing or not accessible now.
     virtual void read(const std::string &service,
                       std::function<void(std::optional<StoredSecret> secret)> answer) = 0;
-    /// Replaces an existing blob as a whole, in the place where it was read: afterwards that holds the old
-    /// one or the new one. Never makes a new one, and replaces nothing when read() would look elsewhere by
-    /// now. Answers whether the new one is in place.
+    /// Replaces an existing blob as a whole, in the place where it was read, which then contains the old one
+    /// or the new one. Never creates one, and replaces nothing when read() would look elsewhere by now.
+    /// Answers whether the new one is in place.
     virtual void replace(const std::string &service, const StoredSecret &secret,
                          std::function<void(bool replaced)> answer) = 0;
 };

@@ -12,8 +12,8 @@ public:
     virtual ~SleepMonitor() = default;
 
     /// Calls the handler each time the machine has woken up or its clock was set, perhaps twice for one such
-    /// event; the network may not be back yet. On the main thread, no longer than this object lives. At most
-    /// once.
+    /// event; the network may not be back yet. On the main thread, not after this object is destroyed. Call
+    /// follow() at most once.
     virtual void follow(std::function<void()> onWake) = 0;
 };
 

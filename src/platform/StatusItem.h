@@ -11,10 +11,10 @@
 
 namespace burnwick {
 
-/// What the item in the status bar has to say.
+/// The content of the item in the status bar.
 struct StatusItemContent {
     StatusTitle title;                      ///< for hosts that show text
-    std::optional<double> fiveHourUsagePct; ///< for hosts that have room for two digits; absent while unknown
+    std::optional<double> fiveHourUsagePct; ///< for hosts with room for three digits; absent while unknown
     StatusIndicator indicator = StatusIndicator::green;
 
     bool operator==(const StatusItemContent &) const = default;
@@ -22,11 +22,11 @@ struct StatusItemContent {
 
 /// The application's one item in the desktop's status bar. Main thread only.
 ///
-/// A backend shows as much as its host can and keeps trying where there is no host (yet); it never fails.
+/// A backend shows as much as its host can, and waits for a host where there is none; it never fails.
 class StatusItem {
 public:
     /// Called on the main thread when the user clicks the item, with the desktop's permission to raise a
-    /// window: an activation token, empty where the desktop hands out none.
+    /// window: an activation token, empty where the desktop issues none.
     using ActivateHandler = std::function<void(const std::string &activationToken)>;
 
     virtual ~StatusItem() = default;

@@ -15,8 +15,8 @@ public:
     /// Runs the command in the user's login shell, in a window that outlives this program.
     ///
     /// Answers exactly once, on the main thread, after the call returned; false when no terminal could be
-    /// started. How the command itself ends is not told. An answer is dropped when the launcher is destroyed
-    /// first; the answer may destroy the launcher.
+    /// started. The command's exit status is not reported. An answer is dropped when the launcher is
+    /// destroyed first; the answer may destroy the launcher.
     virtual void runInLoginShell(const std::string &command, std::function<void(bool launched)> answer) = 0;
 };
 

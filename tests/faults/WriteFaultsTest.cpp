@@ -28,17 +28,17 @@ constexpr const char *oldLogin =
     R"({"mcpOAuth":{"n":1},"claudeAiOauth":{"accessToken":"a","refreshToken":"r","expiresAt":1}})";
 constexpr const char *oldEntry = "[Desktop Entry]\nType=Application\nExec=elsewhere\nHidden=true\n";
 
-/// A file of the user's before it is changed.
-struct Story {
+/// One of the user's files before it is changed.
+struct File {
     const char *name;
     const char *kind; ///< of write_once
     const char *file; ///< below the home
     const char *old;  ///< null when there is none
-    bool linked;      ///< its name is a link to where it lies
+    bool linked;      ///< the name is a link to the file
 };
 
-std::ostream &operator<<(std::ostream &out, const Story &story) {
-    return out << story.name;
+std::ostream &operator<<(std::ostream &out, const File &file) {
+    return out << file.name;
 }
 
 std::optional<std::string> bytesOf(const fs::path &file) {
@@ -48,14 +48,14 @@ std::optional<std::string> bytesOf(const fs::path &file) {
     return in.is_open() ? std::optional(bytes.str()) : std::nullopt;
 }
 
-/// A call of the kernel: the how manieth of that name in the program's life.
+/// A call of the kernel, with its ordinal among the program's calls of that name.
 struct Call {
     std::string name;
     int number;
     std::string text;
 };
 
-/// Those between the program's two calls of getppid().
+/// Returns the calls between the program's two calls of getppid().
 std::vector<Call> callsIn(const std::string &trace) {
     std::vector<Call> calls;
     std::map<std::string, int> counts;
@@ -76,7 +76,7 @@ std::vector<Call> callsIn(const std::string &trace) {
     return calls;
 }
 
-class WriteFaults : public testing::TestWithParam<Story> {
+class WriteFaults : public testing::TestWithParam<File> {
 protected:
     void SetUp() override {
         if (strace({QStringLiteral("true")}) != 0)
@@ -90,17 +90,17 @@ protected:
         ASSERT_NE(m_new, m_old);
     }
 
-    /// The home as if nothing had ever happened in it.
+    /// Restores the home to its state before the change.
     void putOldFile() {
         fs::remove_all(m_home);
         fs::create_directories(m_home);
         if (!m_old)
             return;
-        writeFile(m_lies, *m_old);
-        fs::permissions(m_lies, fs::perms::owner_read | fs::perms::owner_write);
+        writeFile(m_target, *m_old);
+        fs::permissions(m_target, fs::perms::owner_read | fs::perms::owner_write);
         if (GetParam().linked) {
             fs::create_directories(m_file.parent_path());
-            fs::create_symlink(m_lies, m_file);
+            fs::create_symlink(m_target, m_file);
         }
     }
 
@@ -108,7 +108,7 @@ protected:
         return {QStringLiteral(BURNWICK_WRITE_ONCE), QString::fromUtf8(GetParam().kind),
                 QString::fromStdString(m_file)};
     }
-    /// The exit code of the command while its calls are watched; negative when a signal ended it.
+    /// Runs the command under strace. Returns its exit code; negative when a signal ended it.
     int strace(const QStringList &command, const QStringList &options = {}) const {
         QStringList arguments{QStringLiteral("-f"), QStringLiteral("-o"), QString::fromStdString(m_trace)};
         return run(QStringLiteral("strace"), arguments + options + command);
@@ -129,7 +129,7 @@ protected:
         return strace(command(), options);
     }
 
-    /// What is there now is the old file or the new one, as private as it was, and no link was cut.
+    /// Expects the old file or the new one, as private as before, and the link.
     void expectWhole() const {
         const auto now = bytesOf(m_file);
         EXPECT_TRUE(now == m_old || now == m_new) << now.value_or("nothing");
@@ -140,11 +140,11 @@ protected:
         }
         EXPECT_EQ(fs::is_symlink(m_file), m_old && GetParam().linked);
     }
-    /// The files beside the one that matters.
+    /// Returns the files beside it.
     [[nodiscard]] std::vector<fs::path> others() const {
         std::vector<fs::path> found;
         for (const auto &entry : fs::recursive_directory_iterator(m_home)) {
-            if (!entry.is_directory() && entry.path() != m_file && entry.path() != m_lies)
+            if (!entry.is_directory() && entry.path() != m_file && entry.path() != m_target)
                 found.push_back(entry.path());
         }
         return found;
@@ -154,7 +154,7 @@ protected:
     const fs::path m_trace = m_directory.path() / "trace";
     const fs::path m_home = m_directory.path() / "home";
     const fs::path m_file = m_home / GetParam().file;
-    const fs::path m_lies = GetParam().linked ? m_home / "dotfiles" / "file" : m_file;
+    const fs::path m_target = GetParam().linked ? m_home / "dotfiles" / "file" : m_file;
     const std::optional<std::string> m_old = GetParam().old ? std::optional(GetParam().old) : std::nullopt;
     std::optional<std::string> m_new;
     std::vector<Call> m_calls;
@@ -167,7 +167,7 @@ TEST_P(WriteFaults, ACrashAtAnyCallLeavesTheOldFileOrTheNew) {
         EXPECT_LT(runWith(call, "signal=SIGKILL"), 0) << "it was not stopped";
         expectWhole();
         isNew.insert(bytesOf(m_file) == m_new);
-        // Nobody was there to remove it, but nobody else can read it either.
+        // A temporary file stays, which only its owner can read.
         const auto left = others();
         EXPECT_LE(left.size(), 1U);
         for (const fs::path &file : left) {
@@ -180,7 +180,7 @@ TEST_P(WriteFaults, ACrashAtAnyCallLeavesTheOldFileOrTheNew) {
 }
 
 TEST_P(WriteFaults, AnErrorOfAnyCallLeavesTheOldFileOrTheNewAndNothingElse) {
-    // Memory is not what this is about: a program without it ends.
+    // A program without memory ends.
     const std::set<std::string> spared{"mmap", "munmap", "mprotect", "brk", "futex"};
     for (const Call &call : m_calls) {
         if (spared.contains(call.name))
@@ -190,13 +190,13 @@ TEST_P(WriteFaults, AnErrorOfAnyCallLeavesTheOldFileOrTheNewAndNothingElse) {
             const int outcome = runWith(call, std::string("error=") + error);
             EXPECT_NE(bytesOf(m_trace).value_or("").find("INJECTED"), std::string::npos) << "nothing failed";
             expectWhole();
-            EXPECT_EQ(outcome, bytesOf(m_file) == m_new ? 0 : 3) << "it tells something else";
+            EXPECT_EQ(outcome, bytesOf(m_file) == m_new ? 0 : 3) << "another result than reported";
             EXPECT_EQ(others(), std::vector<fs::path>());
         }
     }
 }
 
-TEST_P(WriteFaults, WritesThatAreCutShortAreGoneOnWith) {
+TEST_P(WriteFaults, ShortWritesAreContinued) {
     putOldFile();
     const QStringList arguments = command().mid(1) + QStringList{QStringLiteral("short")};
     ASSERT_EQ(run(command().first(), arguments), 0);
@@ -207,7 +207,7 @@ TEST_P(WriteFaults, WritesThatAreCutShortAreGoneOnWith) {
     EXPECT_GT(std::ranges::count(calls, "write", &Call::name), 2) << "nothing was cut short";
 }
 
-/// No crash of a program shows it: after a power failure a file may have its name and not its contents.
+/// After a power failure a file may have its name and not its contents, which no crash of a program shows.
 TEST_P(WriteFaults, TheContentsAreOnTheDiskBeforeTheyHaveTheName) {
     const auto last = [this](const std::set<std::string> &names) {
         const auto found = std::find_if(m_calls.rbegin(), m_calls.rend(),
@@ -226,15 +226,15 @@ TEST_P(WriteFaults, TheContentsAreOnTheDiskBeforeTheyHaveTheName) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Stories, WriteFaults,
-    testing::Values(Story{"Settings", "settings", ".config/burnwick/burnwick.json", oldSettings, false},
-                    Story{"LinkedSettings", "settings", ".config/burnwick/burnwick.json", oldSettings, true},
-                    Story{"FirstSettings", "settings", ".config/burnwick/burnwick.json", nullptr, false},
-                    Story{"Credentials", "credentials", ".claude/.credentials.json", oldLogin, false},
-                    Story{"LinkedCredentials", "credentials", ".claude/.credentials.json", oldLogin, true},
-                    Story{"Autostart", "autostart", "autostart/burnwick.desktop", oldEntry, false},
-                    Story{"FirstAutostart", "autostart", "autostart/burnwick.desktop", nullptr, false}),
-    [](const auto &story) { return std::string(story.param.name); });
+    Files, WriteFaults,
+    testing::Values(File{"Settings", "settings", ".config/burnwick/burnwick.json", oldSettings, false},
+                    File{"LinkedSettings", "settings", ".config/burnwick/burnwick.json", oldSettings, true},
+                    File{"FirstSettings", "settings", ".config/burnwick/burnwick.json", nullptr, false},
+                    File{"Credentials", "credentials", ".claude/.credentials.json", oldLogin, false},
+                    File{"LinkedCredentials", "credentials", ".claude/.credentials.json", oldLogin, true},
+                    File{"Autostart", "autostart", "autostart/burnwick.desktop", oldEntry, false},
+                    File{"FirstAutostart", "autostart", "autostart/burnwick.desktop", nullptr, false}),
+    [](const auto &file) { return std::string(file.param.name); });
 
 } // namespace
 } // namespace burnwick

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 
-/// write_once KIND FILE [short]: changes one of the user's files as the program does and tells whether the
-/// new contents are in place (0) or not (3). With "short" no call writes more than a few bytes. A call of
-/// getppid() comes before and after, for those who watch the calls.
+/// write_once KIND FILE [short]: changes one of the user's files as the program does. Returns 0 when the new
+/// contents are in place, otherwise 3. With "short" no call writes more than a few bytes. A call of getppid()
+/// before and after marks the calls in between for strace.
 
 #include "platform/linux/login/AutostartLoginItem.h"
 #include "platform/linux/secrets/LinuxSecretStore.h"
@@ -26,7 +26,7 @@ using burnwick::StoredSecret;
 bool shortWrites = false;
 bool complained = false;
 
-/// The store of the program, which also remembers whether the last replacement succeeded.
+/// The program's store, which also records whether the last replacement succeeded.
 class WatchedStore final : public burnwick::SecretStore {
 public:
     explicit WatchedStore(const fs::path &home)
@@ -73,7 +73,7 @@ bool registerLoginItem(const fs::path &file) {
 
 } // namespace
 
-/// Stands in for the C library's, also in the libraries.
+/// Replaces the C library's function, also for the libraries.
 extern "C" ssize_t write(int fd, const void *bytes, size_t count) {
     constexpr size_t few = 7;
     return ::syscall(SYS_write, fd, bytes, shortWrites ? std::min(few, count) : count);

@@ -11,7 +11,7 @@
 
 namespace burnwick::test {
 
-/// A message bus that starts dunst, a real notification server, on a display of its own when it is called.
+/// A message bus that starts dunst, a real notification server, on a virtual display when it is called.
 class Dunst {
 public:
     Dunst();
@@ -21,15 +21,15 @@ public:
 
     [[nodiscard]] const PrivateBus &bus() const { return m_bus; }
     [[nodiscard]] bool runs() const;
-    /// As if it had crashed.
+    /// Kills it.
     void end() const;
 
-    /// How many notifications there are on the display; negative while it does not run.
+    /// Returns the number of notifications on the display; negative while it does not run.
     [[nodiscard]] int displayed() const;
-    /// Does what a click on the latest one does.
+    /// Acts as a click on the latest notification.
     void click() const;
-    /// Takes all from the display. What was shown since the server's start, the first one first, each as its
-    /// title and its body in markup: "Quota Alert: You've used 84%".
+    /// Removes all from the display. Returns all that was shown since the server's start, in its order, each
+    /// as title and body in markup: "Quota Alert: You've used 84%".
     [[nodiscard]] QStringList closeAll() const;
 
 private:

@@ -6,18 +6,18 @@
 
 namespace burnwick {
 
-/// An instance of Burnwick as far as another one can tell: it owns the name on a connection of its own.
+/// A running instance of Burnwick as seen by another one: it owns the name, on a separate connection.
 class FakeApplication final : public FakeService {
 public:
     enum class Conduct {
         answers,
-        hangs, ///< takes calls and never answers
-        leaves ///< gives up the name and fails the call as the bus does for a name without an owner
+        hangs, ///< accepts calls and never replies
+        leaves ///< releases the name and fails the call as the bus does for a name without an owner
     };
 
     explicit FakeApplication(Conduct conduct = Conduct::answers);
 
-    /// What was asked and answered, in order: "Activate token=x id=y", "settings token=x id=y".
+    /// Returns the requests that were replied to, in order: "Activate token=x id=y", "settings token=x id=y".
     [[nodiscard]] QStringList requests() const { return m_requests; }
 
 private:

@@ -23,19 +23,19 @@ public:
         int timeout = 0;
     };
 
-    /// `firstNumber` is what the first notification gets.
+    /// `firstNumber` is the first notification's number.
     explicit FakeNotificationServer(QString connectionName = QStringLiteral("fake-notifications"),
                                     uint firstNumber = 1);
 
     QStringList capabilities{QStringLiteral("actions"), QStringLiteral("body"),
                              QStringLiteral("body-markup")};
-    QStringList failing; ///< methods that are answered with an error
+    QStringList failing; ///< methods that reply with an error
 
     std::map<uint, Popup> popups; ///< what is on the screen, by number
 
-    /// The popup disappears.
+    /// Removes the popup and announces it.
     void close(uint number);
-    /// Signals of a click, the token's only if there is one.
+    /// Sends the signals of a click; the token's only for a token.
     void click(uint number, const QString &token = {}, const QString &action = QStringLiteral("default"));
 
 private:

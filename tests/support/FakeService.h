@@ -15,22 +15,22 @@
 
 namespace burnwick {
 
-/// A service of a desktop on a connection of its own to the tests' bus. It answers all calls to its object
-/// and to those below.
+/// A service of a desktop on a separate connection to the tests' bus. It replies to all calls of its object
+/// and of those below.
 class FakeService : public QDBusVirtualObject {
 public:
     ~FakeService() override { leave(); }
 
     QStringList calls; ///< the methods, in their order
-    QStringList held;  ///< methods that are answered only by release()
+    QStringList held;  ///< methods without a reply before release()
 
-    /// Answers what was held so far, and from now on everything.
+    /// Replies to the held calls, and from now on to all.
     void release() {
         held.clear();
         for (const QDBusMessage &message : std::exchange(m_waiting, {}))
             static_cast<void>(m_connection.send(answerTo(message)));
     }
-    /// Its connection ends; calls that are not answered fail.
+    /// Ends its connection: calls without a reply fail.
     void leave() {
         m_connection = QDBusConnection(QString());
         QDBusConnection::disconnectFromBus(m_connectionName);
@@ -47,7 +47,7 @@ public:
     }
 
 protected:
-    /// Takes the name, also from another fake service. `connectionName` tells these apart.
+    /// Owns the name, also in place of another fake service, which has another `connectionName`.
     FakeService(QString connectionName, const QString &serviceName, const QString &path)
         : m_connectionName(std::move(connectionName))
         , m_connection(sessionBusOfTests().connect(m_connectionName)) {

@@ -14,8 +14,8 @@
 
 namespace burnwick {
 
-/// A desktop's status area as far as an item can tell: a watcher on a connection of its own, in a process
-/// that goes by the host's name. Only the first item that registers is looked at.
+/// A desktop's status area as seen by an item: a watcher on a separate connection, in a process with the
+/// host's name. Reads only the first item that registers.
 class FakeStatusNotifierWatcher final : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
@@ -24,23 +24,23 @@ public:
     explicit FakeStatusNotifierWatcher(const PrivateBus &bus);
     ~FakeStatusNotifierWatcher() override;
 
-    /// Starts as a host of that process name: the main thread's name, which /proc shows, is the process's.
+    /// Owns the watcher's name as a host of that process name, which /proc shows for the main thread.
     void takeName(const std::string &processName);
     void dropName();
 
-    /// The items that registered, by bus name, in their order.
+    /// Returns the bus names of the registered items, in their order.
     [[nodiscard]] QStringList registeredItems() const { return m_registeredItems; }
     [[nodiscard]] bool waitForItems(qsizetype count) const;
 
-    /// What a host reads of the first item; empty on an error.
+    /// Returns the first item's properties; empty on an error.
     [[nodiscard]] QVariantMap readItem() const;
-    /// Calls the first item and waits for the answer.
+    /// Calls the first item and waits for the reply.
     QDBusMessage callItem(const QString &method, const QVariantList &arguments = {}) const;
     QDBusMessage callMenu(const QString &method, const QVariantList &arguments) const;
 
     /// Records the item's signals from now on.
     void listen();
-    /// The names of the signals so far, in their order. Those sent before this call are all there.
+    /// Returns the names of all signals sent before this call, in their order, and clears the record.
     [[nodiscard]] QStringList takeSignals();
 
 public Q_SLOTS:

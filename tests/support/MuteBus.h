@@ -10,7 +10,7 @@
 
 namespace burnwick::test {
 
-/// A message bus that authenticates its clients and answers none of their messages. On a thread of its own:
+/// A message bus that authenticates its clients and replies to none of their messages. On a separate thread:
 /// clients may block the test's.
 class MuteBus {
 public:
@@ -33,7 +33,7 @@ public:
     MuteBus(const MuteBus &) = delete;
     MuteBus &operator=(const MuteBus &) = delete;
 
-    /// How many clients it has authenticated.
+    /// Returns the number of authenticated clients.
     [[nodiscard]] int clients() const { return m_clients; }
 
 private:

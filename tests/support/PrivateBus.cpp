@@ -69,7 +69,7 @@ void PrivateBus::kill() {
 }
 
 void PrivateBus::freeze() const {
-    // A daemon that has ended would have the number 0, which stands for all of the test's own group.
+    // An ended daemon has the number 0, which addresses the test's whole process group.
     if (m_daemon.processId() > 0)
         ::kill(static_cast<pid_t>(m_daemon.processId()), SIGSTOP);
 }

@@ -37,7 +37,7 @@ constexpr auto settings = R"(<?xml version="1.0" encoding="UTF-8"?>
 </channel>
 )";
 
-/// The folder of the one service that the panel needs: the keeper of its settings.
+/// Returns the folder of the one service that the panel needs, which stores its settings.
 QString writeService(const std::filesystem::path &directory) {
     writeFile(directory / "config/xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml", settings);
     const QString name = QStringLiteral("org.xfce.Xfconf.service");

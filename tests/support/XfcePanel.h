@@ -8,7 +8,7 @@
 
 namespace burnwick::test {
 
-/// Xfce's panel with nothing but its status area on it, at the lower edge of a display of its own.
+/// Xfce's panel with only its status area, at the lower edge of a virtual display.
 class XfcePanel {
 public:
     XfcePanel();
@@ -16,15 +16,15 @@ public:
     XfcePanel(const XfcePanel &) = delete;
     XfcePanel &operator=(const XfcePanel &) = delete;
 
-    /// The session bus on which it looks for items.
+    /// Returns the session bus of its items.
     [[nodiscard]] const PrivateBus &bus() const { return m_bus; }
     [[nodiscard]] VirtualDisplay &display() { return m_display; }
 
     void start();
     void end();
-    /// The status items that have registered with it, by bus name and path; not older kinds of tray icons.
+    /// Returns the registered status items, by bus name and path; no older kinds of tray icons.
     [[nodiscard]] QStringList items() const;
-    /// Where the panel has that colour, 0xRRGGBB, first; from the display's corner.
+    /// Returns the first pixel of the panel in that colour, 0xRRGGBB; from the display's corner.
     [[nodiscard]] std::optional<QPoint> find(std::uint32_t color) const;
 
 private:
