@@ -33,7 +33,7 @@ inline void require(bool holds, const char *claim) {
 [[nodiscard]] const char *checkCredentials(std::string_view input);
 /// "accepted" or "refused".
 [[nodiscard]] const char *checkUsageResponse(std::string_view input);
-/// "release" or "none" by what the feed lists, or "malformed".
+/// "newer" or "current" by the first version element, or "failed" without one.
 [[nodiscard]] const char *checkAppcast(std::string_view input);
 /// "kept" or "setaside", by what becomes of the file.
 [[nodiscard]] const char *checkSettings(std::string_view input);

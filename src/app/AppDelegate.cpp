@@ -5,8 +5,6 @@
 #include "platform/Platform.h"
 #include "ui/WindowActivation.h"
 #include "ui/controls/SvgIcon.h"
-#include "ui/settings/UpdateAlert.h"
-#include "update/ReleaseAddresses.h"
 
 #include <QDesktopServices>
 #include <QDir>
@@ -49,14 +47,8 @@ AppDelegate::AppDelegate()
     , m_settingsWindow(settingsServices()) {}
 
 StandardUpdaterController::Services AppDelegate::updaterServices() {
-    return {m_account.http,
-            m_defaults,
-            m_clock,
-            m_scheduler,
-            m_endpoints.productBaseURL,
-            m_updateChecker,
-            m_userDriverDelegate,
-            [this](const QString &version) { showUpdate(version); }};
+    return {m_account.http,  m_defaults,          m_clock, m_scheduler, m_endpoints.productBaseURL,
+            m_updateChecker, m_userDriverDelegate};
 }
 
 AppState::Services AppDelegate::stateServices() {
@@ -132,11 +124,6 @@ void AppDelegate::perform(const ApplicationRequest &request) {
 void AppDelegate::showMainWindow(const std::string &activationToken) {
     if (m_mainWindow)
         bringToFront(*m_mainWindow, activationToken);
-}
-
-void AppDelegate::showUpdate(const QString &version) {
-    const QUrl release = releaseURL(m_endpoints.productBaseURL, platform::releaseForm(), version);
-    showUpdateAlert(version, release, openInBrowser, [] {});
 }
 
 void AppDelegate::terminate() {

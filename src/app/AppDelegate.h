@@ -57,7 +57,6 @@ private:
     void applyLaunchAtStartup();
     void wakeUp();
     void showMainWindow(const std::string &activationToken);
-    void showUpdate(const QString &version);
 
     SystemClock m_clock;
     EventLoopScheduler m_scheduler{m_clock};

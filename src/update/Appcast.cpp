@@ -2,100 +2,82 @@
 // SPDX-License-Identifier: MIT
 #include "update/Appcast.h"
 
-#include "update/VersionOrder.h"
+#include "model/Version.h"
+#include "net/HttpClient.h"
+#include "net/TransportError.h"
+#include "update/ReleaseAddresses.h"
 
-#include <QXmlStreamReader>
-
-#include <utility>
+#include <algorithm>
 
 namespace burnwick {
 
 namespace {
 
-/// Whether the text between two angle brackets can hold more attributes than any feed needs. The reader
-/// compares each attribute of an element with all the others; a megabyte of them would take it a minute.
-bool isCrowded(const QByteArray &document) {
-    constexpr int mostAttributes = 1000;
-    int possible = 0;
-    for (const char c : document) {
-        if (c == '<')
-            possible = 0;
-        else if (c == '=' && ++possible > mostAttributes)
-            return true;
-    }
-    return false;
+using Kind = AppcastVerdict::Kind;
+
+/// QChar::isDigit() accepts the digits of every script.
+bool isDigit(QChar c) {
+    return c >= u'0' && c <= u'9';
 }
 
-/// Whether a document type declaration stands before the root element. Asked before the document is given to
-/// the reader, which would work through the declaration first, for seconds when it is made for that.
-bool declaresType(const QByteArray &document) {
-    qsizetype at = document.indexOf('<');
-    while (at >= 0) {
-        const QByteArrayView rest = QByteArrayView(document).sliced(at);
-        if (rest.startsWith("<?"))
-            at = document.indexOf("?>", at);
-        else if (rest.startsWith("<!--"))
-            at = document.indexOf("-->", at + 4);
-        else
-            return rest.startsWith("<!");
-        at = at < 0 ? at : document.indexOf('<', at);
-    }
-    return false;
+/// Removes the digits at the start of the text and returns them without leading zeros.
+QStringView takeNumber(QStringView &text) {
+    const auto end = std::ranges::find_if_not(text, isDigit);
+    QStringView number = text.first(end - text.begin());
+    text = text.sliced(number.size());
+    while (number.startsWith(u'0'))
+        number = number.sliced(1);
+    return number;
 }
 
-/// The version of the item whose start was just read; empty when it has none. Leaves at its end.
-QString readVersion(QXmlStreamReader &xml) {
-    const QLatin1String name("sparkle:shortVersionString");
-    QString version;
-    while (xml.readNextStartElement()) {
-        if (xml.qualifiedName() == name)
-            version = xml.readElementText(QXmlStreamReader::SkipChildElements).trimmed();
-        else if (xml.qualifiedName() == QLatin1String("enclosure") && version.isEmpty()) {
-            version = xml.attributes().value(name).trimmed().toString();
-            xml.skipCurrentElement();
-        } else
-            xml.skipCurrentElement();
-    }
-    return version.size() <= longestVersion ? version : QString();
-}
-
-void readChannel(QXmlStreamReader &xml, Appcast &appcast) {
-    while (xml.readNextStartElement()) {
-        if (xml.qualifiedName() != QLatin1String("item")) {
-            xml.skipCurrentElement();
-            continue;
-        }
-        AppcastItem item{readVersion(xml)};
-        if (item.displayVersionString.isEmpty())
-            continue;
-        if (!appcast.newest ||
-            std::is_gt(compareVersions(item.displayVersionString, appcast.newest->displayVersionString)))
-            appcast.newest = std::move(item);
-    }
+AppcastVerdict failure(const QString &problem, bool isServerReachable = true) {
+    return {Kind::couldNotCheck, {}, problem, isServerReachable};
 }
 
 } // namespace
 
-std::optional<Appcast> readAppcast(const QByteArray &document) {
-    if (!QUtf8StringView(document).isValidUtf8() || declaresType(document) || isCrowded(document))
-        return std::nullopt;
-    QXmlStreamReader xml(QString::fromUtf8(document));
-    // The quick look for the first version goes by the prefix as it is written, and so does this.
-    xml.setNamespaceProcessing(false);
-    if (!xml.readNextStartElement() || xml.qualifiedName() != QLatin1String("rss"))
-        return std::nullopt;
-    Appcast appcast;
-    while (xml.readNextStartElement()) {
-        if (xml.qualifiedName() == QLatin1String("channel"))
-            readChannel(xml, appcast);
-        else
-            xml.skipCurrentElement();
+bool isNewerVersion(QStringView candidate, QStringView current) {
+    while (!candidate.isEmpty() && !current.isEmpty()) {
+        if (isDigit(candidate.front()) && isDigit(current.front())) {
+            const QStringView left = takeNumber(candidate);
+            const QStringView right = takeNumber(current);
+            if (left.size() != right.size())
+                return left.size() > right.size();
+            if (left != right)
+                return left > right;
+        } else {
+            if (candidate.front() != current.front())
+                return candidate.front() > current.front();
+            candidate = candidate.sliced(1);
+            current = current.sliced(1);
+        }
     }
-    while (!xml.atEnd())
-        xml.readNext();
-    if (xml.hasError())
-        return std::nullopt;
-    return appcast;
+    return candidate.size() > current.size();
+}
+
+AppcastVerdict judgeAppcast(const QByteArray &body, QStringView current) {
+    constexpr QLatin1String opening("<sparkle:shortVersionString>");
+    constexpr QLatin1String closing("</sparkle:shortVersionString>");
+    if (!QUtf8StringView(body).isValidUtf8())
+        return failure(QStringLiteral("the appcast is not UTF-8"));
+    const QString text = QString::fromUtf8(body);
+    const qsizetype start = text.indexOf(opening);
+    const qsizetype end = text.indexOf(closing);
+    if (start < 0 || end < start + opening.size())
+        return failure(QStringLiteral("the appcast has no version"));
+    const QString version = text.mid(start + opening.size(), end - start - opening.size());
+    return isNewerVersion(version, current) ? AppcastVerdict{Kind::newerVersion, version}
+                                            : AppcastVerdict{Kind::upToDate};
+}
+
+QCoro::Task<AppcastVerdict> checkAppcast(HttpClient &http, QUrl productBaseURL) {
+    const HttpRequest request{HttpMethod::get, appcastURL(productBaseURL)};
+    try {
+        const HttpResponse response = co_await http.send(request);
+        co_return judgeAppcast(response.body, QString::fromUtf8(version()));
+    } catch (const TransportError &error) {
+        co_return failure(QString::fromUtf8(error.what()), error.kind() != TransportError::Kind::unreachable);
+    }
 }
 
 } // namespace burnwick

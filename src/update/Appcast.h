@@ -3,33 +3,40 @@
 #pragma once
 
 #include <QByteArray>
+#include <QCoroTask>
 #include <QString>
-
-#include <optional>
+#include <QUrl>
 
 namespace burnwick {
+
+class HttpClient;
 
 /// A release that the appcast lists.
 struct AppcastItem {
     QString displayVersionString;
-
-    bool operator==(const AppcastItem &) const = default;
 };
 
-/// In UTF-16 code units; what is longer is no version.
-inline constexpr qsizetype longestVersion = 64;
+/// The result of an appcast check.
+struct AppcastVerdict {
+    enum class Kind { upToDate, newerVersion, couldNotCheck };
 
-/// What an appcast comes to.
-struct Appcast {
-    /// The release with the newest version, wherever it stands; none when no item has a version.
-    std::optional<AppcastItem> newest = {};
-
-    bool operator==(const Appcast &) const = default;
+    Kind kind = Kind::couldNotCheck;
+    QString version = {};          ///< the newer one, exactly as in the appcast
+    QString problem = {};          ///< why the check failed
+    bool isServerReachable = true; ///< false: the check failed without a connection
 };
 
-/// Reads the whole document as XML in UTF-8. None when it is malformed, is no feed of that kind, or holds
-/// what no feed needs and what could keep a reader busy: a document type declaration, whose entities may grow
-/// without bound, or an element with a thousand attributes. Safe from any thread.
-[[nodiscard]] std::optional<Appcast> readAppcast(const QByteArray &document);
+/// Compares versions: runs of the digits 0 to 9 by their value, however long they are, and everything else by
+/// its UTF-16 code units, including spaces and case. When one version begins with the other, the longer is
+/// newer. Thread-safe.
+[[nodiscard]] bool isNewerVersion(QStringView candidate, QStringView current);
+
+/// Compares the appcast's first version element with the current version. Searches for the literal tags and
+/// does not trim the text between them. Fails when the body is not UTF-8 or has no such element. Thread-safe.
+[[nodiscard]] AppcastVerdict judgeAppcast(const QByteArray &body, QStringView current);
+
+/// Fetches the appcast and compares it with this program's version. Ignores the HTTP status of the response.
+/// Never throws; destroying the client completes it with couldNotCheck. Main thread only.
+[[nodiscard]] QCoro::Task<AppcastVerdict> checkAppcast(HttpClient &http, QUrl productBaseURL);
 
 } // namespace burnwick

@@ -2,37 +2,47 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QtGlobal>
+#include "model/Clock.h"
+#include "prefs/UserDefaults.h"
 
-#include <optional>
+#include <chrono>
 
 namespace burnwick {
 
-class Clock;
-class UserDefaults;
-
-/// Sees to it that there is a check a day and no more, also across restarts: the instant of the last one is
-/// kept in the user defaults, under "lastUpdateCheck" in whole seconds since 1970. The wall clock counts, so
-/// that time asleep passes too. A last check that lies in the future is one before the clock was put back:
-/// the day begins anew. Main thread only.
+/// Limits checks to one a day, also across restarts: the user defaults keep the time of the last one under
+/// "lastUpdateCheck", in whole seconds since 1970. Uses the wall clock, which also counts while the machine
+/// sleeps. Main thread only.
 class DailyCheck final {
 public:
     /// Both must outlive this object.
-    DailyCheck(UserDefaults &defaults, const Clock &clock);
+    DailyCheck(UserDefaults &defaults, const Clock &clock)
+        : m_defaults(defaults)
+        , m_clock(clock) {}
 
-    /// Whether a check is due; if so it is recorded as made now.
-    [[nodiscard]] bool takeTurn();
-    /// Records a check as made now.
-    void record();
-    /// Undoes the last record: nobody could be asked.
-    void giveBack();
+    /// Whether the last check was 24 hours ago or earlier. A last check in the future means that the clock
+    /// was put back: replaces it by the current time and returns false.
+    [[nodiscard]] bool isDue() {
+        constexpr qint64 day = std::chrono::seconds(std::chrono::hours(24)).count();
+        const auto last = m_defaults.get<qint64>(key);
+        if (last && *last > now()) {
+            record();
+            return false;
+        }
+        // now() - *last could overflow.
+        return !last || *last <= now() - day;
+    }
+    /// Stores the current time as that of the last check.
+    void record() { m_defaults.set(key, now()); }
 
 private:
-    [[nodiscard]] qint64 now() const;
+    static constexpr QLatin1String key{"lastUpdateCheck"};
+
+    [[nodiscard]] qint64 now() const {
+        return std::chrono::floor<std::chrono::seconds>(m_clock.now()).time_since_epoch().count();
+    }
 
     UserDefaults &m_defaults;
     const Clock &m_clock;
-    std::optional<qint64> m_before; ///< what the last record replaced
 };
 
 } // namespace burnwick

@@ -16,9 +16,9 @@ QUrl releaseURL(const QUrl &productBaseURL, ReleaseForm form, const QString &ver
     if (form == ReleaseForm::diskImage)
         return appendPath(productBaseURL,
                           releases + QStringLiteral("Burnwick-") + segment + QStringLiteral(".dmg"));
-    // Encoded or not, these mean another folder.
-    const bool isFolder = version == QLatin1String(".") || version == QLatin1String("..");
-    return appendPath(productBaseURL, isFolder ? releases : releases + segment);
+    // These name another folder even when encoded.
+    const bool isDotSegment = version == QLatin1String(".") || version == QLatin1String("..");
+    return appendPath(productBaseURL, isDotSegment ? releases : releases + segment);
 }
 
 bool isPlaceholder(const QUrl &productBaseURL) {

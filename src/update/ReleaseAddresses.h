@@ -9,15 +9,15 @@
 
 namespace burnwick {
 
-/// Where the list of Burnwick's releases is.
+/// The address of the appcast.
 [[nodiscard]] QUrl appcastURL(const QUrl &productBaseURL);
 
-/// Where that release is to be had in that form. The version, which comes from outside, stays within the last
-/// segment of the path, whatever it holds.
+/// The address of a release in that form. The version comes from the appcast and may hold anything: it is
+/// encoded into the last segment of the path.
 [[nodiscard]] QUrl releaseURL(const QUrl &productBaseURL, ReleaseForm form, const QString &version);
 
-/// Whether the host is a stand-in (RFC 2606 reserves the names below "example"), as in a build that was given
-/// no site.
+/// Whether the host is "example" or ends with ".example" (reserved by RFC 2606), as in a build that was
+/// configured without a site.
 [[nodiscard]] bool isPlaceholder(const QUrl &productBaseURL);
 
 } // namespace burnwick

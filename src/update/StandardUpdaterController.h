@@ -3,64 +3,51 @@
 #pragma once
 
 #include "update/DailyCheck.h"
-#include "update/UserDriverDelegate.h"
 
-#include <QByteArray>
 #include <QCoroTask>
 #include <QObject>
 #include <QUrl>
 
-#include <functional>
 #include <memory>
-#include <optional>
-#include <thread>
 
 namespace burnwick {
 
 class HttpClient;
 class RepeatingTimer;
 class Scheduler;
-class UpdaterDelegate;
+struct AppcastVerdict;
+class UpdateChecker;
+class UserDriverDelegate;
 
-/// Looks for a newer release once a day, from its construction on, and whenever the user asks for it. It
-/// reads the whole appcast and tells its delegates, on a thread of its own; installing is left to the user. A
-/// site that is only a placeholder is never asked by itself. Main thread only.
+/// Checks the appcast once a day, starting at construction, and calls its delegates with the result. Never
+/// checks a placeholder site. Main thread only.
 class StandardUpdaterController final : public QObject {
 public:
-    /// What the controller works with; what is referred to must outlive it.
+    /// The referenced objects must outlive the controller.
     struct Services {
         HttpClient &http;
         UserDefaults &defaults;
         const Clock &clock;
         Scheduler &scheduler;
         QUrl productBaseURL;
-        UpdaterDelegate &updaterDelegate;
+        UpdateChecker &updaterDelegate;
         UserDriverDelegate &userDriverDelegate;
-        /// The updater's own window for an update that the user asked for; on the main thread.
-        std::function<void(const QString &displayVersion)> showUpdate;
     };
 
-    /// Starts. No request is made before the event loop runs.
+    /// Sends no request before the event loop runs.
     explicit StandardUpdaterController(Services services);
-    /// Waits for calls to the delegates that are under way; makes no more.
+    /// Ends a running check without calling the delegates.
     ~StandardUpdaterController() override;
-
-    /// Checks at once, because the user asks for it. A check that is under way becomes the user's.
-    void checkForUpdates();
 
 private:
     void checkIfDue();
-    void begin();
-    QCoro::Task<void> check();
-    void conclude(const QByteArray &document, bool userInitiated);
-    void onOwnThread(std::function<void()> work);
+    [[nodiscard]] QCoro::Task<void> check();
+    void report(const AppcastVerdict &verdict) const;
 
     Services m_services;
     DailyCheck m_dailyCheck;
-    bool m_fetching = false;
-    bool m_userInitiated = false; ///< the check under way
+    bool m_isChecking = false;
     std::unique_ptr<RepeatingTimer> m_timer;
-    std::jthread m_thread; ///< joined before anything above goes
 };
 
 } // namespace burnwick

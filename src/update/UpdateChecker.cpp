@@ -6,6 +6,8 @@
 
 #include <QMetaObject>
 
+#include <utility>
+
 namespace burnwick {
 
 UpdateChecker::UpdateChecker(Scheduler &scheduler, QObject *parent)
@@ -16,46 +18,18 @@ UpdateChecker::~UpdateChecker() = default;
 
 void UpdateChecker::setState(State state) {
     m_revertTask.reset();
-    publish(state);
-}
-
-void UpdateChecker::updaterDidNotFindUpdate() {
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            setState(State::upToDate);
-            startRevertTask();
-        },
-        Qt::QueuedConnection);
-}
-
-void UpdateChecker::updaterDidNotFindUpdate(const QString &) {
-    updaterDidNotFindUpdate();
-}
-
-void UpdateChecker::updaterDidFindValidUpdate(const AppcastItem &) {
-    setStateLater(State::available);
-}
-
-void UpdateChecker::updaterDidAbort(const QString &) {
-    setStateLater(State::idle);
+    if (std::exchange(m_state, state) != state)
+        Q_EMIT stateChanged(state);
 }
 
 void UpdateChecker::setStateLater(State state) {
-    QMetaObject::invokeMethod(
-        this, [this, state] { setState(state); }, Qt::QueuedConnection);
-}
-
-void UpdateChecker::publish(State state) {
-    if (state == m_state)
-        return;
-    m_state = state;
-    Q_EMIT stateChanged(state);
-}
-
-void UpdateChecker::startRevertTask() {
-    constexpr std::chrono::seconds shownFor{5};
-    m_revertTask = m_scheduler.repeat(shownFor, [this] { setState(State::idle); });
+    static constexpr std::chrono::seconds upToDateDuration{5};
+    const auto apply = [this, state] {
+        setState(state);
+        if (state == State::upToDate)
+            m_revertTask = m_scheduler.repeat(upToDateDuration, [this] { setState(State::idle); });
+    };
+    QMetaObject::invokeMethod(this, apply, Qt::QueuedConnection);
 }
 
 } // namespace burnwick

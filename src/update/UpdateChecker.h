@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "update/UpdaterDelegate.h"
+#include "update/Appcast.h"
 
 #include <QObject>
 
@@ -13,10 +13,9 @@ namespace burnwick {
 class RepeatingTimer;
 class Scheduler;
 
-/// Makes of an updater's calls a state that the interface can show. The delegate's operations may be called
-/// from any thread; they take effect in a later turn of this object's event loop. Everything else on the main
-/// thread only.
-class UpdateChecker final : public QObject, public UpdaterDelegate {
+/// An updater's delegate, which turns the results of its checks into a state for the interface. Main thread
+/// only, except for the delegate's operations.
+class UpdateChecker final : public QObject {
     Q_OBJECT
 
 public:
@@ -28,22 +27,22 @@ public:
     ~UpdateChecker() override;
 
     [[nodiscard]] State state() const { return m_state; }
-    /// For whoever starts a check: `checking` comes from outside alone. Ends a pending return to `idle`.
+    /// Cancels a pending return to `idle`. Only the caller that starts a check sets `checking`.
     void setState(State state);
 
-    void updaterDidNotFindUpdate() override;
-    void updaterDidNotFindUpdate(const QString &reason) override;
-    void updaterDidFindValidUpdate(const AppcastItem &item) override;
-    void updaterDidAbort(const QString &error) override;
+    // The delegate's operations take effect in a later turn of this object's event loop. Thread-safe.
+
+    /// `error` is the reason, if there is one. The state returns to `idle` after five seconds.
+    void updaterDidNotFindUpdate(const QString & /*error*/ = {}) { setStateLater(State::upToDate); }
+    void updaterDidFindValidUpdate(const AppcastItem & /*item*/) { setStateLater(State::available); }
+    void updaterDidAbort(const QString & /*error*/) { setStateLater(State::idle); }
 
 Q_SIGNALS:
-    /// The state is another one now.
+    /// Emitted after the state has changed.
     void stateChanged(burnwick::UpdateChecker::State state);
 
 private:
     void setStateLater(State state);
-    void publish(State state);
-    void startRevertTask();
 
     Scheduler &m_scheduler;
     State m_state = State::idle;

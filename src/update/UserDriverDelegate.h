@@ -2,35 +2,45 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "update/Appcast.h"
+
+#include <QMetaObject>
 #include <QObject>
-#include <QString>
 
 #include <functional>
+#include <utility>
 
 namespace burnwick {
 
-struct AppcastItem;
-
-/// How the update that is about to be shown was found.
+/// How an updater found the update that it is about to show.
 struct ShowingUpdateState {
-    bool userInitiated = false; ///< the user had asked
+    bool userInitiated = false; ///< the user started the check
 };
 
-/// Makes an update known to the user when an updater is about to show it: brings the program to the front if
-/// the user asked for the check, and sends a notification otherwise. Create it on the main thread.
+/// Announces an update that an updater is about to show: activates the application when the user started the
+/// check, and sends a notification otherwise. Create and destroy it on the main thread.
 class UserDriverDelegate final : public QObject {
 public:
-    /// Both are called on the main thread: `activateApplication` brings the program in front of all others.
+    /// Calls both on the main thread. `activateApplication` brings the program in front of all others.
     UserDriverDelegate(std::function<void()> activateApplication,
-                       std::function<void(const QString &displayVersion)> sendUpdateAvailable);
+                       std::function<void(const QString &displayVersion)> sendUpdateAvailable)
+        : m_activateApplication(std::move(activateApplication))
+        , m_sendUpdateAvailable(std::move(sendUpdateAvailable)) {}
 
-    /// Whether an update that a scheduled check found need not be put before the user by the updater itself.
-    /// From any thread.
+    /// Whether this object alone announces updates found by scheduled checks, without the updater's window.
     [[nodiscard]] bool supportsGentleScheduledUpdateReminders() const { return true; }
 
-    /// From any thread; takes effect in a later turn of the main thread's event loop.
-    void standardUserDriverWillHandleShowingUpdate(bool handleShowingUpdate, const AppcastItem &update,
-                                                   ShowingUpdateState state);
+    /// Takes effect in a later turn of the main thread's event loop. Thread-safe.
+    void standardUserDriverWillHandleShowingUpdate(bool /*handleShowingUpdate*/, const AppcastItem &update,
+                                                   ShowingUpdateState state) {
+        const auto announce = [this, version = update.displayVersionString, state] {
+            if (state.userInitiated)
+                m_activateApplication();
+            else
+                m_sendUpdateAvailable(version);
+        };
+        QMetaObject::invokeMethod(this, announce, Qt::QueuedConnection);
+    }
 
 private:
     std::function<void()> m_activateApplication;

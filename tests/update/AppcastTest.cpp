@@ -2,89 +2,65 @@
 // SPDX-License-Identifier: MIT
 #include "update/Appcast.h"
 
+#include "net/HttpClient.h"
+#include "support/Outcome.h"
+#include "support/ScriptedServer.h"
+
 #include <gtest/gtest.h>
 
-#include <QElapsedTimer>
+#include <memory>
 
 namespace burnwick {
 namespace {
 
-QByteArray feed(const QByteArray &items) {
-    return R"(<?xml version="1.0" encoding="utf-8"?><rss version="2.0"><channel><title>Burnwick</title>)" +
-           items + "</channel></rss>";
-}
+using test::resultOf;
+using test::ScriptedAnswer;
+using Ending = ScriptedAnswer::Ending;
+using Kind = AppcastVerdict::Kind;
 
-QByteArray item(const QByteArray &version) {
-    return "<item><sparkle:shortVersionString>" + version + "</sparkle:shortVersionString></item>";
-}
+const QByteArray target = "/appcast.xml";
+const QByteArray newer = "<sparkle:shortVersionString>999.0</sparkle:shortVersionString>";
 
-/// "malformed", "none" or the newest version.
-QString summary(const QByteArray &document) {
-    const auto appcast = readAppcast(document);
-    if (!appcast)
-        return QStringLiteral("malformed");
-    return appcast->newest ? appcast->newest->displayVersionString : QStringLiteral("none");
-}
+// The corpus of the fuzzers covers the reading of the body and the order of versions.
 
-QByteArray repeated(const QByteArray &text, qsizetype bytes) {
-    return text.repeated(bytes / text.size());
-}
+struct CheckAppcastTest : testing::Test {
+    test::ScriptedServer server;
+    HttpClient http;
+};
 
-// What is no feed is in the corpus of the fuzzers.
-
-TEST(AppcastTest, FindsTheNewestVersion) {
-    const QByteArray enclosure = R"(<item><enclosure url="x" sparkle:shortVersionString="2.1"/></item>)";
+TEST_F(CheckAppcastTest, OnlyTheBodyDecides) {
     const struct {
-        QByteArray document;
-        const char *newest;
+        ScriptedAnswer answer;
+        Kind kind;
     } rows[] = {
-        {feed(item("1.9.2") + item("1.10.0") + item("1.9.9")), "1.10.0"},
-        {feed(item("1.0") + "<!-- " + item("9.0") + " -->"), "1.0"},
-        {feed(item("<![CDATA[1.5]]>")), "1.5"},
-        {feed("<description><![CDATA[<!DOCTYPE html>]]></description>" + item("1.5")), "1.5"},
-        {"<!--><!DOCTYPE rss>--><?a <!DOCTYPE?>" + feed(item("1.5")).mid(38), "1.5"},
-        {feed(item("1&#46;5 &lt;b&gt;")), "1.5 <b>"},
-        {feed(item("../1%2F 2")), "../1%2F 2"},
-        {feed(item("1.0") + enclosure), "2.1"},
-        {feed(item(QByteArray(64, '9'))), "9999999999999999999999999999999999999999999999999999999999999999"},
-        {feed(item("1.0") + item(QByteArray(65, '9'))), "1.0"},
-        // versions that are no item's
-        {feed("<sparkle:shortVersionString>9</sparkle:shortVersionString>" + item("1.0")), "1.0"},
-        {feed("<item><other>" + item("9") + "</other></item>" + item("1.0")), "1.0"},
-    };
-    for (const auto &row : rows)
-        EXPECT_EQ(summary(row.document), QString::fromUtf8(row.newest)) << row.document.toStdString();
-}
-
-TEST(AppcastTest, AMegabyteOfMaliceIsReadQuickly) {
-    constexpr qsizetype size = qsizetype{1} << 20;
-    QByteArray entities = "<!DOCTYPE rss [<!ENTITY a0 \"x\">";
-    for (int i = 1; i < 10000; ++i)
-        entities += "<!ENTITY a" + QByteArray::number(i) + " \"" +
-                    ("&a" + QByteArray::number(i - 1) + ";").repeated(8) + "\">";
-    QByteArray attributes = "<rss";
-    for (int i = 0; attributes.size() < size; ++i)
-        attributes += " a" + QByteArray::number(i) + "='>'";
-    const struct {
-        const char *what;
-        QByteArray document;
-        const char *summary;
-    } rows[] = {
-        {"entities", entities + "]><rss>&a9999;</rss>", "malformed"},
-        {"depth", repeated("<rss>", size), "malformed"},
-        {"attributes", attributes + "/>", "malformed"},
-        {"one version", feed(item(repeated("9", size))), "none"},
-        {"versions alike", feed(repeated(item(QByteArray(64, '0')), size)),
-         "0000000000000000000000000000000000000000000000000000000000000000"},
-        {"no end of a tag", "<rss" + repeated(" ", size), "malformed"},
-        {"comments", feed(repeated("<!---->", size) + item("1.0")), "1.0"},
+        {{200, newer}, Kind::newerVersion},
+        {{500, newer}, Kind::newerVersion},
+        {{404, "<html>Not Found</html>"}, Kind::couldNotCheck},
+        {{200, newer + "<!-- and much more -->", {}, Ending::cut}, Kind::couldNotCheck},
+        {{200, newer, {}, Ending::endless}, Kind::couldNotCheck},
+        {{200, {}, {}, Ending::hangUp}, Kind::couldNotCheck},
     };
     for (const auto &row : rows) {
-        QElapsedTimer timer;
-        timer.start();
-        EXPECT_EQ(summary(row.document), QString::fromUtf8(row.summary)) << row.what;
-        EXPECT_LT(timer.elapsed(), 5000) << row.what;
+        SCOPED_TRACE(testing::Message() << row.answer.status << ' ' << static_cast<int>(row.answer.ending));
+        server.script(target, {row.answer});
+        const auto verdict = resultOf(checkAppcast(http, server.url()));
+        EXPECT_EQ(verdict.kind, row.kind);
+        EXPECT_EQ(verdict.version, row.kind == Kind::newerVersion ? QStringLiteral("999.0") : QString());
+        EXPECT_EQ(verdict.problem.isEmpty(), row.kind == Kind::newerVersion);
+        EXPECT_TRUE(verdict.isServerReachable);
     }
+}
+
+TEST_F(CheckAppcastTest, InvalidURLsAndADestroyedClientFailTheCheck) {
+    EXPECT_EQ(resultOf(checkAppcast(http, QUrl())).kind, Kind::couldNotCheck);
+    EXPECT_EQ(resultOf(checkAppcast(http, QUrl(QStringLiteral("nonsense:")))).kind, Kind::couldNotCheck);
+
+    server.script(target, {{200, {}, {}, Ending::silence}});
+    auto destroyed = std::make_unique<HttpClient>();
+    const auto outcome = test::outcomeOf(checkAppcast(*destroyed, server.url()));
+    destroyed.reset();
+    ASSERT_TRUE(outcome->value.has_value());
+    EXPECT_EQ(outcome->value->kind, Kind::couldNotCheck);
 }
 
 } // namespace

@@ -28,7 +28,7 @@ TEST(ReleaseAddressesTest, AVersionStaysWithinTheLastSegment) {
                                          {ReleaseForm::diskImage, "Burnwick-" + segment + ".dmg"}}) {
             const QUrl url = releaseURL(base, form, row.version);
             EXPECT_EQ(url.toEncoded(), "https://burnwick.test:8443/get/releases/" + last);
-            // What a reader of the address makes of it.
+            // The recipient of the address sees the same one.
             EXPECT_EQ(QUrl::fromEncoded(url.toEncoded(), QUrl::StrictMode), url) << row.segment;
         }
     }
@@ -44,7 +44,7 @@ TEST(ReleaseAddressesTest, TheAppcastIsBelowTheBaseURL) {
               "https://burnwick.test/a%2Fb/appcast.xml");
 }
 
-TEST(ReleaseAddressesTest, KnowsAPlaceholder) {
+TEST(ReleaseAddressesTest, HostsBelowExampleArePlaceholders) {
     const struct {
         const char *url;
         bool placeholder;

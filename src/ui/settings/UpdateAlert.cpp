@@ -24,7 +24,7 @@ constexpr int iconSize = 48;
 constexpr int narrowestText = 300;
 constexpr QSize buttonPadding{14, 6};
 
-/// Of bearable length for a sentence.
+/// Shortened, so that the sentence stays readable.
 QString shownVersion(const QString &version) {
     constexpr std::size_t longest = 40;
     return textOf(displayText(version.toStdString(), longest));

@@ -9,10 +9,9 @@ class QUrl;
 
 namespace burnwick {
 
-/// Asks the user, in front of everything else of the program's, whether to update to that version. The answer
-/// "Update Now" hands the release's address to `openURL`. Returns at once; `closed` is called when the alert
-/// has been answered, after that. The version may hold anything: it is shown as plain text, shortened when it
-/// is long. Main thread.
+/// Shows an application-modal alert that offers an update to that version, and returns at once. "Update Now"
+/// calls `openURL` with the release's address; then, as after every other answer, `closed` is called. The
+/// version may hold anything: it is shown as plain text and shortened when it is long. Main thread only.
 void showUpdateAlert(const QString &version, const QUrl &release, std::function<void(const QUrl &)> openURL,
                      std::function<void()> closed);
 

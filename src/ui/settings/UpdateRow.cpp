@@ -5,7 +5,7 @@
 #include "async/DetachedTask.h"
 #include "async/Scheduler.h"
 #include "ui/settings/UpdateAlert.h"
-#include "update/AppcastCheck.h"
+#include "update/Appcast.h"
 #include "update/ReleaseAddresses.h"
 
 #include <QPointer>
@@ -16,7 +16,7 @@ namespace burnwick {
 
 namespace {
 
-const QString atRest = QStringLiteral("Check for updates");
+const QString idleLabel = QStringLiteral("Check for updates");
 
 } // namespace
 
@@ -25,7 +25,7 @@ UpdateRow::UpdateRow(Services services, QWidget *parent)
                 parent) {}
 
 UpdateRow::UpdateRow(Services services, FlatButton *button, QWidget *parent)
-    : SettingsRow(atRest, button, parent)
+    : SettingsRow(idleLabel, button, parent)
     , m_services(std::move(services)) {
     connect(button, &QAbstractButton::clicked, this, [this] { runDetached(check()); });
 }
@@ -33,7 +33,7 @@ UpdateRow::UpdateRow(Services services, FlatButton *button, QWidget *parent)
 UpdateRow::~UpdateRow() = default;
 
 QCoro::Task<void> UpdateRow::check() {
-    // The window may be closed and gone before the answer comes.
+    // The window may be closed before the response arrives.
     const QPointer<UpdateRow> self(this);
     setLabel(QString::fromUtf8("Checking…"));
     const AppcastVerdict verdict = co_await checkAppcast(m_services.http, m_services.productBaseURL);
@@ -47,15 +47,15 @@ QCoro::Task<void> UpdateRow::check() {
         showAvailable(verdict.version);
         break;
     case AppcastVerdict::Kind::couldNotCheck:
-        setLabel(atRest);
+        setLabel(idleLabel);
         break;
     }
 }
 
 void UpdateRow::showUpToDate() {
-    constexpr std::chrono::seconds shownFor{5};
+    constexpr std::chrono::seconds upToDateDuration{5};
     setLabel(QString::fromUtf8("Up to date ✓"));
-    m_revert = m_services.scheduler.repeat(shownFor, [this] { setLabel(atRest); });
+    m_revert = m_services.scheduler.repeat(upToDateDuration, [this] { setLabel(idleLabel); });
 }
 
 void UpdateRow::showAvailable(const QString &version) {
@@ -67,7 +67,7 @@ void UpdateRow::showAvailable(const QString &version) {
         if (!self)
             return;
         self->m_alertIsOpen = false;
-        self->setLabel(atRest);
+        self->setLabel(idleLabel);
     });
 }
 

@@ -17,12 +17,12 @@ class HttpClient;
 class RepeatingTimer;
 class Scheduler;
 
-/// Looks for a newer release when the user asks for it, and tells in its label what came of it.
+/// Checks for a newer release when the user clicks the button, and shows the result in its label.
 class UpdateRow final : public SettingsRow {
     Q_OBJECT
 
 public:
-    /// What is referred to must outlive the row.
+    /// The referenced objects must outlive the row.
     struct Services {
         HttpClient &http;
         Scheduler &scheduler;
@@ -39,11 +39,11 @@ private:
     [[nodiscard]] QCoro::Task<void> check();
     void showUpToDate();
     void showAvailable(const QString &version);
-    /// Ends what an earlier label was to become.
+    /// Cancels a pending return to the first label.
     void setLabel(const QString &label);
 
     Services m_services;
-    std::unique_ptr<RepeatingTimer> m_revert; ///< pending return to the first label
+    std::unique_ptr<RepeatingTimer> m_revert; ///< the pending return to the first label
     bool m_alertIsOpen = false;
 };
 
