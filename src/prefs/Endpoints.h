@@ -8,17 +8,17 @@ namespace burnwick {
 
 class UserDefaults;
 
-/// The addresses that this program uses. The build gives them; the user-defaults store overrides each under
-/// the name of its member here.
+/// The addresses that this program uses. The build defines them; the user-defaults store overrides each under
+/// the name of its member.
 struct Endpoints {
-    QUrl apiBaseURL;     ///< the vendor's API, the one host to which tokens go
+    QUrl apiBaseURL;     ///< the vendor's API, the only host that receives tokens
     QUrl statusBaseURL;  ///< the service's status page
     QUrl loginURL;       ///< opened in the browser
     QUrl productBaseURL; ///< Burnwick's own site
     QUrl feedbackURL;    ///< opened in the browser
 
-    /// Takes from the store what is https, or http to a loopback address, and without user name; a base URL
-    /// also without query and fragment. Logs and ignores anything else.
+    /// Accepts stored URLs that are https, or http to a loopback address, and have no user name; base URLs
+    /// also must not have a query or fragment. Logs and ignores all others.
     [[nodiscard]] static Endpoints load(const UserDefaults &defaults);
 
     [[nodiscard]] QUrl usageURL() const;
@@ -26,7 +26,7 @@ struct Endpoints {
     [[nodiscard]] QUrl statusComponentsURL() const;
 };
 
-/// The base URL with the path, which begins with a slash, appended to its own.
+/// Appends the path, which begins with a slash, to that of the base URL.
 [[nodiscard]] QUrl appendPath(const QUrl &base, const QString &path);
 
 } // namespace burnwick

@@ -13,10 +13,10 @@ template <typename Value>
 struct Setting;
 class UserDefaults;
 
-/// The user's settings: loaded at construction, each change announced and then written straight to the store.
+/// The user's settings. Loads them at construction; emits each change and then writes it to the store.
 ///
-/// A change signal comes when a value really changed. Assigning the current value announces nothing, but puts
-/// it into a store that holds none or another one. Main thread only.
+/// Assigning the current value emits no signal, but writes it into a store that has no or another value. Main
+/// thread only.
 class PreferencesManager final : public QObject {
     Q_OBJECT
 
@@ -26,7 +26,7 @@ public:
 
     [[nodiscard]] Theme theme() const { return m_theme; }
     [[nodiscard]] RefreshRate refreshRate() const { return m_refreshRate; }
-    /// What the user wants; registering the login item is the caller's business.
+    /// The user's choice. The caller registers the login item.
     [[nodiscard]] bool launchAtStartup() const { return m_launchAtStartup; }
     [[nodiscard]] bool autoRefreshQuota() const { return m_autoRefreshQuota; }
     [[nodiscard]] bool alertAt80Quota() const { return m_alertAt80Quota; }
@@ -42,7 +42,7 @@ public:
     void setAlertAt80Quota(bool on);
     void setRateLimitAlerts(bool on);
     void setSessionResetAlerts(bool on);
-    /// For the running program only: this one is never written.
+    /// For the running program only: never writes to the store.
     void setMonthlySpendLimit(double limit);
 
 Q_SIGNALS:

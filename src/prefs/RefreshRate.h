@@ -9,10 +9,10 @@
 
 namespace burnwick {
 
-/// How often the local figures are read anew. The values are seconds and what the settings file has.
+/// The interval at which the local figures are read again. The values are seconds, as in the settings file.
 enum class RefreshRate : int { oneMin = 60, fiveMin = 300, tenMin = 600 };
 
-/// Every rate, in the order in which they are offered.
+/// Every rate, in the order of the picker.
 inline constexpr std::array allRefreshRates{RefreshRate::oneMin, RefreshRate::fiveMin, RefreshRate::tenMin};
 
 [[nodiscard]] constexpr qint64 rawValueOf(RefreshRate rate) noexcept {

@@ -14,7 +14,7 @@
 
 namespace burnwick {
 
-/// The type as which the user-defaults store keeps a setting.
+/// The type of a setting's value in the user-defaults store.
 template <typename Value>
 struct StoredAs : std::type_identity<Value> {};
 template <>
@@ -28,8 +28,8 @@ struct Setting {
     using Stored = typename StoredAs<Value>::type;
 
     QLatin1String key;
-    Value fallback;                                ///< when the store holds no allowed value
-    std::optional<Value> (*parse)(const Stored &); ///< none for a value that is not allowed
+    Value fallback;                                ///< without an allowed value in the store
+    std::optional<Value> (*parse)(const Stored &); ///< null for a value that is not allowed
 };
 
 /// The table of the user's settings.
@@ -44,7 +44,7 @@ inline std::optional<double> positive(const double &stored) {
     return stored > 0 ? std::optional(stored) : std::nullopt;
 }
 
-/// The case with this raw value.
+/// The case with this raw value; null for any other value.
 template <const auto &allCases, typename Raw>
 auto oneOf(const Raw &stored) {
     const auto found =

@@ -8,15 +8,24 @@
 
 namespace burnwick {
 
-/// The appearance of the program's windows; `system` follows the desktop.
+/// The appearance of the windows; `system` follows the desktop.
 enum class Theme { light, dark, system };
 
-/// Every theme, in the order in which they are offered.
+/// Every theme, in the order of the picker.
 inline constexpr std::array allThemes{Theme::light, Theme::dark, Theme::system};
 
-/// "light", "dark" or "system", as the settings file has it.
-[[nodiscard]] QString rawValueOf(Theme theme);
+/// "light", "dark" or "system", as in the settings file.
+[[nodiscard]] inline QString rawValueOf(Theme theme) {
+    return theme == Theme::light  ? QStringLiteral("light")
+           : theme == Theme::dark ? QStringLiteral("dark")
+                                  : QStringLiteral("system");
+}
+
 /// "Light", "Dark" or "System".
-[[nodiscard]] QString labelOf(Theme theme);
+[[nodiscard]] inline QString labelOf(Theme theme) {
+    QString label = rawValueOf(theme);
+    label[0] = label[0].toUpper();
+    return label;
+}
 
 } // namespace burnwick

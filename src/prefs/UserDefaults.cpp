@@ -30,21 +30,20 @@ Q_LOGGING_CATEGORY(defaultsLog, "burnwick.defaults")
 
 constexpr QFile::Permissions readableByOwner = QFile::ReadOwner | QFile::WriteOwner;
 
-/// Far beyond what all settings need; a larger file is none of ours.
+/// Much larger than all settings; a larger file is not a settings file.
 constexpr qint64 largestFile = qint64{1} << 20U;
 
 enum class FileState { readable, corrupt, unreadable };
 
 struct FileContents {
     FileState state = FileState::readable;
-    QJsonObject values; ///< none unless readable
-    QString problem;    ///< why it is not
+    QJsonObject values; ///< empty unless readable
+    QString problem;    ///< the reason when not readable
 };
 
-/// The file that a chain of links leads to, whether or not it exists: replacing a link would cut off its
-/// target.
+/// The target of a chain of links, which may be missing. Replacing a link would detach its target.
 QString followLinks(QString path) {
-    constexpr int longestChain = 40; // as in the kernel; a longer one or a loop fails when it is opened
+    constexpr int longestChain = 40; // as in the kernel; opening a longer one or a loop fails
     for (int i = 0; i < longestChain && QFileInfo(path).isSymLink(); ++i)
         path = QFileInfo(path).symLinkTarget();
     return path;
@@ -69,7 +68,7 @@ FileContents readFile(const QString &path) {
         return {};
     if (status.type() == std::filesystem::file_type::none)
         return {FileState::unreadable, {}, QString::fromStdString(error.message())};
-    // Opening a pipe would wait for its writer.
+    // Opening a pipe would block until it has a writer.
     if (status.type() != std::filesystem::file_type::regular)
         return {FileState::unreadable, {}, QStringLiteral("not a regular file")};
     QFile file(path);
@@ -83,9 +82,8 @@ FileContents readFile(const QString &path) {
     return parseFile(text);
 }
 
-/// Keeps other writers of the folder's files out for as long as it lives, unless they hold it for too long or
-/// the folder cannot be locked. The lock is advisory and ends with its process. Locking the folder leaves no
-/// file behind; the settings file itself is another one after each write.
+/// An advisory lock on the file's folder, which ends with the process. Gives up after half a second. Locks
+/// the folder because each write replaces the file, and a lock file would remain.
 class FolderLock {
 public:
     explicit FolderLock(const QString &file)
@@ -116,14 +114,13 @@ bool makePrivateDirectory(const QString &path) {
            QDir().mkdir(path, readableByOwner | QFile::ExeOwner);
 }
 
-/// Empty on success, otherwise why the file kept its old contents.
+/// Empty on success, otherwise the reason why the file kept its old contents.
 QString writeFile(const QString &path, const QJsonObject &values) {
     if (!makePrivateDirectory(QFileInfo(path).absolutePath()))
         return QStringLiteral("its folder cannot be created");
     const QByteArray text = QJsonDocument(values).toJson();
     QSaveFile file(path);
-    // QSaveFile would commit a file that was cut short: it overlooks a full disk in its last flush and in its
-    // sync.
+    // QSaveFile alone would commit a truncated file: it ignores a full disk in its last flush and its sync.
     const bool written = file.open(QIODevice::WriteOnly) && file.setPermissions(readableByOwner) &&
                          file.write(text) == text.size() && file.flush() && fsync(file.handle()) == 0 &&
                          file.commit();
@@ -154,39 +151,9 @@ QString UserDefaults::defaultPath() {
            QStringLiteral("/burnwick/burnwick.json");
 }
 
-template <>
-std::optional<bool> UserDefaults::get<bool>(const QString &key) const {
-    const QJsonValue value = m_values.value(key);
-    return value.isBool() ? std::optional(value.toBool()) : std::nullopt;
-}
-
-template <>
-std::optional<qint64> UserDefaults::get<qint64>(const QString &key) const {
-    const QJsonValue value = m_values.value(key);
-    const qint64 integer = value.toInteger(0);
-    // Two different defaults tell a zero from "no integer".
-    return integer == value.toInteger(1) ? std::optional(integer) : std::nullopt;
-}
-
-template <>
-std::optional<double> UserDefaults::get<double>(const QString &key) const {
-    const QJsonValue value = m_values.value(key);
-    return value.isDouble() ? std::optional(value.toDouble()) : std::nullopt;
-}
-
-template <>
-std::optional<QString> UserDefaults::get<QString>(const QString &key) const {
-    const QJsonValue value = m_values.value(key);
-    return value.isString() ? std::optional(value.toString()) : std::nullopt;
-}
-
-void UserDefaults::remove(const QString &key) {
-    change(key, QJsonValue(QJsonValue::Undefined));
-}
-
-void UserDefaults::change(const QString &key, const QJsonValue &valueOrUndefined) {
-    m_unsaved.insert(key, valueOrUndefined);
-    m_values.insert(key, valueOrUndefined); // an undefined value removes the key
+void UserDefaults::change(const QString &key, const QJsonValue &value) {
+    m_unsaved.insert(key, value);
+    m_values.insert(key, value);
     save();
 }
 
@@ -194,7 +161,7 @@ void UserDefaults::save() {
     if (m_access == Access::readOnly)
         return;
     const QString file = followLinks(m_path);
-    // Whoever writes first makes the folder, too; whether that worked is seen when it is written to.
+    // For the lock of the first write. writeFile() reports a failure.
     static_cast<void>(makePrivateDirectory(QFileInfo(file).absolutePath()));
     const FolderLock lock(file);
     const FileContents contents = readFile(file);
@@ -216,14 +183,14 @@ void UserDefaults::save() {
     m_reported.clear();
 }
 
-/// False when the file had to stay where it is and so must not be written.
+/// Returns false when the file cannot be renamed and so must not be overwritten.
 bool UserDefaults::setAside(const QString &file, const QString &problem) {
     const QString name = file + QStringLiteral(".corrupt-") +
                          QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMdd'T'HHmmss'Z'"));
     QString free = name;
     for (int i = 2; QFileInfo::exists(free); ++i)
         free = name + u'-' + QString::number(i);
-    // Never overwrites: a name taken meanwhile fails the renaming.
+    // Never overwrites: renaming to an existing name fails.
     if (!QFile::rename(file, free)) {
         report(problem + QStringLiteral("; it cannot be set aside either"));
         return false;
@@ -232,7 +199,7 @@ bool UserDefaults::setAside(const QString &file, const QString &problem) {
     return true;
 }
 
-/// Each write meets the same trouble again, so that only news is logged.
+/// Logs a problem once, because every write encounters it again.
 void UserDefaults::report(const QString &problem) {
     if (problem == m_reported)
         return;

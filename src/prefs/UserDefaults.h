@@ -11,51 +11,61 @@
 
 namespace burnwick {
 
-/// The types that the store keeps apart.
+/// The types of values that the store distinguishes.
 template <typename T>
 concept StorableValue =
     std::same_as<T, bool> || std::same_as<T, qint64> || std::same_as<T, double> || std::same_as<T, QString>;
 
-/// The program's settings and small memories: one flat JSON object in one file.
+/// The program's settings and other small values: one flat JSON object in one file.
 ///
-/// The file is read at construction and again before each write, which changes one key only: keys that are
-/// unknown here, and edits made by others while the program runs, stay. From that reading to the replacing
-/// the file's folder is locked, for other processes with such a store; a writer that does not get the lock
-/// within half a second, or cannot lock the folder, writes without it. The file is replaced as a whole,
-/// through links, with mode 0600. Nothing is reported to the caller; what goes wrong is logged once:
+/// Reads the file at construction and again before each write, which changes one key only: unknown keys, and
+/// edits made while the program runs, stay. Holds a lock on the file's folder from that reading to the write,
+/// against other processes with such a store. Writes without the lock when it does not get it within half a
+/// second. Replaces the file as a whole, with mode 0600, and follows links. Logs each failure once and
+/// reports none to the caller:
 /// - a missing or empty file means no settings;
-/// - a file that holds no JSON object is renamed to "<name>.corrupt-<UTC time>", and the values known so far
-///   are written anew with the next change;
-/// - a file that cannot be read is left alone, and one that cannot be written keeps its contents. Changes
-///   then live in memory and are stored together with the next change that succeeds.
+/// - a file without a JSON object is renamed to "<name>.corrupt-<UTC time>", and the next change writes all
+///   values known so far;
+/// - an unreadable file is never changed, and one that cannot be written keeps its contents. Changes then
+/// stay
+///   in memory until the next change that succeeds writes all of them.
 ///
 /// Numbers are exact as 64-bit integers and as doubles. Main thread only.
 class UserDefaults final {
 public:
-    /// With read-only access nothing is written or renamed, whatever the file holds: changes live in memory.
+    /// With read-only access, never writes or renames the file: changes stay in memory.
     enum class Access { readWrite, readOnly };
 
     explicit UserDefaults(QString path, Access access = Access::readWrite);
 
-    /// "burnwick/burnwick.json" in the user's folder for configuration ($XDG_CONFIG_HOME).
+    /// "burnwick/burnwick.json" in the user's configuration folder ($XDG_CONFIG_HOME).
     [[nodiscard]] static QString defaultPath();
 
-    /// The value under the key; none when it is missing or of another type. An integer reads as a double too,
-    /// and a whole number as an integer.
+    /// The value under the key; null when it is missing or has another type. An integer is a double too, and
+    /// a whole number an integer.
     template <StorableValue T>
-    [[nodiscard]] std::optional<T> get(const QString &key) const;
-    /// Whether there is a value under the key, of whatever type.
+    [[nodiscard]] std::optional<T> get(const QString &key) const {
+        const QJsonValue value = m_values.value(key);
+        if constexpr (std::same_as<T, bool>)
+            return value.isBool() ? std::optional(value.toBool()) : std::nullopt;
+        else if constexpr (std::same_as<T, double>)
+            return value.isDouble() ? std::optional(value.toDouble()) : std::nullopt;
+        else if constexpr (std::same_as<T, QString>)
+            return value.isString() ? std::optional(value.toString()) : std::nullopt;
+        else // Only an integer ignores both defaults.
+            return value.toInteger(0) == value.toInteger(1) ? std::optional(value.toInteger()) : std::nullopt;
+    }
+    /// Whether there is a value under the key, of any type.
     [[nodiscard]] bool contains(const QString &key) const { return m_values.contains(key); }
 
-    /// Stores the value; the file is not touched when it already holds it.
+    /// Stores the value. Does not write a file that already contains it.
     template <StorableValue T>
     void set(const QString &key, const T &value) {
         change(key, QJsonValue(value));
     }
-    void remove(const QString &key);
 
 private:
-    void change(const QString &key, const QJsonValue &valueOrUndefined);
+    void change(const QString &key, const QJsonValue &value);
     void save();
     [[nodiscard]] bool setAside(const QString &file, const QString &problem);
     void report(const QString &problem);
@@ -63,17 +73,8 @@ private:
     QString m_path;
     Access m_access;
     QJsonObject m_values;
-    QHash<QString, QJsonValue> m_unsaved; ///< changes not in the file yet; undefined stands for a removal
-    QString m_reported;                   ///< the trouble already logged
+    QHash<QString, QJsonValue> m_unsaved; ///< changes not yet in the file
+    QString m_reported;                   ///< the last problem logged
 };
-
-template <>
-std::optional<bool> UserDefaults::get<bool>(const QString &key) const;
-template <>
-std::optional<qint64> UserDefaults::get<qint64>(const QString &key) const;
-template <>
-std::optional<double> UserDefaults::get<double>(const QString &key) const;
-template <>
-std::optional<QString> UserDefaults::get<QString>(const QString &key) const;
 
 } // namespace burnwick

@@ -20,7 +20,7 @@ protected:
     UserDefaults m_defaults{m_file.path};
 };
 
-TEST_F(EndpointsTest, TheBuildGivesThem) {
+TEST_F(EndpointsTest, TheBuildDefinesTheDefaults) {
     const test::LogCapture log;
     const auto endpoints = Endpoints::load(m_defaults);
     EXPECT_EQ(endpoints.usageURL(), QUrl(QStringLiteral("https://api.anthropic.com/api/oauth/usage")));
@@ -33,7 +33,7 @@ TEST_F(EndpointsTest, TheBuildGivesThem) {
     EXPECT_TRUE(log.lines().isEmpty());
 }
 
-TEST_F(EndpointsTest, TheStoreOverridesThem) {
+TEST_F(EndpointsTest, TheStoreOverridesTheDefaults) {
     const struct {
         const char *base;
         const char *usageURL;
@@ -72,7 +72,7 @@ TEST_F(EndpointsTest, NoTokenGoesToAnAddressThatIsNotSafe) {
     }
 }
 
-TEST_F(EndpointsTest, AValueOfAnotherTypeIsTold) {
+TEST_F(EndpointsTest, ValuesOfAnotherTypeAreIgnoredAndLogged) {
     const auto usual = Endpoints::load(m_defaults).apiBaseURL;
     for (const char *value : {"5", "null", R"({"secret":"https://a.b"})"}) {
         m_file.write(QByteArray(R"({"apiBaseURL":)") + value + "}");

@@ -14,8 +14,7 @@
 namespace burnwick {
 namespace {
 
-// That each setting is stored, read by the next start and followed is seen by the tests of the settings'
-// view.
+// The tests of the settings' view cover that each setting is stored, and loaded by the next start.
 
 class PreferencesManagerTest : public testing::Test {
 protected:
@@ -24,19 +23,19 @@ protected:
     PreferencesManager m_preferences{m_defaults};
 };
 
-TEST_F(PreferencesManagerTest, AValueIsAnnouncedOnceAndThenStoredBesideUnknownKeys) {
+TEST_F(PreferencesManagerTest, AChangeIsEmittedOnceAndThenStoredBesideUnknownKeys) {
     m_file.write(R"({"unknown": [1]})");
     int changes = 0;
     QObject::connect(&m_preferences, &PreferencesManager::themeChanged, [&](Theme announced) {
         EXPECT_EQ(announced, Theme::dark);
         EXPECT_EQ(m_preferences.theme(), Theme::dark);
-        EXPECT_FALSE(m_file.values().contains(u"theme")) << "written before it was announced";
+        EXPECT_FALSE(m_file.values().contains(u"theme")) << "written before the signal";
         ++changes;
     });
     m_preferences.setTheme(Theme::dark);
     m_preferences.setTheme(Theme::dark);
     EXPECT_EQ(changes, 1);
-    // Picked by the user, so stored, though it is the default.
+    // Stored when the user picks it, although it is the default.
     m_preferences.setRefreshRate(RefreshRate::fiveMin);
     EXPECT_EQ(m_file.values(),
               QJsonDocument::fromJson(R"({"unknown": [1], "theme": "dark", "refreshRate": 300})").object());
@@ -78,7 +77,7 @@ TEST_F(PreferencesManagerTest, JunkGivesTheFallbackAndStays) {
     }
 }
 
-TEST_F(PreferencesManagerTest, TheSpendLimitIsReadButNeverWritten) {
+TEST_F(PreferencesManagerTest, TheSpendLimitIsLoadedButNeverStored) {
     const QByteArray before = R"({"monthlySpendLimit": 75.5})";
     m_file.write(before);
     UserDefaults defaults(m_file.path);
@@ -93,7 +92,7 @@ TEST_F(PreferencesManagerTest, TheSpendLimitIsReadButNeverWritten) {
     EXPECT_EQ(m_file.bytes(), before);
 }
 
-TEST_F(PreferencesManagerTest, AnObserverMayAssignAgain) {
+TEST_F(PreferencesManagerTest, AnAssignmentByAnObserverIsStored) {
     QObject::connect(&m_preferences, &PreferencesManager::themeChanged,
                      [&](Theme) { m_preferences.setTheme(Theme::light); });
     m_preferences.setTheme(Theme::dark);

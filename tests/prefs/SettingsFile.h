@@ -23,13 +23,14 @@ inline QByteArray bytesOf(const QString &path) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// A place for the settings file, gone with the object. The file and its folder are missing at first.
+/// A temporary path for the settings file, removed with the object. The file and its folder are missing at
+/// first.
 struct SettingsFile {
     QTemporaryDir directory;
     QString path = directory.filePath(QStringLiteral("burnwick/burnwick.json"));
 
     [[nodiscard]] QString folder() const { return QFileInfo(path).path(); }
-    /// What lies in the folder, by name.
+    /// The names of the folder's entries, sorted.
     [[nodiscard]] QStringList names() const {
         return QDir(folder()).entryList(QDir::AllEntries | QDir::System | QDir::Hidden |
                                         QDir::NoDotAndDotDot);
