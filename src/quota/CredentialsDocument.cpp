@@ -5,31 +5,26 @@
 #include "model/Timestamp.h"
 #include "json/JsonScanner.h"
 
+#include <QByteArrayView>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QLocale>
 #include <QUtf8StringView>
 
 #include <algorithm>
-#include <charconv>
+#include <chrono>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
-#include <locale>
-#include <sstream>
 #include <vector>
 
-// The document belongs to another program, so its text is patched in place. QJsonDocument would not give back
-// what it read: it turns integers beyond 64 bits and longer fractions into the nearest double, drops all but
-// the last of equal keys, and refuses numbers beyond a double's range and deep nesting.
+// The document belongs to another program, so its text is patched in place. QJsonDocument does not write what
+// it has read: it rounds integers beyond 64 bits and long fractions to the nearest double, drops all but the
+// last of equal keys, and rejects numbers beyond a double's range and deep nesting.
 
 namespace burnwick {
 
 namespace {
 
-constexpr std::int64_t nanosecondsPerMillisecond = 1'000'000;
-constexpr int fractionDigits = 6; ///< of a millisecond, in nanoseconds
-
-/// The value of a key as it stands in the document: its text there.
+/// The text of each value in the document; null where the key is missing.
 struct Found {
     std::string_view accessToken;
     std::string_view refreshToken;
@@ -65,13 +60,13 @@ bool scanLogin(JsonScanner &json, std::optional<Found> &found) {
         return value != nullptr ? skipValue(json, *value) : json.skipValue();
     });
     found->end = json.rest().data() - 1;
-    // By the text, as not every key is heard of above.
+    // From the text, because the callback does not see every key.
     found->hasMembers =
         read && std::string_view(begin, found->end).find_first_not_of(" \t\r\n") != std::string_view::npos;
     return read;
 }
 
-/// Empty views where a key is missing; absent when there is no login in the document.
+/// Null when the document is malformed or has no login.
 std::optional<Found> scanDocument(std::string_view document) {
     if (!QUtf8StringView(document).isValidUtf8())
         return std::nullopt;
@@ -92,42 +87,24 @@ std::optional<std::string> textFrom(std::string_view value) {
     return text;
 }
 
-/// Exactly, where a double would be off by up to 122 ns; absent for a number with an exponent or too many
-/// digits.
-std::optional<Instant> exactInstantFrom(std::string_view number) {
-    const auto point = std::min(number.find('.'), number.size());
-    std::string digits(number.substr(std::min(point + 1, number.size())));
-    digits.resize(fractionDigits, '0');
-    digits.insert(0, number.substr(0, point));
-    std::int64_t nanoseconds = 0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), nanoseconds);
-    if (error != std::errc() || end != digits.data() + digits.size())
-        return std::nullopt;
-    return Instant(std::chrono::nanoseconds(nanoseconds));
-}
-
-/// An instant that does not fit becomes the first or last one that does: it stays long past or far ahead.
-Instant nearestInstantFrom(std::string_view number) {
-    // In the classic locale, as not every user's decimal sign is a point. Beyond a double's range it gives
-    // the largest one.
-    std::istringstream in{std::string(number)};
-    in.imbue(std::locale::classic());
-    double milliseconds = 0;
-    in >> milliseconds;
-    const double nanoseconds = milliseconds * double{nanosecondsPerMillisecond};
-    constexpr double limit = 0x1p63;
-    if (nanoseconds >= limit)
-        return Instant::max();
-    if (nanoseconds < -limit)
-        return Instant::min();
-    return Instant(std::chrono::nanoseconds(std::llround(nanoseconds)));
+/// Limited to the range of Instant. Whole milliseconds are exact, as they would not be in a double of
+/// nanoseconds.
+Instant instantAt(double milliseconds) {
+    using Fraction = std::chrono::duration<double, std::milli>;
+    constexpr auto limit = static_cast<double>(
+        std::chrono::floor<std::chrono::milliseconds>(Instant::max()).time_since_epoch().count());
+    const double limited = std::clamp(milliseconds, -limit, limit);
+    const double whole = std::floor(limited);
+    return Instant(std::chrono::milliseconds(std::llround(whole))) +
+           std::chrono::round<std::chrono::nanoseconds>(Fraction(limited - whole));
 }
 
 std::optional<Instant> instantFrom(std::string_view value) {
     if (JsonScanner(value).skipNumber()) {
-        const bool exponent = value.find_first_of("eE") != std::string_view::npos;
-        const auto exact = exponent ? std::nullopt : exactInstantFrom(value);
-        return exact ? *exact : nearestInstantFrom(value);
+        bool fits = false;
+        const QByteArrayView number(value.data(), static_cast<qsizetype>(value.size()));
+        const double milliseconds = number.toDouble(&fits);
+        return fits ? std::optional(instantAt(milliseconds)) : std::nullopt;
     }
     const auto text = textFrom(value);
     const auto timestamp = text ? parseTimestamp(*text) : std::nullopt;
@@ -137,7 +114,7 @@ std::optional<Instant> instantFrom(std::string_view value) {
 }
 
 std::string jsonFrom(std::string_view text) {
-    // A text alone is no document for Qt; in an array it is.
+    // A JSON document of Qt needs an array or object as its root.
     const QJsonArray array{QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()))};
     const QByteArray json = QJsonDocument(array).toJson(QJsonDocument::Compact);
     return json.mid(1, json.size() - 2).toStdString();
@@ -145,21 +122,13 @@ std::string jsonFrom(std::string_view text) {
 
 /// Milliseconds since 1970.
 std::string jsonFrom(Instant instant) {
-    const std::int64_t nanoseconds = instant.time_since_epoch().count();
-    char fraction[16];
-    std::snprintf(fraction, sizeof fraction, ".%06lld",
-                  std::abs(static_cast<long long>(nanoseconds % nanosecondsPerMillisecond)));
-    const std::int64_t milliseconds = nanoseconds / nanosecondsPerMillisecond;
-    std::string number = nanoseconds < 0 ? "-" : "";
-    number += std::to_string(std::abs(milliseconds));
-    number += fraction;
-    number.erase(number.find_last_not_of('0') + 1);
-    if (number.ends_with('.'))
-        number.pop_back();
-    return number;
+    const auto whole = std::chrono::time_point_cast<std::chrono::milliseconds>(instant);
+    const std::chrono::duration<double, std::milli> fraction = instant - whole;
+    const double milliseconds = static_cast<double>(whole.time_since_epoch().count()) + fraction.count();
+    return QByteArray::number(milliseconds, 'f', QLocale::FloatingPointShortest).toStdString();
 }
 
-/// What to put into the document in place of a value, or in front of the closing brace.
+/// A replacement of a value, or an insertion (an empty value) before the closing brace.
 struct Patch {
     std::string_view value;
     std::string replacement;
@@ -199,7 +168,7 @@ std::optional<std::string> patchedDocument(std::string_view document, std::strin
         patches.push_back(patchFor("refreshToken", found->refreshToken, jsonFrom(*refreshToken), *found));
     if (expiresAt)
         patches.push_back(patchFor("expiresAt", found->expiresAt, jsonFrom(*expiresAt), *found));
-    // Stable: new keys share one place.
+    // Stable, because new keys have the same position.
     std::ranges::stable_sort(patches, {}, [](const Patch &patch) { return patch.value.data(); });
 
     std::string result;

@@ -14,11 +14,14 @@ using std::chrono::sys_days;
 
 const Instant november = sys_days(2023y / 11 / 14) + 22h + 13min + 20s;
 
+/// The last whole millisecond of Instant.
+const Instant farthest = std::chrono::floor<std::chrono::milliseconds>(Instant::max());
+
 std::string documentWith(const std::string &members) {
     return R"({"claudeAiOauth":{)" + members + "}}";
 }
 
-TEST(CredentialsDocument, TheExpiryIsReadFromEachOfItsForms) {
+TEST(CredentialsDocument, ReadsEachFormOfTheExpiryAndWhatItWrites) {
     const struct {
         const char *value;
         std::optional<Instant> expiry;
@@ -28,15 +31,14 @@ TEST(CredentialsDocument, TheExpiryIsReadFromEachOfItsForms) {
         {R"("2023-11-15T00:13:20+02:00")", november},
         {R"("2023\u002d11-14T22:13:20Z")", november},
         {"1700000000000.5", november + 500us},
-        {"1700000000000.0000019", november + 1ns},
+        {"1700000000123", november + 123ms},
         {"1.7e12", november},
         {"-0.5", Instant() - 500us},
-        {"9223372036854.775807", Instant::max()},
-        {"9223372036855", Instant::max()},
-        {"1e400", Instant::max()},
-        {"-1e300", Instant::min()},
+        {"9223372036855", farthest},
+        {"-1e300", Instant() - farthest.time_since_epoch()},
         {R"("2023-11-14T22:13:20.123Z")", std::nullopt},
         {R"("\ud800")", std::nullopt},
+        {"1e400", std::nullopt},
         {"null", std::nullopt},
         {"[1700000000000]", std::nullopt},
     };
@@ -44,10 +46,12 @@ TEST(CredentialsDocument, TheExpiryIsReadFromEachOfItsForms) {
         const auto credentials = credentialsFromDocument(
             documentWith(R"("accessToken":"a","expiresAt":)" + std::string(row.value)));
         EXPECT_EQ(credentials, (OAuthCredentials{"a", std::nullopt, row.expiry})) << row.value;
+        const auto patched = patchedDocument(documentWith(""), "a", std::nullopt, row.expiry);
+        EXPECT_EQ(credentialsFromDocument(*patched), credentials) << *patched;
     }
 }
 
-TEST(CredentialsDocument, TheTokensAreReadWhateverStandsAround) {
+TEST(CredentialsDocument, ReadsTheTokensOfTheLoginOnly) {
     const OAuthCredentials both{"a", "r", std::nullopt};
     const OAuthCredentials accessOnly{"a", std::nullopt, std::nullopt};
     const struct {
@@ -68,7 +72,7 @@ TEST(CredentialsDocument, TheTokensAreReadWhateverStandsAround) {
         EXPECT_EQ(credentialsFromDocument(row.document), row.credentials) << row.document.substr(0, 120);
 }
 
-TEST(CredentialsDocument, WithoutATokenThereIsNoLogin) {
+TEST(CredentialsDocument, AnInvalidAccessTokenIsNoLogin) {
     for (const char *members :
          {"", R"("refreshToken":"r")", R"("accessToken":17)", R"("accessToken":["a"])", R"("accessToken":"")",
           R"("accessToken":"\ud800")", R"("accessToken":"a","accessToken":1)"})
@@ -79,31 +83,19 @@ TEST(CredentialsDocument, APatchChangesNoOtherByte) {
     const std::string other =
         R"("big":9007199254740993,"bigger":123456789012345678901234567890,"f":0.10000000000000000555,)"
         R"("one":1.0,"huge":1e400,"u":"\u00fc\ud83d\ude00\ud800\/ü","k":1,"k":2,"n":[[[{}]],null,true] )";
-    const Instant expiry = november + 123456789ns;
+    const Instant expiry = november + 123500us;
     const std::string before = "\n{" + other + R"(, "claudeAiOauth" : { )" + other +
                                R"(, "expiresAt" : "soon" , "accessToken" : [1, 2] , "refreshToken":null,)" +
                                other + "}," + other + "}\n";
     EXPECT_EQ(patchedDocument(before, "A\"\\", "R\n\u00fc", expiry),
               "\n{" + other + R"(, "claudeAiOauth" : { )" + other +
-                  R"(, "expiresAt" : 1700000000123.456789 , "accessToken" : "A\"\\" , "refreshToken":"R\n)" +
+                  R"(, "expiresAt" : 1700000000123.5 , "accessToken" : "A\"\\" , "refreshToken":"R\n)" +
                   "\u00fc\"," + other + "}," + other + "}\n");
     EXPECT_EQ(patchedDocument(documentWith(R"( "x":{})"), "a", std::nullopt, expiry),
-              documentWith(R"( "x":{},"accessToken":"a","expiresAt":1700000000123.456789)"));
+              documentWith(R"( "x":{},"accessToken":"a","expiresAt":1700000000123.5)"));
 }
 
-TEST(CredentialsDocument, AWrittenExpiryReadsBackToTheSameInstant) {
-    for (const Instant expiry : {november, november + 1ns, november + 500us, november - 1ns, Instant(),
-                                 Instant() + 1ns, Instant() - 1ns, Instant::max(), Instant::min()}) {
-        const auto document = patchedDocument(documentWith(""), "a", std::nullopt, expiry);
-        ASSERT_TRUE(document);
-        EXPECT_EQ(credentialsFromDocument(*document), (OAuthCredentials{"a", std::nullopt, expiry}))
-            << *document;
-    }
-    EXPECT_EQ(patchedDocument(documentWith(""), "a", std::nullopt, november),
-              documentWith(R"("accessToken":"a","expiresAt":1700000000000)"));
-}
-
-TEST(CredentialsDocument, ATokenThatIsNoTextIsNotWritten) {
+TEST(CredentialsDocument, TokensThatAreNotUtf8AreNotWritten) {
     EXPECT_EQ(patchedDocument(documentWith(""), "\xff", std::nullopt, std::nullopt), std::nullopt);
     EXPECT_EQ(patchedDocument(documentWith(""), "a", "\xff", std::nullopt), std::nullopt);
 }
