@@ -2,50 +2,46 @@
 // SPDX-License-Identifier: MIT
 #include "quota/FetchError.h"
 
-#include <string>
-
 namespace burnwick {
 
-namespace {
-
-std::string descriptionOf(FetchError::Kind kind, std::int64_t httpStatus) {
-    switch (kind) {
-    case FetchError::Kind::httpError:
-        return "Server error (HTTP " + std::to_string(httpStatus) + ")";
-    case FetchError::Kind::noToken:
-        return "OAuth token not found in Keychain";
-    case FetchError::Kind::noRefreshToken:
-        return "No refresh token available";
-    case FetchError::Kind::refreshFailed:
-        return "Token refresh failed";
-    case FetchError::Kind::refreshTokenExpired:
-        return "Re-authentication required";
-    case FetchError::Kind::refreshTemporaryFailure:
-        return "Temporary failure — will retry";
-    case FetchError::Kind::unauthorized:
-        return "OAuth token is invalid";
-    case FetchError::Kind::invalidResponse:
-        return "Invalid server response";
+std::string descriptionOf(RefreshFailure failure, std::int64_t httpStatus) {
+    switch (failure) {
+    case RefreshFailure::serverError:
+        return "Token endpoint server error (HTTP " + std::to_string(httpStatus) + ")";
+    case RefreshFailure::tokenExpired:
+        return "OAuth refresh token expired — re-authentication required";
+    case RefreshFailure::networkError:
+        return "Network error during token refresh";
+    case RefreshFailure::invalidResponse:
+        break;
     }
-    return {};
+    return "Unexpected response from token endpoint";
 }
 
-} // namespace
-
-FetchError::FetchError(Kind kind)
-    : FetchError(kind, 0) {}
-
-FetchError::FetchError(Kind kind, std::int64_t httpStatus)
-    : std::runtime_error(descriptionOf(kind, httpStatus))
-    , m_kind(kind)
-    , m_httpStatus(httpStatus) {}
-
-FetchError FetchError::http(std::int64_t status) {
-    return {Kind::httpError, status};
+std::string descriptionOf(FetchFailure failure, std::int64_t httpStatus) {
+    switch (failure) {
+    case FetchFailure::httpError:
+        return "Server error (HTTP " + std::to_string(httpStatus) + ")";
+    case FetchFailure::noToken:
+        return "OAuth token not found in Keychain";
+    case FetchFailure::noRefreshToken:
+        return "No refresh token available";
+    case FetchFailure::refreshFailed:
+        return "Token refresh failed";
+    case FetchFailure::refreshTokenExpired:
+        return "Re-authentication required";
+    case FetchFailure::refreshTemporaryFailure:
+        return "Temporary failure — will retry";
+    case FetchFailure::unauthorized:
+        return "OAuth token is invalid";
+    case FetchFailure::invalidResponse:
+        break;
+    }
+    return "Invalid server response";
 }
 
 FetchError FetchError::refreshUnanswered() {
-    FetchError error(Kind::refreshFailed);
+    FetchError error(FetchFailure::refreshFailed);
     error.m_isUnanswered = true;
     return error;
 }

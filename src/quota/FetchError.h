@@ -4,40 +4,66 @@
 
 #include <cstdint>
 #include <stdexcept>
+#include <string>
 
 namespace burnwick {
 
-/// Why the account's quota could not be had. Its text is for the user.
-class FetchError final : public std::runtime_error {
-public:
-    enum class Kind {
-        httpError, ///< the status is in httpStatus()
-        noToken,
-        noRefreshToken,
-        refreshFailed,
-        refreshTokenExpired,
-        refreshTemporaryFailure,
-        unauthorized,
-        invalidResponse,
-    };
+/// Why a refresh token gave no new tokens.
+enum class RefreshFailure {
+    serverError, ///< with the HTTP status
+    tokenExpired,
+    networkError, ///< the response is not HTTP
+    invalidResponse,
+};
 
-    /// For every kind but httpError.
-    explicit FetchError(Kind kind);
-    [[nodiscard]] static FetchError http(std::int64_t status);
-    /// The renewal failed because its server did not answer.
-    [[nodiscard]] static FetchError refreshUnanswered();
+/// Why the account's quota is not available.
+enum class FetchFailure {
+    httpError, ///< with the HTTP status
+    noToken,
+    noRefreshToken,
+    refreshFailed,
+    refreshTokenExpired,
+    refreshTemporaryFailure,
+    unauthorized,
+    invalidResponse,
+};
+
+/// A text for the user.
+[[nodiscard]] std::string descriptionOf(RefreshFailure failure, std::int64_t httpStatus);
+[[nodiscard]] std::string descriptionOf(FetchFailure failure, std::int64_t httpStatus);
+
+/// A failure of an account endpoint, with its description as the exception's text.
+template <typename Failure>
+class AccountError : public std::runtime_error {
+public:
+    using Kind = Failure;
+
+    explicit AccountError(Kind kind, std::int64_t httpStatus = 0)
+        : std::runtime_error(descriptionOf(kind, httpStatus))
+        , m_kind(kind)
+        , m_httpStatus(httpStatus) {}
 
     [[nodiscard]] Kind kind() const noexcept { return m_kind; }
-    /// 0 unless the kind is httpError.
+    /// 0 unless the kind comes with an HTTP status.
     [[nodiscard]] std::int64_t httpStatus() const noexcept { return m_httpStatus; }
-    /// Whether the cause is the network: no server has answered.
+
+private:
+    Kind m_kind;
+    std::int64_t m_httpStatus;
+};
+
+using RefreshError = AccountError<RefreshFailure>;
+
+class FetchError final : public AccountError<FetchFailure> {
+public:
+    using AccountError::AccountError;
+    /// refreshFailed because the token endpoint did not respond.
+    [[nodiscard]] static FetchError refreshUnanswered();
+
+    /// Whether the network is the cause: no server has responded.
     [[nodiscard]] bool isUnanswered() const noexcept { return m_isUnanswered; }
 
 private:
-    FetchError(Kind kind, std::int64_t httpStatus);
-
-    Kind m_kind;
-    std::int64_t m_httpStatus;
     bool m_isUnanswered = false;
 };
 

@@ -12,7 +12,7 @@ namespace burnwick {
 
 namespace {
 
-/// Awaits the one answer of a store, whether it comes before the question's return or later.
+/// Awaits the one answer of a store, which may arrive before the call returns or later.
 template <typename Answer>
 class StoreAnswer {
 public:
@@ -76,7 +76,7 @@ QCoro::Task<std::optional<OAuthCredentials>> KeychainManager::updateCredentials(
     if (!patched)
         co_return std::nullopt;
     auto replacing = replaceSecret(store, {*patched, document->place});
-    // A failure is silent: the next reading yields the old tokens.
+    // Failures are ignored: the next reading returns the old tokens.
     static_cast<void>(co_await replacing);
     co_return std::nullopt;
 }

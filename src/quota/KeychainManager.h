@@ -13,26 +13,26 @@
 
 namespace burnwick {
 
-/// Borrows the login that Claude Code keeps, and shares renewed tokens with it. Never makes or deletes a
-/// login. Raises nothing: whatever fails looks like no login, or leaves the old tokens in place. Main thread
+/// Reads the login that Claude Code stores, and stores renewed tokens in it. Never creates or deletes a
+/// login. Throws nothing: a failed reading returns no login, a failed write keeps the old tokens. Main thread
 /// only.
 ///
-/// The coroutines do not use this object after they began; they never end when the store goes before it
-/// answered.
+/// The coroutines do not access this object after their first suspension. They never complete when the store
+/// is destroyed before it responds.
 class KeychainManager final {
 public:
-    /// The service under whose name Claude Code keeps its login.
+    /// The service name under which Claude Code stores its login.
     static constexpr const char *claudeService = claudeCodeService;
 
     /// `store` must outlive this object.
     explicit KeychainManager(SecretStore &store)
         : m_store(store) {}
 
-    /// The login as it is stored now; see credentialsFromDocument().
+    /// The stored login; see credentialsFromDocument().
     [[nodiscard]] QCoro::Task<std::optional<OAuthCredentials>> readCredentials();
-    /// Stores the tokens that came for `exchangedToken`, a refresh token: reads the document anew and changes
-    /// only what is given; see patchedDocument(). Changes nothing when another refresh token is stored by
-    /// now: that login is newer, and is returned. Absent otherwise.
+    /// Stores the tokens received for `exchangedToken`, a refresh token: reads the document again and
+    /// replaces the values that are not null; see patchedDocument(). When another refresh token is stored by
+    /// then, that login is newer: changes nothing and returns it. Returns null otherwise.
     [[nodiscard]] QCoro::Task<std::optional<OAuthCredentials>> updateCredentials(std::string exchangedToken,
                                                                                  RefreshedTokens tokens);
 

@@ -8,9 +8,7 @@
 #include "net/TransportError.h"
 #include "quota/FetchError.h"
 #include "quota/KeychainManager.h"
-#include "quota/OAuthProtocol.h"
 #include "quota/OAuthUsageResponse.h"
-#include "quota/RefreshError.h"
 
 #include <QCoroTimer>
 #include <QDeadlineTimer>
@@ -18,6 +16,7 @@
 #include <QEventLoop>
 #include <QLockFile>
 #include <QPointer>
+#include <QScopeGuard>
 #include <QStandardPaths>
 #include <QTimer>
 
@@ -29,7 +28,7 @@ namespace burnwick {
 
 namespace {
 
-/// To be called after each suspension, before anything of the fetcher's is touched.
+/// Call it after each suspension, before any access to the fetcher.
 void requireAlive(const QPointer<OAuthFetcher> &fetcher) {
     if (!fetcher)
         throw TransportError(TransportError::Kind::cancelled);
@@ -42,56 +41,35 @@ HttpRequest usageRequest(const QUrl &usageURL, const std::string &accessToken) {
             {}};
 }
 
-/// Only what may pass by itself is called temporary.
-FetchError::Kind kindFor(const RefreshError &error) {
-    switch (error.kind()) {
-    case RefreshError::Kind::tokenExpired:
-        return FetchError::Kind::refreshTokenExpired;
-    case RefreshError::Kind::networkError:
-    case RefreshError::Kind::serverError:
-        return FetchError::Kind::refreshTemporaryFailure;
-    case RefreshError::Kind::invalidResponse:
+/// Only failures that may pass without the user count as temporary.
+FetchFailure failureFor(RefreshFailure failure) {
+    switch (failure) {
+    case RefreshFailure::tokenExpired:
+        return FetchFailure::refreshTokenExpired;
+    case RefreshFailure::networkError:
+    case RefreshFailure::serverError:
+        return FetchFailure::refreshTemporaryFailure;
+    case RefreshFailure::invalidResponse:
         break;
     }
-    return FetchError::Kind::refreshFailed;
+    return FetchFailure::refreshFailed;
 }
 
-/// The lock that keeps another process of this user from sending the refresh token that this one sends.
+/// The lock file keeps this user's other processes from sending the same refresh token.
 QString exchangeLockPath() {
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
     QDir().mkpath(folder + QLatin1String("/burnwick"));
     return folder + QLatin1String("/burnwick/token-exchange.lock");
 }
 
-/// Takes the lock unless it is held. Where there can be no lock, nobody holds it.
+/// Tries to take the lock; returns whether another process holds it. A lock that cannot be made is not held.
 bool isHeldByAnother(QLockFile &lock) {
     return !lock.tryLock() && lock.error() == QLockFile::LockFailedError;
 }
 
 } // namespace
 
-/// Marks the time in which tokens may be lost.
-class OAuthFetcher::Exchange {
-public:
-    explicit Exchange(OAuthFetcher *fetcher)
-        : m_fetcher(fetcher) {
-        m_fetcher->m_exchanging = true;
-        Q_EMIT m_fetcher->exchangeBegan();
-    }
-    ~Exchange() {
-        if (!m_fetcher)
-            return;
-        m_fetcher->m_exchanging = false;
-        Q_EMIT m_fetcher->exchangeEnded();
-    }
-    Exchange(const Exchange &) = delete;
-    Exchange &operator=(const Exchange &) = delete;
-
-private:
-    QPointer<OAuthFetcher> m_fetcher;
-};
-
-/// The new access token to be, awaited by all calls that need it.
+/// A running renewal of the access token, awaited by all calls that need the new one.
 class OAuthFetcher::Renewal {
 public:
     void end(std::string accessToken, std::exception_ptr failure) {
@@ -102,7 +80,7 @@ public:
             waiting.resume();
     }
 
-    /// Apart from the renewal, because GCC 12 copies an awaiter that is not a local variable.
+    /// Not the renewal itself, because GCC 12 copies an awaiter that is not a local variable.
     struct Awaiter {
         std::shared_ptr<Renewal> renewal;
 
@@ -139,7 +117,7 @@ QCoro::Task<OAuthFetcher::Usage> OAuthFetcher::fetchUsage() {
         const Usage usage = co_await performFetch(storedToken);
         co_return usage;
     } catch (const FetchError &error) {
-        if (error.kind() != FetchError::Kind::unauthorized)
+        if (error.kind() != FetchFailure::unauthorized)
             throw;
     }
     requireAlive(self);
@@ -151,8 +129,8 @@ QCoro::Task<OAuthFetcher::Usage> OAuthFetcher::fetchUsage() {
 
 void OAuthFetcher::finishExchange(std::chrono::milliseconds atMost) {
     const QDeadlineTimer deadline(atMost);
-    // A refusal may be followed at once by the exchange of a token that was stored meanwhile.
-    while (m_exchanging && !deadline.hasExpired()) {
+    // After a refusal, a token that was stored meanwhile may be exchanged at once.
+    while (m_isExchanging && !deadline.hasExpired()) {
         QEventLoop waiting;
         connect(this, &OAuthFetcher::exchangeEnded, &waiting, &QEventLoop::quit);
         QTimer::singleShot(std::chrono::milliseconds(deadline.remainingTime()), &waiting, &QEventLoop::quit);
@@ -165,14 +143,14 @@ QCoro::Task<std::string> OAuthFetcher::validAccessToken() {
     const auto credentials = co_await m_keychain.readCredentials();
     requireAlive(self);
     if (!credentials)
-        throw FetchError(FetchError::Kind::noToken);
+        throw FetchError(FetchFailure::noToken);
     if (!isExpired(*credentials, m_clock.now()) || !credentials->refreshToken)
         co_return credentials->accessToken;
     const std::string newToken = co_await forceRefresh(credentials->accessToken);
     co_return newToken;
 }
 
-/// An access token in place of one that does not serve; of a renewal under way, if there is one.
+/// Returns an access token in place of a stale one. Joins a running renewal.
 QCoro::Task<std::string> OAuthFetcher::forceRefresh(std::string staleToken) {
     auto renewal = m_renewal;
     if (!renewal) {
@@ -198,12 +176,12 @@ QCoro::Task<void> OAuthFetcher::renew(std::shared_ptr<Renewal> renewal, std::str
     renewal->end(std::move(newToken), std::move(failure));
 }
 
-/// Others may renew the same login: what they have stored is used, before an exchange and after a refusal.
+/// Other programs renew the same login: uses their stored tokens, before an exchange and after a refusal.
 QCoro::Task<std::string> OAuthFetcher::renewedToken(std::string staleToken) {
     const QPointer<OAuthFetcher> self(this);
     QLockFile lock(exchangeLockPath());
-    const QDeadlineTimer patience(OAuthFetcher::longestExchange);
-    while (isHeldByAnother(lock) && !patience.hasExpired()) {
+    const QDeadlineTimer deadline(OAuthFetcher::longestExchange);
+    while (isHeldByAnother(lock) && !deadline.hasExpired()) {
         co_await QCoro::sleepFor(std::chrono::milliseconds(100));
         requireAlive(self);
     }
@@ -214,14 +192,14 @@ QCoro::Task<std::string> OAuthFetcher::renewedToken(std::string staleToken) {
         if (credentials && credentials->accessToken != staleToken && !isExpired(*credentials, m_clock.now()))
             co_return credentials->accessToken;
         if (refused && (!credentials || credentials->refreshToken == refused))
-            throw FetchError(FetchError::Kind::refreshTokenExpired);
+            throw FetchError(FetchFailure::refreshTokenExpired);
         if (!credentials || !credentials->refreshToken)
-            throw FetchError(FetchError::Kind::noRefreshToken);
+            throw FetchError(FetchFailure::noRefreshToken);
         try {
             const std::string newToken = co_await refreshAndSave(*credentials->refreshToken);
             co_return newToken;
         } catch (const FetchError &error) {
-            if (error.kind() != FetchError::Kind::refreshTokenExpired)
+            if (error.kind() != FetchFailure::refreshTokenExpired)
                 throw;
         }
         requireAlive(self);
@@ -231,17 +209,24 @@ QCoro::Task<std::string> OAuthFetcher::renewedToken(std::string staleToken) {
 
 QCoro::Task<std::string> OAuthFetcher::refreshAndSave(std::string refreshToken) {
     const QPointer<OAuthFetcher> self(this);
-    const Exchange exchange(this);
+    m_isExchanging = true;
+    Q_EMIT exchangeBegan();
+    const auto ending = qScopeGuard([self] {
+        if (!self)
+            return;
+        self->m_isExchanging = false;
+        Q_EMIT self->exchangeEnded();
+    });
     std::optional<RefreshedTokens> tokens;
     std::optional<FetchError> failure;
     try {
         tokens = co_await m_refresher.refresh(refreshToken);
     } catch (const RefreshError &error) {
-        failure = FetchError(kindFor(error));
+        failure = FetchError(failureFor(error.kind()));
     } catch (const TransportError &) {
         failure = FetchError::refreshUnanswered();
     } catch (const std::exception &) {
-        failure = FetchError(FetchError::Kind::refreshFailed);
+        failure = FetchError(FetchFailure::refreshFailed);
     }
     requireAlive(self);
     if (failure)
@@ -257,14 +242,14 @@ QCoro::Task<OAuthFetcher::Usage> OAuthFetcher::performFetch(std::string accessTo
         response = co_await m_http.send(usageRequest(m_usageURL, accessToken));
     } catch (const TransportError &error) {
         if (error.kind() == TransportError::Kind::notHttp)
-            throw FetchError(FetchError::Kind::invalidResponse);
+            throw FetchError(FetchFailure::invalidResponse);
         throw;
     }
     requireAlive(self);
     if (response->status == 401)
-        throw FetchError(FetchError::Kind::unauthorized);
+        throw FetchError(FetchFailure::unauthorized);
     if (response->status != 200)
-        throw FetchError::http(response->status);
+        throw FetchError(FetchFailure::httpError, response->status);
     const OAuthUsageResponse usage = decodeUsageResponse(response->body);
     co_return Usage(quotaDataFrom(usage), extraUsageDataFrom(usage, m_calendar, m_clock.now()));
 }

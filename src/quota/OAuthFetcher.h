@@ -23,41 +23,40 @@ class Clock;
 class HttpClient;
 class KeychainManager;
 
-/// Asks the usage endpoint how much of the account's quota is used, with Claude Code's login. Renews the
-/// access token when it is about to expire and when it is rejected, and stores the new one. Calls may
-/// overlap; a refresh token is sent once, and calls that need its answer share it. A lock file in the user's
-/// cache folder keeps other processes from sending it meanwhile. Main thread only.
+/// Requests the account's quota from the usage endpoint, with Claude Code's login. Renews the access token
+/// when it is about to expire and when it is rejected, and stores the new one. Calls may overlap: they share
+/// one renewal, so that a refresh token is sent once. A lock file in the user's cache folder keeps other
+/// processes from sending it at the same time. Main thread only.
 class OAuthFetcher final : public QObject {
     Q_OBJECT
 
 public:
-    /// Beyond the limits of the requests and of the store, which end an exchange of tokens before.
+    /// Longer than the deadlines of a request and of the store together, which end every exchange of tokens.
     static constexpr std::chrono::seconds longestExchange{25};
 
     using Usage = std::pair<QuotaData, std::optional<ExtraUsageData>>;
 
-    /// What is referred to must outlive this object; this object may go while a fetch runs.
+    /// The referenced objects must outlive this one, which may be destroyed while a fetch runs.
     OAuthFetcher(HttpClient &http, QUrl usageURL, QUrl tokenURL, KeychainManager &keychain,
                  const Clock &clock, const Calendar &calendar);
-    /// For the answers that come from now on.
+    /// For responses that arrive from now on.
     void setCalendar(const Calendar &calendar) { m_calendar = calendar; }
 
-    /// Throws FetchError; TransportError when no answer came or this object went before it did; DecodeError
-    /// when the answer is not the JSON expected.
+    /// Throws FetchError; TransportError when there is no response or this object was destroyed before it;
+    /// DecodeError when the response is not the JSON expected.
     [[nodiscard]] QCoro::Task<Usage> fetchUsage();
 
-    /// Runs the event loop until no tokens are being exchanged, or `atMost` has passed: tokens that the
-    /// server has issued and nobody has stored would cost the user a login.
+    /// Runs the event loop until no tokens are being exchanged or `atMost` has passed. If the process ended
+    /// after the server has issued tokens and before they are stored, the user would have to log in again.
     void finishExchange(std::chrono::milliseconds atMost);
 
 Q_SIGNALS:
-    /// A refresh token is about to be sent.
+    /// Emitted before a refresh token is sent.
     void exchangeBegan();
-    /// The tokens that came for it are stored, or it has failed.
+    /// Emitted after the new tokens were stored or the exchange failed.
     void exchangeEnded();
 
 private:
-    class Exchange;
     class Renewal;
 
     [[nodiscard]] QCoro::Task<std::string> validAccessToken();
@@ -73,8 +72,8 @@ private:
     KeychainManager &m_keychain;
     const Clock &m_clock;
     Calendar m_calendar;
-    std::shared_ptr<Renewal> m_renewal; ///< under way
-    bool m_exchanging = false;
+    std::shared_ptr<Renewal> m_renewal; ///< the running one; null otherwise
+    bool m_isExchanging = false;
 };
 
 } // namespace burnwick

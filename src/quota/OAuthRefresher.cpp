@@ -5,15 +5,16 @@
 #include "model/Clock.h"
 #include "net/HttpClient.h"
 #include "net/TransportError.h"
-#include "quota/OAuthProtocol.h"
-#include "quota/RefreshError.h"
+#include "quota/FetchError.h"
+#include "json/JsonReading.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QPointer>
 
+#include <algorithm>
+#include <chrono>
 #include <optional>
-#include <utility>
 
 namespace burnwick {
 
@@ -28,7 +29,30 @@ HttpRequest refreshRequest(const QUrl &tokenURL, const std::string &refreshToken
             QJsonDocument(body).toJson(QJsonDocument::Compact)};
 }
 
+/// An empty token counts as null: it would replace one that works.
+std::optional<std::string> tokenIn(const QJsonValue &value) {
+    const QString token = value.toString();
+    return token.isEmpty() ? std::nullopt : std::optional(token.toStdString());
+}
+
+/// Limited to the range of Instant.
+Instant later(Instant now, double seconds) {
+    using Seconds = std::chrono::duration<double>;
+    constexpr double century = Seconds(std::chrono::years(100)).count();
+    return now + std::chrono::round<Instant::duration>(Seconds(std::clamp(seconds, -century, century)));
+}
+
 } // namespace
+
+RefreshedTokens decodeRefreshedTokens(const QByteArray &body, Instant now) {
+    const QJsonObject root = parseJson(body).object(); // empty for an array
+    const auto accessToken = tokenIn(root.value(QLatin1String("access_token")));
+    if (!accessToken)
+        throw RefreshError(RefreshFailure::invalidResponse);
+    const QJsonValue lifetime = root.value(QLatin1String("expires_in"));
+    return {*accessToken, tokenIn(root.value(QLatin1String("refresh_token"))),
+            lifetime.isDouble() ? std::optional(later(now, lifetime.toDouble())) : std::nullopt};
+}
 
 OAuthRefresher::OAuthRefresher(HttpClient &http, QUrl tokenURL, const Clock &clock)
     : m_http(http)
@@ -42,15 +66,15 @@ QCoro::Task<RefreshedTokens> OAuthRefresher::refresh(std::string refreshToken) {
         response = co_await m_http.send(refreshRequest(m_tokenURL, refreshToken));
     } catch (const TransportError &error) {
         if (error.kind() == TransportError::Kind::notHttp)
-            throw RefreshError(RefreshError::Kind::networkError);
+            throw RefreshError(RefreshFailure::networkError);
         throw;
     }
     if (!self)
         throw TransportError(TransportError::Kind::cancelled);
     if (response->status == 400 || response->status == 401)
-        throw RefreshError(RefreshError::Kind::tokenExpired);
+        throw RefreshError(RefreshFailure::tokenExpired);
     if (response->status != 200)
-        throw RefreshError::server(response->status);
+        throw RefreshError(RefreshFailure::serverError, response->status);
     co_return decodeRefreshedTokens(response->body, m_clock.now());
 }
 

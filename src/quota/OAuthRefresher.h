@@ -4,25 +4,36 @@
 
 #include "quota/RefreshedTokens.h"
 
+#include <QByteArray>
 #include <QCoroTask>
 #include <QObject>
 #include <QUrl>
 
 #include <string>
+#include <utility>
 
 namespace burnwick {
 
 class Clock;
 class HttpClient;
 
-/// Trades a refresh token for a new access token at the token endpoint. Stores nothing. Main thread only.
+/// The header that both of the vendor's OAuth endpoints require, as Claude Code sends it.
+[[nodiscard]] inline std::pair<QByteArray, QByteArray> oauthBetaHeader() {
+    return {"anthropic-beta", "oauth-2025-04-20"};
+}
+
+/// Decodes the body of a response that arrives `now`. A lifetime of more than a century counts as a century.
+/// Throws DecodeError when the body is not JSON, and RefreshFailure::invalidResponse when it is other JSON.
+[[nodiscard]] RefreshedTokens decodeRefreshedTokens(const QByteArray &body, Instant now);
+
+/// Exchanges a refresh token for a new access token at the token endpoint. Stores nothing. Main thread only.
 class OAuthRefresher final : public QObject {
 public:
-    /// What is referred to must outlive this object.
+    /// The referenced objects must outlive this one.
     OAuthRefresher(HttpClient &http, QUrl tokenURL, const Clock &clock);
 
-    /// Throws RefreshError; TransportError when no answer came or this object went before it did; DecodeError
-    /// when the answer is not JSON.
+    /// Throws RefreshError; TransportError when there is no response or this object was destroyed before it;
+    /// DecodeError when the response is not JSON.
     [[nodiscard]] QCoro::Task<RefreshedTokens> refresh(std::string refreshToken);
 
 private:

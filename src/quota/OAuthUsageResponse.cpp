@@ -43,7 +43,7 @@ std::optional<OAuthExtraUsage> extraUsageFrom(const QJsonObject &object) {
     QJsonObject numbers = object;
     bool anyNull = false;
     for (const auto key : {monthlyLimitKey, usedCreditsKey, utilizationKey}) {
-        // Switched off, the service names the numbers as null.
+        // The service sends null numbers when extra usage is disabled.
         if (!enabled && object.value(key).isNull()) {
             anyNull = true;
             numbers.insert(key, 0);

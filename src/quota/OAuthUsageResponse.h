@@ -13,10 +13,10 @@
 
 namespace burnwick {
 
-/// One rolling window of the usage endpoint's answer.
+/// One rolling window of the usage endpoint's response.
 struct OAuthUsagePeriod {
     double utilization = 0;              ///< percent used
-    std::optional<std::string> resetsAt; ///< ISO 8601, as it came
+    std::optional<std::string> resetsAt; ///< ISO 8601, as received
 
     bool operator==(const OAuthUsagePeriod &) const = default;
 };
@@ -31,25 +31,25 @@ struct OAuthExtraUsage {
     bool operator==(const OAuthExtraUsage &) const = default;
 };
 
-/// The body of the usage endpoint's answer.
+/// The body of the usage endpoint's response.
 struct OAuthUsageResponse {
     OAuthUsagePeriod fiveHour;
     OAuthUsagePeriod sevenDay;
-    std::optional<OAuthUsagePeriod> sevenDayOpus; ///< shown nowhere
+    std::optional<OAuthUsagePeriod> sevenDayOpus; ///< not shown
     std::optional<OAuthUsagePeriod> sevenDayOmelette;
     std::optional<OAuthExtraUsage> extraUsage;
 
     bool operator==(const OAuthUsageResponse &) const = default;
 };
 
-/// Throws DecodeError. An extra usage that is switched off and names a null among its numbers counts as none.
+/// Throws DecodeError. A disabled extra usage with a null among its numbers counts as null.
 [[nodiscard]] OAuthUsageResponse decodeUsageResponse(const QByteArray &body);
-/// The JSON that decodeUsageResponse() reads back to an equal value.
+/// Returns JSON that decodeUsageResponse() decodes to an equal value.
 [[nodiscard]] QByteArray encodeUsageResponse(const OAuthUsageResponse &response);
 
-/// An instant that does not parse counts as none.
+/// An instant that does not parse counts as null.
 [[nodiscard]] QuotaData quotaDataFrom(const OAuthUsageResponse &response);
-/// None unless extra usage is switched on with a limit above zero. `now` decides the days left in the month.
+/// Null unless extra usage is enabled with a limit above zero. Counts the days left in the month from `now`.
 [[nodiscard]] std::optional<ExtraUsageData> extraUsageDataFrom(const OAuthUsageResponse &response,
                                                                const Calendar &calendar, Instant now);
 

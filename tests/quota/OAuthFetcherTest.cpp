@@ -43,7 +43,7 @@ const ScriptedAnswer newTokens{
     200, R"({"access_token":"secret-a2","refresh_token":"secret-r2","expires_in":3600})"};
 const ScriptedAnswer refused{400, R"({"error":"invalid_grant"})"};
 
-/// A fetcher against a server of its own and a login in memory. No token may show up in an error or the log.
+/// A fetcher with a local server and a login in memory. No token may appear in an error or the log.
 class OAuthFetcherTest : public testing::Test {
 protected:
     ~OAuthFetcherTest() override {
@@ -74,7 +74,7 @@ protected:
 
     [[nodiscard]] OAuthCredentials stored() { return *resultOf(m_keychain.readCredentials()); }
 
-    /// The access tokens that the usage endpoint was asked with.
+    /// The access tokens that the usage endpoint received.
     [[nodiscard]] std::vector<std::string> tokensSent() const {
         std::vector<std::string> tokens;
         for (const auto &request : m_server.requestsFor(usageTarget))
@@ -105,7 +105,7 @@ protected:
     std::unique_ptr<OAuthFetcher> m_fetcher;
 };
 
-TEST_F(OAuthFetcherTest, AsksWithTheStoredToken) {
+TEST_F(OAuthFetcherTest, SendsTheStoredToken) {
     const auto [quota, extraUsage] = resultOf(m_fetcher->fetchUsage());
     EXPECT_EQ(quota, (QuotaData{62, 7, 0, test::at("2025-06-10T15:00:00.5Z"), {}, {}}));
     EXPECT_EQ(extraUsage, (ExtraUsageData{10, 50, 40, 20, 20}));
@@ -154,7 +154,7 @@ TEST_F(OAuthFetcherTest, ThereIsNoThirdAttempt) {
     EXPECT_EQ(refreshes(), 2);
 }
 
-TEST_F(OAuthFetcherTest, ATokenAboutToExpireIsRenewedFirst) {
+TEST_F(OAuthFetcherTest, ATokenThatExpiresWithinFiveMinutesIsRenewedFirst) {
     const struct {
         const char *expiresAt;
         bool withRefreshToken;
@@ -169,7 +169,7 @@ TEST_F(OAuthFetcherTest, ATokenAboutToExpireIsRenewedFirst) {
         resultOf(m_fetcher->fetchUsage());
         EXPECT_EQ(tokensSent().back(), row.sent) << row.expiresAt;
     }
-    EXPECT_EQ(tokensSent().size(), std::size(rows)) << "an old token was tried first";
+    EXPECT_EQ(tokensSent().size(), std::size(rows)) << "the old token was sent first";
 }
 
 TEST_F(OAuthFetcherTest, WithoutALoginNothingIsAsked) {
@@ -189,7 +189,7 @@ TEST_F(OAuthFetcherTest, FailuresOfTheUsageEndpoint) {
     }
     m_server.script(usageTarget, {{200, R"({"five_hour":{"utilization":62}})"}});
     EXPECT_NO_THROW(failure<DecodeError>());
-    // Also a rejection that is cut short: the login is not renewed on hearsay.
+    // An incomplete 401 does not renew the login.
     m_server.script(usageTarget, {{401, "rejected", {}, Ending::cut}});
     EXPECT_EQ(failure<TransportError>().kind(), TransportError::Kind::incomplete);
     EXPECT_EQ(refreshes(), 0);
@@ -228,7 +228,7 @@ TEST_F(OAuthFetcherTest, FailuresOfTheTokenEndpoint) {
     EXPECT_EQ(m_store.blob, before);
 }
 
-TEST_F(OAuthFetcherTest, ANewTokenServesEvenWhenItCannotBeStored) {
+TEST_F(OAuthFetcherTest, ANewTokenIsUsedEvenWhenItCannotBeStored) {
     m_store.writable = false;
     m_server.script(usageTarget, {{401}, usage});
     EXPECT_EQ(resultOf(m_fetcher->fetchUsage()).first.fiveHourUsagePct, 62);
@@ -250,7 +250,7 @@ TEST_F(OAuthFetcherTest, OverlappingFetchesShareOneRenewal) {
     EXPECT_EQ(tokensSent(), (std::vector{m_new, m_new, m_new}));
 }
 
-TEST_F(OAuthFetcherTest, ARejectionThatComesBehindARenewalTakesTheNewToken) {
+TEST_F(OAuthFetcherTest, ARejectionAfterARenewalUsesTheNewToken) {
     m_server.script(usageTarget, {{401}, held({401}), usage});
     m_server.script(tokenTarget, {newTokens, refused});
     const auto first = outcomeOf(m_fetcher->fetchUsage());
@@ -287,7 +287,7 @@ TEST_F(OAuthFetcherTest, ALoginStoredDuringARenewalWins) {
         const auto exchanged = refreshes();
         m_server.script(tokenTarget, {row.first, newTokens});
         const auto outcome = outcomeOf(m_fetcher->fetchUsage());
-        // The refresh token is on its way; its answer is read by the event loop.
+        // The refresh token was sent; only the event loop reads the response.
         const std::string login = R"({"claudeAiOauth":)" + row.meanwhile + "}";
         m_store.blob = login;
         ASSERT_TRUE(waitFor([&] { return outcome->done(); }));
@@ -298,27 +298,27 @@ TEST_F(OAuthFetcherTest, ALoginStoredDuringARenewalWins) {
             EXPECT_EQ(tokensSent().back(), *row.sent);
         }
         if (row.refreshes == 1) {
-            EXPECT_EQ(m_store.blob, login) << "a mixture of both";
+            EXPECT_EQ(m_store.blob, login) << "a mixture of both logins";
         }
     }
 }
 
-/// Where a fetch is when the fetcher goes, and how to get it there.
+/// The suspension of a fetch at which the fetcher is destroyed.
 struct Suspension {
     const char *name;
     bool readHeld;
     std::vector<ScriptedAnswer> usageAnswers;
-    std::size_t requests; ///< seen by the server at that time
+    std::size_t requests; ///< received by the server by then
 };
 
-TEST_F(OAuthFetcherTest, MayGoWhileAFetchRuns) {
+TEST_F(OAuthFetcherTest, DestructionDuringAFetchCancelsIt) {
     const Suspension rows[] = {
         {"reading the login", true, {usage}, 0},
-        {"asking", false, {held(usage)}, 1},
+        {"requesting the usage", false, {held(usage)}, 1},
         {"renewing", false, {{401}}, 2},
-        {"asking again", false, {{401}, held(usage)}, 3},
+        {"requesting it again", false, {{401}, held(usage)}, 3},
     };
-    for (const bool clientGoesFirst : {false, true}) {
+    for (const bool clientDestroyedFirst : {false, true}) {
         for (const auto &row : rows) {
             ScriptedServer server;
             server.script(usageTarget, row.usageAnswers);
@@ -332,14 +332,14 @@ TEST_F(OAuthFetcherTest, MayGoWhileAFetchRuns) {
             ASSERT_TRUE(waitFor([&] { return server.requests().size() == row.requests; })) << row.name;
             ASSERT_FALSE(outcome->done()) << row.name;
             fetcher.reset();
-            if (clientGoesFirst)
+            if (clientDestroyedFirst)
                 http.reset();
             server.release();
             m_store.answerReads();
             ASSERT_TRUE(waitFor([&outcome] { return outcome->done(); })) << row.name;
             ASSERT_TRUE(outcome->error) << row.name;
             EXPECT_THROW(std::rethrow_exception(outcome->error), TransportError) << row.name;
-            EXPECT_EQ(server.requests().size(), row.requests) << row.name << ": it went on";
+            EXPECT_EQ(server.requests().size(), row.requests) << row.name << ": it continued";
             logIn("2025-06-10T20:00:00Z");
         }
     }
