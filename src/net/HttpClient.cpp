@@ -27,7 +27,7 @@ using Kind = TransportError::Kind;
 using Reply = std::unique_ptr<QNetworkReply, QScopedPointerDeleteLater>;
 using ProxyWatcher = std::unique_ptr<QFutureWatcher<SystemProxies::Proxies>, QScopedPointerDeleteLater>;
 
-/// Set on the manager while its client is destroyed. The manager owns what is awaited.
+/// A property of the manager, set while its client is destroyed.
 constexpr auto clientGone = "burnwickClientGone";
 
 void requireClient(const QObject &manager) {
@@ -49,8 +49,8 @@ QNetworkRequest prepared(const HttpRequest &request) {
     const auto own = version();
     prepared.setHeader(Request::UserAgentHeader,
                        QByteArray("Burnwick/").append(own.data(), static_cast<qsizetype>(own.size())));
-    // The library unpacks a body that is packed before anybody can look at its size, and what comes behind
-    // one that it finds to be a bomb piles up until the deadline. The answers are small.
+    // The library decompresses a body before its size can be checked, and buffers what follows a detected
+    // decompression bomb until the deadline. The responses are small.
     prepared.setRawHeader("Accept-Encoding", "identity");
     for (const auto &[name, value] : request.headers) {
         if (!fitsOneLine(name) || !fitsOneLine(value))
@@ -66,13 +66,13 @@ std::optional<int> statusOf(const QNetworkReply &reply) {
     return known ? std::optional(status) : std::nullopt;
 }
 
-/// What a failure of the network's, not of the server's, means; `answered` tells whether an answer had begun.
+/// Classifies a failure of the network, not of the server; `answered`: a response had begun.
 Kind kindOf(QNetworkReply::NetworkError error, bool answered) {
     switch (error) {
     case QNetworkReply::SslHandshakeFailedError:
         return Kind::untrustedServer;
     case QNetworkReply::RemoteHostClosedError: // also for garbage
-    case QNetworkReply::ContentReSendError:    // for want of an answer, after which it was not sent again
+    case QNetworkReply::ContentReSendError:    // without a response, and a post cannot be repeated
     case QNetworkReply::ProtocolFailure:
     case QNetworkReply::UnknownNetworkError:
         return Kind::incomplete;
@@ -89,15 +89,15 @@ std::string nameOf(QNetworkReply::NetworkError error) {
     return name != nullptr ? name : std::to_string(error);
 }
 
-/// Whether it is a demand for a login of which a part is missing. The network library mostly keeps such an
-/// answer to itself, but not when its connection ends while it is handed on.
+/// Whether the response is an incomplete authentication challenge. The network library usually withholds it,
+/// but not when the connection ends while it is delivered.
 bool isCutChallenge(const QNetworkReply &reply, int status, const QByteArray &body) {
     const QVariant length = reply.header(QNetworkRequest::ContentLengthHeader);
     return (status == 401 || status == 407) && length.isValid() && body.size() < length.toLongLong();
 }
 
-/// The answer that the finished reply amounts to. `stopped` is why it was ended from here, if it was.
-HttpResponse answerOf(const QNetworkReply &reply, std::optional<Kind> stopped, QByteArray body) {
+/// Converts a finished reply. `stopped` is the reason when this file has aborted it.
+HttpResponse responseFrom(const QNetworkReply &reply, std::optional<Kind> stopped, QByteArray body) {
     const auto status = statusOf(reply);
     const bool refused = status && (*status < 200 || *status > 299);
     if (refused && !isCutChallenge(reply, *status, body))
@@ -115,7 +115,7 @@ QNetworkReply *begin(QNetworkAccessManager &manager, const HttpRequest &request)
     QNetworkRequest toSend = prepared(request);
     if (request.method == HttpMethod::get)
         return manager.get(toSend);
-    // A server may have acted on a request that it did not answer: what a post does must not be done twice.
+    // A server may have processed a request without a response, so that a repeated post could act twice.
     toSend.setHeader(QNetworkRequest::ContentLengthHeader, request.body.size());
     toSend.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
     auto body = std::make_unique<SingleUseBody>(request.body);
@@ -124,8 +124,8 @@ QNetworkReply *begin(QNetworkAccessManager &manager, const HttpRequest &request)
     return reply;
 }
 
-/// Awaits the signal finished() and resumes within its emission. QCoro's own awaiter of replies may queue the
-/// resumption, depending on its version: a queued one is lost when the sender is destroyed first.
+/// Awaits the signal finished() and resumes within its emission. Some versions of QCoro's awaiter of replies
+/// queue the resumption, which is lost when the sender is destroyed first.
 template <typename Sender>
 class Finished {
 public:
@@ -143,14 +143,14 @@ private:
     Sender *m_sender;
 };
 
-/// Returns once the proxies for the URL are known.
+/// Completes when the proxies for the URL are known.
 QCoro::Task<void> findProxies(QNetworkAccessManager *manager, SystemProxies *proxies, QUrl url,
                               const QTimer *deadline) {
     if (proxies->knows(url))
         co_return;
     const ProxyWatcher answer(new ProxyWatcher::element_type(manager));
     answer->setFuture(proxies->ask(url));
-    // The answer, the deadline and the client's end wake this coroutine in the same way.
+    // The result, the deadline and the client's destruction all resume this coroutine by this signal.
     QObject::connect(deadline, &QTimer::timeout, answer.get(), &QFutureWatcherBase::finished);
     Finished<QFutureWatcherBase> finished(answer.get());
     co_await finished;
@@ -160,20 +160,20 @@ QCoro::Task<void> findProxies(QNetworkAccessManager *manager, SystemProxies *pro
     proxies->learn(url, answer->result());
 }
 
-/// Never outlives the manager: the client's end resumes it where it is suspended, and it throws.
+/// Never outlives the manager: the client's destructor resumes it, and it throws.
 QCoro::Task<HttpResponse> exchange(QNetworkAccessManager *manager, SystemProxies *proxies, HttpLimits limits,
                                    HttpRequest request) {
     requireClient(*manager);
     QTimer deadline;
     deadline.setSingleShot(true);
-    deadline.setTimerType(Qt::PreciseTimer); // a coarse one may be late by a twentieth
+    deadline.setTimerType(Qt::PreciseTimer); // a coarse one may be 5 % late
     deadline.start(limits.deadline);
     co_await findProxies(manager, proxies, request.url, &deadline);
 
     const Reply reply(begin(*manager, request));
     QByteArray body;
     std::optional<Kind> stopped;
-    // Queued, because an abort resumes this coroutine at once, within whatever called it.
+    // Queued, because abort() resumes this coroutine within the caller.
     const auto stop = [&stopped, &reply](Kind why) {
         stopped = stopped.value_or(why);
         QMetaObject::invokeMethod(reply.get(), &QNetworkReply::abort, Qt::QueuedConnection);
@@ -185,7 +185,7 @@ QCoro::Task<HttpResponse> exchange(QNetworkAccessManager *manager, SystemProxies
         if (body.size() > limits.largestBody)
             stop(Kind::tooLarge);
     };
-    // The timer is also the context of all connections: they end with this frame, to which they refer.
+    // The timer is the context of all connections, which end with this frame and so with their references.
     QObject::connect(&deadline, &QTimer::timeout, &deadline, [&stop] { stop(Kind::timedOut); });
     QObject::connect(reply.get(), &QNetworkReply::readyRead, &deadline, collect);
 
@@ -193,7 +193,7 @@ QCoro::Task<HttpResponse> exchange(QNetworkAccessManager *manager, SystemProxies
     co_await finished;
     requireClient(*manager);
     collect();
-    co_return answerOf(*reply, stopped, std::move(body));
+    co_return responseFrom(*reply, stopped, std::move(body));
 }
 
 } // namespace
@@ -201,12 +201,12 @@ QCoro::Task<HttpResponse> exchange(QNetworkAccessManager *manager, SystemProxies
 HttpClient::HttpClient(HttpLimits limits)
     : m_limits(limits)
     , m_proxies(new SystemProxies) {
-    m_manager.setProxyFactory(m_proxies); // which the manager owns from now on
+    m_manager.setProxyFactory(m_proxies); // takes ownership
 }
 
 HttpClient::~HttpClient() {
     m_manager.setProperty(clientGone, true);
-    // Not abort(), which is not bound to emit finished(). What still runs ends with the manager.
+    // Not abort(), which does not always emit finished(). The manager then destroys its children.
     const auto watchers = m_manager.findChildren<QFutureWatcherBase *>(Qt::FindDirectChildrenOnly);
     for (QFutureWatcherBase *watcher : watchers)
         Q_EMIT watcher->finished();

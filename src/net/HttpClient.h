@@ -21,7 +21,7 @@ struct HttpRequest {
     HttpMethod method = HttpMethod::get;
     QUrl url;
     std::vector<std::pair<QByteArray, QByteArray>> headers = {};
-    QByteArray body = {}; ///< of a post
+    QByteArray body = {}; ///< only of a post
 };
 
 struct HttpResponse {
@@ -29,37 +29,34 @@ struct HttpResponse {
     QByteArray body;
 };
 
-/// What an exchange may take.
+/// The limits of one exchange.
 struct HttpLimits {
-    std::chrono::milliseconds deadline =
-        std::chrono::seconds(10); ///< from the first step, be it the search for a proxy, to the last byte
+    /// From the first step, which may be the query for a proxy, to the last byte.
+    std::chrono::milliseconds deadline = std::chrono::seconds(10);
     qsizetype largestBody = qsizetype{1} << 20; ///< bytes, after decompression
 };
 
-/// Sends requests, each by itself: no cookies, no cache, no stored passwords, and no redirect is followed, so
-/// that what a request carries reaches the host in its URL alone. Servers must prove their identity. A proxy
-/// of the system's is used, except for loopback addresses; nothing waits while the system looks it up. Main
-/// thread only.
+/// Sends independent requests: without cookies, cache and stored passwords. Follows no redirect, so that only
+/// the host in the URL receives the request. Requires valid certificates. Uses the system's proxies, except
+/// for loopback addresses, and never blocks while it queries them. Main thread only.
 ///
-/// A post reaches the server once at most. A get whose connection breaks, or brings garbage, before any
-/// answer may be sent again by the network library, up to three times: a connection that was kept may have
-/// ended while it idled.
+/// Sends a post once at most. The network library may repeat a get up to three times when its connection
+/// breaks or returns garbage before any response, because the server may have closed an idle connection.
 class HttpClient final {
 public:
     explicit HttpClient(HttpLimits limits = {});
-    /// Ends what is still under way: whoever awaits it is resumed at once with TransportError::cancelled.
+    /// Cancels running exchanges: their coroutines resume at once with TransportError::Kind::cancelled.
     ~HttpClient();
     HttpClient(const HttpClient &) = delete;
     HttpClient &operator=(const HttpClient &) = delete;
 
-    /// The server's answer, whatever its status; throws TransportError when there is none. An answer outside
-    /// 200 to 299 counts even when its body could not be read whole, except for 401 and 407, which are known
-    /// only once they are complete.
+    /// Returns the server's response, whatever its status; throws TransportError when there is none. A
+    /// response outside 200 to 299 is returned even when its body is incomplete, except for 401 and 407.
     [[nodiscard]] QCoro::Task<HttpResponse> send(HttpRequest request);
 
 private:
     HttpLimits m_limits;
-    SystemProxies *m_proxies; ///< the manager's
+    SystemProxies *m_proxies; ///< owned by the manager
     QNetworkAccessManager m_manager;
 };
 

@@ -10,7 +10,7 @@ bool isLoopback(const QString &host) {
     if (host.compare(QLatin1String("localhost"), Qt::CaseInsensitive) == 0)
         return true;
     const QHostAddress address(host);
-    // Of IPv6, ::1 alone; an IPv4 address in IPv6 clothes is none of ours.
+    // IPv4-mapped IPv6 addresses are rejected.
     return address == QHostAddress(QHostAddress::LocalHostIPv6) ||
            (address.protocol() == QAbstractSocket::IPv4Protocol && address.isLoopback());
 }

@@ -6,7 +6,7 @@
 
 namespace burnwick {
 
-/// Whether a URL's host is this machine itself: "localhost", 127.0.0.0/8 or ::1.
+/// Whether a URL's host is this machine: "localhost", 127.0.0.0/8 or ::1. Thread-safe.
 [[nodiscard]] bool isLoopback(const QString &host);
 
 } // namespace burnwick

@@ -11,21 +11,21 @@ namespace burnwick {
 
 namespace {
 
-/// The settings change with the network that a machine is in.
+/// The settings change when the machine moves to another network.
 constexpr std::chrono::minutes freshness{1};
 
-/// Neither the path nor anything behind it is shown to a script.
-QUrl placeOf(const QUrl &url) {
-    QUrl place;
-    place.setScheme(url.scheme());
-    place.setHost(url.host());
-    place.setPort(url.port());
-    place.setPath(QStringLiteral("/"));
-    return place;
+/// A proxy script sees neither the path nor the query of a request.
+QUrl originOf(const QUrl &url) {
+    QUrl origin;
+    origin.setScheme(url.scheme());
+    origin.setHost(url.host());
+    origin.setPort(url.port());
+    origin.setPath(QStringLiteral("/"));
+    return origin;
 }
 
 QString keyOf(const QUrl &url) {
-    return placeOf(url).toString(QUrl::FullyEncoded);
+    return originOf(url).toString(QUrl::FullyEncoded);
 }
 
 bool needsNoProxy(const QUrl &url) {
@@ -47,7 +47,7 @@ QFuture<SystemProxies::Proxies> SystemProxies::ask(const QUrl &url) {
     if (asked != m_asked.cend())
         return *asked;
     auto answer = platform::detachedThreadResult<Proxies>(
-        [place = placeOf(url)] { return systemProxyForQuery(QNetworkProxyQuery(place)); });
+        [origin = originOf(url)] { return systemProxyForQuery(QNetworkProxyQuery(origin)); });
     m_asked.insert(key, answer);
     return answer;
 }

@@ -13,22 +13,22 @@
 
 namespace burnwick {
 
-/// The proxies that the system's settings name, for one network access manager. Asking the system may take
-/// long, or for ever, where the settings lie in a script on another machine; so it is done beforehand and
-/// elsewhere, and queryProxy() only repeats the answer. Main thread only.
+/// The proxies of the system's settings, for one network access manager. A query of the system may block for
+/// long or forever when the settings are a script on another machine. So it runs beforehand on another
+/// thread, and queryProxy() returns its cached result. Main thread only.
 class SystemProxies final : public QNetworkProxyFactory {
 public:
     using Proxies = QList<QNetworkProxy>;
 
-    /// Whether queryProxy() can answer for the URL: always for loopback addresses, for which nobody is asked
-    /// and which no proxy sees; otherwise for a minute after an answer.
+    /// Whether queryProxy() has a result for the URL: always for loopback addresses, which need no query and
+    /// use no proxy; otherwise for a minute after learn().
     [[nodiscard]] bool knows(const QUrl &url) const;
-    /// Asks the system, once at a time for the same scheme, host and port.
+    /// Queries the system on another thread. Calls for the same scheme, host and port share one query.
     [[nodiscard]] QFuture<Proxies> ask(const QUrl &url);
-    /// Keeps the answer.
+    /// Caches the result.
     void learn(const QUrl &url, const Proxies &proxies);
 
-    /// Never blocks. What is not known goes without a proxy.
+    /// Never blocks. Without a cached result, uses no proxy.
     QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery &query) override;
 
 private:
@@ -37,7 +37,7 @@ private:
         QDeadlineTimer freshUntil;
     };
 
-    QHash<QString, QFuture<Proxies>> m_asked; ///< and not learned
+    QHash<QString, QFuture<Proxies>> m_asked; ///< and not yet learned
     QHash<QString, Answer> m_known;
 };
 

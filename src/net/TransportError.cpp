@@ -23,9 +23,9 @@ std::string textOf(TransportError::Kind kind) {
     case TransportError::Kind::invalidRequest:
         return "The request cannot be sent";
     case TransportError::Kind::cancelled:
-        return "The request was given up";
+        break;
     }
-    return "The request failed";
+    return "The request was given up";
 }
 
 } // namespace

@@ -7,22 +7,22 @@
 
 namespace burnwick {
 
-/// An exchange with a server that did not end in an answer. Its text names what went wrong and nothing of
-/// the request: no address, header or body.
+/// An exchange with a server that failed without a response. Its text names the failure and contains nothing
+/// of the request: no address, header or body.
 class TransportError final : public std::runtime_error {
 public:
     enum class Kind {
-        unreachable,     ///< no such host, refused, no network
-        untrustedServer, ///< no encrypted connection to the host that was asked for
-        timedOut,        ///< the deadline for the whole exchange passed
-        incomplete,      ///< the connection broke, or garbage came over it
-        notHttp,         ///< an answer that has no HTTP status
+        unreachable,     ///< unknown host, refused connection or no network
+        untrustedServer, ///< no encrypted connection to the host in the URL
+        timedOut,        ///< the whole exchange exceeded its deadline
+        incomplete,      ///< the connection broke or the response is garbage
+        notHttp,         ///< a response without an HTTP status
         tooLarge,        ///< the body exceeds the limit
-        invalidRequest,  ///< refused before it was sent
-        cancelled,       ///< whoever would have finished the exchange is gone
+        invalidRequest,  ///< rejected before it was sent
+        cancelled,       ///< the object that runs the exchange was destroyed
     };
 
-    /// `detail` is appended in parentheses; it must be free of the request's data.
+    /// Appends `detail` in parentheses; it must not contain the request's data.
     explicit TransportError(Kind kind, const std::string &detail = {});
 
     [[nodiscard]] Kind kind() const noexcept { return m_kind; }

@@ -42,10 +42,10 @@ protected:
 
     ScriptedServer m_server;
     HttpClient m_client;
-    HttpClient m_impatient{{50ms}}; ///< for servers that never finish
+    HttpClient m_impatient{{50ms}}; ///< for servers that never complete a response
 };
 
-TEST_F(HttpClientTest, SendsExactlyWhatItIsGiven) {
+TEST_F(HttpClientTest, SendsMethodHeadersAndBody) {
     m_server.script("/page?a=b", {answer});
     QUrl url = m_server.url(page);
     url.setQuery(QStringLiteral("a=b"));
@@ -73,15 +73,22 @@ TEST_F(HttpClientTest, KeepsNothingBetweenRequests) {
         EXPECT_TRUE(m_server.requests().back().header(header).isNull()) << header;
 }
 
-TEST_F(HttpClientTest, EveryStatusIsAnAnswer) {
+TEST_F(HttpClientTest, ReturnsResponsesOfEveryStatus) {
     for (const int status : {204, 304, 401, 407, 500}) {
         const QByteArray body = status < 400 ? "" : "text";
         script({{status, body, {{"WWW-Authenticate", "Basic realm=x"}}}});
         const auto before = m_server.requests().size();
-        const auto given = response();
-        EXPECT_EQ(given.status, status);
-        EXPECT_EQ(given.body, body) << status;
+        const auto received = response();
+        EXPECT_EQ(received.status, status);
+        EXPECT_EQ(received.body, body) << status;
         EXPECT_EQ(m_server.requests().size(), before + 1) << status;
+    }
+    // Also with a broken body.
+    HttpClient hurried{{1s}}; // enough for the status on a busy machine
+    for (const auto ending : {Ending::cut, Ending::trickle, Ending::endless}) {
+        script({{403, "some text", {}, ending}});
+        HttpClient &client = ending == Ending::trickle ? hurried : m_client;
+        EXPECT_EQ(resultOf(client.send(request())).status, 403) << static_cast<int>(ending);
     }
 }
 
@@ -118,9 +125,6 @@ TEST_F(HttpClientTest, TellsFaultsApart) {
             << "ending " << static_cast<int>(row.ending) << ": " << error.what();
         EXPECT_EQ(std::string(error.what()).find("127.0.0.1"), std::string::npos) << error.what();
     }
-}
-
-TEST_F(HttpClientTest, WhereNoServerAnswers) {
     QTcpServer closed;
     ASSERT_TRUE(closed.listen(QHostAddress::LocalHost));
     const QUrl nobody(QStringLiteral("http://127.0.0.1:%1/").arg(closed.serverPort()));
@@ -137,7 +141,7 @@ TEST_F(HttpClientTest, AHeaderIsOneLine) {
     EXPECT_EQ(m_server.connectionCount(), 0);
 }
 
-TEST_F(HttpClientTest, NothingIsPostedTwice) {
+TEST_F(HttpClientTest, APostIsSentOnce) {
     const ScriptedAnswer hangUp{.ending = Ending::hangUp};
     const ScriptedAnswer garbage{200, "SSH-2.0-OpenSSH_9.2\r\n", {}, Ending::raw};
     const struct {
@@ -145,7 +149,7 @@ TEST_F(HttpClientTest, NothingIsPostedTwice) {
         std::vector<ScriptedAnswer> answers;
     } rows[] = {
         {"fresh connection, no answer", {hangUp}},
-        // Where the library might take the end for one of idleness.
+        // The library may mistake the end for that of an idle connection.
         {"used connection, no answer", {answer, hangUp}},
         {"used connection, garbage", {answer, garbage}},
         {"fresh connection, half an answer", {{200, "a body of some length", {}, Ending::cut}}},
@@ -161,15 +165,6 @@ TEST_F(HttpClientTest, NothingIsPostedTwice) {
         EXPECT_EQ(errorOf<TransportError>(client.send(post)).kind(), Kind::incomplete);
         ASSERT_EQ(server.requests().size(), row.answers.size());
         EXPECT_EQ(server.requests().back().body, "body");
-    }
-}
-
-TEST_F(HttpClientTest, AStatusCountsEvenWhenItsBodyIsBroken) {
-    HttpClient hurried{{1s}}; // with time enough for the status on a busy machine
-    for (const auto ending : {Ending::cut, Ending::trickle, Ending::endless}) {
-        script({{403, "some text", {}, ending}});
-        HttpClient &client = ending == Ending::trickle ? hurried : m_client;
-        EXPECT_EQ(resultOf(client.send(request())).status, 403) << static_cast<int>(ending);
     }
 }
 
@@ -212,7 +207,7 @@ TEST_F(HttpClientTest, ServersProveTheirIdentity) {
     QSslConfiguration::setDefaultConfiguration(before);
 }
 
-/// The proxies in the environment, while it lives.
+/// Sets the proxies in the environment for its lifetime.
 struct ProxySetting {
     explicit ProxySetting(const QByteArray &proxy)
         : http("http_proxy", proxy)
@@ -220,7 +215,7 @@ struct ProxySetting {
     test::EnvironmentVariable http, https;
 };
 
-/// In a network for documentation: nobody is there.
+/// In a network reserved for documentation.
 const QUrl elsewhere(QStringLiteral("http://192.0.2.1/page"));
 
 TEST_F(HttpClientTest, TheSystemsProxyIsUsedButSeesNothingThatGoesToLoopback) {
@@ -234,25 +229,26 @@ TEST_F(HttpClientTest, TheSystemsProxyIsUsedButSeesNothingThatGoesToLoopback) {
     EXPECT_EQ(resultOf(m_client.send(get(elsewhere))).body, "second");
 }
 
-TEST_F(HttpClientTest, ASlowProxySettingFreezesNothing) {
-    QTcpServer silence; // where the setting's script is said to be
+TEST_F(HttpClientTest, ASlowProxyScriptBlocksNothing) {
+    QTcpServer silence; // the server of the script
     ASSERT_TRUE(silence.listen(QHostAddress::LocalHost));
     const ProxySetting setting("pac+http://127.0.0.1:" + QByteArray::number(silence.serverPort()) + "/p.pac");
     EXPECT_EQ(errorOf<TransportError>(m_impatient.send(get(elsewhere))).kind(), Kind::timedOut);
-    EXPECT_TRUE(waitFor([&silence] { return silence.hasPendingConnections(); })) << "nobody asked";
+    EXPECT_TRUE(waitFor([&silence] { return silence.hasPendingConnections(); }))
+        << "the script was not requested";
 
-    auto leaving = std::make_unique<HttpClient>();
-    const auto outcome = outcomeOf(leaving->send(get(elsewhere)));
+    auto destroyed = std::make_unique<HttpClient>();
+    const auto outcome = outcomeOf(destroyed->send(get(elsewhere)));
     EXPECT_FALSE(outcome->done());
-    leaving.reset();
+    destroyed.reset();
     ASSERT_TRUE(outcome->error);
     EXPECT_THROW(std::rethrow_exception(outcome->error), TransportError);
 
     script({answer});
-    EXPECT_EQ(response().body, "answer") << "loopback needs no answer";
+    EXPECT_EQ(response().body, "answer") << "loopback needs no proxy";
 }
 
-TEST_F(HttpClientTest, ItsEndEndsWhatIsUnderWay) {
+TEST_F(HttpClientTest, DestructionCancelsRunningExchanges) {
     script({{200, {}, {}, Ending::silence}, {200, "x", {}, Ending::trickle}});
     auto client = std::make_unique<HttpClient>();
     const auto first = outcomeOf(client->send(request()));
