@@ -9,7 +9,7 @@
 
 namespace burnwick {
 
-/// Lets a task run to its end on its own. What it throws, which it should not, is logged instead of lost.
+/// Runs a task without awaiting it. Logs an exception, which it should not throw.
 inline void runDetached(QCoro::Task<void> task) {
     task.then([] {}, [](const std::exception &error) { qWarning("A task failed: %s", error.what()); });
 }

@@ -17,19 +17,19 @@ public:
         : m_scheduler(scheduler)
         , m_interval(interval)
         , m_timer(new QTimer) {
-        // The coarse types fire early, too.
+        // The coarse types may fire early.
         m_timer->setTimerType(Qt::PreciseTimer);
         QObject::connect(m_timer, &QTimer::timeout, m_timer, [this, callback = std::move(callback)] {
             begin();
             m_scheduler.catchUp();
-            callback(); // may end this timer
+            callback(); // may destroy this timer
         });
         begin();
         m_scheduler.m_timers.push_back(this);
     }
     ~Timer() override {
         std::erase(m_scheduler.m_timers, this);
-        // Its own callback may be what ends it.
+        // Deferred, because its own callback may destroy it.
         m_timer->stop();
         m_timer->deleteLater();
     }
@@ -39,14 +39,14 @@ public:
     void catchUp(Instant now) const {
         const auto remaining =
             std::max(std::chrono::ceil<std::chrono::milliseconds>(m_due - now), std::chrono::milliseconds(0));
-        // Less is the difference of two readings.
+        // A smaller difference comes from two readings of the clock.
         constexpr std::chrono::seconds noticeable{1};
         if (remaining + noticeable < m_timer->remainingTimeAsDuration())
             m_timer->start(remaining);
     }
 
 private:
-    /// The next interval; one that is not interrupted stays in step with those before.
+    /// Starts the next interval. Restarts the timer only after a correction, so that intervals do not drift.
     void begin() {
         m_due = m_scheduler.m_clock.now() + m_interval;
         if (!m_timer->isActive() || m_timer->intervalAsDuration() != m_interval)

@@ -16,7 +16,7 @@ ClaudeStatusFetcher::ClaudeStatusFetcher(HttpClient &http, QUrl url)
 QCoro::Task<std::vector<ClaudeComponentStatus>> ClaudeStatusFetcher::fetchStatuses() {
     HttpRequest request;
     request.url = m_url;
-    // From here on this object may be gone.
+    // This object may be destroyed during the suspension.
     const HttpResponse response = co_await m_http.send(request);
     co_return claudeStatusesIn(decodeComponentsResponse(response.body));
 }

@@ -13,14 +13,14 @@ namespace burnwick {
 
 class HttpClient;
 
-/// Reads from the public status page how Claude Code and the Claude API are. Main thread only.
+/// Fetches the states of Claude Code and the Claude API from the public status page. Main thread only.
 class ClaudeStatusFetcher final {
 public:
-    /// `http` must outlive this object, which may go while a fetch runs.
+    /// `http` must outlive this object, which may be destroyed while a fetch runs.
     ClaudeStatusFetcher(HttpClient &http, QUrl url);
 
-    /// See claudeStatusesIn(). The answer's status does not matter, only whether its body can be read. Throws
-    /// TransportError when no answer came, DecodeError when it is not the JSON expected.
+    /// See claudeStatusesIn(). Ignores the HTTP status of the response. Throws TransportError when there is
+    /// no response, DecodeError when it is not the JSON expected.
     [[nodiscard]] QCoro::Task<std::vector<ClaudeComponentStatus>> fetchStatuses();
 
 private:

@@ -17,7 +17,7 @@ namespace {
 constexpr std::string_view claudeCodeID = "yyzkbfz2thpt";
 constexpr std::string_view claudeAPIID = "k8w3r06qmzrp";
 
-/// Everything that leaves part of the service working counts as degraded.
+/// Degraded as long as part of the service works.
 ClaudeComponentStatus::Status statusNamed(std::string_view text) {
     using Status = ClaudeComponentStatus::Status;
     if (text == "operational")
