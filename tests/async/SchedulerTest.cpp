@@ -35,7 +35,7 @@ struct SchedulerTest : testing::Test {
     EventLoopScheduler scheduler{clock};
 };
 
-TEST_F(SchedulerTest, WhatBecameDueDuringASleepCallsBackOnceAndAtOnce) {
+TEST_F(SchedulerTest, TimersDueDuringASleepFireOnceAfterIt) {
     const struct {
         const char *what;
         std::chrono::nanoseconds asleep;
@@ -66,7 +66,7 @@ TEST_F(SchedulerTest, WhatBecameDueDuringASleepCallsBackOnceAndAtOnce) {
     }
 }
 
-TEST_F(SchedulerTest, ATimerThatFiresBringsTheOthersForward) {
+TEST_F(SchedulerTest, ATimerThatFiresCorrectsTheOthers) {
     int days = 0;
     const auto seldom = scheduler.repeat(24h, [&] { ++days; });
     int fired = 0;
@@ -76,10 +76,10 @@ TEST_F(SchedulerTest, ATimerThatFiresBringsTheOthersForward) {
     });
     clock.advance(25h);
     EXPECT_TRUE(waitFor([&] { return days == 1; }));
-    EXPECT_EQ(fired, 1) << "it ended itself";
+    EXPECT_EQ(fired, 1) << "it destroyed itself";
 }
 
-TEST_F(SchedulerTest, NothingIsEarly) {
+TEST_F(SchedulerTest, NoTimerFiresEarly) {
     using std::chrono::steady_clock;
     std::vector<std::unique_ptr<RepeatingTimer>> timers;
     std::size_t fired = 0;

@@ -108,7 +108,7 @@ TEST(UserDefaults, WritesWithoutALockThatIsNeverReleased) {
     close(folder);
 }
 
-TEST(UserDefaults, EachWriteReplacesTheFileAndAnEqualValueDoesNot) {
+TEST(UserDefaults, ChangesReplaceTheFileByOneForTheOwnerAlone) {
     const test::SettingsFile file;
     const mode_t before = umask(0);
     UserDefaults defaults(file.path);
