@@ -72,7 +72,7 @@ public:
                 filled += static_cast<std::size_t>(count);
             ::close(descriptor);
             if (filled != file.size || !simdjson::validate_utf8(m_buffer.get(), filled))
-                throw std::runtime_error("cannot read " + file.path);
+                throw std::runtime_error("cannot read " + file.path.native());
         }
     }
 
@@ -87,8 +87,8 @@ LogFacts factsOf(const LogHistory &history) {
     LogFacts facts;
     facts.files = history.fileCount;
     for (const JSONLEntry &entry : history.entries) {
-        const auto instant = entry.timestamp().instant();
-        const auto counts = entry.counts();
+        const auto instant = entry.timestamp();
+        const SessionTokens &counts = entry.counts();
         facts.addUsageLine(
             entry.sessionId().view(), entry.model().view(),
             instant ? std::chrono::floor<std::chrono::milliseconds>(instant->time_since_epoch()).count() : 0,
@@ -201,7 +201,7 @@ private:
 void measureHistory(const Options &options, ResultTable &table) {
     constexpr std::int64_t entryCount = 1'000'000;
     LogHistory history = parserFor(options.sessions, 2).parseAllEntries();
-    const ClockAtTheEnd clock(history.entries.back().timestamp().instant().value());
+    const ClockAtTheEnd clock(history.entries.back().timestamp().value());
     const JSONLParser parser(options.sessions, benchCalendar(), clock, 2);
     const std::size_t parsed = history.entries.size();
     history.entries.reserve(entryCount + parsed);

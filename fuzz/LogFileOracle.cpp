@@ -8,18 +8,17 @@
 
 #include <algorithm>
 #include <cstring>
-#include <string>
 #include <vector>
 
 namespace burnwick::fuzz {
 
 namespace {
 
-using Lines = std::vector<std::string>;
+using Entries = std::vector<JSONLEntry>;
 
-/// The file's entries by its text as a whole, line by line.
-Lines naiveEntries(std::string_view file, LineSelection selection, std::size_t longestLine) {
-    Lines entries;
+/// The entries of the file read as a whole, line by line.
+Entries naiveEntries(std::string_view file, LineSelection selection, std::size_t longestLine) {
+    Entries entries;
     static JSONLDecoder decoder;
     if (!QUtf8StringView(file.data(), static_cast<qsizetype>(file.size())).isValidUtf8())
         return entries;
@@ -29,26 +28,23 @@ Lines naiveEntries(std::string_view file, LineSelection selection, std::size_t l
         file.remove_prefix(std::min(end + 1, file.size()));
         if (line.size() > longestLine)
             continue;
-        const auto entry = decoder.decodeTolerant(line);
+        const auto entry = decoder.decode(line);
         if (entry && (selection == LineSelection::all || entry->isUsageLine()))
-            entries.push_back(encodeEntry(*entry));
+            entries.push_back(*entry);
     }
     return entries;
 }
 
-/// The same by the reader, which gets the bytes in pieces.
-Lines entriesInBlocks(std::string_view file, LineSelection selection, std::size_t longestLine,
-                      std::size_t blockSize, std::size_t piece) {
+/// The entries that the reader returns for the bytes in pieces.
+Entries entriesInBlocks(std::string_view file, LineSelection selection, std::size_t longestLine,
+                        std::size_t blockSize, std::size_t piece) {
     const auto source = [&](char *data, std::size_t size) {
         const std::size_t count = std::min({size, piece, file.size()});
         std::memcpy(data, file.data(), count);
         file.remove_prefix(count);
         return static_cast<ssize_t>(count);
     };
-    Lines entries;
-    for (const JSONLEntry &entry : LogFileReader(selection, blockSize, longestLine).read(source))
-        entries.push_back(encodeEntry(entry));
-    return entries;
+    return LogFileReader(selection, blockSize, longestLine).read(source);
 }
 
 } // namespace
@@ -61,16 +57,16 @@ const char *checkLogFile(std::string_view input) {
     } sizes[] = {{1, 1}, {3, 3}, {7, 2}, {150, 5}, {400, 400}, {whole, whole}};
     // The short limit is met by common lines.
     for (const std::size_t longestLine : {longest, std::size_t{100}}) {
-        const Lines expected = naiveEntries(input, LineSelection::all, longestLine);
+        const Entries expected = naiveEntries(input, LineSelection::all, longestLine);
         for (const auto &size : sizes) {
             require(entriesInBlocks(input, LineSelection::all, longestLine, size.block, size.piece) ==
                         expected,
-                    "blocks of any size give what the whole file does");
+                    "blocks of any size give the same entries");
         }
     }
-    const Lines counted = naiveEntries(input, LineSelection::usageOnly, longest);
+    const Entries counted = naiveEntries(input, LineSelection::usageOnly, longest);
     require(entriesInBlocks(input, LineSelection::usageOnly, longest, whole, whole) == counted,
-            "no line that counts is passed over");
+            "the line filter loses no usage line");
     return counted.empty() ? "nothing" : "counted";
 }
 

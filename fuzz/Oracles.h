@@ -23,7 +23,7 @@ inline void require(bool holds, const char *claim) {
 // mostly against a second reading that is plain and slow, and says what became of the input: the word with
 // which its file's name begins in the corpus. They throw Violation, and nothing else if the code is right.
 
-/// "fast" or "tolerant" by the reading that took the line, or "refused".
+/// "decoded", or "beyond" if simdjson refuses the line, "refused", or "notutf8" without a check.
 [[nodiscard]] const char *checkLogLine(std::string_view input);
 /// "counted" when the file has usage lines, otherwise "nothing".
 [[nodiscard]] const char *checkLogFile(std::string_view input);

@@ -7,7 +7,7 @@
 
 #include <simdjson.h>
 
-// Readings of JSON by a library that none of the code under test uses for its documents; log lines excepted.
+// Readings of JSON by a library that none of the code under test uses for JSON.
 namespace burnwick::fuzz {
 
 /// The document as simdjson reads it, without a byte order mark; lives until the next call.

@@ -2,14 +2,101 @@
 // SPDX-License-Identifier: MIT
 #include "json/JsonScanner.h"
 
+#include <array>
+#include <bit>
 #include <charconv>
+#include <cstdint>
+#include <cstring>
+#include <utility>
 
 namespace burnwick {
 
 namespace {
 
+constexpr std::size_t simpleEscapeSize = 2;
+constexpr std::size_t codeUnitSize = 6; ///< of \uXXXX
+
+unsigned char toByte(char c) {
+    return static_cast<unsigned char>(c);
+}
+
 bool isDigit(char c) {
     return c >= '0' && c <= '9';
+}
+
+/// Nonzero for a byte that skipString() must look at: a control character, an unescaped quote, or a backslash
+/// that begins another escape than the most frequent ones. For single bytes, and for vectors of them.
+template <typename Bytes>
+auto isSpecial(Bytes previous, Bytes bytes, Bytes next) {
+    return (bytes < 0x20) | ((bytes == '"') & (previous != '\\')) |
+           ((bytes == '\\') & (next != 'n') & (next != '"') & (next != 't'));
+}
+
+template <typename Bytes>
+Bytes load(const char *from) {
+    Bytes bytes;
+    std::memcpy(&bytes, from, sizeof bytes);
+    return bytes;
+}
+
+/// The index of the first special byte from there on; the text's size if there is none. Reads the byte before
+/// the text, too: its opening quote.
+std::size_t findSpecial(std::string_view text, std::size_t at) {
+    using Bytes [[gnu::vector_size(16)]] = unsigned char;
+    static_assert(std::endian::native == std::endian::little);
+    for (; at + sizeof(Bytes) < text.size(); at += sizeof(Bytes)) {
+        const char *from = text.data() + at;
+        const auto special = isSpecial(load<Bytes>(from - 1), load<Bytes>(from), load<Bytes>(from + 1));
+        std::array<std::uint64_t, 2> halves{};
+        std::memcpy(halves.data(), &special, sizeof special);
+        if (halves[0] != 0)
+            return at + static_cast<std::size_t>(std::countr_zero(halves[0])) / 8;
+        if (halves[1] != 0)
+            return at + sizeof halves[0] + static_cast<std::size_t>(std::countr_zero(halves[1])) / 8;
+    }
+    for (; at < text.size(); ++at) {
+        const char *from = text.data() + at;
+        const char next = at + 1 < text.size() ? from[1] : '\0';
+        if (isSpecial<unsigned char>(toByte(from[-1]), toByte(from[0]), toByte(next)) != 0)
+            break;
+    }
+    return at;
+}
+
+/// The code unit that an escape such as \u0041 at the beginning of the text represents; null if there is
+/// none.
+std::optional<unsigned> codeUnit(std::string_view text) {
+    if (text.size() < codeUnitSize || !text.starts_with("\\u"))
+        return std::nullopt;
+    unsigned unit = 0;
+    const char *last = text.data() + codeUnitSize;
+    const auto [end, error] = std::from_chars(text.data() + 2, last, unit, 16);
+    return error == std::errc() && end == last ? std::optional(unit) : std::nullopt;
+}
+
+/// The character that an escape such as \n represents, by its second character; NUL if there is no such one.
+constexpr std::array<char, 256> simpleEscapes = [] {
+    std::array<char, 256> meanings{};
+    for (const auto &[second, meaning] : {std::pair('"', '"'),
+                                          {'\\', '\\'},
+                                          {'/', '/'},
+                                          {'b', '\b'},
+                                          {'f', '\f'},
+                                          {'n', '\n'},
+                                          {'r', '\r'},
+                                          {'t', '\t'}})
+        meanings[static_cast<unsigned char>(second)] = meaning;
+    return meanings;
+}();
+char simpleEscape(char second) {
+    return simpleEscapes[toByte(second)];
+}
+
+/// The size of the escape at the beginning of the text; 0 if there is none or it is malformed.
+std::size_t escapeSize(std::string_view text) {
+    if (text.size() >= simpleEscapeSize && text[0] == '\\' && simpleEscape(text[1]) != '\0')
+        return simpleEscapeSize;
+    return codeUnit(text) ? codeUnitSize : 0;
 }
 
 void appendUtf8(std::string &text, unsigned codePoint) {
@@ -45,12 +132,7 @@ bool JsonScanner::skipValue() {
             m_rest.remove_prefix(1);
             skipSpace();
             if (!accept(m_open.back())) {
-                if (m_open.back() == ']')
-                    continue;
-                if (readString(nullptr) == Text::failure)
-                    return false;
-                skipSpace();
-                if (!accept(':'))
+                if (m_open.back() == '}' && !skipKey())
                     return false;
                 continue;
             }
@@ -69,21 +151,23 @@ bool JsonScanner::skipValue() {
                 return false;
             m_open.pop_back();
         }
-        if (m_open.back() == '}') {
-            skipSpace();
-            if (readString(nullptr) == Text::failure)
-                return false;
-            skipSpace();
-            if (!accept(':'))
-                return false;
-        }
+        skipSpace();
+        if (m_open.back() == '}' && !skipKey())
+            return false;
     }
+}
+
+bool JsonScanner::skipKey() {
+    if (!skipString())
+        return false;
+    skipSpace();
+    return accept(':');
 }
 
 bool JsonScanner::skipScalar() {
     switch (peek()) {
     case '"':
-        return readString(nullptr) != Text::failure;
+        return skipString().has_value();
     case 't':
         return skipWord("true");
     case 'f':
@@ -122,76 +206,59 @@ bool JsonScanner::skipWord(std::string_view word) {
     return true;
 }
 
-JsonScanner::Text JsonScanner::readString(std::string *text) {
+/// Consumes a string and returns what its quotes enclose; null if it is malformed or no string.
+std::optional<std::string_view> JsonScanner::skipString() {
     if (!accept('"'))
-        return Text::failure;
-    bool unpaired = false;
-    while (!m_rest.empty()) {
-        const char c = m_rest.front();
-        if (static_cast<unsigned char>(c) < 0x20)
-            return Text::failure;
-        m_rest.remove_prefix(1);
-        if (c == '"')
-            return unpaired ? Text::unpairedSurrogate : Text::valid;
-        if (c != '\\') {
-            if (text != nullptr)
-                *text += c;
-        } else if (!readEscape(text, unpaired)) {
-            return Text::failure;
+        return std::nullopt;
+    const auto isAtQuote = [this](std::size_t at) { return m_rest.substr(at).starts_with('"'); };
+    std::size_t size = 0;
+    // A quote behind an escape is not escaped itself, though the escape may end with a backslash.
+    while (!isAtQuote(size)) {
+        size = findSpecial(m_rest, size);
+        if (isAtQuote(size))
+            break;
+        const std::size_t escape = escapeSize(m_rest.substr(size));
+        if (escape == 0)
+            return std::nullopt;
+        size += escape;
+    }
+    const std::string_view quoted = m_rest.substr(0, size);
+    m_rest.remove_prefix(size + 1);
+    return quoted;
+}
+
+std::optional<std::string_view> JsonScanner::readString(std::string &unescaped) {
+    const auto quoted = skipString();
+    return quoted ? unescape(*quoted, unescaped) : std::nullopt;
+}
+
+std::optional<std::string_view> JsonScanner::unescape(std::string_view quoted, std::string &unescaped) {
+    std::size_t plain = quoted.find('\\');
+    if (plain == std::string_view::npos)
+        return quoted;
+    unescaped.clear();
+    for (; plain != std::string_view::npos; plain = quoted.find('\\')) {
+        unescaped += quoted.substr(0, plain);
+        quoted.remove_prefix(plain);
+        const auto unit = codeUnit(quoted);
+        if (!unit) {
+            unescaped += simpleEscape(quoted[1]);
+            quoted.remove_prefix(simpleEscapeSize);
+            continue;
         }
-    }
-    return Text::failure;
-}
-
-/// Reads what follows a backslash.
-bool JsonScanner::readEscape(std::string *text, bool &unpaired) {
-    constexpr std::string_view escapes = "\"\\/bfnrt";
-    constexpr std::string_view meanings = "\"\\/\b\f\n\r\t";
-    if (const auto simple = escapes.find(peek()); !m_rest.empty() && simple != std::string_view::npos) {
-        m_rest.remove_prefix(1);
-        if (text != nullptr)
-            *text += meanings[simple];
-        return true;
-    }
-    unsigned unit = 0;
-    if (!accept('u') || !readHex(unit))
-        return false;
-    const bool leading = unit >= 0xD800 && unit < 0xDC00;
-    const bool trailing = unit >= 0xDC00 && unit < 0xE000;
-    if (leading && m_rest.starts_with("\\u")) {
-        const std::string_view afterUnit = m_rest;
-        m_rest.remove_prefix(2);
-        unsigned second = 0;
-        if (!readHex(second))
-            return false;
-        if (second >= 0xDC00 && second < 0xE000) {
-            if (text != nullptr)
-                appendUtf8(*text, 0x10000U + ((unit - 0xD800U) << 10U) + (second - 0xDC00U));
-            return true;
+        quoted.remove_prefix(codeUnitSize);
+        if (*unit < 0xD800 || *unit >= 0xE000) {
+            appendUtf8(unescaped, *unit);
+            continue;
         }
-        m_rest = afterUnit;
+        const auto second = codeUnit(quoted);
+        if (*unit >= 0xDC00 || !second || *second < 0xDC00 || *second >= 0xE000)
+            return std::nullopt;
+        appendUtf8(unescaped, 0x10000U + ((*unit - 0xD800U) << 10U) + (*second - 0xDC00U));
+        quoted.remove_prefix(codeUnitSize);
     }
-    if (leading || trailing)
-        unpaired = true;
-    else if (text != nullptr)
-        appendUtf8(*text, unit);
-    return true;
-}
-
-bool JsonScanner::readHex(unsigned &unit) {
-    constexpr std::size_t digits = 4;
-    if (m_rest.size() < digits)
-        return false;
-    const auto [end, error] = std::from_chars(m_rest.data(), m_rest.data() + digits, unit, 16);
-    if (error != std::errc() || end != m_rest.data() + digits)
-        return false;
-    m_rest.remove_prefix(digits);
-    return true;
-}
-
-void JsonScanner::skipSpace() {
-    const auto end = m_rest.find_first_not_of(" \t\r\n");
-    m_rest.remove_prefix(end == std::string_view::npos ? m_rest.size() : end);
+    unescaped += quoted;
+    return unescaped;
 }
 
 } // namespace burnwick

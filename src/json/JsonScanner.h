@@ -3,19 +3,17 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace burnwick {
 
-/// Walks along a text in JSON. It holds to the grammar strictly, but sets no limits of its own: what is
-/// skipped may be any number however large, any escape (lone surrogates too) and nested to any depth. After a
-/// failure nothing that it says is of use.
+/// Reads JSON from left to right. Strict about the grammar, also in values that are skipped, but without
+/// limits: a skipped value may be a number of any size, contain escapes of unpaired surrogates and be nested
+/// to any depth. After a failure the results of further calls are unspecified.
 class JsonScanner {
 public:
-    enum class Text { valid, unpairedSurrogate, failure };
-
     /// `text` must be valid UTF-8 and outlive the scanner.
     explicit JsonScanner(std::string_view text = {}) noexcept
         : m_rest(text) {}
@@ -31,27 +29,35 @@ public:
         m_rest.remove_prefix(1);
         return true;
     }
-    void skipSpace();
+    void skipSpace() noexcept {
+        while (!m_rest.empty() && (m_rest.front() == ' ' || m_rest.front() == '\t' ||
+                                   m_rest.front() == '\r' || m_rest.front() == '\n'))
+            m_rest.remove_prefix(1);
+    }
 
-    /// These consume one value, from its first character; false when it is none of its kind.
+    /// These consume one value, from its first character; they return false when it is of another kind or
+    /// malformed.
     bool skipValue();
     bool skipNumber();
     bool skipWord(std::string_view word);
-    /// Appends the string's meaning to `text`, unless that is null; it is of use only when the answer is
-    /// `valid`.
-    Text readString(std::string *text);
+
+    /// Consumes a string and returns its text: a view of the input if the string has no escapes, otherwise of
+    /// `unescaped`. Returns null when it is malformed, not a string, or has unpaired surrogates.
+    std::optional<std::string_view> readString(std::string &unescaped);
+
     /// Reads a whole object. readMember(key) gets each key (for the length of the call) and must consume its
-    /// value; false ends the reading.
+    /// value; false ends the reading. Keys with unpaired surrogates are skipped with their values.
     template <typename ReadMember>
     bool readObject(ReadMember readMember);
 
 private:
+    std::optional<std::string_view> skipString();
+    bool skipKey();
     bool skipScalar();
-    bool readEscape(std::string *text, bool &unpaired);
-    bool readHex(unsigned &unit);
+    static std::optional<std::string_view> unescape(std::string_view quoted, std::string &unescaped);
 
     std::string_view m_rest;
-    std::vector<char> m_open; ///< the brackets that a skipped value has open
+    std::string m_open; ///< the closing brackets of the values being skipped
 };
 
 template <typename ReadMember>
@@ -61,19 +67,18 @@ bool JsonScanner::readObject(ReadMember readMember) {
     skipSpace();
     if (accept('}'))
         return true;
-    std::string key;
+    std::string unescaped;
     do {
         skipSpace();
-        key.clear();
-        const Text text = readString(&key);
-        if (text == Text::failure)
+        const auto quoted = skipString();
+        if (!quoted)
             return false;
         skipSpace();
         if (!accept(':'))
             return false;
         skipSpace();
-        // A key with an unpaired surrogate is no text; nobody asks for it.
-        if (text == Text::unpairedSurrogate ? !skipValue() : !readMember(std::string_view(key)))
+        const auto key = unescape(*quoted, unescaped);
+        if (key ? !readMember(*key) : !skipValue())
             return false;
         skipSpace();
     } while (accept(','));

@@ -12,7 +12,7 @@ namespace burnwick {
 
 namespace {
 
-/// How many bytes there are before a character of UTF-8 that may be cut at the end.
+/// The length of the bytes without a UTF-8 character that may be cut off at the end.
 std::size_t endOfCharacters(std::string_view bytes) {
     const std::size_t longestCut = std::min<std::size_t>(3, bytes.size());
     for (std::size_t back = 1; back <= longestCut; ++back) {
@@ -25,18 +25,29 @@ std::size_t endOfCharacters(std::string_view bytes) {
     return bytes.size();
 }
 
+/// The length of the bytes up to and including the last line feed.
+std::size_t sizeOfLines(std::string_view bytes) {
+    std::size_t size = 0;
+    static_cast<void>(visitMatchesFromEnd<1>(
+        bytes, [](const char *p) { return isByte(*p, '\n'); },
+        [&size](std::size_t at) {
+            size = at + 1;
+            return false;
+        }));
+    return size;
+}
+
 } // namespace
 
-BlockReader::BlockReader(std::size_t blockSize, std::size_t padding, std::size_t longestLine)
+BlockReader::BlockReader(std::size_t blockSize, std::size_t longestLine)
     : m_blockSize(std::max<std::size_t>(blockSize, 1))
-    , m_padding(padding)
     , m_longestLine(longestLine) {}
 
 void BlockReader::reserve(std::size_t capacity) {
     if (capacity <= m_capacity)
         return;
-    // Not a vector: it would touch every byte, and could not grow a long line's buffer in place.
-    void *grown = std::realloc(m_buffer.get(), capacity + m_padding);
+    // Not a vector: it would write every byte, and could not grow a long line's buffer in place.
+    void *grown = std::realloc(m_buffer.get(), capacity);
     if (grown == nullptr)
         throw std::bad_alloc();
     static_cast<void>(m_buffer.release());
@@ -44,18 +55,18 @@ void BlockReader::reserve(std::size_t capacity) {
     m_capacity = capacity;
 }
 
-bool BlockReader::readAll(const Read &read, const Consume &consume, const PassOver &passOver) {
+bool BlockReader::readAll(const Read &read, const Take &take) {
     reserve(m_blockSize);
     std::size_t filled = 0;
-    const auto hand = [&](const std::function<bool(std::string_view)> &take, std::size_t size) {
+    auto content = Content::lines;
+    const auto takeFirst = [&](std::size_t size) {
         char *data = m_buffer.get();
-        if (!take(std::string_view(data, size)))
+        if (!take({data, size}, content))
             return false;
         filled -= size;
         std::memmove(data, data + size, filled);
         return true;
     };
-    bool inLongLine = false;
     while (true) {
         if (m_capacity - filled < (m_blockSize + 1) / 2)
             reserve(std::min(m_capacity * 2, m_longestLine + m_blockSize));
@@ -64,33 +75,30 @@ bool BlockReader::readAll(const Read &read, const Consume &consume, const PassOv
         if (count < 0)
             return false;
         if (count == 0)
-            break;
+            return filled == 0 || takeFirst(filled);
         std::size_t searched = filled;
         filled += static_cast<std::size_t>(count);
-        // Any value would do, but memory checkers object to what was never written.
-        std::memset(data + filled, 0, m_padding);
-        if (inLongLine) {
-            const std::string_view piece(data, filled);
-            const std::size_t feed = piece.find('\n', searched);
-            inLongLine = feed == std::string_view::npos;
-            if (!hand(passOver, inLongLine ? endOfCharacters(piece) : feed + 1))
+        if (content == Content::partOfLongLine) {
+            const std::string_view part(data, filled);
+            const std::size_t feed = part.find('\n', searched);
+            const bool ends = feed != std::string_view::npos;
+            if (!takeFirst(ends ? feed + 1 : endOfCharacters(part)))
                 return false;
-            if (inLongLine)
+            if (!ends)
                 continue;
+            content = Content::lines;
             searched = 0;
         }
-        const std::string_view added(data + searched, filled - searched);
-        const std::size_t feed = findLast<1>(added, [](const char *p) { return *p == '\n'; });
-        if (feed != std::string_view::npos) {
-            if (!hand(consume, searched + feed + 1))
+        const std::size_t lines = sizeOfLines({data + searched, filled - searched});
+        if (lines > 0) {
+            if (!takeFirst(searched + lines))
                 return false;
         } else if (filled > m_longestLine) {
-            inLongLine = true;
-            if (!hand(passOver, endOfCharacters({data, filled})))
+            content = Content::partOfLongLine;
+            if (!takeFirst(endOfCharacters({data, filled})))
                 return false;
         }
     }
-    return filled == 0 || hand(inLongLine ? passOver : consume, filled);
 }
 
 } // namespace burnwick

@@ -39,7 +39,7 @@ std::int64_t longestRunOf(const DailyActivity &activity) {
 
 } // namespace
 
-void addCounts(SessionTokens &sums, const JSONLEntry::Counts &counts) {
+void addCounts(SessionTokens &sums, const SessionTokens &counts) {
     sums.input = addTokens(sums.input, counts.input);
     sums.output = addTokens(sums.output, counts.output);
     sums.cacheCreation = addTokens(sums.cacheCreation, counts.cacheCreation);
@@ -61,7 +61,7 @@ std::int64_t &HistoryBuilder::tokensOn(LocalDay day) {
 }
 
 void HistoryBuilder::add(const JSONLEntry &entry) {
-    const JSONLEntry::Counts counts = entry.counts();
+    const SessionTokens &counts = entry.counts();
     ++m_messageCount;
     addCounts(m_totalTokens, counts);
 
@@ -71,7 +71,7 @@ void HistoryBuilder::add(const JSONLEntry &entry) {
         model->output = addTokens(model->output, counts.output);
     }
 
-    const auto instant = entry.timestamp().instant();
+    const auto instant = entry.timestamp();
     if (!instant)
         return;
     const auto local = m_cursor.localTimeOf(*instant);

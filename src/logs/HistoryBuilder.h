@@ -12,7 +12,7 @@
 
 namespace burnwick {
 
-/// Sums entries up, one at a time and in any order. For one thread; ends the program when a sum overflows.
+/// Sums entries in any order. For one thread; ends the program when a sum overflows.
 class HistoryBuilder {
 public:
     explicit HistoryBuilder(const Calendar &calendar)
@@ -20,7 +20,7 @@ public:
 
     void add(const JSONLEntry &entry);
 
-    /// The history of what was added; `today` is where the current streak ends.
+    /// Returns the history of the entries added; the current streak ends on `today`.
     [[nodiscard]] HistoricalData finish(std::int64_t sessionCount, LocalDay today) const;
 
 private:
@@ -46,6 +46,6 @@ private:
 };
 
 /// Adds an entry's counts to the sums; ends the program when one overflows.
-void addCounts(SessionTokens &sums, const JSONLEntry::Counts &counts);
+void addCounts(SessionTokens &sums, const SessionTokens &counts);
 
 } // namespace burnwick

@@ -4,28 +4,23 @@
 
 #include <cstddef>
 #include <functional>
-#include <optional>
 #include <string>
 #include <string_view>
 
 namespace burnwick {
 
-/// A text that is stored once per process, however many entries bear it: a pointer's size, compared by
-/// identity. Meant for the few model names, line types and session identifiers of a log tree; texts are kept
-/// for the life of the process. A default-made value is absent. Safe from any thread.
+/// A text that is stored once per process, or null: the size of a pointer, compared by identity. For the few
+/// distinct model names, line types and session identifiers of a log tree; texts are never freed. Safe from
+/// any thread.
 class InternedString {
 public:
     InternedString() noexcept = default;
-    /// The one copy of the text, made on its first use.
     explicit InternedString(std::string_view text);
 
     [[nodiscard]] bool hasValue() const noexcept { return m_text != nullptr; }
-    /// The text; empty when absent.
+    /// The text; empty when null.
     [[nodiscard]] std::string_view view() const noexcept {
         return m_text != nullptr ? std::string_view(*m_text) : std::string_view();
-    }
-    [[nodiscard]] std::optional<std::string_view> optionalView() const noexcept {
-        return m_text != nullptr ? std::optional<std::string_view>(*m_text) : std::nullopt;
     }
 
     bool operator==(const InternedString &) const noexcept = default;

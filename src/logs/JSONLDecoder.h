@@ -3,44 +3,40 @@
 #pragma once
 
 #include "logs/JSONLEntry.h"
-#include "logs/LineFields.h"
+#include "json/JsonScanner.h"
 
-#include <cstddef>
-#include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace burnwick {
 
-/// Decodes log lines one after the other, keeping its buffers. For one thread.
+/// Decodes log lines one after the other, reusing its buffers. For one thread.
 class JSONLDecoder {
 public:
-    /// How many readable bytes, of any value, the fast reading needs behind a line.
-    static const std::size_t padding;
-
-    JSONLDecoder();
-    ~JSONLDecoder();
-    JSONLDecoder(const JSONLDecoder &) = delete;
-    JSONLDecoder &operator=(const JSONLDecoder &) = delete;
-
-    /// The line's entry; absent when the line is not valid UTF-8, not a JSON object, or has a value of
-    /// another type than expected under one of the keys it reads. Whether the line counts is not looked at.
+    /// Returns the line's entry, without a session, whether it is a usage line or not. Returns null if the
+    /// line is not a JSON object, or one of the nine keys has a value of another type than expected. Of equal
+    /// keys the last one counts. `line` must be valid UTF-8.
     [[nodiscard]] std::optional<JSONLEntry> decode(std::string_view line);
-    /// The same without a copy, for a line that is followed by `padding` readable bytes.
-    [[nodiscard]] std::optional<JSONLEntry> decodePadded(std::string_view line);
-
-    /// The two readings on their own. decode() asks the second only where the first refuses the line.
-    [[nodiscard]] std::optional<JSONLEntry> decodeFast(std::string_view line);
-    [[nodiscard]] std::optional<JSONLEntry> decodeTolerant(std::string_view line);
 
 private:
-    struct Readers;
+    /// A string, and the buffer for it if it has escapes.
+    struct Text {
+        std::optional<std::string_view> value;
+        std::string unescaped;
+    };
 
-    enum class Padding { present, absent };
-    [[nodiscard]] std::optional<JSONLEntry> decodeTwice(std::string_view line, Padding padding);
-    [[nodiscard]] JSONLEntry makeEntry(const LineFields &fields);
+    bool readMember(std::string_view key);
+    bool readMessage();
+    bool readUsage();
+    bool readText(Text &text);
+    bool readCount(std::int64_t &count);
 
-    std::unique_ptr<Readers> m_readers;
+    JsonScanner m_json;
+    Text m_type;
+    Text m_timestamp;
+    Text m_model;
+    std::optional<SessionTokens> m_usage;
     InternedString m_lastType;
     InternedString m_lastModel;
 };

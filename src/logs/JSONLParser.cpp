@@ -2,18 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "logs/JSONLParser.h"
 
+#include "logs/HistoryBuilder.h"
 #include "logs/LogFileReader.h"
-#include "logs/LogTree.h"
 
 #include <algorithm>
-#include <atomic>
-#include <iterator>
-#include <map>
-#include <mutex>
 #include <new>
-#include <numeric>
-#include <string_view>
-#include <system_error>
 #include <thread>
 #include <unordered_set>
 #include <utility>
@@ -22,74 +15,42 @@ namespace burnwick {
 
 namespace {
 
-/// The file's name without its extension.
-std::string_view sessionOf(std::string_view file) {
-    const std::string_view name = file.substr(file.rfind('/') + 1);
-    const std::size_t dot = name.rfind('.');
-    return dot == 0 ? name : name.substr(0, dot);
+void assignSession(std::vector<JSONLEntry> &entries, const LogFile &file) {
+    if (entries.empty())
+        return;
+    const InternedString session = sessionOf(file.path);
+    for (JSONLEntry &entry : entries)
+        entry.setSessionId(session);
 }
 
-/// The file's entries; none when there is not enough memory for them.
-std::vector<JSONLEntry> readFile(LogFileReader &reader, const std::string &file, bool assignSessionId,
-                                 const std::stop_token &stop) {
+/// Moves the files' entries to the end of the list. A file for which memory is short adds none.
+void append(std::vector<JSONLEntry> &all, std::vector<JSONLEntry> entries) {
     try {
-        std::vector<JSONLEntry> entries = reader.readFile(file, stop);
-        if (assignSessionId && !entries.empty()) {
-            const InternedString session(sessionOf(file));
-            for (JSONLEntry &entry : entries)
-                entry.setSessionId(session);
-        }
-        return entries;
+        if (all.empty())
+            all = std::move(entries);
+        else
+            all.insert(all.end(), entries.begin(), entries.end());
     } catch (const std::bad_alloc &) {
-        return {};
+        // The same as with a file that cannot be read.
     }
 }
 
-/// Puts the files' entries together in file order, whatever the order in which they are done. A file for
-/// which memory is short, and one that is never added, has none.
-class OrderedMerge {
-public:
-    explicit OrderedMerge(std::size_t firstRecentFile)
-        : m_firstRecentFile(firstRecentFile) {}
-
-    void add(std::size_t file, std::vector<JSONLEntry> entries) {
-        const std::lock_guard lock(m_mutex);
-        m_waiting.emplace(file, std::move(entries));
-        while (!m_waiting.empty() && m_waiting.begin()->first == m_nextFile)
-            mergeFirst();
+/// `settledFiles` is how many of the files are settled: the first ones.
+LogHistory readHistory(std::span<const LogFile> files, std::size_t settledFiles, unsigned threads,
+                       const std::stop_token &stop) {
+    auto entries = readUsageLines(files, threads, stop);
+    LogHistory history;
+    history.fileCount = static_cast<std::int64_t>(files.size());
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        if (i == settledFiles)
+            history.firstRecent = history.entries.size();
+        assignSession(entries[i], files[i]);
+        append(history.entries, std::exchange(entries[i], {}));
     }
-    /// Once every file has been added; before the other two.
-    void finish() {
-        while (!m_waiting.empty())
-            mergeFirst();
-    }
-    [[nodiscard]] std::size_t firstRecent() const { return m_firstRecent.value_or(m_merged.size()); }
-    [[nodiscard]] std::vector<JSONLEntry> takeEntries() { return std::move(m_merged); }
-
-private:
-    void mergeFirst() {
-        const auto first = m_waiting.begin();
-        m_nextFile = first->first + 1;
-        if (!m_firstRecent && first->first >= m_firstRecentFile)
-            m_firstRecent = m_merged.size();
-        try {
-            if (m_merged.empty())
-                m_merged = std::move(first->second);
-            else
-                m_merged.insert(m_merged.end(), first->second.begin(), first->second.end());
-        } catch (const std::bad_alloc &) {
-            // As with any other file that cannot be read.
-        }
-        m_waiting.erase(first);
-    }
-
-    std::mutex m_mutex;
-    std::size_t m_firstRecentFile;
-    std::optional<std::size_t> m_firstRecent;
-    std::size_t m_nextFile = 0;
-    std::map<std::size_t, std::vector<JSONLEntry>> m_waiting;
-    std::vector<JSONLEntry> m_merged;
-};
+    if (settledFiles >= files.size())
+        history.firstRecent = history.entries.size();
+    return history;
+}
 
 /// How many of the files, which are sorted by time, are older.
 std::size_t countModifiedBefore(std::span<const LogFile> files, Instant instant) {
@@ -98,9 +59,6 @@ std::size_t countModifiedBefore(std::span<const LogFile> files, Instant instant)
     });
     return static_cast<std::size_t>(first - files.begin());
 }
-
-/// Starting a thread costs about as much as reading this much.
-constexpr std::uint64_t bytesWorthAThread = 1U << 20U;
 
 } // namespace
 
@@ -112,71 +70,33 @@ JSONLParser::JSONLParser(const std::filesystem::path &home, const Calendar &cale
     , m_threads(threads != 0 ? threads : std::max(1U, std::thread::hardware_concurrency())) {}
 
 std::vector<LogFile> JSONLParser::allLogFiles(const std::stop_token &stop) const {
-    return walkLogTree(m_projectsURL.native(), std::nullopt, stop);
-}
-
-Instant JSONLParser::recentSince() const {
-    return m_calendar.daysBefore(m_clock.now(), 1);
+    return walkLogTree(m_projectsURL, std::nullopt, stop);
 }
 
 std::vector<LogFile> JSONLParser::recentLogFiles(const std::stop_token &stop) const {
-    return walkLogTree(m_projectsURL.native(), recentSince(), stop);
+    return walkLogTree(m_projectsURL, recentSince(), stop);
 }
 
 std::vector<JSONLEntry> JSONLParser::parseFile(const std::filesystem::path &file,
                                                bool assignSessionId) const {
-    LogFileReader reader(LineSelection::all);
-    return readFile(reader, file.native(), assignSessionId, {});
-}
-
-LogHistory JSONLParser::parseFiles(std::span<const LogFile> files, std::size_t firstRecentFile,
-                                   bool assignSessionId, const std::stop_token &stop) const {
-    OrderedMerge merge(firstRecentFile);
-    std::atomic<std::size_t> nextFile = 0;
-    const auto work = [&] {
-        try {
-            LogFileReader reader(LineSelection::usageOnly);
-            for (std::size_t i = nextFile++; i < files.size() && !stop.stop_requested(); i = nextFile++) {
-                const LogFile &file = files[i];
-                merge.add(i, file.regular ? readFile(reader, file.path, assignSessionId, stop)
-                                          : std::vector<JSONLEntry>());
-            }
-        } catch (const std::bad_alloc &) {
-            // Not even for the little that is needed besides a file's entries; others may go on.
-        }
-    };
-    const std::uint64_t bytes =
-        std::accumulate(files.begin(), files.end(), std::uint64_t{0},
-                        [](std::uint64_t sum, const LogFile &file) { return sum + file.size; });
-    const std::uint64_t workers =
-        std::min({std::uint64_t{m_threads}, std::uint64_t{files.size()}, 1 + bytes / bytesWorthAThread});
-    {
-        std::vector<std::jthread> helpers;
-        try {
-            for (std::uint64_t i = 1; i < workers; ++i)
-                helpers.emplace_back(work);
-        } catch (const std::system_error &) {
-            // No more threads are to be had; those that run, and this one, do it all.
-        }
-        work();
-    }
-    merge.finish();
-    LogHistory history;
-    history.fileCount = static_cast<std::int64_t>(files.size());
-    history.firstRecent = merge.firstRecent();
-    history.entries = merge.takeEntries();
-    return history;
+    std::vector<JSONLEntry> entries = LogFileReader(LineSelection::all).readFile(file);
+    if (assignSessionId)
+        assignSession(entries, {file, {}, 0, true});
+    return entries;
 }
 
 std::vector<JSONLEntry> JSONLParser::parseRecentEntries() const {
-    return parseFiles(recentLogFiles(), 0, false, {}).entries;
+    std::vector<JSONLEntry> all;
+    for (auto &entries : readUsageLines(recentLogFiles(), m_threads, {}))
+        append(all, std::move(entries));
+    return all;
 }
 
 LogHistory JSONLParser::parseAllEntries(const std::stop_token &stop) const {
     const std::vector<LogFile> files = allLogFiles(stop);
     const Instant since = recentSince();
     const std::size_t settled = countModifiedBefore(files, since);
-    LogHistory history = parseFiles(files, settled, true, stop);
+    LogHistory history = readHistory(files, settled, m_threads, stop);
     history.settled = {since, static_cast<std::int64_t>(settled)};
     return history;
 }
@@ -187,7 +107,8 @@ std::optional<LogHistory> JSONLParser::parseUnsettledEntries(const SettledLogs &
     const std::size_t first = countModifiedBefore(files, settled.before);
     if (static_cast<std::int64_t>(first) != settled.fileCount)
         return std::nullopt;
-    LogHistory unsettled = parseFiles(std::span(files).subspan(first), 0, true, stop);
+    const std::size_t firstRecent = countModifiedBefore(files, std::max(recentSince(), settled.before));
+    LogHistory unsettled = readHistory(std::span(files).subspan(first), firstRecent - first, m_threads, stop);
     unsettled.fileCount = static_cast<std::int64_t>(files.size());
     unsettled.settled = settled;
     return unsettled;
@@ -205,16 +126,13 @@ double JSONLParser::calculateBurnRate(std::span<const JSONLEntry> entries) {
     std::optional<Instant> last;
     std::int64_t tokens = 0;
     for (const JSONLEntry &entry : entries) {
-        const auto instant = entry.timestamp().instant();
-        if (!instant)
+        if (!entry.timestamp())
             continue;
-        if (!first)
-            first = instant;
-        last = instant;
-        const JSONLEntry::Counts counts = entry.counts();
-        tokens = addTokens(tokens, addTokens(counts.input, counts.output));
+        last = entry.timestamp();
+        first = first ? first : last;
+        tokens = addTokens(tokens, addTokens(entry.counts().input, entry.counts().output));
     }
-    // One dated entry has no span either.
+    // A single dated entry has no span either.
     if (!first || *last <= *first)
         return 0;
     constexpr double nanosecondsPerMinute = 60e9;
@@ -239,7 +157,7 @@ HistoricalData JSONLParser::computeHistoricalData(const LogHistory &history, Tim
     HistoryBuilder builder(m_calendar);
     std::unordered_set<InternedString> sessions;
     for (const JSONLEntry &entry : history.entries) {
-        const auto instant = entry.timestamp().instant();
+        const auto instant = entry.timestamp();
         if (!instant || *instant < *cutOff)
             continue;
         builder.add(entry);

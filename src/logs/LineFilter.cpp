@@ -8,42 +8,37 @@ namespace burnwick {
 
 namespace {
 
-// Both look for two quotes and a letter first, and at the whole word only where these are in place; each from
-// that end of the line near which Claude Code writes the word.
+// Each search compares two characters first, and the whole word only where these match; it begins at that end
+// of the line near which Claude Code writes the word.
 
 bool hasUsageKey(std::string_view line) {
     constexpr std::string_view key = "\"usage\"";
-    while (true) {
-        const std::size_t at = findLast<key.size()>(
-            line, [](const char *p) { return (p[0] == '"') & (p[4] == 'g') & (p[6] == '"'); });
-        if (at == std::string_view::npos || line.compare(at, key.size(), key) == 0)
-            return at != std::string_view::npos;
-        line = line.substr(0, at + key.size() - 1);
-    }
+    return !visitMatchesFromEnd<key.size()>(
+        line, [](const char *p) { return isByte(p[0], '"') & isByte(p[4], 'g') & isByte(p[6], '"'); },
+        [=](std::size_t at) { return line.compare(at, key.size(), key) != 0; });
 }
 
 bool namesAssistant(std::string_view line) {
     constexpr std::string_view value = "\"assistant\"";
-    while (true) {
-        const std::size_t at = findFirst<value.size()>(
-            line, [](const char *p) { return (p[0] == '"') & (p[1] == 'a') & (p[10] == '"'); });
-        if (at == std::string_view::npos || line.compare(at, value.size(), value) == 0)
-            return at != std::string_view::npos;
-        line.remove_prefix(at + 1);
-    }
+    return !visitMatches<value.size()>(
+        line, [](const char *p) { return isByte(p[0], '"') & isByte(p[1], 'a') & isByte(p[10], '"'); },
+        [=](std::size_t at) { return line.compare(at, value.size(), value) != 0; });
 }
 
-/// Whether an escape stands for a lower-case letter, such as \u0075 for u. Only then can a key or value be
-/// spelled in a way that a plain search misses.
+/// Whether an escape represents a lower-case letter, such as \u0075 for u. Only then a key or value can be
+/// spelled so that the other searches miss it.
 bool hasEscapedLetters(std::string_view line) {
     // Lower-case letters are U+0061 to U+007A.
-    return findFirst<5>(line, [](const char *p) {
-               return (p[0] == '\\') & (p[1] == 'u') & (p[2] == '0') & ((p[4] & ~1) == '6');
-           }) != std::string_view::npos;
+    return !visitMatches<5>(
+        line,
+        [](const char *p) {
+            return isByte(p[0], '\\') & isByte(p[1], 'u') & isByte(static_cast<char>(p[4] & ~1), '6');
+        },
+        [=](std::size_t at) { return line.compare(at, 4, "\\u00") != 0; });
 }
 
 bool search(std::string_view line) {
-    // Results of tools and subagents carry usage of their own in lines of the user.
+    // Results of tools and subagents have usage in lines of the user.
     return (hasUsageKey(line) && namesAssistant(line)) || hasEscapedLetters(line);
 }
 

@@ -3,12 +3,18 @@
 #include "logs/LogFileReader.h"
 
 #include "logs/LineFilter.h"
+#include "logs/LogTree.h"
 
 #include <simdjson.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
+#include <new>
+#include <numeric>
 #include <optional>
+#include <system_error>
+#include <thread>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -21,8 +27,8 @@ namespace {
 /// Closes the descriptor when destroyed.
 class OpenFile {
 public:
-    // Not blocking: whatever has taken the file's place since it was listed, opening it must not wait.
-    explicit OpenFile(const std::string &path)
+    // Not blocking: a FIFO may have taken the file's place since it was listed.
+    explicit OpenFile(const std::filesystem::path &path)
         : m_descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY)) {}
     ~OpenFile() {
         if (m_descriptor >= 0)
@@ -31,7 +37,7 @@ public:
     OpenFile(const OpenFile &) = delete;
     OpenFile &operator=(const OpenFile &) = delete;
 
-    /// None for anything but a regular file.
+    /// Null if it is not open, or no regular file.
     [[nodiscard]] std::optional<std::size_t> size() const {
         struct stat status {};
         if (m_descriptor < 0 || ::fstat(m_descriptor, &status) != 0 || !S_ISREG(status.st_mode))
@@ -50,67 +56,100 @@ private:
     int m_descriptor;
 };
 
-bool isBlank(std::string_view line) {
-    return line.find_first_not_of(" \t\r") == std::string_view::npos;
-}
-
 } // namespace
 
 LogFileReader::LogFileReader(LineSelection selection, std::size_t blockSize, std::size_t longestLine)
     : m_selection(selection)
     , m_longestLine(longestLine)
-    , m_blocks(blockSize, JSONLDecoder::padding, longestLine) {}
+    , m_blocks(blockSize, longestLine) {}
 
-std::vector<JSONLEntry> LogFileReader::readFile(const std::string &file, const std::stop_token &stop) {
+std::vector<JSONLEntry> LogFileReader::readFile(const std::filesystem::path &file,
+                                                const std::stop_token &stop) {
     const OpenFile open(file);
     const auto size = open.size();
     if (!size)
         return {};
-    // No further than it reached when it was opened: a file that grows as fast as it is read has no end, nor
-    // have some of the kernel's.
+    // Not beyond its size when it was opened: a file that grows as fast as it is read has no end, nor have
+    // some of the kernel's.
     std::size_t left = *size;
     const auto source = [&open, &left](char *data, std::size_t room) {
         const ssize_t count = open.read(data, std::min(room, left));
         left -= static_cast<std::size_t>(std::max<ssize_t>(count, 0));
         return count;
     };
-    return read(source, stop);
+    try {
+        return read(source, stop);
+    } catch (const std::bad_alloc &) {
+        return {};
+    }
 }
 
 std::vector<JSONLEntry> LogFileReader::read(const BlockReader::Read &source, const std::stop_token &stop) {
     std::vector<JSONLEntry> entries;
     const bool complete = m_blocks.readAll(
         [&](char *data, std::size_t size) { return stop.stop_requested() ? -1 : source(data, size); },
-        [&](std::string_view block) { return takeBlock(block, entries); },
-        [](std::string_view piece) { return simdjson::validate_utf8(piece); });
+        [&](std::string_view bytes, BlockReader::Content content) {
+            if (!simdjson::validate_utf8(bytes))
+                return false;
+            if (content == BlockReader::Content::lines)
+                readLines(bytes, entries);
+            return true;
+        });
     if (!complete)
         entries.clear();
     return entries;
 }
 
-bool LogFileReader::takeBlock(std::string_view block, std::vector<JSONLEntry> &entries) {
-    while (!block.empty()) {
-        const std::size_t end = std::min(block.find('\n'), block.size());
-        if (!takeLine(block.substr(0, end), entries))
-            return false;
-        block.remove_prefix(std::min(end + 1, block.size()));
+void LogFileReader::readLines(std::string_view lines, std::vector<JSONLEntry> &entries) {
+    while (!lines.empty()) {
+        const std::size_t end = std::min(lines.find('\n'), lines.size());
+        const std::string_view line = lines.substr(0, end);
+        lines.remove_prefix(std::min(end + 1, lines.size()));
+        const bool all = m_selection == LineSelection::all;
+        if (line.size() > m_longestLine || !(all || mayBeUsageLine(line)))
+            continue;
+        const auto entry = m_decoder.decode(line);
+        if (entry && (all || entry->isUsageLine()))
+            entries.push_back(*entry);
     }
-    return true;
 }
 
-bool LogFileReader::takeLine(std::string_view line, std::vector<JSONLEntry> &entries) {
-    if (isBlank(line))
-        return true;
-    const bool none = m_selection == LineSelection::usageOnly && !mayBeUsageLine(line);
-    if (none || line.size() > m_longestLine)
-        return simdjson::validate_utf8(line);
-    auto entry = m_decoder.decodePadded(line);
-    // What decodes is UTF-8; anything else has yet to be looked at.
-    if (!entry)
-        return simdjson::validate_utf8(line);
-    if (m_selection == LineSelection::all || entry->isUsageLine())
-        entries.push_back(*entry);
-    return true;
+InternedString sessionOf(const std::filesystem::path &file) {
+    return InternedString(file.stem().native());
+}
+
+std::vector<std::vector<JSONLEntry>> readUsageLines(std::span<const LogFile> files, unsigned threads,
+                                                    const std::stop_token &stop) {
+    std::vector<std::vector<JSONLEntry>> entries(files.size());
+    std::atomic<std::size_t> nextFile = 0;
+    const auto work = [&] {
+        try {
+            LogFileReader reader(LineSelection::usageOnly);
+            for (std::size_t i = nextFile++; i < files.size() && !stop.stop_requested(); i = nextFile++) {
+                if (files[i].regular)
+                    entries[i] = reader.readFile(files[i].path, stop);
+            }
+        } catch (const std::bad_alloc &) {
+            // Not enough memory for the reader itself. The other threads go on.
+        }
+    };
+    // Starting a thread costs about as much as reading this much.
+    constexpr std::uint64_t bytesWorthAThread = 1U << 20U;
+    const std::uint64_t bytes =
+        std::accumulate(files.begin(), files.end(), std::uint64_t{0},
+                        [](std::uint64_t sum, const LogFile &file) { return sum + file.size; });
+    const std::uint64_t workers =
+        std::min({std::uint64_t{threads}, std::uint64_t{files.size()}, 1 + bytes / bytesWorthAThread});
+    std::vector<std::jthread> helpers;
+    try {
+        for (std::uint64_t i = 1; i < workers; ++i)
+            helpers.emplace_back(work);
+    } catch (const std::system_error &) {
+        // No more threads can be started. Those that run read all the files.
+    }
+    work();
+    helpers.clear();
+    return entries;
 }
 
 } // namespace burnwick

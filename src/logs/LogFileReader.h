@@ -6,45 +6,57 @@
 #include "logs/JSONLDecoder.h"
 #include "logs/JSONLEntry.h"
 
+#include <filesystem>
+#include <span>
 #include <stop_token>
-#include <string>
+#include <string_view>
 #include <vector>
 
 namespace burnwick {
 
+struct LogFile;
+
 /// Which lines of a file become entries.
 enum class LineSelection { all, usageOnly };
 
-/// Reads log files one after the other, keeping its buffers. Memory is one block and the longest line,
+/// Reads log files one after the other, reusing its buffers. Memory is one block and the longest line,
 /// whatever the size of the file. For one thread.
 class LogFileReader {
 public:
-    /// Small enough to stay in a core's cache between reading, checking and parsing.
+    /// Small enough to stay in a core's cache between reading, checking and decoding.
     static constexpr std::size_t defaultBlockSize = std::size_t{256} << 10U;
-
-    /// Far beyond any line of Claude Code; bounds the memory for a file that is no log at all.
+    /// Far longer than any line of Claude Code; limits the memory for a file that is no log at all.
     static constexpr std::size_t defaultLongestLine = std::size_t{256} << 20U;
 
     explicit LogFileReader(LineSelection selection, std::size_t blockSize = defaultBlockSize,
                            std::size_t longestLine = defaultLongestLine);
 
-    /// The file's entries in line order, without sessions; none when it is not a regular file, cannot be read
-    /// to its end, is not UTF-8 throughout, or a stop is requested meanwhile. A line longer than the longest
-    /// is none. Throws std::bad_alloc when memory is short; the next file can be read all the same.
-    [[nodiscard]] std::vector<JSONLEntry> readFile(const std::string &file, const std::stop_token &stop = {});
-    /// The same for any stream of bytes.
+    /// Returns the file's entries in line order, without sessions; empty if it is not a regular file, cannot
+    /// be read to its end, is not UTF-8 throughout, a stop is requested meanwhile, or memory is short. Lines
+    /// longer than the longest are ignored.
+    [[nodiscard]] std::vector<JSONLEntry> readFile(const std::filesystem::path &file,
+                                                   const std::stop_token &stop = {});
+    /// The same for any stream of bytes. Throws std::bad_alloc when memory is short; the next stream can be
+    /// read all the same.
     [[nodiscard]] std::vector<JSONLEntry> read(const BlockReader::Read &source,
                                                const std::stop_token &stop = {});
 
 private:
-    // Both are false when they meet a byte that is not UTF-8.
-    bool takeBlock(std::string_view block, std::vector<JSONLEntry> &entries);
-    bool takeLine(std::string_view line, std::vector<JSONLEntry> &entries);
+    void readLines(std::string_view lines, std::vector<JSONLEntry> &entries);
 
     LineSelection m_selection;
     std::size_t m_longestLine;
     JSONLDecoder m_decoder;
     BlockReader m_blocks;
 };
+
+/// The session of a log file, by the file's name.
+[[nodiscard]] InternedString sessionOf(const std::filesystem::path &file);
+
+/// Reads the usage lines of each file, on up to `threads` threads. Returns one list for each file, empty
+/// where LogFileReader returns none or memory is short; after a stop request those not yet read are empty,
+/// too.
+[[nodiscard]] std::vector<std::vector<JSONLEntry>>
+readUsageLines(std::span<const LogFile> files, unsigned threads, const std::stop_token &stop);
 
 } // namespace burnwick

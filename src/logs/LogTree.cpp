@@ -3,91 +3,64 @@
 #include "logs/LogTree.h"
 
 #include <algorithm>
-#include <memory>
-#include <string_view>
+#include <system_error>
 #include <tuple>
-#include <utility>
-
-#include <dirent.h>
-#include <fcntl.h>
-#include <sys/stat.h>
 
 namespace burnwick {
 
+namespace fs = std::filesystem;
+
 namespace {
 
-struct CloseDirectory {
-    void operator()(DIR *directory) const noexcept { ::closedir(directory); }
-};
-using Directory = std::unique_ptr<DIR, CloseDirectory>;
-
-bool isLogName(std::string_view name) {
-    constexpr std::string_view extension = ".jsonl";
-    return name.size() > extension.size() && name.ends_with(extension);
+/// When the file was modified, or the nearest instant that can be represented: file systems have times beyond
+/// the year 2261. Null if unknown.
+std::optional<Instant> modificationOf(const fs::directory_entry &entry) {
+    std::error_code error;
+    const fs::file_time_type time = entry.last_write_time(error);
+    using FileClock = fs::file_time_type::clock;
+    const bool tooLate =
+        error ? error == std::errc::value_too_large : time >= FileClock::from_sys(Instant::max());
+    if (tooLate)
+        return Instant::max();
+    if (error)
+        return std::nullopt;
+    return std::chrono::time_point_cast<Instant::duration>(FileClock::to_sys(time));
 }
 
-/// Whether it is a directory itself and no link to one.
-bool isDirectory(int parent, const dirent &entry) {
-    if (entry.d_type != DT_UNKNOWN)
-        return entry.d_type == DT_DIR;
-    // Some file systems do not tell.
-    struct stat status {};
-    return ::fstatat(parent, entry.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(status.st_mode);
-}
-
-LogFile describe(int parent, const char *name) {
-    LogFile file;
-    struct stat status {};
-    if (::fstatat(parent, name, &status, 0) != 0)
-        return file;
-    file.modified = nearestInstant(status.st_mtim.tv_sec, status.st_mtim.tv_nsec);
-    file.size = static_cast<std::uint64_t>(std::max<off_t>(status.st_size, 0));
-    file.regular = S_ISREG(status.st_mode);
+LogFile describe(const fs::directory_entry &entry) {
+    LogFile file{entry.path(), modificationOf(entry), 0, false};
+    std::error_code error;
+    file.regular = entry.is_regular_file(error);
+    if (const auto size = entry.file_size(error); !error)
+        file.size = size;
     return file;
 }
 
 } // namespace
 
-Instant nearestInstant(std::int64_t seconds, std::int64_t nanoseconds) {
-    using std::chrono::duration_cast;
-    constexpr auto latest = duration_cast<std::chrono::seconds>(Instant::max().time_since_epoch()).count();
-    constexpr auto earliest = duration_cast<std::chrono::seconds>(Instant::min().time_since_epoch()).count();
-    if (seconds >= latest)
-        return Instant::max();
-    if (seconds < earliest)
-        return Instant::min();
-    return Instant(std::chrono::seconds(seconds) + std::chrono::nanoseconds(nanoseconds));
-}
-
-std::vector<LogFile> walkLogTree(const std::string &root, std::optional<Instant> since,
+std::vector<LogFile> walkLogTree(const fs::path &root, std::optional<Instant> since,
                                  const std::stop_token &stop) {
     std::vector<LogFile> files;
-    std::vector<std::string> pending{root};
+    std::vector<fs::path> pending{root};
     while (!pending.empty()) {
-        const std::string path = std::move(pending.back()) + '/';
+        // Not recursive_directory_iterator: one directory that vanishes would end its walk.
+        std::error_code error;
+        fs::directory_iterator entry(pending.back(), error);
         pending.pop_back();
-        // One directory after the other, so that one that vanishes does not end the walk.
-        const Directory directory(::opendir(path.c_str()));
-        while (directory && !stop.stop_requested()) {
-            const dirent *entry = ::readdir(directory.get()); // NOLINT: no other thread has this directory
-            if (entry == nullptr)
-                break;
-            const std::string_view name = entry->d_name;
-            const int parent = ::dirfd(directory.get());
-            if (isLogName(name)) {
-                LogFile file = describe(parent, entry->d_name);
-                if (!since || (file.modified && *file.modified >= *since)) {
-                    file.path.reserve(path.size() + name.size());
-                    file.path.append(path).append(name);
+        for (; !error && entry != fs::directory_iterator() && !stop.stop_requested();
+             entry.increment(error)) {
+            std::error_code unknownType;
+            if (entry->path().extension() == ".jsonl") {
+                LogFile file = describe(*entry);
+                if (!since || (file.modified && *file.modified >= *since))
                     files.push_back(std::move(file));
-                }
             }
-            if (name != "." && name != ".." && isDirectory(parent, *entry))
-                pending.push_back(path + entry->d_name);
+            if (!entry->is_symlink(unknownType) && entry->is_directory(unknownType))
+                pending.push_back(entry->path());
         }
     }
     std::sort(files.begin(), files.end(), [](const LogFile &a, const LogFile &b) {
-        return std::tie(a.modified, a.path) < std::tie(b.modified, b.path);
+        return std::tie(a.modified, a.path.native()) < std::tie(b.modified, b.path.native());
     });
     return files;
 }

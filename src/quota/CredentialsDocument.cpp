@@ -81,10 +81,9 @@ std::optional<Found> scanDocument(std::string_view document) {
 }
 
 std::optional<std::string> textFrom(std::string_view value) {
-    std::string text;
-    if (JsonScanner(value).readString(&text) != JsonScanner::Text::valid)
-        return std::nullopt;
-    return text;
+    std::string unescaped;
+    const auto text = JsonScanner(value).readString(unescaped);
+    return text ? std::optional<std::string>(*text) : std::nullopt;
 }
 
 /// Limited to the range of Instant. Whole milliseconds are exact, as they would not be in a double of

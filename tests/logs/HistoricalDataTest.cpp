@@ -4,6 +4,7 @@
 
 #include "display/StatFigures.h"
 #include "logs/JSONLParser.h"
+#include "model/Timestamp.h"
 #include "support/LogTreeFixture.h"
 #include "support/ManualClock.h"
 
@@ -17,7 +18,7 @@ using std::chrono::local_days;
 using test::at;
 
 struct Row {
-    const char *timestamp; ///< null: the line has none
+    std::string timestamp;
     std::int64_t input = 0;
     std::int64_t output = 0;
     const char *model = "claude-sonnet-4-5";
@@ -25,11 +26,9 @@ struct Row {
 };
 
 JSONLEntry entryOf(const Row &row) {
-    JSONLEntry::MessageWrapper message{{}, JSONLEntry::UsageWrapper{row.input, row.output, 1, std::nullopt}};
-    if (row.model != nullptr)
-        message.model = InternedString(row.model);
-    JSONLEntry entry(InternedString("assistant"),
-                     row.timestamp != nullptr ? LogTimestamp(row.timestamp) : LogTimestamp(), message);
+    JSONLEntry entry(InternedString("assistant"), parseLogInstant(row.timestamp),
+                     row.model != nullptr ? InternedString(row.model) : InternedString(),
+                     SessionTokens{row.input, row.output, 1, 0});
     entry.setSessionId(InternedString(row.session));
     return entry;
 }
@@ -45,7 +44,7 @@ HistoricalData historyOf(std::initializer_list<Row> rows, const char *zone = "UT
 TEST(HistoricalData, UndatedEntriesCountInSumsAndModelsOnly) {
     const HistoricalData history = historyOf({
         {"2025-06-10T12:00:00Z", 10, 1, "undated"}, // no fraction
-        {nullptr, 10, 1, "undated"},
+        {"", 10, 1, "undated"},
         {"2025-06-10T12:00:00.5Z", 2, 1, "dated"},
         {"2025-06-09T12:00:00.5Z", 0, 0, nullptr},
     });
@@ -60,7 +59,7 @@ TEST(HistoricalData, UndatedEntriesCountInSumsAndModelsOnly) {
     EXPECT_EQ(history.modelStats, models);
 }
 
-TEST(HistoricalData, StreaksAndRuns) {
+TEST(HistoricalData, StreaksCountConsecutiveDays) {
     const struct {
         const char *what;
         std::initializer_list<int> days;
@@ -78,15 +77,14 @@ TEST(HistoricalData, StreaksAndRuns) {
     for (const auto &row : rows) {
         HistoryBuilder builder(Calendar::inZone("UTC"));
         for (const int day : row.days)
-            builder.add(
-                entryOf({("2025-06-" + std::to_string(100 + day).substr(1) + "T10:00:00.0Z").c_str()}));
+            builder.add(entryOf({"2025-06-" + std::to_string(100 + day).substr(1) + "T10:00:00.0Z"}));
         const HistoricalData history = builder.finish(0, local_days(2025y / 6 / 10));
         EXPECT_EQ(history.currentStreak, row.current) << row.what;
         EXPECT_EQ(history.longestStreak, row.longest) << row.what;
     }
 }
 
-TEST(HistoricalData, DaysOnWhichClocksChangeAreDaysLikeOthers) {
+TEST(HistoricalData, DaysOnWhichClocksChangeCountOnce) {
     const struct {
         const char *zone;
         std::initializer_list<Row> rows;
@@ -112,16 +110,16 @@ TEST(HistoricalData, DaysOnWhichClocksChangeAreDaysLikeOthers) {
     }
 }
 
-TEST(HistoricalData, PeakHourIsLocalAndTheEarliestOfEquals) {
-    constexpr Row at9{"2025-06-01T09:50:00.0Z"};
-    constexpr Row at14{"2025-06-01T14:00:00.0Z"};
+TEST(HistoricalData, PeakHourIsLocalAndOfEqualsTheEarliest) {
+    const Row at9{"2025-06-01T09:50:00.0Z"};
+    const Row at14{"2025-06-01T14:00:00.0Z"};
     EXPECT_EQ(historyOf({}).peakHour, std::nullopt);
     EXPECT_EQ(historyOf({at9, at14, at14}).peakHour, 14);
     EXPECT_EQ(historyOf({at14, at9}).peakHour, 9);
     EXPECT_EQ(historyOf({at14}, "Asia/Kathmandu").peakHour, 19);
 }
 
-TEST(HistoricalData, FavoriteModelIsByMessagesAndTheSmallerNameOfEquals) {
+TEST(HistoricalData, FavoriteModelHasTheMostMessagesAndOfEqualsTheSmallerName) {
     constexpr auto noon = "2025-06-01T12:00:00.0Z";
     EXPECT_EQ(historyOf({{noon, 900, 0, "big"}, {noon, 1, 0, "often"}, {noon, 1, 0, "often"}}).favoriteModel,
               "often");
@@ -139,7 +137,7 @@ TEST(HistoricalData, ModelsAreSortedByShareThenByName) {
               (Stats{{"a", 0, 0, 0}, {"b", 0, 0, 0}}));
 }
 
-TEST(HistoricalData, FiltersKeepWhatIsDatedWithinThePeriod) {
+TEST(HistoricalData, FiltersKeepEntriesDatedWithinThePeriod) {
     const test::ManualClock clock("2025-06-10T12:00:00Z");
     const JSONLParser parser("/nonexistent", Calendar::inZone("UTC"), clock);
     LogHistory log;
@@ -167,7 +165,7 @@ TEST(HistoricalData, FiltersKeepWhatIsDatedWithinThePeriod) {
     }
 }
 
-TEST(StatFigures, ReadInTheirOrder) {
+TEST(StatFigures, HaveLabelsAndFormattedValuesInOrder) {
     HistoricalData history;
     history.sessionCount = 1234;
     history.messageCount = 56789;
@@ -192,7 +190,7 @@ TEST(StatFigures, ReadInTheirOrder) {
     EXPECT_EQ(statFigures(history, 0.0042), expected);
 }
 
-TEST(StatFigures, OfAnEmptyHistoryAreZeroOrDashes) {
+TEST(StatFigures, AreZeroOrDashesForAnEmptyHistory) {
     const char *values[] = {"0", "0", "0", "0", "0%", "0", "$0.00", "0d", "0d", "--", "--", "0"};
     const auto figures = statFigures({}, 0);
     for (std::size_t i = 0; i < figures.size(); ++i)
