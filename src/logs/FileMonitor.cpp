@@ -12,7 +12,7 @@
 
 namespace burnwick {
 
-/// What the thread works on: the sources opened by start(), one after the other.
+/// The state that the private thread shares: the sources opened by start(), which it watches one by one.
 class FileMonitor::Worker {
 public:
     explicit Worker(std::function<void()> onChange)
@@ -62,8 +62,7 @@ private:
     const std::function<void()> m_onChange;
     mutable std::mutex m_mutex;
     std::condition_variable m_wake;
-    std::deque<Watch>
-        m_watches; ///< all but the last are cancelled; an element stays in place until it is done
+    std::deque<Watch> m_watches; ///< all but the last are cancelled; only the thread removes them
     bool m_quit = false;
 };
 
@@ -118,7 +117,7 @@ void FileMonitor::start() {
         if (!m_thread.joinable())
             m_thread = std::thread([worker = m_worker] { worker->run(); });
     } catch (const std::system_error &) {
-        return; // No more threads are to be had; perhaps with the next start.
+        return; // No thread can be started; the next start() tries again.
     }
     m_worker->add(std::move(source));
 }

@@ -11,13 +11,13 @@
 
 namespace burnwick {
 
-/// Tells that the entries of one directory changed: files or folders in it were created, removed or moved.
-/// Changes inside them are not announced. It reports no errors.
+/// Calls a handler when the entries of one directory change: files or folders in it were created, removed or
+/// moved. Changes inside them are ignored. Reports no errors.
 ///
-/// The handler runs on a private thread, one call at a time, also across stop() and start(); once for each
-/// batch of events. A call that is under way may outlast stop(). None is running once the destructor has
-/// returned, except the one that destroyed the monitor. The functions here are called by one thread at a
-/// time, which may be the handler's.
+/// The handler runs on a private thread, once for each batch of events, and never twice at a time, even
+/// across stop() and start(). A running call may outlast stop(), but not the destructor, unless it is the
+/// call that destroys the monitor. The functions here are called by one thread at a time, which may be the
+/// handler's.
 class FileMonitor final {
 public:
     /// Does not start watching.
@@ -27,15 +27,14 @@ public:
     /// Stops, and waits for a running handler to return.
     ~FileMonitor();
 
-    /// Begins to watch unless it does already. A watched directory that is no longer the one at the path, as
-    /// when a folder above it was moved, is given up for that one. Without a readable directory at the path
-    /// it stays idle, as it does after the watched directory was deleted; nothing is retried, a later start()
-    /// opens the path anew.
+    /// Starts watching. Does nothing if the directory at the path is watched already; replaces a watch on
+    /// another one, as when a folder above it was moved. Does nothing if no directory at the path can be
+    /// read. Never retries, also not after the watched directory was deleted: call start() again.
     void start();
-    /// Ends watching. The descriptor is closed soon afterwards, on the private thread.
+    /// Stops watching. The private thread closes the descriptor soon afterwards.
     void stop();
 
-    /// The descriptor in use, -1 when it is closed.
+    /// The open descriptor; -1 when it is closed.
     [[nodiscard]] int fileDescriptor() const;
 
 private:
