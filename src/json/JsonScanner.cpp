@@ -7,7 +7,6 @@
 #include <charconv>
 #include <cstdint>
 #include <cstring>
-#include <utility>
 
 namespace burnwick {
 
@@ -77,15 +76,10 @@ std::optional<unsigned> codeUnit(std::string_view text) {
 /// The character that an escape such as \n represents, by its second character; NUL if there is no such one.
 constexpr std::array<char, 256> simpleEscapes = [] {
     std::array<char, 256> meanings{};
-    for (const auto &[second, meaning] : {std::pair('"', '"'),
-                                          {'\\', '\\'},
-                                          {'/', '/'},
-                                          {'b', '\b'},
-                                          {'f', '\f'},
-                                          {'n', '\n'},
-                                          {'r', '\r'},
-                                          {'t', '\t'}})
-        meanings[static_cast<unsigned char>(second)] = meaning;
+    constexpr std::string_view seconds = "\"\\/bfnrt";
+    constexpr std::string_view characters = "\"\\/\b\f\n\r\t";
+    for (std::size_t i = 0; i < seconds.size(); ++i)
+        meanings[static_cast<unsigned char>(seconds[i])] = characters[i];
     return meanings;
 }();
 char simpleEscape(char second) {

@@ -15,10 +15,11 @@ namespace burnwick {
 
 namespace {
 
-void assignSession(std::vector<JSONLEntry> &entries, const LogFile &file) {
+/// The session has the file's name without the extension.
+void assignSession(std::vector<JSONLEntry> &entries, const std::filesystem::path &file) {
     if (entries.empty())
         return;
-    const InternedString session = sessionOf(file.path);
+    const InternedString session(file.stem().native());
     for (JSONLEntry &entry : entries)
         entry.setSessionId(session);
 }
@@ -44,7 +45,7 @@ LogHistory readHistory(std::span<const LogFile> files, std::size_t settledFiles,
     for (std::size_t i = 0; i < files.size(); ++i) {
         if (i == settledFiles)
             history.firstRecent = history.entries.size();
-        assignSession(entries[i], files[i]);
+        assignSession(entries[i], files[i].path);
         append(history.entries, std::exchange(entries[i], {}));
     }
     if (settledFiles >= files.size())
@@ -81,7 +82,7 @@ std::vector<JSONLEntry> JSONLParser::parseFile(const std::filesystem::path &file
                                                bool assignSessionId) const {
     std::vector<JSONLEntry> entries = LogFileReader(LineSelection::all).readFile(file);
     if (assignSessionId)
-        assignSession(entries, {file, {}, 0, true});
+        assignSession(entries, file);
     return entries;
 }
 

@@ -114,10 +114,6 @@ void LogFileReader::readLines(std::string_view lines, std::vector<JSONLEntry> &e
     }
 }
 
-InternedString sessionOf(const std::filesystem::path &file) {
-    return InternedString(file.stem().native());
-}
-
 std::vector<std::vector<JSONLEntry>> readUsageLines(std::span<const LogFile> files, unsigned threads,
                                                     const std::stop_token &stop) {
     std::vector<std::vector<JSONLEntry>> entries(files.size());

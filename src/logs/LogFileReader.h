@@ -50,9 +50,6 @@ private:
     BlockReader m_blocks;
 };
 
-/// The session of a log file, by the file's name.
-[[nodiscard]] InternedString sessionOf(const std::filesystem::path &file);
-
 /// Reads the usage lines of each file, on up to `threads` threads. Returns one list for each file, empty
 /// where LogFileReader returns none or memory is short; after a stop request those not yet read are empty,
 /// too.

@@ -28,7 +28,7 @@ namespace {
 namespace fs = std::filesystem;
 using test::writeFile;
 
-/// A number that grows, and that other threads wait for.
+/// A number that other threads can wait for.
 class Counter {
 public:
     void increment() {
@@ -40,7 +40,7 @@ public:
         const std::lock_guard lock(m_mutex);
         return m_value;
     }
-    /// False when it is still smaller at the deadline.
+    /// Returns false when it is still smaller at the deadline.
     [[nodiscard]] bool reaches(int value) const {
         std::unique_lock lock(m_mutex);
         return m_changed.wait_for(lock, std::chrono::seconds(20), [&] { return m_value >= value; });
@@ -52,13 +52,13 @@ private:
     int m_value = 0;
 };
 
-/// What happened to the sources that a monitor opened.
+/// The calls of the sources that a monitor opened.
 struct SourceLog {
     Counter opened, woken, closed;
-    std::function<void()> beforeTelling; ///< called on the private thread when there is something to tell
+    std::function<void()> beforeReturning; ///< called on the private thread before wait() returns a change
 };
 
-/// The system's source, and a record of its life.
+/// The system's source; counts its calls.
 class LoggedSource final : public DirectoryEventSource {
 public:
     LoggedSource(std::unique_ptr<DirectoryEventSource> source, SourceLog &log)
@@ -75,8 +75,8 @@ public:
 
     bool wait() override {
         const bool changed = m_source->wait();
-        if (changed && m_log.beforeTelling)
-            m_log.beforeTelling();
+        if (changed && m_log.beforeReturning)
+            m_log.beforeReturning();
         return changed;
     }
     void wake() noexcept override {
@@ -139,13 +139,13 @@ struct Action {
 
 class FileMonitorActionTest : public FileMonitorTest, public testing::WithParamInterface<Action> {};
 
-TEST_P(FileMonitorActionTest, OnlyChangedEntriesAreTold) {
+TEST_P(FileMonitorActionTest, OnlyChangedEntriesCallTheHandler) {
     const fs::path outside = home.path() / "outside";
     for (const fs::path &file : {watched / "file", watched / "project/log", outside / "file"})
         writeFile(file, "text");
     const auto monitor = gatedMonitor();
     monitor->start();
-    // While the handler waits nobody reads, so that the descriptor shows exactly what the action told.
+    // While the handler waits, nothing reads the descriptor, so that it holds exactly the action's events.
     writeFile(watched / "first", "");
     ASSERT_TRUE(calls.reaches(1));
     GetParam().perform(watched, outside);
@@ -177,7 +177,7 @@ const Action actions[] = {
 INSTANTIATE_TEST_SUITE_P(Actions, FileMonitorActionTest, testing::ValuesIn(actions),
                          [](const auto &action) { return std::string(action.param.name); });
 
-TEST_F(FileMonitorTest, WhatIsNoDirectoryLeavesItIdleAndStartingTwiceOpensOneSource) {
+TEST_F(FileMonitorTest, StartIgnoresWhatIsNoDirectoryAndASecondStart) {
     const auto monitor = countingMonitor();
     monitor->stop();
     fs::remove(watched);
@@ -198,8 +198,9 @@ TEST_F(FileMonitorTest, WhatIsNoDirectoryLeavesItIdleAndStartingTwiceOpensOneSou
     EXPECT_TRUE(calls.reaches(1));
 }
 
-TEST_F(FileMonitorTest, StoppingClosesTheDescriptor) {
-    const auto monitor = countingMonitor();
+TEST_F(FileMonitorTest, StopAndDestructionCloseTheDescriptor) {
+    const auto before = openDescriptors();
+    auto monitor = countingMonitor();
     for (int round = 1; round <= 3; ++round) {
         monitor->start();
         writeFile(watched / ("in round " + std::to_string(round)), "");
@@ -211,6 +212,13 @@ TEST_F(FileMonitorTest, StoppingClosesTheDescriptor) {
         writeFile(watched / ("between, " + std::to_string(round)), "");
         EXPECT_EQ(calls.value(), round);
     }
+    monitor->start();
+    monitor->stop();
+    monitor->start();
+    monitor.reset();
+    EXPECT_EQ(platform::openDirectoryEventSource(home.path() / "missing"), nullptr);
+    EXPECT_EQ(platform::openDirectoryEventSource(watched / "in round 1"), nullptr);
+    EXPECT_EQ(openDescriptors(), before);
 }
 
 TEST_F(FileMonitorTest, ADeletedDirectoryEndsTheWatchUntilTheNextStart) {
@@ -220,7 +228,7 @@ TEST_F(FileMonitorTest, ADeletedDirectoryEndsTheWatchUntilTheNextStart) {
     ASSERT_TRUE(calls.reaches(1));
     fs::remove_all(watched);
     allowed.increment();
-    EXPECT_TRUE(calls.reaches(2)) << "its last entry went";
+    EXPECT_TRUE(calls.reaches(2)) << "its last entry was removed";
     allowed.increment();
     ASSERT_TRUE(sources.closed.reaches(1));
     EXPECT_EQ(monitor->fileDescriptor(), -1);
@@ -231,7 +239,7 @@ TEST_F(FileMonitorTest, ADeletedDirectoryEndsTheWatchUntilTheNextStart) {
     EXPECT_TRUE(calls.reaches(3));
 }
 
-TEST_F(FileMonitorTest, TheDirectoryAtThePathIsWatchedAfterAFolderAboveWasMoved) {
+TEST_F(FileMonitorTest, StartWatchesTheDirectoryNowAtThePathAfterAFolderAboveWasMoved) {
     const fs::path above = home.path() / "above";
     watched = above / "watched";
     fs::create_directories(watched);
@@ -254,7 +262,7 @@ TEST_F(FileMonitorTest, TheDirectoryAtThePathIsWatchedAfterAFolderAboveWasMoved)
     EXPECT_EQ(monitor->fileDescriptor(), -1);
 }
 
-TEST_F(FileMonitorTest, LostEventsAreAChangeAndEndTheWatchUntilTheNextStart) {
+TEST_F(FileMonitorTest, LostEventsCallTheHandlerAndEndTheWatchUntilTheNextStart) {
     int longestQueue = 0;
     std::ifstream("/proc/sys/fs/inotify/max_queued_events") >> longestQueue;
     if (longestQueue < 1 || longestQueue > 100'000)
@@ -270,11 +278,11 @@ TEST_F(FileMonitorTest, LostEventsAreAChangeAndEndTheWatchUntilTheNextStart) {
     for (int i = 0; i <= longestQueue; ++i)
         allowed.increment();
     ASSERT_TRUE(sources.closed.reaches(1));
-    const int told = calls.value();
-    EXPECT_GT(told, 1);
+    const int before = calls.value();
+    EXPECT_GT(before, 1);
     monitor->start();
     writeFile(watched / "another", "");
-    EXPECT_TRUE(calls.reaches(told + 1));
+    EXPECT_TRUE(calls.reaches(before + 1));
 }
 
 TEST_F(FileMonitorTest, CallsNeverOverlapAcrossStopAndStart) {
@@ -299,9 +307,9 @@ TEST_F(FileMonitorTest, CallsNeverOverlapAcrossStopAndStart) {
     allowed.increment();
 }
 
-TEST_F(FileMonitorTest, AChangeThatMeetsTheStopIsNotTold) {
+TEST_F(FileMonitorTest, AChangeDuringStopDoesNotCallTheHandler) {
     const auto monitor = countingMonitor();
-    sources.beforeTelling = [&] { monitor->stop(); };
+    sources.beforeReturning = [&] { monitor->stop(); };
     monitor->start();
     writeFile(watched / "file", "");
     ASSERT_TRUE(sources.closed.reaches(1));
@@ -320,7 +328,7 @@ TEST_F(FileMonitorTest, DestructionWaitsForTheRunningHandler) {
     });
     monitor.reset();
     EXPECT_EQ(returned.value(), 1);
-    EXPECT_EQ(calls.value(), 1) << "the pending change is no longer told";
+    EXPECT_EQ(calls.value(), 1) << "the pending change is dropped";
     releaser.join();
 }
 
@@ -338,21 +346,6 @@ TEST_F(FileMonitorTest, TheHandlerMayDestroyTheMonitor) {
     EXPECT_TRUE(sources.closed.reaches(2));
     writeFile(watched / "second", "");
     EXPECT_EQ(calls.value(), 1);
-}
-
-TEST_F(FileMonitorTest, NoDescriptorIsLeft) {
-    const auto before = openDescriptors();
-    for (int round = 0; round < 20; ++round) {
-        const auto monitor = countingMonitor();
-        monitor->start();
-        monitor->stop();
-        monitor->start();
-    }
-    for (const char *nothing : {"missing", "file"}) {
-        writeFile(home.path() / "file", "");
-        EXPECT_EQ(platform::openDirectoryEventSource(home.path() / nothing), nullptr);
-    }
-    EXPECT_EQ(openDescriptors(), before);
 }
 
 } // namespace
