@@ -70,7 +70,7 @@ public:
             addEntries(entries);
         logIn(67);
         settle();
-        if (!waitFor([&] { return m_state.historicalData().messageCount > entries; }, 1min))
+        if (!waitFor([&] { return usage().historicalData.messageCount > entries; }, 1min))
             throw std::runtime_error("the history did not come");
         m_window.emplace(windowServices());
         m_window->show();

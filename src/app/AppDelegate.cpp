@@ -32,7 +32,7 @@ AppDelegate::AppDelegate()
     , m_account(m_endpoints, *m_secretStore, m_clock, Calendar::current())
     , m_exchangeGuard{m_account.oauthFetcher}
     , m_notificationCenter(platform::makeNotificationCenter())
-    , m_notifications(*m_notificationCenter, m_defaults, m_clock)
+    , m_notifications(*m_notificationCenter, m_preferences, m_defaults, m_clock)
     , m_updateChecker(m_scheduler)
     , m_userDriverDelegate(
           [this] { showMainWindow({}); },
@@ -52,18 +52,10 @@ StandardUpdaterController::Services AppDelegate::updaterServices() {
 }
 
 AppState::Services AppDelegate::stateServices() {
-    return {m_preferences,
-            JSONLParser(homeDirectory(), Calendar::current(), m_clock),
-            [] { return Calendar::current(); },
-            m_clock,
-            m_scheduler,
-            platform::openDirectoryEventSource,
-            m_account.keychain,
-            m_account.oauthFetcher,
-            m_account.statusFetcher,
-            *m_terminal,
-            [this] { openInBrowser(m_endpoints.loginURL); },
-            m_notifications};
+    return {{m_preferences, JSONLParser(homeDirectory(), Calendar::current(), m_clock),
+             [] { return Calendar::current(); }, m_clock, m_scheduler, platform::openDirectoryEventSource},
+            {m_preferences, m_clock, m_scheduler, m_account, *m_terminal,
+             [this] { openInBrowser(m_endpoints.loginURL); }}};
 }
 
 SettingsView::Services AppDelegate::settingsServices() {
@@ -79,6 +71,8 @@ SettingsView::Services AppDelegate::settingsServices() {
 void AppDelegate::launch(const ApplicationRequest &start) {
     const auto openMainWindow = [this](const std::string &token) { showMainWindow(token); };
     m_statusBarController.emplace(m_appState, platform::makeStatusItem(), openMainWindow);
+    QObject::connect(&m_appState, &AppState::refreshed, &m_appState,
+                     [this] { m_notifications.checkQuota(m_appState.snapshot().account); });
     m_appState.start();
     m_sleepMonitor->follow([this] { wakeUp(); });
     m_notificationCenter->setActivateHandler(openMainWindow);

@@ -16,7 +16,6 @@
 #include "prefs/Endpoints.h"
 #include "prefs/PreferencesManager.h"
 #include "prefs/UserDefaults.h"
-#include "state/AccountServices.h"
 #include "state/AppState.h"
 #include "ui/dashboard/MainWindowView.h"
 #include "ui/settings/SettingsWindowController.h"

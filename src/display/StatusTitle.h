@@ -2,9 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "model/QuotaData.h"
-#include "model/SessionTokens.h"
-#include "model/StatusIndicator.h"
+#include "model/Snapshot.h"
 
 #include <optional>
 #include <string>
@@ -33,6 +31,10 @@ inline constexpr int statusTitlePixelSize = 13;
 /// "1.2M | $4.50 | s67%  ●" in its styles; "s--" while no quota is known.
 [[nodiscard]] StatusTitle buildStatusTitle(const SessionTokens &tokens, double cost,
                                            const std::optional<QuotaData> &quota, StatusIndicator indicator);
+[[nodiscard]] inline StatusTitle buildStatusTitle(const Snapshot &snapshot) {
+    return buildStatusTitle(snapshot.usage.sessionTokens, snapshot.usage.sessionCost,
+                            snapshot.account.quotaData, snapshot.account.statusIndicator());
+}
 
 /// The title's text without its styles.
 [[nodiscard]] std::string plainText(const StatusTitle &title);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "forms/JsonForm.h"
 
+#include "display/StatusTitle.h"
 #include "forms/OrderedJson.h"
 #include "model/Timestamp.h"
 
@@ -32,15 +33,15 @@ OrderedJson &addTokens(OrderedJson &object, const SessionTokens &tokens) {
         .add(QStringLiteral("total"), number(tokens.total()));
 }
 
-OrderedJson sessionJson(const SessionFigures &session) {
+OrderedJson sessionJson(const UsageFigures &usage) {
     OrderedJson object = OrderedJson::object();
-    object.add(QStringLiteral("hasJSONLData"), session.hasJSONLData);
-    addTokens(object, session.tokens)
-        .add(QStringLiteral("cost"), session.cost)
-        .add(QStringLiteral("burnRateTokensPerMin"), session.burnRateTokensPerMin)
-        .add(QStringLiteral("projectedTodayCost"), session.projected.today)
-        .add(QStringLiteral("projectedWeeklyCost"), session.projected.week)
-        .add(QStringLiteral("projectedMonthlyCost"), session.projected.month);
+    object.add(QStringLiteral("hasJSONLData"), usage.hasJSONLData);
+    addTokens(object, usage.sessionTokens)
+        .add(QStringLiteral("cost"), usage.sessionCost)
+        .add(QStringLiteral("burnRateTokensPerMin"), usage.burnRateTokensPerMin)
+        .add(QStringLiteral("projectedTodayCost"), usage.projectedTodayCost)
+        .add(QStringLiteral("projectedWeeklyCost"), usage.projectedWeeklyCost)
+        .add(QStringLiteral("projectedMonthlyCost"), usage.projectedMonthlyCost);
     return object;
 }
 
@@ -128,23 +129,21 @@ void addOptional(OrderedJson &root, const QString &key, const std::optional<Valu
         root.add(key, QJsonValue());
 }
 
-void addAccount(OrderedJson &root, const std::optional<QuotaData> &quota, const AccountFigures &account) {
-    addOptional(root, QStringLiteral("quota"), quota, quotaJson);
-    addOptional(root, QStringLiteral("extraUsage"), account.extraUsage, extraUsageJson);
-    root.add(QStringLiteral("oauthStatus"), text(nameOf(account.oauthStatus)));
-    addOptional(root, QStringLiteral("claudeStatus"), account.claudeStatus, claudeStatusJson);
-}
-
 } // namespace
 
-std::string jsonForm(const ReportFigures &figures, std::string_view version) {
+std::string jsonForm(const Snapshot &snapshot, std::string_view version) {
+    const auto &[usage, account] = snapshot;
     OrderedJson root = OrderedJson::object();
     root.add(QStringLiteral("version"), text(version))
-        .add(QStringLiteral("title"), text(plainText(figures.session.title())))
-        .add(QStringLiteral("statusIndicator"), text(nameOf(figures.session.indicator())))
-        .add(QStringLiteral("session"), sessionJson(figures.session))
-        .add(QStringLiteral("history"), historyJson(figures.history, figures.timeFilter));
-    addAccount(root, figures.session.quota, figures.account.value_or(AccountFigures()));
+        .add(QStringLiteral("title"), text(plainText(buildStatusTitle(snapshot))))
+        .add(QStringLiteral("statusIndicator"), text(nameOf(account.statusIndicator())))
+        .add(QStringLiteral("session"), sessionJson(usage))
+        .add(QStringLiteral("history"), historyJson(usage.historicalData, usage.timeFilter));
+    addOptional(root, QStringLiteral("quota"), account.quotaData, quotaJson);
+    addOptional(root, QStringLiteral("extraUsage"), account.extraUsage, extraUsageJson);
+    root.add(QStringLiteral("oauthStatus"), text(nameOf(account.oauthStatus)));
+    const auto claudeStatus = account.claudeStatusReadAt ? std::optional(account.claudeStatus) : std::nullopt;
+    addOptional(root, QStringLiteral("claudeStatus"), claudeStatus, claudeStatusJson);
     return root.toJson().toStdString() + '\n';
 }
 

@@ -4,6 +4,7 @@
 
 #include "display/DisplayFormat.h"
 #include "display/StatFigures.h"
+#include "display/StatusTitle.h"
 #include "forms/Sparkline.h"
 #include "forms/TerminalText.h"
 
@@ -61,28 +62,28 @@ private:
     std::string m_text;
 };
 
-std::string titleLine(const SessionFigures &session, TerminalColors colors) {
+std::string titleLine(const Snapshot &snapshot, TerminalColors colors) {
     constexpr std::string_view name = "Burnwick";
-    const StatusTitle title = session.title();
+    const StatusTitle title = buildStatusTitle(snapshot);
     const int free = indentColumns + contentColumns - columnsOf(name) - columnsOf(plainText(title));
     return bold(name, colors) + std::string(static_cast<std::size_t>(std::max(free, 2)), ' ') +
-           styledTitle(title, session.indicator(), colors) + '\n';
+           styledTitle(title, snapshot.account.statusIndicator(), colors) + '\n';
 }
 
-void addSession(Table &table, const SessionFigures &session) {
-    table.heading("Session", session.hasJSONLData ? "logs of the last 24 hours"
-                                                  : "no usage in the logs of the last 24 hours");
-    const SessionTokens &tokens = session.tokens;
+void addSession(Table &table, const UsageFigures &usage) {
+    table.heading("Session", usage.hasJSONLData ? "logs of the last 24 hours"
+                                                : "no usage in the logs of the last 24 hours");
+    const SessionTokens &tokens = usage.sessionTokens;
     const StatFigure figures[] = {{"Input", tokenCountText(tokens.input)},
                                   {"Output", tokenCountText(tokens.output)},
                                   {"Cache creation", tokenCountText(tokens.cacheCreation)},
                                   {"Cache read", tokenCountText(tokens.cacheRead)},
                                   {"Total tokens", tokenCountText(tokens.total())},
-                                  {"Cost", costText(session.cost)},
-                                  {"Burn rate", burnRateText(session.burnRateTokensPerMin)},
-                                  {"Projected today", costText(session.projected.today)},
-                                  {"Projected week", costText(session.projected.week)},
-                                  {"Projected month", costText(session.projected.month)}};
+                                  {"Cost", costText(usage.sessionCost)},
+                                  {"Burn rate", burnRateText(usage.burnRateTokensPerMin)},
+                                  {"Projected today", costText(usage.projectedTodayCost)},
+                                  {"Projected week", costText(usage.projectedWeeklyCost)},
+                                  {"Projected month", costText(usage.projectedMonthlyCost)}};
     table.figures(figures);
 }
 
@@ -98,15 +99,14 @@ std::string_view periodOf(TimeFilter filter) {
     return "all time";
 }
 
-void addActivity(Table &table, const ReportFigures &figures) {
-    const auto &activity = figures.history.dailyActivity;
+void addActivity(Table &table, const std::map<LocalDay, std::int64_t> &activity, LocalDay today) {
     if (activity.empty())
         return;
     constexpr std::chrono::days fewest{7};
     constexpr std::chrono::days most{contentColumns};
-    const std::chrono::days sinceFirst = figures.today - activity.begin()->first + std::chrono::days(1);
+    const std::chrono::days sinceFirst = today - activity.begin()->first + std::chrono::days(1);
     const int days = static_cast<int>(std::clamp(sinceFirst, fewest, most).count());
-    const std::string line = sparkline(activity, figures.today, days);
+    const std::string line = sparkline(activity, today, days);
     if (line.empty())
         return;
     table.heading("Activity", "tokens a day, last " + std::to_string(days) + " days");
@@ -178,46 +178,46 @@ void addExtraUsage(Table &table, const ExtraUsageData &usage) {
     table.figures(amounts);
 }
 
-void addClaudeStatus(Table &table, const std::optional<std::vector<ClaudeComponentStatus>> &components) {
+void addClaudeStatus(Table &table, const AccountFigures &account) {
     constexpr int nameColumns = labelColumns + valueColumns;
-    table.heading("Claude status", components ? "" : "not known");
-    if (!components)
-        return;
-    for (const ClaudeComponentStatus &component : *components) {
+    table.heading("Claude status", account.claudeStatusReadAt ? "" : "not known");
+    for (const ClaudeComponentStatus &component : account.claudeStatus) {
         const std::string name = elidedInMiddle(printableText(component.name), nameColumns);
         table.line(table.dimmed(leftAligned(name, nameColumns)) + "  " +
                    std::string(wordFor(component.status)));
     }
 }
 
-void addAccount(Table &table, const ReportFigures &figures) {
-    if (!figures.account)
+void addAccount(Table &table, const AccountFigures &account, Instant now) {
+    if (account.oauthStatus == OAuthStatus::unknown)
         return;
-    table.heading("Quota", nameOf(figures.account->oauthStatus));
-    if (const auto &quota = figures.session.quota) {
-        addUsage(table, "Session", quota->fiveHourUsagePct, resetText(quota->fiveHourResetAt, figures.now));
-        addUsage(table, "Weekly", quota->sevenDayUsagePct, resetText(quota->sevenDayResetAt, figures.now));
+    table.heading("Quota", nameOf(account.oauthStatus));
+    if (const auto &quota = account.quotaData) {
+        addUsage(table, "Session", quota->fiveHourUsagePct, resetText(quota->fiveHourResetAt, now));
+        addUsage(table, "Weekly", quota->sevenDayUsagePct, resetText(quota->sevenDayResetAt, now));
         addUsage(table, "Claude Design", quota->claudeDesignWeeklyPct,
-                 resetText(quota->claudeDesignResetAt, figures.now));
+                 resetText(quota->claudeDesignResetAt, now));
     } else {
         table.line("No quota could be had");
     }
-    if (figures.account->extraUsage)
-        addExtraUsage(table, *figures.account->extraUsage);
-    addClaudeStatus(table, figures.account->claudeStatus);
+    if (account.extraUsage)
+        addExtraUsage(table, *account.extraUsage);
+    addClaudeStatus(table, account);
 }
 
 } // namespace
 
-std::string tableForm(const ReportFigures &figures, TerminalColors colors) {
+std::string tableForm(const Snapshot &snapshot, Instant now, TerminalColors colors) {
+    const auto &[usage, account] = snapshot;
+    const HistoricalData &history = usage.historicalData;
     Table table(colors);
-    addSession(table, figures.session);
-    addAccount(table, figures);
-    table.heading("History", periodOf(figures.timeFilter));
-    table.figures(statFigures(figures.history, figures.session.cost));
-    addActivity(table, figures);
-    addModels(table, figures.history.modelStats);
-    return titleLine(figures.session, colors) + std::move(table).take();
+    addSession(table, usage);
+    addAccount(table, account, now);
+    table.heading("History", periodOf(usage.timeFilter));
+    table.figures(statFigures(history, usage.sessionCost));
+    addActivity(table, history.dailyActivity, usage.calendar.dayOf(now));
+    addModels(table, history.modelStats);
+    return titleLine(snapshot, colors) + std::move(table).take();
 }
 
 } // namespace burnwick

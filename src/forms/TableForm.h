@@ -2,14 +2,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "forms/ReportFigures.h"
 #include "forms/TerminalStyle.h"
+#include "model/Snapshot.h"
 
 #include <string>
 
 namespace burnwick {
 
-/// The report as a table for people, at most 80 columns wide, with its last line feed.
-[[nodiscard]] std::string tableForm(const ReportFigures &figures, TerminalColors colors);
+/// Returns the figures as a table for people, at most 80 columns wide, with its last line feed; without the
+/// account's if its state is unknown. Times that remain count from `now`.
+[[nodiscard]] std::string tableForm(const Snapshot &snapshot, Instant now, TerminalColors colors);
 
 } // namespace burnwick

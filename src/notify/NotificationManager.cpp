@@ -2,12 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "notify/NotificationManager.h"
 
-#include "model/Clock.h"
-#include "notify/QuotaAlertRules.h"
-#include "platform/NotificationCenter.h"
-#include "prefs/UserDefaults.h"
-
-#include <QLatin1String>
 #include <QLoggingCategory>
 
 namespace burnwick {
@@ -15,14 +9,6 @@ namespace burnwick {
 namespace {
 
 Q_LOGGING_CATEGORY(notificationsLog, "Notifications")
-
-constexpr QLatin1String alertedAt80Key("notif_alert80_windowId");
-constexpr QLatin1String alertedRateLimitKey("notif_rateLimit_windowId");
-
-std::optional<std::string> storedText(const UserDefaults &defaults, const QString &key) {
-    const auto text = defaults.get<QString>(key);
-    return text ? std::optional(text->toStdString()) : std::nullopt;
-}
 
 void logOutcome(const NotificationCenter::AuthorizationOutcome &outcome) {
     if (outcome.error)
@@ -33,12 +19,6 @@ void logOutcome(const NotificationCenter::AuthorizationOutcome &outcome) {
 }
 
 } // namespace
-
-NotificationManager::NotificationManager(NotificationCenter &center, UserDefaults &defaults,
-                                         const Clock &clock)
-    : m_center(center)
-    , m_defaults(defaults)
-    , m_clock(clock) {}
 
 void NotificationManager::requestAuthorization() {
     m_center.requestAuthorization(logOutcome);
@@ -56,30 +36,13 @@ void NotificationManager::send(const UserNotification &notification) {
     });
 }
 
-void NotificationManager::checkQuota(std::optional<Instant> resetAt, bool alertAt80Enabled,
-                                     bool rateLimitEnabled, double usagePct) {
-    const alerts::QuotaCheck check{resetAt,
-                                   usagePct,
-                                   alertAt80Enabled,
-                                   rateLimitEnabled,
-                                   storedText(m_defaults, alertedAt80Key),
-                                   storedText(m_defaults, alertedRateLimitKey)};
-    for (const alerts::QuotaAlert alert : alerts::dueQuotaAlerts(check)) {
-        const bool isRateLimit = alert == alerts::QuotaAlert::rateLimit;
-        send(isRateLimit ? alerts::rateLimitAlert(resetAt, m_clock.now())
-                         : alerts::eightyPercentAlert(usagePct));
-        // Whether or not it will be delivered.
-        m_defaults.set(isRateLimit ? alertedRateLimitKey : alertedAt80Key,
-                       QString::fromStdString(alerts::windowIdOf(*resetAt)));
-    }
-}
-
-void NotificationManager::sendSessionReset() {
-    send(alerts::sessionResetAlert(m_clock.now()));
+void NotificationManager::checkQuota(const AccountFigures &account) {
+    for (const UserNotification &notification : m_rules.dueAlerts(account))
+        send(notification);
 }
 
 void NotificationManager::sendUpdateAvailable(std::string_view version) {
-    send(alerts::updateAvailableAlert(version));
+    send(updateAvailableAlert(version));
 }
 
 } // namespace burnwick

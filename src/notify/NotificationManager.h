@@ -2,45 +2,38 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "notify/QuotaAlerts.h"
+#include "notify/QuotaAlertRules.h"
 
 #include <string>
 #include <string_view>
 
 namespace burnwick {
 
-class Clock;
-class NotificationCenter;
-class UserDefaults;
-struct UserNotification;
-
-/// Posts the program's notifications, and remembers in the user-defaults store for which 5-hour window the
-/// two quota alerts went out, so that each comes once in a window, also across restarts.
-///
-/// Nothing is reported to the caller: what could not be delivered is logged and not sent again. Outlived by
-/// what it is made with. Main thread only.
-class NotificationManager final : public QuotaAlerts {
+/// Posts the program's notifications. Failures are logged and reported to nobody; a notification that was not
+/// delivered is not sent again. Main thread only.
+class NotificationManager final {
 public:
-    NotificationManager(NotificationCenter &center, UserDefaults &defaults, const Clock &clock);
+    /// The referenced objects must outlive this one.
+    NotificationManager(NotificationCenter &center, const PreferencesManager &preferences,
+                        UserDefaults &defaults, const Clock &clock)
+        : m_center(center)
+        , m_rules(preferences, defaults, clock) {}
 
-    /// Asks for permission to notify, and logs the outcome.
+    /// Requests permission to notify, and logs the outcome.
     void requestAuthorization();
 
-    /// Shows a notification; an earlier one with the same identifier gives way to it. Plain text in UTF-8.
+    /// Posts a notification, which replaces an earlier one with the same identifier. Plain text in UTF-8.
     void send(const std::string &identifier, const std::string &title, const std::string &body);
-
-    void checkQuota(std::optional<Instant> resetAt, bool alertAt80Enabled, bool rateLimitEnabled,
-                    double usagePct) override;
-    void sendSessionReset() override;
-    /// The version as it is displayed.
+    /// Posts the notifications that are due for the quota.
+    void checkQuota(const AccountFigures &account);
+    /// `version` is the displayed one.
     void sendUpdateAvailable(std::string_view version);
 
 private:
     void send(const UserNotification &notification);
 
     NotificationCenter &m_center;
-    UserDefaults &m_defaults;
-    const Clock &m_clock;
+    QuotaAlertRules m_rules;
 };
 
 } // namespace burnwick

@@ -3,19 +3,25 @@
 #include "notify/QuotaAlertRules.h"
 
 #include "display/DisplayText.h"
+#include "model/Clock.h"
 #include "model/QuotaWindow.h"
+#include "prefs/PreferencesManager.h"
+#include "prefs/UserDefaults.h"
 
 #include <array>
 #include <charconv>
-#include <chrono>
 #include <cmath>
 #include <cstdint>
+#include <string>
 
-namespace burnwick::alerts {
+namespace burnwick {
 
 namespace {
 
-/// As few digits as tell the number from its neighbours, without an exponent. For whole numbers and seconds.
+constexpr QLatin1String alertedAt80Key("notif_alert80_windowId");
+constexpr QLatin1String alertedRateLimitKey("notif_rateLimit_windowId");
+
+/// The shortest decimal that reads back to a whole number or to seconds, without an exponent.
 std::string plainDecimal(double number) {
     std::array<char, 320> text; // the largest number has 309 digits
     const auto end =
@@ -23,7 +29,7 @@ std::string plainDecimal(double number) {
     return {text.data(), end};
 }
 
-/// Seconds since 1970 with at least one decimal.
+/// Seconds since 1970 with at least one decimal, such as "1763300000.0".
 std::string secondsText(Instant instant) {
     const auto sinceEpoch = instant.time_since_epoch();
     const auto seconds = std::chrono::floor<std::chrono::seconds>(sinceEpoch);
@@ -33,68 +39,57 @@ std::string secondsText(Instant instant) {
     return text.find('.') == std::string::npos ? text + ".0" : text;
 }
 
-/// Whole seconds, 0 for an instant that is past.
-std::uint64_t secondsUntil(Instant instant, Instant now) {
-    if (instant <= now)
-        return 0;
-    return nanosecondsBetween(now, instant) / 1'000'000'000;
-}
-
-/// The instant in a window id; absent for any other text.
-std::optional<Instant> instantIn(const std::string &windowId) {
+/// The instant of such a text; absent for any other.
+std::optional<Instant> instantIn(const std::string &text) {
     double seconds = 0;
-    const char *textEnd = windowId.data() + windowId.size();
-    const auto [end, error] = std::from_chars(windowId.data(), textEnd, seconds, std::chars_format::fixed);
+    const char *textEnd = text.data() + text.size();
+    const auto [end, error] = std::from_chars(text.data(), textEnd, seconds, std::chars_format::fixed);
     constexpr double limit = 9e9; // of an Instant, rounded down
     if (error != std::errc() || end != textEnd || !(std::abs(seconds) < limit))
         return std::nullopt;
     return Instant(std::chrono::round<std::chrono::nanoseconds>(std::chrono::duration<double>(seconds)));
 }
 
-bool wasSentIn(Instant resetAt, const std::optional<std::string> &windowId) {
-    const auto known = windowId ? instantIn(*windowId) : std::nullopt;
-    return known && isSameQuotaWindow(resetAt, *known);
-}
-
-} // namespace
-
-std::vector<QuotaAlert> dueQuotaAlerts(const QuotaCheck &check) {
-    std::vector<QuotaAlert> due;
-    if (!check.resetAt || !std::isfinite(check.usagePct))
-        return due;
-    if (check.alertAt80Enabled && check.usagePct >= 80.0 && !wasSentIn(*check.resetAt, check.alertedAt80))
-        due.push_back(QuotaAlert::eightyPercent);
-    if (check.rateLimitEnabled && check.usagePct >= 100.0 &&
-        !wasSentIn(*check.resetAt, check.alertedRateLimit))
-        due.push_back(QuotaAlert::rateLimit);
-    return due;
-}
-
-std::string windowIdOf(Instant resetAt) {
-    return secondsText(resetAt);
-}
-
-std::string timeUntil(std::optional<Instant> resetAt, Instant now) {
-    if (!resetAt)
-        return "soon";
-    const std::uint64_t seconds = secondsUntil(*resetAt, now);
+/// "2h 5m", or "45m" within the hour; seconds are cut off, and an instant that is past is "0m" away.
+std::string timeUntil(Instant resetAt, Instant now) {
+    const std::uint64_t seconds = resetAt <= now ? 0 : nanosecondsBetween(now, resetAt) / 1'000'000'000;
     const std::string minutes = std::to_string(seconds % 3600 / 60) + "m";
     return seconds >= 3600 ? std::to_string(seconds / 3600) + "h " + minutes : minutes;
 }
 
-UserNotification eightyPercentAlert(double usagePct) {
-    return {"quota80", "Quota Alert",
-            "You've used " + plainDecimal(std::trunc(usagePct)) + "% of your 5-hour quota."};
+} // namespace
+
+std::vector<UserNotification> QuotaAlertRules::dueAlerts(const AccountFigures &account) {
+    std::vector<UserNotification> due;
+    const auto &quota = account.quotaData;
+    if (!quota || !quota->fiveHourResetAt)
+        return due;
+    const Instant resetAt = *quota->fiveHourResetAt;
+    const Instant now = m_clock.now();
+    const double usagePct = std::isfinite(quota->fiveHourUsagePct) ? quota->fiveHourUsagePct : 0;
+    if (m_preferences.alertAt80Quota() && usagePct >= 80 && isFirstInWindow(alertedAt80Key, resetAt))
+        due.push_back({"quota80", "Quota Alert",
+                       "You've used " + plainDecimal(std::trunc(usagePct)) + "% of your 5-hour quota."});
+    if (m_preferences.rateLimitAlerts() && usagePct >= 100 && isFirstInWindow(alertedRateLimitKey, resetAt))
+        due.push_back({"rateLimit", "Rate Limit Reached",
+                       "You've hit your rate limit. Quota resets in " + timeUntil(resetAt, now) + "."});
+    if (m_lastKnownResetAt && isSameQuotaWindow(resetAt, *m_lastKnownResetAt))
+        return due;
+    if (m_lastKnownResetAt && m_preferences.sessionResetAlerts())
+        due.push_back({"sessionReset-" + secondsText(now), "Session Reset",
+                       "Your 5-hour quota has reset. You're ready to go!"});
+    m_lastKnownResetAt = resetAt;
+    return due;
 }
 
-UserNotification rateLimitAlert(std::optional<Instant> resetAt, Instant now) {
-    return {"rateLimit", "Rate Limit Reached",
-            "You've hit your rate limit. Quota resets in " + timeUntil(resetAt, now) + "."};
-}
-
-UserNotification sessionResetAlert(Instant now) {
-    return {"sessionReset-" + secondsText(now), "Session Reset",
-            "Your 5-hour quota has reset. You're ready to go!"};
+/// Stores the window under the key unless it is there already.
+bool QuotaAlertRules::isFirstInWindow(QLatin1String key, Instant resetAt) {
+    const auto stored = m_defaults.get<QString>(key);
+    const auto alerted = stored ? instantIn(stored->toStdString()) : std::nullopt;
+    if (alerted && isSameQuotaWindow(resetAt, *alerted))
+        return false;
+    m_defaults.set(key, QString::fromStdString(secondsText(resetAt)));
+    return true;
 }
 
 UserNotification updateAvailableAlert(std::string_view version) {
@@ -102,4 +97,4 @@ UserNotification updateAvailableAlert(std::string_view version) {
             "Burnwick " + displayText(version) + " is available. Open Settings to update."};
 }
 
-} // namespace burnwick::alerts
+} // namespace burnwick

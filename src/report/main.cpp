@@ -1,17 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "forms/GenmonForm.h"
+#include "display/StatusTitle.h"
+#include "forms/BarForms.h"
 #include "forms/JsonForm.h"
-#include "forms/ReportFigures.h"
 #include "forms/TableForm.h"
 #include "forms/TerminalText.h"
-#include "forms/WaybarForm.h"
-#include "model/Calendar.h"
 #include "model/Clock.h"
 #include "model/Version.h"
 #include "platform/Process.h"
 #include "report/AccountFetch.h"
 #include "report/ReportOptions.h"
+#include "state/LogReading.h"
 
 #include <QtCore/QFile>
 
@@ -23,7 +22,6 @@
 #include <exception>
 #include <filesystem>
 #include <iostream>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -53,60 +51,58 @@ TerminalColors colorsOfStandardOutput() {
                              std::getenv("COLORTERM"));
 }
 
-/// For our own warnings. What Qt remarks on locales or TLS libraries is no business of the report's user.
-void passOn(QtMsgType, const QMessageLogContext &context, const QString &message) {
-    if (std::string_view(context.category).starts_with("burnwick."))
+/// Prints our own warnings. Qt's remarks on locales and TLS libraries do not concern the report's user.
+void passOn(QtMsgType type, const QMessageLogContext &context, const QString &message) {
+    if (type != QtInfoMsg && std::string_view(context.category).starts_with("burnwick."))
         complain(printableText(message.toStdString()));
 }
 
-AccountAnswer askTheServices(const Clock &clock, const Calendar &calendar) {
+AccountFigures fetchAccountOrComplain(const Clock &clock, const Calendar &calendar) {
     qInstallMessageHandler(passOn);
-    AccountAnswer answer = fetchAccount(homeDirectory(), clock, calendar);
-    if (!answer.quota)
-        complain("no quota: " + printableText(answer.failure));
-    return answer;
+    AccountFigures account = fetchAccount(homeDirectory(), clock, calendar);
+    if (!account.quotaData)
+        complain("no quota: " + printableText(account.quotaFailure));
+    return account;
+}
+
+/// Reads all logs if the form shows the history, otherwise the recent ones only.
+Snapshot readSnapshot(const ReportOptions &options, bool withHistory, const Clock &clock) {
+    Snapshot snapshot{{Calendar::current(), options.timeFilter}, {}};
+    auto &[usage, account] = snapshot;
+    const JSONLParser parser(homeDirectory(), usage.calendar, clock);
+    if (options.quota)
+        account = fetchAccountOrComplain(clock, usage.calendar);
+    const Instant now = clock.now();
+    if (withHistory) {
+        const auto reading = readLogs(parser, usage.calendar, now);
+        updateSession(usage, reading->recentEntries(), now);
+        updateHistory(usage, *reading, now);
+    } else {
+        updateSession(usage, parser.parseRecentEntries(), now);
+    }
+    return snapshot;
 }
 
 std::string report(const ReportOptions &options) {
     using Form = ReportOptions::Form;
-    if (options.form == Form::version)
-        return "burnwick-report " + std::string(version()) + '\n';
-    if (options.form == Form::help)
-        return reportHelp().toStdString();
-
     const SystemClock clock;
-    const Calendar calendar = Calendar::current();
-    const JSONLParser parser(homeDirectory(), calendar, clock);
-    std::optional<AccountAnswer> account;
-    if (options.quota)
-        account = askTheServices(clock, calendar);
-    const auto session = [&] {
-        SessionFigures figures = readSession(parser);
-        if (account)
-            figures.quota = account->quota;
-        return figures;
-    };
-    const auto readAll = [&] {
-        ReportFigures figures = readReport(parser, options.timeFilter, calendar.dayOf(clock.now()));
-        figures.now = clock.now();
-        if (account) {
-            figures.session.quota = account->quota;
-            figures.account = account->figures;
-        }
-        return figures;
-    };
     switch (options.form) {
+    case Form::version:
+        return "burnwick-report " + std::string(version()) + '\n';
+    case Form::help:
+        return reportHelp().toStdString();
     case Form::title:
-        return plainText(session().title()) + '\n';
+        return plainText(buildStatusTitle(readSnapshot(options, false, clock))) + '\n';
     case Form::waybar:
-        return waybarForm(session());
+        return waybarForm(readSnapshot(options, false, clock));
     case Form::genmon:
-        return genmonForm(session());
+        return genmonForm(readSnapshot(options, false, clock));
     case Form::json:
-        return jsonForm(readAll(), version());
-    default:
-        return tableForm(readAll(), colorsOfStandardOutput());
+        return jsonForm(readSnapshot(options, true, clock), version());
+    case Form::table:
+        break;
     }
+    return tableForm(readSnapshot(options, true, clock), clock.now(), colorsOfStandardOutput());
 }
 
 /// Writes all of it; otherwise errno tells why not.

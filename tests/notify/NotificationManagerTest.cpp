@@ -2,14 +2,17 @@
 // SPDX-License-Identifier: MIT
 #include "notify/NotificationManager.h"
 
-#include "platform/NotificationCenter.h"
+#include "prefs/PreferencesManager.h"
 #include "prefs/SettingsFile.h"
 #include "prefs/UserDefaults.h"
+#include "support/HostileTexts.h"
 #include "support/LogCapture.h"
 #include "support/ManualClock.h"
 
 #include <gtest/gtest.h>
 
+#include <limits>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -20,8 +23,9 @@ using namespace std::chrono_literals;
 
 const QString alertedAt80 = QStringLiteral("notif_alert80_windowId");
 const QString alertedRateLimit = QStringLiteral("notif_rateLimit_windowId");
+constexpr double infinity = std::numeric_limits<double>::infinity();
 
-/// Takes everything and answers when told to.
+/// Accepts every notification and answers on request.
 class RecordingCenter final : public NotificationCenter {
 public:
     void readAuthorization(std::function<void(Authorization)> answer) override {
@@ -36,85 +40,175 @@ public:
     }
     void setActivateHandler(ActivateHandler) override {}
 
-    [[nodiscard]] std::vector<std::string> takeIdentifiers() {
-        std::vector<std::string> identifiers;
-        for (const UserNotification &notification : std::exchange(added, {}))
-            identifiers.push_back(notification.identifier);
-        return identifiers;
-    }
-
     std::vector<UserNotification> added;
     std::vector<std::function<void(std::optional<std::string>)>> answers;
 };
 
-class NotificationManagerTest : public testing::Test {
-protected:
-    using Identifiers = std::vector<std::string>;
-
-    /// What the manager of a freshly started program sends.
-    Identifiers checkAfterRestart(double usagePct) {
-        UserDefaults defaults(m_file.path);
-        NotificationManager manager(m_center, defaults, m_clock);
-        manager.checkQuota(m_reset, true, true, usagePct);
-        return m_center.takeIdentifiers();
+/// A run of the program with its own settings.
+struct ProgramRun {
+    [[nodiscard]] std::string alertsFor(double usagePct, std::optional<Instant> resetAt) {
+        AccountFigures account;
+        account.quotaData.emplace();
+        account.quotaData->fiveHourUsagePct = usagePct;
+        account.quotaData->fiveHourResetAt = resetAt;
+        center.added.clear();
+        manager.checkQuota(account);
+        std::string identifiers;
+        for (const UserNotification &notification : center.added)
+            identifiers += notification.identifier + ' ';
+        return identifiers;
     }
-    Identifiers check(double usagePct) {
-        m_manager.checkQuota(m_reset, true, true, usagePct);
-        return m_center.takeIdentifiers();
-    }
 
-    test::SettingsFile m_file;
-    UserDefaults m_defaults{m_file.path};
-    test::ManualClock m_clock{"2025-11-16T12:00:00Z"};
-    Instant m_reset = test::at("2025-11-16T13:30:00.4Z");
-    RecordingCenter m_center;
-    NotificationManager m_manager{m_center, m_defaults, m_clock};
+    explicit ProgramRun(const QString &file)
+        : defaults(file) {}
+
+    test::ManualClock clock{"2025-11-16T12:00:00.25Z"};
+    UserDefaults defaults;
+    PreferencesManager preferences{defaults};
+    RecordingCenter center;
+    NotificationManager manager{center, preferences, defaults, clock};
 };
 
-TEST_F(NotificationManagerTest, EachQuotaAlertComesOnceInAWindowAlsoAcrossRestarts) {
-    EXPECT_EQ(check(85.0), Identifiers({"quota80"}));
-    EXPECT_EQ(check(92.0), Identifiers());
-    m_reset += 5200ms; // the same window, computed anew
-    EXPECT_EQ(check(93.0), Identifiers());
-    EXPECT_EQ(checkAfterRestart(94.0), Identifiers());
-    EXPECT_EQ(checkAfterRestart(100.0), Identifiers({"rateLimit"}));
-    EXPECT_EQ(checkAfterRestart(100.0), Identifiers());
-    m_reset += 5h;
-    EXPECT_EQ(checkAfterRestart(85.0), Identifiers({"quota80"}));
-    EXPECT_EQ(checkAfterRestart(100.0), Identifiers({"rateLimit"}));
+TEST(QuotaAlert, EachIsDueOncePerWindowAndAResetAfterAWindowOfThisRun) {
+    const Instant first = test::at("2025-11-16T13:30:00Z");
+    const Instant next = first + 5h;
+    const std::string reset = "sessionReset-1763294400.25 ";
+    const struct {
+        const char *what;
+        double usagePct;
+        std::optional<Instant> resetAt;
+        std::string due;
+        bool restarts = false;
+    } rows[] = {
+        {"no reset instant", 100, {}, ""},
+        {"just below 80", 79.99, first, ""},
+        {"not a number", std::numeric_limits<double>::quiet_NaN(), first, ""},
+        {"infinite", infinity, first, ""},
+        {"80 exactly", 80, first, "quota80 "},
+        {"just below 100, in the same window", 99.99, first, ""},
+        {"the instant wobbles", 92, first + 6s, ""},
+        {"wobbles at the most", 92, first + 60s, ""},
+        {"wobbles at the most from the first instant", 92, first - 60s, ""},
+        {"after a restart", 92, first + 59s, "", true},
+        {"100 exactly", 100, first, "rateLimit "},
+        {"again", 100, first, ""},
+        {"no reset instant in between", 100, {}, ""},
+        {"the next window: both, and the reset", 100, next, "quota80 rateLimit " + reset},
+        {"the same", 100, next + 1900ms, ""},
+        {"beyond the tolerance", 50, next + 60s + 1ns, reset},
+        {"a window of an earlier run", 100, first, "quota80 rateLimit ", true},
+        {"the next, unused", 3, next, reset},
+    };
+    const test::SettingsFile file;
+    auto run = std::make_unique<ProgramRun>(file.path);
+    for (const auto &row : rows) {
+        if (row.restarts)
+            run = std::make_unique<ProgramRun>(file.path);
+        EXPECT_EQ(run->alertsFor(row.usagePct, row.resetAt), row.due) << row.what;
+    }
 }
 
-TEST_F(NotificationManagerTest, BothAlertsSayWhatTheyAreAbout) {
-    m_manager.checkQuota(m_reset, true, true, 100.9);
-    const std::vector<UserNotification> expected{
-        {"quota80", "Quota Alert", "You've used 100% of your 5-hour quota."},
-        {"rateLimit", "Rate Limit Reached", "You've hit your rate limit. Quota resets in 1h 30m."}};
-    EXPECT_EQ(m_center.added, expected);
-    EXPECT_EQ(m_file.values(), QJsonObject({{alertedAt80, QStringLiteral("1763299800.4")},
-                                            {alertedRateLimit, QStringLiteral("1763299800.4")}}));
+TEST(QuotaAlert, EachFollowsItsPreference) {
+    const Instant reset = test::at("2025-11-16T13:30:00Z");
+    const struct {
+        bool at80, rateLimit, sessionReset;
+        const char *due;
+    } rows[] = {{false, true, true, "rateLimit sessionReset-1763294400.25 "},
+                {true, false, true, "quota80 sessionReset-1763294400.25 "},
+                {true, true, false, "quota80 rateLimit "}};
+    for (const auto &row : rows) {
+        const test::SettingsFile file;
+        ProgramRun run(file.path);
+        EXPECT_EQ(run.alertsFor(1, reset - 5h), "");
+        run.preferences.setAlertAt80Quota(row.at80);
+        run.preferences.setRateLimitAlerts(row.rateLimit);
+        run.preferences.setSessionResetAlerts(row.sessionReset);
+        EXPECT_EQ(run.alertsFor(100, reset), row.due);
+        run.preferences.setSessionResetAlerts(true);
+        EXPECT_EQ(run.alertsFor(1, reset), "") << "the reset is past";
+    }
 }
 
-TEST_F(NotificationManagerTest, AWindowIsRememberedEvenIfDeliveryFails) {
+TEST(QuotaAlert, AStoredWindowIsReadAsAnInstant) {
+    const struct {
+        const char *resetAt, *stored;
+        const char *due;
+    } rows[] = {
+        {"2025-11-16T13:30:00Z", "1763299800.0", ""},
+        {"2025-11-16T13:30:01.987654Z", "1763299801.987654", ""},
+        {"1970-01-01T00:00:00Z", "0.0", ""},
+        {"2200-01-01T00:00:00Z", "7258118400.0", ""},
+        {"2025-11-16T13:30:00Z", "1763282000.0", "quota80 "},
+        {"2025-11-16T13:30:00Z", "1763299800.0 ", "quota80 "},
+        {"2025-11-16T13:30:00Z", "inf", "quota80 "},
+    };
+    for (const auto &row : rows) {
+        const test::SettingsFile file;
+        ProgramRun run(file.path);
+        run.defaults.set(alertedAt80, QString::fromLatin1(row.stored));
+        run.defaults.set(alertedRateLimit, QString::fromLatin1(row.stored));
+        const Instant resetAt = test::at(row.resetAt);
+        EXPECT_EQ(run.alertsFor(85, resetAt), row.due) << row.stored;
+        if (*row.due != '\0')
+            continue;
+        run.defaults.remove(alertedAt80);
+        EXPECT_EQ(run.alertsFor(85, resetAt), "quota80 ");
+        EXPECT_EQ(file.values().value(alertedAt80), QLatin1String(row.stored));
+    }
+}
+
+TEST(QuotaAlert, TheTextsHaveWholePercentAndHoursAndMinutesCutOff) {
+    const struct {
+        double usagePct;
+        const char *used;
+        std::chrono::nanoseconds left;
+        const char *resetsIn;
+    } rows[] = {
+        {100.9, "100%", 1h + 5min, "1h 5m"},
+        {1234567.8, "1234567%", 1h - 1ns, "59m"},
+        {1e20, "100000000000000000000%", 240h + 9min, "240h 9m"},
+        {101, "101%", -1ns, "0m"},
+        {101, "101%", -200'000h, "0m"},
+    };
+    for (const auto &row : rows) {
+        const test::SettingsFile file;
+        ProgramRun run(file.path);
+        EXPECT_NE(run.alertsFor(row.usagePct, run.clock.now() + row.left), "");
+        const std::vector<UserNotification> expected{
+            {"quota80", "Quota Alert", std::string("You've used ") + row.used + " of your 5-hour quota."},
+            {"rateLimit", "Rate Limit Reached",
+             std::string("You've hit your rate limit. Quota resets in ") + row.resetsIn + "."}};
+        EXPECT_EQ(run.center.added, expected);
+        EXPECT_NE(run.alertsFor(1, run.clock.now() + row.left + 5h), "");
+        EXPECT_EQ(run.center.added,
+                  std::vector<UserNotification>({{"sessionReset-1763294400.25", "Session Reset",
+                                                  "Your 5-hour quota has reset. You're ready to go!"}}));
+    }
+}
+
+TEST(QuotaAlert, AFailedDeliveryIsLoggedAndNotRepeated) {
     const test::LogCapture log;
-    check(79.9);
-    EXPECT_EQ(m_file.values(), QJsonObject());
-    check(85.0);
-    EXPECT_EQ(m_file.values().value(alertedAt80), QStringLiteral("1763299800.4"));
-    m_center.answers.at(0)("the server is gone");
+    const test::SettingsFile file;
+    ProgramRun run(file.path);
+    EXPECT_EQ(run.alertsFor(85, test::at("2025-11-16T13:30:00.4Z")), "quota80 ");
+    EXPECT_EQ(file.values(), QJsonObject({{alertedAt80, QStringLiteral("1763299800.4")}}));
+    run.center.answers.at(0)("the server is gone");
     EXPECT_EQ(log.lines(), QStringList(QStringLiteral("Failed to deliver quota80: the server is gone")));
-    EXPECT_EQ(check(90.0), Identifiers());
+    EXPECT_EQ(run.alertsFor(90, test::at("2025-11-16T13:30:00.4Z")), "");
 }
 
-TEST_F(NotificationManagerTest, ResetsAndUpdatesComeWheneverTheyAreSent) {
-    m_manager.sendSessionReset();
-    m_clock.advance(5h);
-    m_manager.sendSessionReset();
-    m_manager.sendUpdateAvailable("2.0");
-    m_manager.send("own", "Title", "Body");
-    EXPECT_EQ(m_center.added.back(), UserNotification({"own", "Title", "Body"}));
-    EXPECT_EQ(
-        m_center.takeIdentifiers(),
-        Identifiers({"sessionReset-1763294400.0", "sessionReset-1763312400.0", "updateAvailable", "own"}));
+TEST(UpdateAlert, AnnouncesTheVersionAsOneLineOfText) {
+    const test::SettingsFile file;
+    ProgramRun run(file.path);
+    run.manager.send("own", "Title", "Body");
+    EXPECT_EQ(run.center.added.back(), UserNotification({"own", "Title", "Body"}));
+    for (const auto &hostile : test::hostileTexts()) {
+        run.manager.sendUpdateAvailable(hostile.text);
+        const UserNotification expected{"updateAvailable", "Update Available",
+                                        "Burnwick " + hostile.shown +
+                                            " is available. Open Settings to update."};
+        EXPECT_EQ(run.center.added.back(), expected) << hostile.what;
+    }
 }
 
 } // namespace

@@ -1,11 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "forms/GenmonForm.h"
+#include "forms/BarForms.h"
 #include "forms/JsonForm.h"
 #include "forms/Sparkline.h"
 #include "forms/TableForm.h"
 #include "forms/TerminalText.h"
-#include "forms/WaybarForm.h"
 #include "support/HostileTexts.h"
 #include "support/JsonMembers.h"
 
@@ -16,6 +15,7 @@
 #include <limits>
 #include <regex>
 #include <sstream>
+#include <vector>
 
 namespace burnwick {
 namespace {
@@ -27,31 +27,45 @@ using namespace std::chrono_literals;
 
 constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
 
-ReportFigures someFigures() {
-    ReportFigures figures;
-    figures.session.hasJSONLData = true;
-    figures.session.tokens = {300, 200'000, 10, 4'000};
-    figures.session.cost = 0.1 + 0.2; // has no short decimal
-    figures.session.burnRateTokensPerMin = 225;
-    figures.session.projected = {2.916, 20.412, 87.48};
-    figures.timeFilter = TimeFilter::thirtyDays;
-    figures.today = local_days(2026y / 2 / 1);
-    figures.history.sessionCount = 3;
-    figures.history.totalTokens = {9'007'199'254'740'993, 1, 2, 3}; // more than a double counts exactly
-    figures.history.dailyActivity = {{local_days(2026y / 1 / 30), 5}, {local_days(2026y / 1 / 31), 0}};
-    figures.history.modelStats = {{"claude-opus-4-5", 1100, 550, 82.5}, {"x\n\033[2J\u009b1m", 350, 0, 17.5}};
-    return figures;
+const Instant now = Instant(1'000h);
+
+Snapshot emptySnapshot() {
+    return {{Calendar::inZone("UTC")}, {}};
 }
 
-ReportFigures someFiguresWithAccount() {
-    ReportFigures figures = someFigures();
-    figures.now = Instant(1'000h);
-    figures.session.quota = QuotaData{62.4, 100.6, 0.2, Instant(1'002h + 5min), {}, Instant(999h)};
-    figures.account = AccountFigures{OAuthStatus::connected,
-                                     ExtraUsageData{10, 50.004, 40, 20, 20},
-                                     {{{"Claude Code", ClaudeComponentStatus::Status::degraded},
-                                       {"API\n\033[2J\u009b", ClaudeComponentStatus::Status::unknown}}}};
-    return figures;
+Snapshot someFigures() {
+    Snapshot snapshot = emptySnapshot();
+    UsageFigures &usage = snapshot.usage;
+    usage.hasJSONLData = true;
+    usage.sessionTokens = {300, 200'000, 10, 4'000};
+    usage.sessionCost = 0.1 + 0.2; // has no short decimal
+    usage.burnRateTokensPerMin = 225;
+    usage.projectedTodayCost = 2.916;
+    usage.projectedWeeklyCost = 20.412;
+    usage.projectedMonthlyCost = 87.48;
+    usage.timeFilter = TimeFilter::thirtyDays;
+    HistoricalData &history = usage.historicalData;
+    history.sessionCount = 3;
+    history.totalTokens = {9'007'199'254'740'993, 1, 2, 3}; // more than a double counts exactly
+    history.dailyActivity = {{local_days(1970y / 2 / 9), 5}, {local_days(1970y / 2 / 10), 0}};
+    history.modelStats = {{"claude-opus-4-5", 1100, 550, 82.5}, {"x\n\033[2J\u009b1m", 350, 0, 17.5}};
+    return snapshot;
+}
+
+Snapshot someFiguresWithAccount() {
+    Snapshot snapshot = someFigures();
+    AccountFigures &account = snapshot.account;
+    account.oauthStatus = OAuthStatus::connected;
+    account.quotaData = QuotaData{62.4, 100.6, 0.2, now + 125min, {}, now - 1h};
+    account.extraUsage = ExtraUsageData{10, 50.004, 40, 20, 20};
+    account.claudeStatus = {{"Claude Code", ClaudeComponentStatus::Status::degraded},
+                            {"API\n\033[2J\u009b", ClaudeComponentStatus::Status::unknown}};
+    account.claudeStatusReadAt = now;
+    return snapshot;
+}
+
+std::string tableOf(const Snapshot &snapshot, TerminalColors colors = TerminalColors::none) {
+    return tableForm(snapshot, now, colors);
 }
 
 std::vector<std::string> linesOf(const std::string &text) {
@@ -75,67 +89,56 @@ std::string withoutMarkup(const QString &markup) {
 }
 
 /// Each of the expressions matches somewhere in the text.
-void expectMatches(const std::string &text, std::initializer_list<const char *> patterns) {
+void expectMatches(const std::string &text, const std::vector<const char *> &patterns) {
     for (const char *pattern : patterns)
         EXPECT_TRUE(std::regex_search(text, std::regex(pattern))) << pattern << '\n' << text;
 }
 
-TEST(TableForm, ShowsTheFigures) {
-    const std::string table = tableForm(someFigures(), TerminalColors::none);
-    expectMatches(table, {
-                             "^Burnwick +204\\.3K \\| \\$0\\.30 \\| s--  ●\n",
-                             "Input +300 +Cost +\\$0\\.30\n",
-                             "Output +200\\.0K +Burn rate +225 tokens/min\n",
-                             "Cache creation +10 +Projected today +\\$2\\.92\n",
-                             "Cache read +4\\.0K +Projected week +\\$20\\.41\n",
-                             "Total tokens +204\\.3K +Projected month +\\$87\\.48\n",
-                             "History  last 30 days\n  Sessions +3 +Session Cost +\\$0\\.30\n",
-                             "claude-opus-4-5 +82% +(━)+ +1\\.1K in · 550 out\n",
-                         });
-    EXPECT_EQ(table.find("Quota"), std::string::npos);
-}
-
-TEST(TableForm, SaysWhatIsMissing) {
-    ReportFigures figures;
-    figures.account = AccountFigures{OAuthStatus::expired, {}, {}};
-    const std::string table = tableForm(figures, TerminalColors::none);
-    expectMatches(table, {"no usage in the logs", "No model data yet",
-                          "Quota  expired\n  No quota could be had\n", "Claude status  not known\n"});
-    for (const char *text : {"Activity", "Extra usage"})
-        EXPECT_EQ(table.find(text), std::string::npos) << text;
-}
-
-TEST(TableForm, StaysPlainAndWithinEightyColumnsWhateverItIsToShow) {
-    ReportFigures figures = someFiguresWithAccount();
-    std::string longName;
-    for (int i = 0; i < 100; ++i)
-        longName += "模型\033[31m";
-    figures.history.favoriteModel = longName;
-    figures.history.totalTokens = {most, 0, 0, 0};
-    figures.history.sessionCount = most;
-    figures.history.modelStats[0] = {longName, most, most, 100};
-    figures.history.modelStats.resize(30, {"another", 1, 1, 0});
-    figures.history.dailyActivity[local_days(1999y / 1 / 1)] = most;
-    figures.session.quota->sevenDayUsagePct = 1e300;
-    figures.session.quota->sevenDayResetAt = Instant::max();
-    figures.account->extraUsage = ExtraUsageData{1e300, 1e300, 1e300, 1e300, most};
-    figures.account->claudeStatus->front().name = longName;
-    const std::string table = tableForm(figures, TerminalColors::none);
-    for (const std::string &line : linesOf(table)) {
-        EXPECT_LE(columnsOf(line), 80) << line;
-        EXPECT_EQ(printableText(line), line);
+TEST(TableForm, ShowsTheFiguresThatThereAre) {
+    Snapshot expired = emptySnapshot();
+    expired.account.oauthStatus = OAuthStatus::expired;
+    const struct {
+        Snapshot snapshot;
+        std::vector<const char *> shown, absent;
+    } rows[] = {
+        {someFigures(),
+         {"^Burnwick +204\\.3K \\| \\$0\\.30 \\| s--  ●\n", "Input +300 +Cost +\\$0\\.30\n",
+          "Output +200\\.0K +Burn rate +225 tokens/min\n", "Cache creation +10 +Projected today +\\$2\\.92\n",
+          "Cache read +4\\.0K +Projected week +\\$20\\.41\n",
+          "Total tokens +204\\.3K +Projected month +\\$87\\.48\n",
+          "History  last 30 days\n  Sessions +3 +Session Cost +\\$0\\.30\n",
+          "Activity  tokens a day, last 7 days\n  ····█··\n",
+          "claude-opus-4-5 +82% +(━)+ +1\\.1K in · 550 out\n"},
+         {"Quota", "Claude status"}},
+        {someFiguresWithAccount(),
+         {"\nQuota  connected\n  Session +62%  (━){15} +resets in 2h 5m\n  Weekly +101%  (━){24} *\n",
+          "\n  Claude Design +0%  ━ +resets now\n",
+          "\n  Extra usage +20%  (━){5} +\\$10\\.00 · resets in 20 days\n",
+          "\n  Monthly limit +\\$50\\.00 +Current balance +\\$40\\.00\n",
+          "\nClaude status *\n  Claude Code +Degraded\n  API\uFFFD\uFFFD\\[2J\uFFFD +Unknown\n"},
+         {"not known"}},
+        {expired,
+         {"no usage in the logs", "No model data yet", "Quota  expired\n  No quota could be had\n",
+          "Claude status  not known\n"},
+         {"Activity", "Extra usage"}},
+    };
+    for (const auto &row : rows) {
+        const std::string table = tableOf(row.snapshot);
+        expectMatches(table, row.shown);
+        for (const char *text : row.absent)
+            EXPECT_EQ(table.find(text), std::string::npos) << text;
     }
-    EXPECT_NE(table.find("and 22 more\n"), std::string::npos) << table;
 }
 
 TEST(TableForm, ShowsHostileNamesAsText) {
+    const Snapshot usual = someFiguresWithAccount();
+    const std::size_t lines = linesOf(tableOf(usual)).size();
     for (const auto &hostile : test::hostileTexts()) {
-        ReportFigures figures = someFiguresWithAccount();
-        const std::size_t lines = linesOf(tableForm(figures, TerminalColors::none)).size();
-        figures.history.favoriteModel = hostile.text;
-        figures.history.modelStats[1].name = hostile.text;
-        figures.account->claudeStatus->at(0).name = hostile.text;
-        const std::string table = tableForm(figures, TerminalColors::none);
+        Snapshot figures = usual;
+        figures.usage.historicalData.favoriteModel = hostile.text;
+        figures.usage.historicalData.modelStats[1].name = hostile.text;
+        figures.account.claudeStatus[0].name = hostile.text;
+        const std::string table = tableOf(figures);
         EXPECT_EQ(linesOf(table).size(), lines) << hostile.what;
         for (const std::string &line : linesOf(table)) {
             EXPECT_FALSE(test::hasControls(line)) << hostile.what;
@@ -145,25 +148,26 @@ TEST(TableForm, ShowsHostileNamesAsText) {
     }
 }
 
-TEST(TableForm, IsTheSameTextWithColorsAround) {
-    ReportFigures figures = someFiguresWithAccount();
-    figures.session.quota->fiveHourUsagePct = 1;
-    const std::string colored = tableForm(figures, TerminalColors::full);
-    const std::regex rendition("\033\\[[0-9;]*m");
-    EXPECT_EQ(std::regex_replace(colored, rendition, ""), tableForm(figures, TerminalColors::none));
-    EXPECT_NE(colored.find("\033[38;2;51;199;89m●"), std::string::npos);
-}
+TEST(TableForm, FitsEightyColumnsWithTheLargestFiguresAndHasTheSameTextInColor) {
+    Snapshot figures = someFiguresWithAccount();
+    HistoricalData &history = figures.usage.historicalData;
+    history.totalTokens = {most, 0, 0, 0};
+    history.sessionCount = most;
+    history.modelStats[0] = {"模型模型模型模型模型模型模型模型模型模型模型模型", most, most, 100};
+    history.modelStats.resize(30, {"another", 1, 1, 0});
+    history.dailyActivity[local_days(1950y / 1 / 1)] = most;
+    figures.account.quotaData->fiveHourUsagePct = 1;
+    figures.account.quotaData->sevenDayUsagePct = 1e300;
+    figures.account.quotaData->sevenDayResetAt = Instant::max();
+    figures.account.extraUsage = ExtraUsageData{1e300, 1e300, 1e300, 1e300, most};
+    const std::string table = tableOf(figures);
+    for (const std::string &line : linesOf(table))
+        EXPECT_LE(columnsOf(line), 80) << line;
+    EXPECT_NE(table.find("and 22 more\n"), std::string::npos) << table;
 
-TEST(TableForm, ShowsTheAccount) {
-    expectMatches(
-        tableForm(someFiguresWithAccount(), TerminalColors::none),
-        {
-            "\nQuota  connected\n  Session +62%  (━){15} +resets in 2h 5m\n  Weekly +101%  (━){24} *\n",
-            "\n  Claude Design +0%  ━ +resets now\n",
-            "\n  Extra usage +20%  (━){5} +\\$10\\.00 · resets in 20 days\n",
-            "\n  Monthly limit +\\$50\\.00 +Current balance +\\$40\\.00\n",
-            "\nClaude status *\n  Claude Code +Degraded\n  API\uFFFD\uFFFD\\[2J\uFFFD +Unknown\n",
-        });
+    const std::string colored = tableOf(figures, TerminalColors::full);
+    EXPECT_EQ(std::regex_replace(colored, std::regex("\033\\[[0-9;]*m"), ""), table);
+    EXPECT_NE(colored.find("\033[38;2;51;199;89m●"), std::string::npos);
 }
 
 TEST(SparklineTest, DrawsOneCharacterADay) {
@@ -179,33 +183,29 @@ TEST(SparklineTest, DrawsOneCharacterADay) {
     EXPECT_EQ(sparkline({}, today, 5), "");
 }
 
-TEST(WaybarForm, IsOneLineForTheBar) {
-    SessionFigures session = someFigures().session;
-    session.quota.emplace().fiveHourUsagePct = 67.4;
-    const std::string form = waybarForm(session);
+TEST(BarForms, WrapTitleAndToolTipForWaybarAndGenmon) {
+    Snapshot figures = someFigures();
+    figures.account.quotaData.emplace().fiveHourUsagePct = 67.4;
+    const std::string form = waybarForm(figures);
     EXPECT_EQ(form.find('\n'), form.size() - 1);
     const QJsonObject module = jsonObject(form);
     expectMembers(module, R"({"class":"orange","percentage":67})");
-    const QString text = module[QStringLiteral("text")].toString();
-    EXPECT_EQ(withoutMarkup(text), "204.3K | $0.30 | s67%  ●");
+    const QString title = module[QStringLiteral("text")].toString();
+    const QString toolTip = module[QStringLiteral("tooltip")].toString();
+    EXPECT_EQ(withoutMarkup(title), "204.3K | $0.30 | s67%  ●");
     for (const char *part :
          {"<span weight=\"600\">204.3</span>K", "<span alpha=\"48%\"> | </span>",
           "<span weight=\"900\">67%</span>", "<span weight=\"900\" foreground=\"#fcbd2e\">●</span>"})
-        EXPECT_TRUE(text.contains(QString::fromUtf8(part))) << part;
-    expectMatches(withoutMarkup(module[QStringLiteral("tooltip")].toString()),
-                  {"300 in", "200.0K out", "\\$0.30", "225 tokens/min", "\\$87.48", "67% used \\(orange\\)"});
+        EXPECT_TRUE(title.contains(QString::fromUtf8(part))) << part;
+    expectMatches(withoutMarkup(toolTip),
+                  {"300 in", "200.0K out", "10 cache creation · 4.0K cache read", "\\$0.30", "225 tokens/min",
+                   "\\$2.92 today · \\$20.41 week · \\$87.48 month", "67% used \\(orange\\)"});
+    EXPECT_EQ(genmonForm(figures),
+              QStringLiteral("<txt>%1</txt>\n<tool>%2</tool>\n").arg(title, toolTip).toStdString());
 
-    const QJsonObject unknown = jsonObject(waybarForm({}));
+    const QJsonObject unknown = jsonObject(waybarForm(emptySnapshot()));
     expectMembers(unknown, R"({"class":"green"})");
     EXPECT_FALSE(unknown.contains(QStringLiteral("percentage"))) << "0 would be a figure";
-}
-
-TEST(GenmonForm, WrapsTitleAndToolTip) {
-    const std::string form = genmonForm(someFigures().session);
-    std::smatch parts;
-    ASSERT_TRUE(std::regex_match(form, parts, std::regex("<txt>([^\n]*)</txt>\n<tool>([^]*)</tool>\n")));
-    EXPECT_EQ(withoutMarkup(QString::fromStdString(parts[1])), "204.3K | $0.30 | s--  ●");
-    EXPECT_NE(withoutMarkup(QString::fromStdString(parts[2])).find("225 tokens/min"), std::string::npos);
 }
 
 TEST(JsonForm, TellsEveryFigureExactly) {
@@ -215,7 +215,7 @@ TEST(JsonForm, TellsEveryFigureExactly) {
         "session": {"total": 204310},
         "history": {
             "timeFilter": "30d", "totalTokens": {"input": 9007199254740993}, "peakHour": null,
-            "favoriteModel": null, "dailyActivity": {"2026-01-30": 5, "2026-01-31": 0},
+            "favoriteModel": null, "dailyActivity": {"1970-02-09": 5, "1970-02-10": 0},
             "modelStats": [{"percentage": 82.5}, {"name": "x\n\u001b[2J\u009b1m"}]
         },
         "quota": {
@@ -243,7 +243,7 @@ TEST(JsonForm, KeepsItsOrderAndNoControlCharacter) {
         "cacheRead total cost burnRateTokensPerMin projectedTodayCost projectedWeeklyCost "
         "projectedMonthlyCost history timeFilter sessionCount messageCount totalTokens "
         "input output cacheCreation cacheRead total activeDays currentStreak longestStreak "
-        "peakHour favoriteModel dailyActivity 2026-01-30 2026-01-31 modelStats name "
+        "peakHour favoriteModel dailyActivity 1970-02-09 1970-02-10 modelStats name "
         "inputTokens outputTokens percentage quota fiveHourUsagePct extraUsage dailySpend "
         "oauthStatus claudeStatus name status");
     std::size_t at = 0;

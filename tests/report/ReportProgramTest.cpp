@@ -82,20 +82,11 @@ TEST_F(ReportProgram, CountsTheLogs) {
 }
 
 TEST_F(ReportProgram, TellsDaysAndHoursInTheUsersZone) {
-    const struct {
-        const char *zone, *history;
-    } rows[] = {
-        {"UTC",
-         R"({"peakHour": 12, "activeDays": 2, "dailyActivity": {"2026-01-30": 2000, "2026-01-31": 4610}})"},
-        {"Europe/Berlin", R"({"peakHour": 13, "activeDays": 1, "dailyActivity": {"2026-01-31": 6610}})"},
-        {"Pacific/Auckland", R"({"peakHour": 1, "dailyActivity": {"2026-01-31": 2000, "2026-02-01": 4610}})"},
-    };
-    for (const auto &[zone, history] : rows) {
-        SCOPED_TRACE(zone);
-        Program program(m_home.path());
-        program.set("TZ", zone);
-        expectMembers(jsonOf(std::move(program))[QStringLiteral("history")], history);
-    }
+    Program program(m_home.path());
+    program.set("TZ", "Pacific/Auckland");
+    expectMembers(
+        jsonOf(std::move(program)),
+        R"({"history": {"peakHour": 1, "dailyActivity": {"2026-01-31": 2000, "2026-02-01": 4610}}})");
 }
 
 TEST(ReportProgramPeriods, CutTheHistoryButNotTheSession) {
@@ -105,21 +96,11 @@ TEST(ReportProgramPeriods, CutTheHistoryButNotTheSession) {
              usageLine(stamp(now() - 20 * 24h), 10, 0) + usageLine(stamp(now() - 25h), 100, 0) +
                  usageLine(stamp(now() - 1h), 1000, 0),
              now());
-    const std::pair<const char *, const char *> rows[] = {
-        {"all",
-         R"({"timeFilter": "All", "sessionCount": 2, "messageCount": 4, "totalTokens": {"input": 1111}})"},
-        {"30d",
-         R"({"timeFilter": "30d", "sessionCount": 1, "messageCount": 3, "totalTokens": {"input": 1110}})"},
-        {"7d",
-         R"({"timeFilter": "7d", "sessionCount": 1, "messageCount": 2, "totalTokens": {"input": 1100}})"},
-    };
-    for (const auto &[filter, history] : rows) {
-        SCOPED_TRACE(filter);
-        const QJsonObject root =
-            jsonOf(Program(home.path()), {QStringLiteral("--filter"), QLatin1String(filter)});
-        expectMembers(root[QStringLiteral("history")], history);
-        expectMembers(root, R"({"session": {"input": 1110}, "history": {"currentStreak": 2}})");
-    }
+    expectMembers(jsonOf(Program(home.path()), {QStringLiteral("--filter"), QStringLiteral("7d")}), R"({
+        "session": {"input": 1110},
+        "history": {"timeFilter": "7d", "sessionCount": 1, "messageCount": 2, "currentStreak": 2,
+                    "totalTokens": {"input": 1100}}
+    })");
 }
 
 TEST(ReportProgramWithoutLogs, ShowsZeros) {
@@ -131,17 +112,13 @@ TEST(ReportProgramWithoutLogs, ShowsZeros) {
 }
 
 TEST_F(ReportProgram, RefusesWrongOptionsInOneLine) {
-    for (const QStringList &arguments :
-         {QStringList{QStringLiteral("--nonsense")},
-          QStringList{QStringLiteral("--title"), QStringLiteral("--json")},
-          QStringList{QStringLiteral("--filter"), QStringLiteral("1\n2\033[2J")}}) {
-        const Outcome outcome = Program(m_home.path()).set("LC_ALL", "C").run(arguments);
-        EXPECT_EQ(outcome.exitCode, 2);
-        EXPECT_EQ(outcome.output, "");
-        EXPECT_TRUE(outcome.errors.starts_with("burnwick-report: ")) << outcome.errors;
-        EXPECT_EQ(outcome.errors.find('\n'), outcome.errors.size() - 1) << outcome.errors;
-        EXPECT_EQ(outcome.errors.find('\033'), std::string::npos);
-    }
+    const QStringList arguments{QStringLiteral("--filter"), QStringLiteral("1\n2\033[2J")};
+    const Outcome outcome = Program(m_home.path()).set("LC_ALL", "C").run(arguments);
+    EXPECT_EQ(outcome.exitCode, 2);
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_TRUE(outcome.errors.starts_with("burnwick-report: ")) << outcome.errors;
+    EXPECT_EQ(outcome.errors.find('\n'), outcome.errors.size() - 1) << outcome.errors;
+    EXPECT_EQ(outcome.errors.find('\033'), std::string::npos);
 }
 
 TEST_F(ReportProgram, IsColoredOnATerminalOnly) {

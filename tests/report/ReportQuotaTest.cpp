@@ -10,7 +10,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <csignal>
 #include <fstream>
 #include <iterator>
@@ -117,46 +116,28 @@ TEST_F(ReportQuota, IsInEveryForm) {
 }
 
 TEST_F(ReportQuota, SaysInOneLineWhyThereIsNone) {
+    // The tests of the tracker cover which failure has which outcome.
     const struct {
-        std::vector<ScriptedAnswer> usage;
-        ScriptedAnswer token;
+        ScriptedAnswer usage;
         const char *reason;
     } rows[] = {
-        {{{500, "secret"}}, newTokens, "Server error (HTTP 500)"},
-        {{{401}}, newTokens, "OAuth token is invalid"},
-        {{{401}}, {400, R"({"error":"invalid_grant"})"}, "Re-authentication required"},
-        {{{401}}, {503}, "Temporary failure — will retry"},
-        {{{200, "secret", {}, Ending::hangUp}},
-         newTokens,
+        {{500, "secret"}, "Server error (HTTP 500)"},
+        {{200, "secret", {}, Ending::hangUp},
          "The connection broke before the answer was complete (RemoteHostClosedError)"},
+        {{200, R"({"five_hour":"secret"})"}, ""},
     };
-    for (const auto &row : rows) {
-        m_server.script(usageTarget, row.usage);
-        m_server.script(tokenTarget, {row.token});
-        const QJsonObject root = runForJson("burnwick-report: no quota: " + std::string(row.reason) + '\n');
-        expectMembers(root, R"({"quota": null, "extraUsage": null, "oauthStatus": "expired",
-                                "claudeStatus": [{}, {}]})");
-    }
-}
-
-TEST_F(ReportQuota, AnUnreadableAnswerIsToldWithoutItsText) {
-    m_server.script(usageTarget, {{200, R"({"five_hour":"secret"})"}});
-    const std::string errors = run("--title").errors;
-    EXPECT_TRUE(errors.starts_with("burnwick-report: no quota: ")) << errors;
-    EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1) << errors;
-    EXPECT_EQ(errors.find("127.0.0.1"), std::string::npos) << errors;
-}
-
-TEST_F(ReportQuota, NobodyIsAskedForAQuotaWithoutALogin) {
-    std::filesystem::remove(m_credentials);
-    const QJsonObject root = runForJson("burnwick-report: no quota: OAuth token not found in Keychain\n");
-    expectMembers(root, R"({"oauthStatus": "disconnected", "claudeStatus": [{}, {}]})");
-    EXPECT_TRUE(m_server.requestsFor(usageTarget).empty());
-}
-
-TEST_F(ReportQuota, AStatusPageThatIsDownCostsNoQuota) {
     m_server.script(statusTarget, {{200, "<html>"}});
-    expectMembers(runForJson(), R"({"claudeStatus": null, "oauthStatus": "connected"})");
+    for (const auto &row : rows) {
+        m_server.script(usageTarget, {row.usage});
+        const Outcome outcome = run("--json");
+        EXPECT_TRUE(outcome.errors.starts_with(std::string("burnwick-report: no quota: ") + row.reason))
+            << outcome.errors;
+        EXPECT_EQ(outcome.errors.find('\n'), outcome.errors.size() - 1) << outcome.errors;
+        EXPECT_EQ(outcome.errors.find("127.0.0.1"), std::string::npos) << outcome.errors;
+        expectMembers(
+            test::jsonObject(outcome.output),
+            R"({"quota": null, "extraUsage": null, "oauthStatus": "expired", "claudeStatus": null})");
+    }
 }
 
 TEST_F(ReportQuota, BothAreAskedAtTheSameTime) {
@@ -197,8 +178,11 @@ TEST_F(ReportQuota, ABusThatSaysNothingIsAskedOnlyWithoutAFileAndNotForLong) {
     runForJson();
     EXPECT_FALSE(silence.hasPendingConnections());
     std::filesystem::remove(m_credentials);
-    runForJson("burnwick-report: no quota: OAuth token not found in Keychain\n");
+    const auto before = m_server.requestsFor(usageTarget).size();
+    expectMembers(runForJson("burnwick-report: no quota: OAuth token not found in Keychain\n"),
+                  R"({"oauthStatus": "disconnected", "claudeStatus": [{}, {}]})");
     EXPECT_TRUE(silence.hasPendingConnections());
+    EXPECT_EQ(m_server.requestsFor(usageTarget).size(), before);
 }
 
 class ReportQuotaSignal : public ReportQuota, public testing::WithParamInterface<int> {};

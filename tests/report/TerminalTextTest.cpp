@@ -9,7 +9,7 @@
 namespace burnwick {
 namespace {
 
-TEST(TerminalText, LetsNothingThroughThatCommandsTheTerminal) {
+TEST(TerminalText, ReplacesControlCharacters) {
     const struct {
         const char *text;
         const char *printable;
@@ -25,16 +25,11 @@ TEST(TerminalText, LetsNothingThroughThatCommandsTheTerminal) {
         EXPECT_EQ(printableText(row.text), row.printable);
 }
 
-TEST(TerminalText, MeasuresColumns) {
-    const struct {
-        const char *text;
-        int columns;
-    } rows[] = {{"", 0}, {"opus", 4}, {"模型", 4}, {"e\u0301", 1}, {"😀", 2}, {"●…━▁\uFFFD", 5}};
-    for (const auto &row : rows)
-        EXPECT_EQ(columnsOf(row.text), row.columns) << row.text;
-}
-
-TEST(TerminalText, ElidesInTheMiddle) {
+TEST(TerminalText, MeasuresElidesAndAlignsByColumns) {
+    const std::pair<const char *, int> widths[] = {{"", 0},        {"opus", 4}, {"模型", 4},
+                                                   {"e\u0301", 1}, {"😀", 2},    {"●…━▁\uFFFD", 5}};
+    for (const auto &[text, columns] : widths)
+        EXPECT_EQ(columnsOf(text), columns) << text;
     const struct {
         const char *text;
         int columns;
@@ -47,9 +42,6 @@ TEST(TerminalText, ElidesInTheMiddle) {
     };
     for (const auto &row : rows)
         EXPECT_EQ(elidedInMiddle(row.text, row.columns), row.elided);
-}
-
-TEST(TerminalText, AlignsByColumns) {
     EXPECT_EQ(leftAligned("模型", 6), "模型  ");
     EXPECT_EQ(rightAligned("e\u0301", 3), "  e\u0301");
     EXPECT_EQ(leftAligned("longer", 3), "longer");

@@ -5,6 +5,8 @@
 #include "model/Clock.h"
 #include "model/Timestamp.h"
 
+#include <atomic>
+
 namespace burnwick::test {
 
 /// The instant of a date-time such as "2025-06-01T12:00:00Z"; throws when it is none.
@@ -19,10 +21,10 @@ public:
         : m_now(at(start)) {}
     [[nodiscard]] Instant now() const override { return m_now; }
     void set(Instant instant) { m_now = instant; }
-    void advance(std::chrono::nanoseconds by) { m_now += by; }
+    void advance(std::chrono::nanoseconds by) { m_now = m_now.load() + by; }
 
 private:
-    Instant m_now;
+    std::atomic<Instant> m_now;
 };
 
 } // namespace burnwick::test

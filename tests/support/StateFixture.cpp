@@ -4,6 +4,17 @@
 
 namespace burnwick::test {
 
+ScriptedAnswer usageAnswer(double fiveHourPct, const std::string &extra) {
+    ScriptedAnswer answer;
+    answer.body = R"({"five_hour":{"utilization":)" + QByteArray::number(fiveHourPct) +
+                  R"(,"resets_at":"2025-06-10T14:05:30Z"},)"
+                  R"("seven_day":{"utilization":31,"resets_at":"2025-06-14T02:10:00Z"},)"
+                  R"("seven_day_omelette":{"utilization":8,"resets_at":"2025-06-15T14:30:00Z"},)"
+                  R"("extra_usage":)" +
+                  QByteArray::fromStdString(extra) + "}";
+    return answer;
+}
+
 StateFixture::StateFixture()
     : m_account(endpoints(), m_store, m_clock, m_calendar)
     , m_state(services()) {
@@ -18,19 +29,10 @@ Endpoints StateFixture::endpoints() const {
     return endpoints;
 }
 
-AppState::Services StateFixture::services() {
-    return {m_preferences,
-            JSONLParser(m_home.path(), m_calendar, m_clock),
-            [this] { return m_calendar; },
-            m_clock,
-            m_scheduler,
-            platform::openDirectoryEventSource,
-            m_account.keychain,
-            m_account.oauthFetcher,
-            m_account.statusFetcher,
-            m_terminal,
-            [this] { ++m_loginPagesOpened; },
-            m_alerts};
+AppState::Services StateFixture::services(const std::filesystem::path &home) {
+    return {{m_preferences, JSONLParser(home, m_calendar, m_clock), [this] { return m_calendar; }, m_clock,
+             m_scheduler, platform::openDirectoryEventSource},
+            {m_preferences, m_clock, m_scheduler, m_account, m_terminal, [this] { ++m_loginPagesOpened; }}};
 }
 
 } // namespace burnwick::test

@@ -2,11 +2,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "notify/QuotaAlerts.h"
 #include "platform/Platform.h"
 #include "prefs/PreferencesManager.h"
 #include "prefs/UserDefaults.h"
-#include "state/AccountServices.h"
 #include "state/AppState.h"
 #include "support/LogTreeFixture.h"
 #include "support/ManualClock.h"
@@ -22,25 +20,14 @@
 
 namespace burnwick::test {
 
-/// Writes down what it is told.
-class RecordingAlerts final : public QuotaAlerts {
-public:
-    void checkQuota(std::optional<Instant> resetAt, bool alertAt80Enabled, bool rateLimitEnabled,
-                    double usagePct) override {
-        checks.push_back({resetAt, alertAt80Enabled, rateLimitEnabled, usagePct});
-    }
-    void sendSessionReset() override { ++resets; }
+inline constexpr const char *usagePath = "/api/oauth/usage";
+inline constexpr const char *tokenPath = "/api/oauth/token";
+inline constexpr const char *statusPath = "/api/v2/components.json";
 
-    struct Check {
-        std::optional<Instant> resetAt;
-        bool alertAt80Enabled, rateLimitEnabled;
-        double usagePct;
-    };
-    std::vector<Check> checks;
-    int resets = 0;
-};
+/// The usage endpoint's answer; `extra` is the JSON of the extra usage.
+[[nodiscard]] ScriptedAnswer usageAnswer(double fiveHourPct, const std::string &extra = "null");
 
-/// A terminal that answers when told to.
+/// A terminal that answers on request.
 class FakeTerminal final : public TerminalLauncher {
 public:
     void runInLoginShell(const std::string &command, std::function<void(bool launched)> answer) override {
@@ -55,16 +42,24 @@ private:
     std::function<void(bool)> m_answer;
 };
 
-/// A state on a home of its own, with a clock and timers moved by hand and a stand-in for the vendor's
+/// A state on a temporary home, with a clock and timers moved by hand and a scripted server for the vendor's
 /// services. Nothing is started.
 class StateFixture : public testing::Test {
 protected:
     StateFixture();
 
-    [[nodiscard]] AppState::Services services();
-    /// Once the history is in that has so many messages.
+    [[nodiscard]] AppState::Services services() { return services(m_home.path()); }
+    /// The logs are those of another home.
+    [[nodiscard]] AppState::Services services(const std::filesystem::path &home);
+    [[nodiscard]] const UsageFigures &usage() const { return m_state.snapshot().usage; }
+    [[nodiscard]] const AccountFigures &account() const { return m_state.snapshot().account; }
+    /// Waits until the history has that many messages.
     bool historyHas(std::int64_t messages) {
-        return waitFor([&] { return m_state.historicalData().messageCount == messages; });
+        return waitFor([&] { return usage().historicalData.messageCount == messages; });
+    }
+    /// Waits until the session has that many input tokens.
+    bool sessionHas(std::int64_t input) {
+        return waitFor([&] { return usage().sessionTokens.input == input; });
     }
     void fireLocalTimer() { m_scheduler.fire(std::chrono::seconds(60)); }
     void fireQuotaTimer() { m_scheduler.fire(std::chrono::seconds(300)); }
@@ -79,7 +74,6 @@ protected:
     MemorySecretStore m_store;
     AccountServices m_account;
     FakeTerminal m_terminal;
-    RecordingAlerts m_alerts;
     int m_loginPagesOpened = 0;
     AppState m_state;
 

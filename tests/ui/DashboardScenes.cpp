@@ -25,17 +25,6 @@ constexpr const char *up = "operational";
 const char *const extraUsage =
     R"({"is_enabled":true,"monthly_limit":5000,"used_credits":1240,"utilization":24.8})";
 
-ScriptedAnswer usageOf(double fiveHourPct, const std::string &extra) {
-    ScriptedAnswer answer;
-    answer.body = R"({"five_hour":{"utilization":)" + QByteArray::number(fiveHourPct) +
-                  R"(,"resets_at":"2025-06-10T14:05:30Z"},)"
-                  R"("seven_day":{"utilization":31,"resets_at":"2025-06-14T02:10:00Z"},)"
-                  R"("seven_day_omelette":{"utilization":8,"resets_at":"2025-06-15T14:30:00Z"},)"
-                  R"("extra_usage":)" +
-                  QByteArray::fromStdString(extra) + "}";
-    return answer;
-}
-
 } // namespace
 
 DashboardFixture::DashboardFixture() {
@@ -79,17 +68,17 @@ DashboardFixture &DashboardFixture::logIn() {
 }
 
 DashboardFixture &DashboardFixture::rejectToken() {
-    m_server.script("/api/oauth/usage", {{401}});
+    m_server.script(usagePath, {{401}});
     return *this;
 }
 
 DashboardFixture &DashboardFixture::logIn(double fiveHourPct, const std::string &extra) {
-    m_server.script("/api/oauth/usage", {usageOf(fiveHourPct, extra)});
+    m_server.script(usagePath, {usageAnswer(fiveHourPct, extra)});
     return logIn();
 }
 
 DashboardFixture &DashboardFixture::logInSlowly(double fiveHourPct) {
-    m_server.script("/api/oauth/usage", {held(usageOf(fiveHourPct, "null"))});
+    m_server.script(usagePath, {held(usageAnswer(fiveHourPct, "null"))});
     return logIn();
 }
 
@@ -100,21 +89,21 @@ DashboardFixture &DashboardFixture::answerStatus(const QByteArray &claudeCode, c
     ScriptedAnswer answer;
     answer.body = R"({"components":[)" + component("yyzkbfz2thpt", "Claude Code", claudeCode) + "," +
                   component("k8w3r06qmzrp", "Claude API (api.anthropic.com)", api) + "]}";
-    m_server.script("/api/v2/components.json", {answer});
+    m_server.script(statusPath, {answer});
     return *this;
 }
 
 void DashboardFixture::begin() {
-    const Instant before = m_state.lastUpdated();
+    const Instant before = usage().lastUpdated;
     m_clock.advance(1s);
     m_state.start();
-    ASSERT_TRUE(waitFor([&] { return m_state.lastUpdated() != before && !m_state.claudeStatus().empty(); }));
+    ASSERT_TRUE(waitFor([&] { return usage().lastUpdated != before && !account().claudeStatus.empty(); }));
     QCoreApplication::processEvents();
 }
 
 void DashboardFixture::settle() {
     begin();
-    ASSERT_TRUE(waitFor([this] { return m_state.oauthStatus() != OAuthStatus::unknown; }));
+    ASSERT_TRUE(waitFor([this] { return account().oauthStatus != OAuthStatus::unknown; }));
     QCoreApplication::processEvents();
 }
 

@@ -209,7 +209,7 @@ TEST_F(DashboardTest, FiltersAndTabsAreChosenAndAClosedWindowOpensOnTheFirstTab)
     MainWindowView window(windowServices());
     window.show();
     button(window, "7d").click();
-    EXPECT_EQ(m_state.timeFilter(), TimeFilter::sevenDays);
+    EXPECT_EQ(usage().timeFilter, TimeFilter::sevenDays);
     QCoreApplication::processEvents();
     EXPECT_TRUE(button(window, "7d").isChecked());
     EXPECT_FALSE(button(window, "All").isChecked());
@@ -234,7 +234,7 @@ TEST_F(DashboardTest, RetryAsksAlsoWhereNothingIsAskedByItself) {
     m_state.start();
     EXPECT_EQ(usageRequests(), 0U);
     button(window, "Retry").click();
-    ASSERT_TRUE(waitFor([this] { return m_state.oauthStatus() == OAuthStatus::connected; }));
+    ASSERT_TRUE(waitFor([this] { return account().oauthStatus == OAuthStatus::connected; }));
     QCoreApplication::processEvents();
     QTest::keyClick(&window, Qt::Key_R, Qt::ControlModifier);
     EXPECT_TRUE(waitFor([this] { return usageRequests() == 2; }));
@@ -265,7 +265,7 @@ TEST_F(DashboardTest, TheKeyboardReachesEverythingInReadingOrder) {
     }
     button(window, "All").setFocus();
     QTest::keyClick(&button(window, "All"), Qt::Key_Right);
-    EXPECT_EQ(m_state.timeFilter(), TimeFilter::thirtyDays);
+    EXPECT_EQ(usage().timeFilter, TimeFilter::thirtyDays);
     EXPECT_TRUE(ring->isVisible());
 
     const QPushButton &clicked = *window.findChild<TabButton *>();
@@ -312,6 +312,7 @@ TEST_F(DashboardTest, TheItemShowsEachTitleOnce) {
     // Other figures change, the title does not.
     m_home.add("a.jsonl", line + test::usageLine("2025-06-10T11:00:00.0Z", 0, 0), m_clock.now());
     m_state.refreshLocalData();
+    ASSERT_TRUE(historyHas(2));
     QCoreApplication::processEvents();
     EXPECT_EQ(titles, expected);
 }

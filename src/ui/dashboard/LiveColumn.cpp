@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/dashboard/LiveColumn.h"
 
-#include "state/AppState.h"
+#include "model/Snapshot.h"
 #include "ui/controls/AccessibleRole.h"
 #include "ui/dashboard/LivePanels.h"
 #include "ui/text/TextLabel.h"
@@ -67,24 +67,25 @@ LiveColumn::LiveColumn(QWidget *parent)
     column->addStretch();
 }
 
-void LiveColumn::setValues(const AppState &state, Instant now) {
-    const auto &quota = state.quotaData();
-    const auto &extraUsage = state.extraUsage();
-    const bool showsQuota = quota || state.awaitsFirstQuota();
+void LiveColumn::setValues(const Snapshot &snapshot, Instant now) {
+    const auto &[usage, account] = snapshot;
+    const auto &quota = account.quotaData;
+    const auto &extraUsage = account.extraUsage;
+    const bool showsQuota = quota || account.awaitsFirstQuota;
     if (showsQuota)
         m_quota->setQuota(quota, now);
     if (extraUsage)
         m_extraUsage->setUsage(*extraUsage);
-    m_burnRate->setValues({state.burnRateTokensPerMin(), state.projectedTodayCost(),
-                           state.projectedWeeklyCost(), state.projectedMonthlyCost(),
-                           quota ? quota->fiveHourResetAt : std::nullopt, state.awaitsFirstQuota()},
+    m_burnRate->setValues({usage.burnRateTokensPerMin, usage.projectedTodayCost, usage.projectedWeeklyCost,
+                           usage.projectedMonthlyCost, quota ? quota->fiveHourResetAt : std::nullopt,
+                           account.awaitsFirstQuota},
                           now);
-    m_claudeStatus->setComponents(state.claudeStatus());
+    m_claudeStatus->setComponents(account.claudeStatus);
 
     m_emptyState->setVisible(!showsQuota && !extraUsage);
     m_quota->setVisible(showsQuota);
     m_extraUsage->setVisible(extraUsage.has_value());
-    m_burnRate->setVisible(state.burnRateTokensPerMin() > 0);
+    m_burnRate->setVisible(usage.burnRateTokensPerMin > 0);
 }
 
 } // namespace burnwick

@@ -8,7 +8,7 @@
 
 namespace burnwick {
 
-class AppState;
+struct Snapshot;
 class WindowBurnRatePanel;
 class WindowClaudeStatusPanel;
 class WindowExtraUsagePanel;
@@ -21,7 +21,7 @@ class LiveColumn final : public QWidget {
 public:
     explicit LiveColumn(QWidget *parent = nullptr);
 
-    void setValues(const AppState &state, Instant now);
+    void setValues(const Snapshot &snapshot, Instant now);
 
 private:
     QWidget *m_emptyState;

@@ -112,7 +112,7 @@ QWidget *MainWindowView::makeTabBar() {
         line->addWidget(button);
     }
     m_tabs->button(overview)->setChecked(true);
-    m_filters->button(static_cast<int>(m_services.appState.timeFilter()))->setChecked(true);
+    m_filters->button(static_cast<int>(m_services.appState.snapshot().usage.timeFilter))->setChecked(true);
     stopAtChosen(*m_tabs);
     stopAtChosen(*m_filters);
     connect(m_tabs, &QButtonGroup::idToggled, this, [this](int tab, bool chosen) {
@@ -184,7 +184,7 @@ void MainWindowView::refreshQuota() {
 void MainWindowView::refreshAll() {
     AppState &state = m_services.appState;
     state.refreshLocalData();
-    if (state.oauthStatus() != OAuthStatus::authenticating)
+    if (state.snapshot().account.oauthStatus != OAuthStatus::authenticating)
         refreshQuota();
     runDetached(state.refreshClaudeStatus());
 }
@@ -211,16 +211,17 @@ void MainWindowView::followTime() {
 }
 
 void MainWindowView::showState() {
-    const AppState &state = m_services.appState;
+    const Snapshot &snapshot = m_services.appState.snapshot();
+    const UsageFigures &usage = snapshot.usage;
     const Instant now = m_services.clock.now();
-    const LocalDay today = state.calendar().dayOf(now);
-    m_liveColumn->setValues(state, now);
-    m_overview->setValues(state.historicalData(), state.sessionCost(), today,
-                          firstDayOf(state.timeFilter(), now, state.calendar()));
-    m_models->setValues(state.historicalData(), today);
-    m_filters->button(static_cast<int>(state.timeFilter()))->setChecked(true);
-    m_accountBar->setStatus(state.oauthStatus());
-    m_updated->setText(QStringLiteral("Updated ") + textOf(relativeAgeText(state.lastUpdated(), now)));
+    const LocalDay today = usage.calendar.dayOf(now);
+    m_liveColumn->setValues(snapshot, now);
+    m_overview->setValues(usage.historicalData, usage.sessionCost, today,
+                          firstDayOf(usage.timeFilter, now, usage.calendar));
+    m_models->setValues(usage.historicalData, today);
+    m_filters->button(static_cast<int>(usage.timeFilter))->setChecked(true);
+    m_accountBar->setStatus(snapshot.account.oauthStatus);
+    m_updated->setText(QStringLiteral("Updated ") + textOf(relativeAgeText(usage.lastUpdated, now)));
 }
 
 } // namespace burnwick

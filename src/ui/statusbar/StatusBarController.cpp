@@ -18,12 +18,12 @@ StatusBarController::StatusBarController(const AppState &appState, std::unique_p
 }
 
 void StatusBarController::update() {
+    const Snapshot &snapshot = m_appState.snapshot();
     StatusItemContent content;
-    content.title = buildStatusTitle(m_appState.sessionTokens(), m_appState.sessionCost(),
-                                     m_appState.quotaData(), m_appState.statusIndicator());
-    if (const auto &quota = m_appState.quotaData())
+    content.title = buildStatusTitle(snapshot);
+    if (const auto &quota = snapshot.account.quotaData)
         content.fiveHourUsagePct = quota->fiveHourUsagePct;
-    content.indicator = m_appState.statusIndicator();
+    content.indicator = snapshot.account.statusIndicator();
     if (m_shown == content)
         return;
     m_statusItem->show(content);

@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "forms/BarForms.h"
+
+#include "display/DisplayFormat.h"
+#include "display/StatusTitle.h"
+
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+
+#include <cmath>
+
+namespace burnwick {
+
+namespace {
+
+/// By number: older Pango knows no name for semibold.
+std::string weightAttribute(TitleSegment::Weight weight) {
+    switch (weight) {
+    case TitleSegment::Weight::semibold:
+        return " weight=\"600\"";
+    case TitleSegment::Weight::heavy:
+        return " weight=\"900\"";
+    case TitleSegment::Weight::regular:
+        break;
+    }
+    return {};
+}
+
+std::string attributesOf(const TitleSegment &segment) {
+    std::string attributes = weightAttribute(segment.weight);
+    if (segment.color)
+        attributes += " foreground=\"" + hexOf(*segment.color) + '"';
+    if (segment.dimmed)
+        attributes += " alpha=\"" + percentText(dimmedOpacity * 100) + '"';
+    return attributes;
+}
+
+/// The title and the tool tip have no character that the markup reserves.
+std::string pangoTitle(const Snapshot &snapshot) {
+    std::string markup;
+    for (const TitleSegment &segment : buildStatusTitle(snapshot)) {
+        const std::string attributes = attributesOf(segment);
+        markup += attributes.empty() ? segment.text : "<span" + attributes + '>' + segment.text + "</span>";
+    }
+    return markup;
+}
+
+std::string pangoToolTip(const Snapshot &snapshot) {
+    const auto &[usage, account] = snapshot;
+    const SessionTokens &tokens = usage.sessionTokens;
+    const std::string quota =
+        account.quotaData ? percentText(account.quotaData->fiveHourUsagePct) + " used" : "not known";
+    return "<b>Burnwick</b>\nTokens: " + tokenCountText(tokens.total()) + "\n  " +
+           tokenCountText(tokens.input) + " in · " + tokenCountText(tokens.output) + " out\n  " +
+           tokenCountText(tokens.cacheCreation) + " cache creation · " + tokenCountText(tokens.cacheRead) +
+           " cache read\nCost: " + costText(usage.sessionCost) +
+           "\nBurn rate: " + burnRateText(usage.burnRateTokensPerMin) +
+           "\nProjected: " + costText(usage.projectedTodayCost) + " today · " +
+           costText(usage.projectedWeeklyCost) + " week · " + costText(usage.projectedMonthlyCost) +
+           " month\n5-hour window: " + quota + " (" + std::string(nameOf(account.statusIndicator())) + ")";
+}
+
+} // namespace
+
+std::string waybarForm(const Snapshot &snapshot) {
+    const std::string_view indicator = nameOf(snapshot.account.statusIndicator());
+    QJsonObject module{
+        {QStringLiteral("text"), QString::fromStdString(pangoTitle(snapshot))},
+        {QStringLiteral("tooltip"), QString::fromStdString(pangoToolTip(snapshot))},
+        {QStringLiteral("class"),
+         QString::fromUtf8(indicator.data(), static_cast<qsizetype>(indicator.size()))},
+    };
+    if (const auto &quota = snapshot.account.quotaData)
+        module.insert(QStringLiteral("percentage"),
+                      static_cast<qint64>(std::lround(quota->fiveHourUsagePct)));
+    return QJsonDocument(module).toJson(QJsonDocument::Compact).toStdString() + '\n';
+}
+
+std::string genmonForm(const Snapshot &snapshot) {
+    return "<txt>" + pangoTitle(snapshot) + "</txt>\n<tool>" + pangoToolTip(snapshot) + "</tool>\n";
+}
+
+} // namespace burnwick

@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "model/Snapshot.h"
+
+#include <string>
+
+/// The status title and a tool tip for the bars of GTK desktops, in Pango markup.
+namespace burnwick {
+
+/// Returns one line of JSON for a custom module of waybar whose return type is json; it has no percentage
+/// while the quota is not known.
+[[nodiscard]] std::string waybarForm(const Snapshot &snapshot);
+
+/// Returns the output for Xfce's generic monitor, which runs a command and reads its output.
+[[nodiscard]] std::string genmonForm(const Snapshot &snapshot);
+
+} // namespace burnwick

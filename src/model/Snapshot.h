@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "model/Calendar.h"
+#include "model/ClaudeComponentStatus.h"
+#include "model/ExtraUsageData.h"
+#include "model/HistoricalData.h"
+#include "model/OAuthStatus.h"
+#include "model/QuotaData.h"
+#include "model/SessionTokens.h"
+#include "model/StatusIndicator.h"
+#include "model/TimeFilter.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace burnwick {
+
+/// The figures of the logs. The session's are those of the files modified within the last day. Costs are US
+/// dollars.
+struct UsageFigures {
+    Calendar calendar;                       ///< of the history's days and hours
+    TimeFilter timeFilter = TimeFilter::all; ///< the history's period
+
+    std::optional<Instant> sessionReadAt{}; ///< absent before the first reading
+    bool hasJSONLData = false;              ///< whether the recent files have any usage line
+    SessionTokens sessionTokens{};
+    double sessionCost = 0;
+    double burnRateTokensPerMin = 0;
+    double projectedTodayCost = 0; ///< for 24 hours at the burn rate, whatever the time of day
+    double projectedWeeklyCost = 0;
+    double projectedMonthlyCost = 0;
+
+    std::optional<Instant> historyReadAt{}; ///< absent before the first reading
+    HistoricalData historicalData{};        ///< empty before the first reading
+    Instant lastUpdated{}; ///< when historicalData was last computed; the creation time before that
+
+    bool operator==(const UsageFigures &) const = default;
+};
+
+/// The figures of the account and of the service. A failed request keeps the last ones.
+struct AccountFigures {
+    OAuthStatus oauthStatus = OAuthStatus::unknown;
+    bool awaitsFirstQuota = false; ///< whether this run's first request is under way, and a login exists
+    /// Why the last request for the quota failed, without secrets and addresses; empty after an answer.
+    std::string quotaFailure;
+
+    std::optional<QuotaData> quotaData;
+    std::optional<Instant> quotaReadAt; ///< absent before the first answer
+    std::optional<ExtraUsageData> extraUsage;
+    std::optional<Instant> extraUsageReadAt; ///< absent before the first answer that has extra usage
+    std::vector<ClaudeComponentStatus> claudeStatus;
+    std::optional<Instant> claudeStatusReadAt; ///< absent before the first answer
+
+    [[nodiscard]] StatusIndicator statusIndicator() const noexcept { return statusIndicatorFor(quotaData); }
+
+    bool operator==(const AccountFigures &) const = default;
+};
+
+/// Everything that Burnwick shows, at one moment.
+struct Snapshot {
+    UsageFigures usage;
+    AccountFigures account;
+};
+
+} // namespace burnwick

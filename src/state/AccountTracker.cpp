@@ -1,0 +1,239 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "state/AccountTracker.h"
+
+#include "async/DetachedTask.h"
+#include "async/Scheduler.h"
+#include "model/Clock.h"
+#include "net/TransportError.h"
+#include "prefs/PreferencesManager.h"
+
+#include <QLoggingCategory>
+#include <QPointer>
+
+#include <exception>
+#include <utility>
+
+namespace burnwick {
+
+namespace {
+
+Q_LOGGING_CATEGORY(serviceLog, "burnwick.services")
+
+constexpr std::chrono::seconds quotaInterval{300};
+constexpr std::chrono::seconds retryInterval{3};
+/// By then a network that comes back after a sleep is back.
+constexpr std::chrono::minutes retriesAfterWaking{1};
+
+/// Logs a failure of the network unless one of the same outage is `logged`: the log has the reason of a
+/// missing figure.
+void logOutage(const char *service, const std::exception &failure, bool &logged) {
+    const auto *transport = dynamic_cast<const TransportError *>(&failure);
+    if (transport != nullptr && transport->kind() != TransportError::Kind::cancelled &&
+        !std::exchange(logged, true))
+        qCInfo(serviceLog, "%s cannot be reached for now: %s", service, failure.what());
+}
+
+} // namespace
+
+AccountTracker::AccountTracker(Services services)
+    : m_services(std::move(services)) {}
+
+AccountTracker::~AccountTracker() = default;
+
+void AccountTracker::start() {
+    startOAuthTimer();
+    runDetached(refreshQuota());
+    runDetached(refreshClaudeStatus());
+}
+
+void AccountTracker::stop() {
+    m_stopped = true;
+    m_oauthTimer.reset();
+    m_retryTimer.reset();
+    m_login.reset();
+}
+
+void AccountTracker::startOAuthTimer() {
+    m_oauthTimer = m_services.scheduler.repeat(quotaInterval, [this] { runDetached(refreshQuota()); });
+}
+
+void AccountTracker::restartTimer() {
+    if (m_oauthTimer)
+        startOAuthTimer();
+}
+
+void AccountTracker::setCalendar(const Calendar &calendar) {
+    m_services.account.oauthFetcher.setCalendar(calendar);
+    runDetached(refreshQuota());
+}
+
+void AccountTracker::wakeUp() {
+    m_retryUntil = m_services.clock.now() + retriesAfterWaking;
+}
+
+void AccountTracker::setStatus(OAuthStatus status) {
+    m_figures.oauthStatus = status;
+    Q_EMIT refreshed();
+}
+
+QCoro::Task<void> AccountTracker::refreshQuota() {
+    requestFirstStatus();
+    if (m_services.preferences.autoRefreshQuota() && m_figures.oauthStatus != OAuthStatus::authenticating)
+        co_await fetchQuota(RefreshKind::automatic);
+}
+
+QCoro::Task<void> AccountTracker::forceRefreshQuota() {
+    requestFirstStatus();
+    setStatus(OAuthStatus::unknown);
+    co_await fetchQuota(RefreshKind::forced);
+}
+
+QCoro::Task<void> AccountTracker::fetchQuota(RefreshKind kind) {
+    const QPointer<AccountTracker> self(this);
+    if (!m_firstQuotaSettled)
+        runDetached(awaitFirstQuota());
+    std::optional<OAuthFetcher::Usage> usage;
+    std::optional<FetchError::Kind> error;
+    std::string reason;
+    bool unanswered = false;
+    try {
+        usage = co_await m_services.account.oauthFetcher.fetchUsage();
+    } catch (const FetchError &failure) {
+        error = failure.kind();
+        reason = failure.what();
+        unanswered = failure.isUnanswered();
+    } catch (const std::exception &failure) {
+        // Of the network, or a malformed answer.
+        reason = failure.what();
+        unanswered = dynamic_cast<const TransportError *>(&failure) != nullptr;
+        if (self)
+            logOutage("the quota", failure, m_quotaOutageLogged);
+    }
+    if (!self || m_stopped)
+        co_return;
+    m_figures.quotaFailure = reason;
+    if (usage)
+        takeQuota(*usage);
+    else if (unanswered)
+        repeatSoon();
+    if (!usage)
+        co_await takeFailure(error, kind);
+    if (!self)
+        co_return;
+    m_firstQuotaSettled = true;
+    m_figures.awaitsFirstQuota = false;
+    Q_EMIT refreshed();
+}
+
+/// Without a login there is no request to await.
+QCoro::Task<void> AccountTracker::awaitFirstQuota() {
+    const QPointer<AccountTracker> self(this);
+    const auto credentials = co_await m_services.account.keychain.readCredentials();
+    if (!self || !credentials || m_firstQuotaSettled)
+        co_return;
+    m_figures.awaitsFirstQuota = true;
+    Q_EMIT refreshed();
+}
+
+void AccountTracker::takeQuota(const OAuthFetcher::Usage &usage) {
+    m_quotaOutageLogged = false;
+    m_retryUntil = {};
+    m_retryTimer.reset();
+    const Instant now = m_services.clock.now();
+    m_figures.quotaData = usage.first;
+    m_figures.quotaReadAt = now;
+    if (usage.second) {
+        m_figures.extraUsage = usage.second;
+        m_figures.extraUsageReadAt = now;
+    }
+    // A login that began meanwhile goes on: this answer is of an older request.
+    if (m_figures.oauthStatus != OAuthStatus::authenticating)
+        m_figures.oauthStatus = OAuthStatus::connected;
+}
+
+void AccountTracker::repeatSoon() {
+    const auto left = m_retryUntil - m_services.clock.now();
+    // More is left only when the clock was set back.
+    if (left <= left.zero() || left > retriesAfterWaking || m_retryTimer)
+        return;
+    m_retryTimer = m_services.scheduler.repeat(retryInterval, [this] {
+        m_retryTimer.reset();
+        runDetached(refreshQuota());
+    });
+}
+
+/// Sets the state of the link after a failure; `error` is absent for one that is no FetchError. Where the
+/// failure alone does not decide, the account is expired with credentials and disconnected without; but an
+/// automatic refresh leaves a state that is known.
+QCoro::Task<void> AccountTracker::takeFailure(std::optional<FetchError::Kind> error, RefreshKind kind) {
+    using Kind = FetchError::Kind;
+    const bool isAutomatic = kind == RefreshKind::automatic;
+    const QPointer<AccountTracker> self(this);
+    const auto isKnown = [this, isAutomatic] {
+        return m_figures.oauthStatus == OAuthStatus::authenticating ||
+               (isAutomatic && m_figures.oauthStatus != OAuthStatus::unknown);
+    };
+    if (m_figures.oauthStatus == OAuthStatus::authenticating)
+        co_return;
+    if (error == Kind::noToken) {
+        m_figures.oauthStatus = OAuthStatus::disconnected;
+    } else if (error == Kind::noRefreshToken || error == Kind::refreshFailed || error == Kind::unauthorized ||
+               (error == Kind::refreshTokenExpired && isAutomatic)) {
+        m_figures.oauthStatus = OAuthStatus::expired;
+    } else if (!isKnown()) {
+        const auto credentials = co_await m_services.account.keychain.readCredentials();
+        if (self && !isKnown())
+            m_figures.oauthStatus = credentials ? OAuthStatus::expired : OAuthStatus::disconnected;
+    }
+}
+
+/// The status page needs no login.
+void AccountTracker::requestFirstStatus() {
+    if (!m_figures.claudeStatusReadAt && !m_stopped)
+        runDetached(refreshClaudeStatus());
+}
+
+QCoro::Task<void> AccountTracker::refreshClaudeStatus() {
+    const QPointer<AccountTracker> self(this);
+    if (std::exchange(m_statusUnderWay, true))
+        co_return;
+    std::optional<std::vector<ClaudeComponentStatus>> statuses;
+    try {
+        statuses = co_await m_services.account.statusFetcher.fetchStatuses();
+    } catch (const std::exception &failure) {
+        if (self)
+            logOutage("the service's status", failure, m_statusOutageLogged);
+    }
+    if (!self)
+        co_return;
+    m_statusUnderWay = false;
+    if (!statuses)
+        co_return;
+    m_statusOutageLogged = false;
+    m_figures.claudeStatus = std::move(*statuses);
+    m_figures.claudeStatusReadAt = m_services.clock.now();
+    Q_EMIT refreshed();
+}
+
+void AccountTracker::connect() {
+    if (m_figures.oauthStatus == OAuthStatus::authenticating)
+        return;
+    setStatus(OAuthStatus::authenticating);
+    m_login =
+        std::make_unique<LoginFlow>(m_services.account.keychain, m_services.terminal, m_services.scheduler);
+    m_login->start([this](LoginFlow::Outcome outcome) { endLogin(outcome); });
+}
+
+void AccountTracker::endLogin(LoginFlow::Outcome outcome) {
+    m_login.reset();
+    if (outcome == LoginFlow::Outcome::loggedIn) {
+        runDetached(forceRefreshQuota());
+        return;
+    }
+    if (outcome == LoginFlow::Outcome::notLaunched)
+        m_services.openLoginPage();
+    setStatus(OAuthStatus::expired);
+}
+
+} // namespace burnwick

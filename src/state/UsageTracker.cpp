@@ -1,0 +1,178 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "state/UsageTracker.h"
+
+#include "async/Scheduler.h"
+#include "prefs/PreferencesManager.h"
+
+#include <new>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+namespace burnwick {
+
+namespace {
+
+/// By then a new file has its first lines.
+constexpr std::chrono::milliseconds settleTime{1500};
+
+} // namespace
+
+struct UsageTracker::Result {
+    std::optional<UsageFigures> figures; ///< in the filter and zone of the job's start; absent if unchanged
+    std::shared_ptr<const LogReading> reading; ///< null if the last one still holds
+};
+
+UsageTracker::UsageTracker(Services services)
+    : m_services(std::move(services))
+    , m_figures{m_services.currentCalendar()} {
+    m_figures.lastUpdated = m_services.clock.now();
+    m_services.parser.setCalendar(m_figures.calendar);
+}
+
+UsageTracker::~UsageTracker() = default;
+
+void UsageTracker::start() {
+    // Not in the background: the first picture has the session's figures.
+    updateSession(m_figures, m_services.parser.parseRecentEntries(), m_services.clock.now());
+    Q_EMIT refreshed();
+    m_fileMonitor = std::make_unique<FileMonitor>(
+        m_services.parser.projectsURL(), [this] { onDirectoryChange(); },
+        m_services.openDirectoryEventSource);
+    m_fileMonitor->start();
+    startJSONLTimer();
+    startJob();
+}
+
+void UsageTracker::stop() {
+    m_stopped = true;
+    if (m_fileMonitor)
+        m_fileMonitor->stop();
+    m_jsonlTimer.reset();
+    m_settleTimer.reset();
+    m_job.request_stop();
+}
+
+void UsageTracker::startJSONLTimer() {
+    m_jsonlTimer = m_services.scheduler.repeat(intervalOf(m_services.preferences.refreshRate()),
+                                               [this] { refreshLocalData(); });
+}
+
+void UsageTracker::restartTimer() {
+    if (m_jsonlTimer)
+        startJSONLTimer();
+}
+
+/// Runs on the monitor's thread. A queued refresh serves all events that come before it runs.
+void UsageTracker::onDirectoryChange() {
+    if (m_refreshQueued.exchange(true))
+        return;
+    const auto refresh = [this] {
+        m_refreshQueued = false;
+        refreshLocalData();
+        refreshOnceMore();
+    };
+    QMetaObject::invokeMethod(this, refresh, Qt::QueuedConnection);
+}
+
+/// A file or folder is announced before it is filled, and what follows inside it is not announced.
+void UsageTracker::refreshOnceMore() {
+    if (m_stopped)
+        return;
+    m_settleTimer = m_services.scheduler.repeat(settleTime, [this] {
+        m_settleTimer.reset();
+        refreshLocalData();
+    });
+}
+
+void UsageTracker::refreshLocalData() {
+    if (m_stopped)
+        return;
+    followTimeZone();
+    if (m_fileMonitor)
+        m_fileMonitor->start();
+    startJob();
+}
+
+void UsageTracker::followTimeZone() {
+    const Calendar calendar = m_services.currentCalendar();
+    if (m_stopped || calendar == m_figures.calendar)
+        return;
+    m_figures.calendar = calendar;
+    // A running job has its own copy.
+    m_services.parser.setCalendar(calendar);
+    recomputeHistory();
+}
+
+void UsageTracker::setTimeFilter(TimeFilter filter) {
+    if (m_figures.timeFilter == filter)
+        return;
+    m_figures.timeFilter = filter;
+    recomputeHistory();
+}
+
+void UsageTracker::recomputeHistory() {
+    m_figures.lastUpdated = m_services.clock.now();
+    if (m_reading)
+        updateHistory(m_figures, *m_reading, m_figures.lastUpdated);
+    Q_EMIT refreshed();
+}
+
+void UsageTracker::startJob() {
+    m_refreshDue = m_jobRunning;
+    if (m_jobRunning)
+        return;
+    m_jobRunning = true;
+    const auto work = [this, parser = m_services.parser, last = m_reading, former = m_figures,
+                       now = m_services.clock.now()](const std::stop_token &stop) {
+        auto result = std::make_shared<Result>();
+        try {
+            const Calendar &calendar = former.calendar;
+            result->reading = readLogs(parser, calendar, now, last.get(), stop);
+            const LogReading *reading = result->reading ? result->reading.get() : last.get();
+            // Streaks and periods end today, also without new entries.
+            const bool isNewDay = calendar.dayOf(former.lastUpdated) != calendar.dayOf(now);
+            if (reading != nullptr && (result->reading || isNewDay)) {
+                UsageFigures &figures = result->figures.emplace(former);
+                updateSession(figures, reading->recentEntries(), now);
+                updateHistory(figures, *reading, now);
+                figures.historyReadAt = now;
+            }
+        } catch (const std::bad_alloc &) {
+            *result = {}; // the next refresh tries again
+        }
+        QMetaObject::invokeMethod(
+            this, [this, result] { takeResult(std::move(*result)); }, Qt::QueuedConnection);
+    };
+    try {
+        m_job = std::jthread(work);
+    } catch (const std::system_error &) {
+        // No thread is available; the next refresh tries again.
+        m_jobRunning = false;
+    }
+}
+
+void UsageTracker::takeResult(Result result) {
+    m_jobRunning = false;
+    if (m_stopped)
+        return;
+    if (result.reading)
+        m_reading = std::move(result.reading);
+    if (result.figures) {
+        const TimeFilter filter = m_figures.timeFilter;
+        const Calendar calendar = m_figures.calendar;
+        m_figures = std::move(*result.figures);
+        if (filter != m_figures.timeFilter || calendar != m_figures.calendar) {
+            // Changed while the job was running.
+            m_figures.timeFilter = filter;
+            m_figures.calendar = calendar;
+            updateHistory(m_figures, *m_reading, m_services.clock.now());
+        }
+    }
+    Q_EMIT refreshed();
+    if (m_refreshDue)
+        startJob();
+}
+
+} // namespace burnwick

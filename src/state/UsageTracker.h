@@ -1,0 +1,87 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "logs/FileMonitor.h"
+#include "state/LogReading.h"
+
+#include <QObject>
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <thread>
+
+namespace burnwick {
+
+class PreferencesManager;
+class RepeatingTimer;
+class Scheduler;
+
+/// Keeps the figures of the logs current. After start() the logs are read by background jobs only, one at a
+/// time. Main thread only.
+class UsageTracker final : public QObject {
+    Q_OBJECT
+
+public:
+    /// The referenced objects must outlive the tracker.
+    struct Services {
+        const PreferencesManager &preferences;
+        JSONLParser parser;
+        std::function<Calendar()> currentCalendar; ///< returns the one of the user's current zone
+        const Clock &clock;
+        Scheduler &scheduler;
+        OpenDirectoryEventSource openDirectoryEventSource;
+    };
+
+    /// Starts nothing.
+    explicit UsageTracker(Services services);
+    /// Stops, waits for a running job and drops its result.
+    ~UsageTracker() override;
+
+    [[nodiscard]] const UsageFigures &figures() const { return m_figures; }
+
+    /// Reads the recent files at once and all files in the background, then follows changes.
+    void start();
+    /// Ends timers, watching and the job for good.
+    void stop();
+    /// Compares the tree with the last reading in the background, and reads what changed. Watches the
+    /// projects directory again if it is a new one.
+    void refreshLocalData();
+    /// Adopts the user's time zone if it has changed.
+    void followTimeZone();
+    /// Computes the history of another period.
+    void setTimeFilter(TimeFilter filter);
+    /// (Re)starts the local timer at the preference's rate.
+    void startJSONLTimer();
+    /// Restarts the local timer if it runs.
+    void restartTimer();
+
+Q_SIGNALS:
+    /// The figures were obtained anew; they may be equal.
+    void refreshed();
+
+private:
+    struct Result;
+
+    void startJob();
+    void takeResult(Result result);
+    void recomputeHistory();
+    void onDirectoryChange();
+    void refreshOnceMore();
+
+    Services m_services;
+    UsageFigures m_figures;
+    std::shared_ptr<const LogReading> m_reading;   ///< null before the first job has ended
+    std::unique_ptr<RepeatingTimer> m_jsonlTimer;  ///< null before start() and after stop()
+    std::unique_ptr<RepeatingTimer> m_settleTimer; ///< fires once after a change of the directory
+    std::atomic<bool> m_refreshQueued = false;
+    bool m_stopped = false;
+    bool m_jobRunning = false;
+    bool m_refreshDue = false; ///< requested while a job was running
+    // Joined before the members above are destroyed.
+    std::unique_ptr<FileMonitor> m_fileMonitor;
+    std::jthread m_job;
+};
+
+} // namespace burnwick
