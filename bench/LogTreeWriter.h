@@ -20,4 +20,7 @@ enum class TreeKind {
 /// Throws std::runtime_error, also for a directory that holds something else.
 LogFacts prepareTree(TreeKind kind, std::uint64_t bytes, const std::filesystem::path &directory);
 
+/// Sets the modification time of all its logs to now, so that each counts as recent and as changed.
+void makeRecent(const std::filesystem::path &directory);
+
 } // namespace burnwick::bench

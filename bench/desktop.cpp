@@ -153,15 +153,6 @@ void measureWakeUps(Desktop &desktop, const QString &program, const std::filesys
     table.addFigure("wake-ups in a minute, window hidden", waitsInAMinute(), "", 0);
 }
 
-/// All of them modified now, so that they are read at the start.
-void makeRecent(const std::filesystem::path &home) {
-    const auto now = std::filesystem::file_time_type::clock::now();
-    for (const auto &file : std::filesystem::recursive_directory_iterator(home / ".claude" / "projects")) {
-        if (file.is_regular_file())
-            std::filesystem::last_write_time(file.path(), now);
-    }
-}
-
 int run(std::span<char *> arguments) {
     const std::filesystem::path logs = arguments[0];
     const QString program = QString::fromLocal8Bit(arguments[1]);

@@ -1,7 +1,7 @@
 #!/bin/sh
 # Runs the benchmarks of a build made with the preset "release": bench/run.sh [BUILD-DIRECTORY]
 #
-# The sample logs (2 GB) are kept in BURNWICK_BENCH_DIR, by default ~/.cache/burnwick-bench. Everything is
+# The sample logs (3 GB) are kept in BURNWICK_BENCH_DIR, by default ~/.cache/burnwick-bench. Everything is
 # measured BURNWICK_BENCH_REPETITIONS times, by default 9. Fails when a target is missed.
 set -eu
 
@@ -29,7 +29,7 @@ else
 fi
 missed=0
 "$build/bench/burnwick-bench" "$@" || missed=1
-"$build/bench/burnwick-bench-views" || missed=1
+"$build/bench/burnwick-bench-views" "$place" || missed=1
 "$build/bench/burnwick-bench-desktop" "$place" "$build/src/burnwick" \
     "$build/bench/burnwick-bench-empty-window" "${BURNWICK_BENCH_REPETITIONS:-9}" || missed=1
 exit $missed

@@ -4,6 +4,7 @@
 // How long a change of the state takes to be seen: from the call that makes it to painted pixels, in this
 // process and without a display.
 
+#include "LogTreeWriter.h"
 #include "ResultTable.h"
 
 #include "ui/DashboardScenes.h"
@@ -11,6 +12,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QTest>
+#include <QTimer>
 
 #include <algorithm>
 #include <cstdlib>
@@ -100,6 +102,37 @@ public:
         return times[times.size() / 2];
     }
 
+    /// Returns for how many seconds the event loop was busy at most while logs of that home were read again.
+    double longestGapOfARefresh(const std::filesystem::path &home) {
+        m_clock.set(SystemClock().now());
+        AppState state(services(home));
+        state.start();
+        MainWindowView window({state, m_preferences, m_clock, m_scheduler});
+        window.show();
+        qint64 longest = 0;
+        QElapsedTimer sinceBeat;
+        QTimer heart;
+        heart.setTimerType(Qt::PreciseTimer);
+        heart.callOnTimeout([&] {
+            longest = std::max(longest, sinceBeat.nsecsElapsed());
+            sinceBeat.restart();
+        });
+        for (int i = 0; i < 4; ++i) {
+            makeRecent(home);
+            m_clock.set(SystemClock().now());
+            sinceBeat.start();
+            heart.start(1ms);
+            state.refreshLocalData();
+            if (!waitFor([&] { return state.snapshot().usage.historyReadAt == m_clock.now(); }, 2min))
+                throw std::runtime_error("the logs were not read");
+            QTest::qWait(100); // until the window is painted
+            heart.stop();
+            if (i == 0)
+                longest = 0; // the first one waits for the start's job
+        }
+        return static_cast<double>(longest) * 1e-9;
+    }
+
     AppState &state() { return m_state; }
     void grow(int i) {
         m_home.add("project/more" + std::to_string(i) + ".jsonl",
@@ -112,7 +145,7 @@ private:
     std::optional<UpdateCount> m_updates;
 };
 
-void measure(ResultTable &table) {
+void measure(const std::filesystem::path &logs, ResultTable &table) {
     {
         Dashboard dashboard;
         dashboard.open(0);
@@ -129,6 +162,10 @@ void measure(ResultTable &table) {
         dashboard.state().setTimeFilter(i % 2 == 0 ? TimeFilter::sevenDays : TimeFilter::all);
     }),
                     100, "ms", 1);
+    const std::filesystem::path recent = logs / "recent-gigabyte";
+    prepareTree(TreeKind::sessions, 1'000'000'000, recent);
+    table.addAtMost("longest gap of the event loop, refresh with 1 GB of recent logs",
+                    1000 * Dashboard().longestGapOfARefresh(recent), 16, "ms", 1);
 }
 
 } // namespace
@@ -136,9 +173,14 @@ void measure(ResultTable &table) {
 int main(int argc, char **argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
+    if (argc != 2) {
+        std::cerr << "Usage: burnwick-bench-views LOGS-DIRECTORY\n"
+                     "The logs are made there unless they are there already.\n";
+        return EXIT_FAILURE;
+    }
     try {
         ResultTable table;
-        measure(table);
+        measure(argv[1], table);
         return table.anyMissed() ? EXIT_FAILURE : EXIT_SUCCESS;
     } catch (const std::exception &error) {
         std::cerr << "burnwick-bench-views: " << error.what() << '\n';
