@@ -139,10 +139,10 @@ TEST_F(UsageTrackerTest, WithoutAThreadTheNextRefreshReadsAndWatches) {
     ASSERT_EQ(::pthread_attr_setstacksize(&impossible, std::size_t{1} << 50U), 0);
     ASSERT_EQ(::pthread_setattr_default_np(&impossible), 0);
     m_state.start();
-    int unawaited = 0;
-    platform::runUnawaited([&unawaited] { ++unawaited; });
+    int detached = 0;
+    platform::runDetachedThread([&detached] { ++detached; });
     EXPECT_EQ(::pthread_setattr_default_np(&usual), 0);
-    EXPECT_EQ(unawaited, 1);
+    EXPECT_EQ(detached, 1);
     EXPECT_EQ(usage().sessionTokens.input, 1);
     fireLocalTimer();
     EXPECT_TRUE(historyHas(1));
