@@ -11,7 +11,7 @@ namespace burnwick {
 
 namespace {
 
-/// Escapes what JSON leaves as it is and a terminal would obey or hide.
+/// Escapes the characters that JSON allows in texts, but that a terminal would hide or interpret.
 QByteArray withEscapedControls(const QByteArray &json) {
     QString escaped;
     const auto escape = [&escaped](char16_t unit) {

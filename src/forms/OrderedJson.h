@@ -10,8 +10,7 @@
 
 namespace burnwick {
 
-/// A JSON object or array, indented for people, whose members keep the order in which they are added;
-/// QJsonObject sorts its own.
+/// An indented JSON object or array that keeps the order of its members; QJsonObject sorts them.
 class OrderedJson {
 public:
     [[nodiscard]] static OrderedJson object() { return OrderedJson('{', '}'); }
@@ -23,7 +22,7 @@ public:
     /// An element of an array.
     OrderedJson &add(const OrderedJson &value);
 
-    /// Without an unseen character (see isUnseen()): texts have them escaped.
+    /// Escapes unseen characters in texts; see isUnseen().
     [[nodiscard]] QByteArray toJson() const;
 
 private:

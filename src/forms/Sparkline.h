@@ -10,8 +10,8 @@
 
 namespace burnwick {
 
-/// One character per day for the `days` days up to today, as high as the day's count is beside the highest of
-/// them; a day without any is a low dot. Empty when all of them are.
+/// One character for each of the `days` days up to today, with a height proportional to the day's count; a
+/// low dot for a day without activity. Empty without any activity.
 [[nodiscard]] std::string sparkline(const std::map<LocalDay, std::int64_t> &activity, LocalDay today,
                                     int days);
 

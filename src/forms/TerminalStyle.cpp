@@ -28,7 +28,7 @@ std::string colorParameters(StatusIndicator indicator, const RgbColor &color, Te
     }
     switch (indicator) {
     case StatusIndicator::orange:
-        return "33"; // the palette's yellow, which is the nearest it has
+        return "33"; // yellow, the nearest of the palette
     case StatusIndicator::red:
         return "31";
     case StatusIndicator::green:

@@ -9,23 +9,23 @@
 
 namespace burnwick {
 
-/// What the terminal can show beside plain text.
+/// The colours of a terminal.
 enum class TerminalColors {
-    none,  ///< no escape sequence at all
-    basic, ///< bold, dim and the terminal's own palette
+    none,  ///< no escape sequences
+    basic, ///< bold, dim and the terminal's palette
     full,  ///< the same with any sRGB colour
 };
 
-/// What standard output can show, by the variables NO_COLOR, TERM and COLORTERM of the environment (null
-/// where unset).
+/// The colours of standard output, by the environment's variables NO_COLOR, TERM and COLORTERM (null if
+/// unset).
 [[nodiscard]] TerminalColors terminalColorsFor(bool isTerminal, const char *noColor, const char *term,
                                                const char *colorTerm) noexcept;
 
-/// The printable text as it stands, bold or dim where the terminal can show that.
+/// The printable text, bold or dim unless `colors` is none.
 [[nodiscard]] std::string bold(std::string_view printable, TerminalColors colors);
 [[nodiscard]] std::string dim(std::string_view printable, TerminalColors colors);
 
-/// The status title in its weights, its dot in the indicator's colour.
+/// The status title with its weights, and its dot in the indicator's colour.
 [[nodiscard]] std::string styledTitle(const StatusTitle &title, StatusIndicator indicator,
                                       TerminalColors colors);
 

@@ -3,41 +3,16 @@
 #include "forms/TerminalText.h"
 
 #include "display/DisplayText.h"
+#include "platform/TerminalColumns.h"
 
 #include <QtCore/QChar>
 #include <QtCore/QString>
 
 #include <algorithm>
-#include <clocale>
-#include <cwchar>
-
-#include <locale.h>
 
 namespace burnwick {
 
 namespace {
-
-/// Makes the C library classify characters as Unicode on this thread, whatever the user's locale.
-class UnicodeClassification {
-public:
-    UnicodeClassification()
-        : m_previous(::uselocale(unicode())) {}
-    ~UnicodeClassification() { ::uselocale(m_previous); }
-    UnicodeClassification(const UnicodeClassification &) = delete;
-    UnicodeClassification &operator=(const UnicodeClassification &) = delete;
-
-    /// -1 for what does not print.
-    [[nodiscard]] int columnsOf(char32_t character) const {
-        return ::wcwidth(static_cast<wchar_t>(character));
-    }
-
-private:
-    static locale_t unicode() {
-        static const locale_t locale = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-        return locale;
-    }
-    locale_t m_previous;
-};
 
 std::u32string decoded(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).toStdU32String();
@@ -48,20 +23,18 @@ std::string encoded(std::u32string_view text) {
 }
 
 int columnsOf(std::u32string_view printable) {
-    const UnicodeClassification unicode;
     int columns = 0;
     for (const char32_t character : printable)
-        columns += std::max(0, unicode.columnsOf(character));
+        columns += std::max(0, platform::terminalColumnsOf(character));
     return columns;
 }
 
 /// The length of the longest beginning of [first, last) that fits into the columns.
 template <typename Iterator>
 std::size_t lengthFitting(Iterator first, Iterator last, int columns) {
-    const UnicodeClassification unicode;
     std::size_t length = 0;
     for (; first != last; ++first, ++length) {
-        columns -= std::max(0, unicode.columnsOf(*first));
+        columns -= std::max(0, platform::terminalColumnsOf(*first));
         if (columns < 0)
             break;
     }
@@ -75,10 +48,9 @@ std::string blanks(int count) {
 } // namespace
 
 std::string printableText(std::string_view text) {
-    const UnicodeClassification unicode;
     std::u32string characters = decoded(displayText(text));
     for (char32_t &character : characters) {
-        if (unicode.columnsOf(character) < 0)
+        if (platform::terminalColumnsOf(character) < 0)
             character = QChar::ReplacementCharacter;
     }
     return encoded(characters);
@@ -95,7 +67,7 @@ std::string elidedInMiddle(std::string_view printable, int columns) {
     const int forTail = (columns - 1) / 2;
     std::size_t tail = lengthFitting(text.rbegin(), text.rend(), forTail);
     const std::size_t head = lengthFitting(text.begin(), text.end(), columns - 1 - forTail);
-    // A mark without the character it belongs to would sit on the ellipsis.
+    // A mark without its base character would combine with the ellipsis.
     while (tail > 0 && QChar::isMark(text[text.size() - tail]))
         --tail;
     return encoded(text.substr(0, head) + U'…' + text.substr(text.size() - tail));
