@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "e2e/AccountFixture.h"
-#include "support/VirtualDisplay.h"
 
 #include <algorithm>
 
@@ -10,85 +9,88 @@
 namespace burnwick {
 namespace {
 
-/// How the real program starts, goes on and ends on a screen of its own.
+using Ending = test::ScriptedAnswer::Ending;
+
+/// The real program on a virtual display, from its start to its end.
 class LifecycleTest : public test::AccountFixture {
 protected:
-    LifecycleTest() { showOn(m_display.name()); }
-    void setVariable(const char *name, const QString &value) {
-        QProcessEnvironment environment = m_program.processEnvironment();
-        environment.insert(QString::fromLatin1(name), value);
-        m_program.setProcessEnvironment(environment);
-    }
-    bool showsWindow() {
-        return waitFor([this] { return m_display.shows("Burnwick"); });
-    }
-    void start() { m_program.start(QStringLiteral(BURNWICK_PROGRAM), QStringList()); }
-    /// What it printed until its end, which it is told now.
-    QByteArray saidUntilEnd() {
-        EXPECT_TRUE(endsWhenTold(SIGTERM));
-        return m_program.readAll();
+    void pressQuitKeys() {
+        ASSERT_TRUE(waitFor([this] { return m_display.givesKeyboardTo("Burnwick"); }));
+        m_display.pressKey("Burnwick", XK_q, XCB_MOD_MASK_CONTROL);
     }
 
     test::VirtualDisplay m_display;
 };
 
-TEST_F(LifecycleTest, WhatIsMissingIsSaidOnceAndTheWindowIsThere) {
-    QString nobody;
-    {
-        const test::ScriptedServer gone;
-        nobody = gone.url().toString();
-    }
+TEST_F(LifecycleTest, MissingServicesAreLoggedOnceAndTheWindowIsShown) {
     logIn();
-    test::writeFile(m_settings, R"({"apiBaseURL":")" + nobody.toStdString() + R"(","statusBaseURL":")" +
-                                    nobody.toStdString() + R"("})");
+    writeSettings(test::ScriptedServer().url()); // closed when the program starts
     struct Case {
         const char *what;
         QString busAddress;
-        std::vector<const char *> said;
+        std::vector<const char *> logged;
     };
     const char *const network = "the quota cannot be reached";
-    for (const Case &row :
-         {Case{"a bus with nobody on it",
-               m_program.processEnvironment().value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS")),
-               {network, "no status area", "Authorization request failed"}},
-          Case{"no bus either",
-               QStringLiteral("unix:path=/nowhere/at/all"),
-               {network, "so no status item on it", "so other instances are not seen",
-                "Authorization request failed"}}}) {
-        setVariable("DBUS_SESSION_BUS_ADDRESS", row.busAddress);
-        start();
-        ASSERT_TRUE(showsWindow()) << row.what;
-        QByteArray said;
+    const Case cases[] = {{"a bus without services",
+                           m_program.processEnvironment().value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS")),
+                           {network, "no status area", "Authorization request failed"}},
+                          {"no bus",
+                           QStringLiteral("unix:path=/nowhere/at/all"),
+                           {network, "so no status item on it", "so other instances are not seen",
+                            "Authorization request failed"}}};
+    for (const Case &row : cases) {
+        set({{"DBUS_SESSION_BUS_ADDRESS", row.busAddress}});
+        ASSERT_TRUE(launchOn(m_display)) << row.what;
+        QByteArray output;
         EXPECT_TRUE(waitFor([&] {
-            said += m_program.readAll();
-            return std::ranges::all_of(row.said, [&](const char *text) { return said.contains(text); });
+            output += m_program.readAll();
+            return std::ranges::all_of(row.logged, [&](const char *text) { return output.contains(text); });
         }));
-        said += saidUntilEnd();
-        for (const char *text : row.said)
-            EXPECT_EQ(said.count(text), 1) << row.what << ": " << text << " in\n" << said.toStdString();
+        EXPECT_TRUE(endsAt(SIGTERM));
+        output += m_program.readAll();
+        for (const char *text : row.logged)
+            EXPECT_EQ(output.count(text), 1) << row.what << ": " << text << " in\n" << output.toStdString();
     }
 }
 
-/// It is told to end while tokens are being exchanged.
+TEST_F(LifecycleTest, SignalsAndTheQuitKeysEndItDuringARequest) {
+    logIn();
+    m_server.script("/api/oauth/usage", {usageEnding(Ending::silence)});
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP, 0}) {
+        const std::size_t before = usageRequests();
+        ASSERT_TRUE(launchOn(m_display));
+        ASSERT_TRUE(waitFor([&] { return usageRequests() > before; }));
+        if (signal != 0) {
+            EXPECT_TRUE(endsAt(signal)) << signal;
+            continue;
+        }
+        pressQuitKeys();
+        EXPECT_TRUE(m_program.waitForFinished(5'000));
+        EXPECT_EQ(m_program.exitCode(), 0);
+    }
+}
+
+/// The program gets the order to end while it exchanges tokens.
 class LateTokensTest : public LifecycleTest {
 protected:
     LateTokensTest() {
         logIn(std::chrono::sys_days(std::chrono::January / 1 / 2020));
-        const auto tokens =
-            test::answerOf(200, R"({"access_token":"new","refresh_token":"next","expires_in":3600})");
-        m_server.script(tokenPath, {test::held(tokens), test::answerOf(400, "{}")});
+        m_server.script(
+            tokenPath,
+            {test::held({200, R"({"access_token":"new","refresh_token":"next","expires_in":3600})"}),
+             {400, "{}"}});
     }
     bool startsExchange() {
         m_watcher.takeName("panel-6-systray");
-        start();
-        return showsWindow() && m_watcher.waitForItems(1) &&
+        return launchOn(m_display) && m_watcher.waitForItems(1) &&
                waitFor([this] { return m_server.requestsFor(tokenPath).size() == 1; });
     }
     void send(int signal) const {
         if (runs())
             ::kill(static_cast<pid_t>(m_program.processId()), signal);
     }
-    bool hasLeft() {
+    /// Whether window and status item disappear.
+    bool disappears() {
         return waitFor([this] { return !m_display.shows("Burnwick") && m_watcher.readItem().isEmpty(); });
     }
     [[nodiscard]] bool runs() const { return m_program.state() == QProcess::Running; }
@@ -99,58 +101,35 @@ protected:
     static constexpr auto tokenPath = "/api/oauth/token";
 };
 
-TEST_F(LateTokensTest, AreStoredBehindTheUsersBack) {
+TEST_F(LateTokensTest, AreStoredAfterTheWindowHasClosed) {
     ASSERT_TRUE(startsExchange());
-    ASSERT_TRUE(waitFor([this] { return m_display.givesKeyboardTo("Burnwick"); }));
-    m_display.pressKey("Burnwick", XK_q, XCB_MOD_MASK_CONTROL);
-    ASSERT_TRUE(hasLeft());
+    pressQuitKeys();
+    ASSERT_TRUE(disappears());
     send(SIGTERM);
     send(SIGHUP);
     QProcess next;
     next.setProcessEnvironment(m_program.processEnvironment());
     next.start(QStringLiteral(BURNWICK_PROGRAM), QStringList());
-    EXPECT_TRUE(showsWindow()) << "a new start is not shown";
+    EXPECT_TRUE(waitFor([this] { return m_display.shows("Burnwick"); })) << "a new start has no window";
     ASSERT_TRUE(runs());
     m_server.release();
     ASSERT_TRUE(ends());
     EXPECT_EQ(m_program.exitCode(), 0);
-    EXPECT_NE(contentOf(m_credentials).find(R"("next")"), std::string::npos);
-    EXPECT_TRUE(waitFor([this] { return !m_server.requestsFor("/api/oauth/usage").empty(); }))
-        << "the new start does not use the stored tokens";
+    EXPECT_NE(test::bytesOf(m_credentials).find(R"("next")"), std::string::npos);
+    EXPECT_TRUE(waitFor([this] { return usageRequests() > 0; })) << "the new start ignores the stored tokens";
     EXPECT_EQ(m_server.requestsFor(tokenPath).size(), 1U) << "the new start sent the same refresh token";
     next.kill();
     next.waitForFinished();
 }
 
-TEST_F(LateTokensTest, AreGivenUpAtASecondSignal) {
+TEST_F(LateTokensTest, ASecondSignalEndsTheProgramAtOnce) {
     ASSERT_TRUE(startsExchange());
     send(SIGTERM);
-    ASSERT_TRUE(hasLeft());
+    ASSERT_TRUE(disappears());
     ASSERT_TRUE(runs());
     send(SIGTERM);
     ASSERT_TRUE(ends());
     EXPECT_EQ(m_program.exitStatus(), QProcess::CrashExit);
-}
-
-TEST_F(LifecycleTest, EachWayOutEndsItThoughARequestHangs) {
-    logIn();
-    test::ScriptedAnswer silence;
-    silence.ending = test::ScriptedAnswer::Ending::silence;
-    m_server.script("/api/oauth/usage", {silence});
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP, 0}) {
-        const std::size_t asked = m_server.requestsFor("/api/oauth/usage").size();
-        start();
-        ASSERT_TRUE(showsWindow());
-        ASSERT_TRUE(waitFor([&] { return m_server.requestsFor("/api/oauth/usage").size() > asked; }));
-        if (signal != 0) {
-            EXPECT_TRUE(endsWhenTold(signal)) << signal;
-            continue;
-        }
-        ASSERT_TRUE(waitFor([this] { return m_display.givesKeyboardTo("Burnwick"); }));
-        m_display.pressKey("Burnwick", XK_q, XCB_MOD_MASK_CONTROL);
-        EXPECT_TRUE(m_program.waitForFinished(5'000));
-        EXPECT_EQ(m_program.exitCode(), 0);
-    }
 }
 
 } // namespace

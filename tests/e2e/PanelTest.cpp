@@ -13,15 +13,13 @@ struct PanelSession {
     test::XfcePanel m_panel;
 };
 
-/// The real program beside a real status area.
+/// The real program beside the real status area of Xfce.
 class PanelTest : protected PanelSession, public test::AccountFixture {
 protected:
     PanelTest()
-        : AccountFixture(m_panel.bus()) {
-        showOn(m_panel.display().name());
-    }
+        : AccountFixture(m_panel.bus()) {}
 
-    /// The dot of the item.
+    /// Where the panel shows the item's dot in that colour.
     [[nodiscard]] std::optional<QPoint> dot(StatusIndicator indicator) const {
         const auto [red, green, blue] = colorOf(indicator);
         std::uint32_t color = 0;
@@ -29,30 +27,27 @@ protected:
             color = color << 8 | static_cast<std::uint32_t>(std::lround(part * 0xFF));
         return m_panel.find(color);
     }
-    void closeWindow() {
-        m_panel.display().close("Burnwick");
-        ASSERT_TRUE(waitFor([this] { return !m_panel.display().shows("Burnwick"); }));
-    }
 };
 
 TEST_F(PanelTest, TheItemShowsTheQuotaOpensTheWindowAndOutlivesThePanel) {
+    test::VirtualDisplay &display = m_panel.display();
     m_server.script("/api/oauth/usage", {test::usage(95)});
     logIn();
-    m_program.start(QStringLiteral(BURNWICK_PROGRAM), QStringList());
-    ASSERT_TRUE(waitFor([this] { return m_panel.display().shows("Burnwick"); }));
-    for (const char *panel : {"the panel starts after the program", "and once more"}) {
+    ASSERT_TRUE(launchOn(display));
+    for (const char *panel : {"the panel starts after the program", "the panel starts again"}) {
         SCOPED_TRACE(panel);
         m_panel.start();
         ASSERT_TRUE(waitFor([this] { return m_panel.items().size() == 1; }));
         ASSERT_TRUE(waitFor([this] { return dot(StatusIndicator::red).has_value(); }));
         EXPECT_FALSE(dot(StatusIndicator::green));
-        closeWindow();
-        EXPECT_TRUE(m_panel.display().click(*dot(StatusIndicator::red)));
-        EXPECT_TRUE(waitFor([this] { return m_panel.display().shows("Burnwick"); }));
+        display.close("Burnwick");
+        ASSERT_TRUE(waitFor([&] { return !display.shows("Burnwick"); }));
+        EXPECT_TRUE(display.click(*dot(StatusIndicator::red)));
+        EXPECT_TRUE(waitFor([&] { return display.shows("Burnwick"); }));
         m_panel.end();
         ASSERT_TRUE(waitFor([this] { return !dot(StatusIndicator::red); }));
     }
-    EXPECT_TRUE(endsWhenTold(SIGTERM));
+    EXPECT_TRUE(endsAt(SIGTERM));
 }
 
 } // namespace

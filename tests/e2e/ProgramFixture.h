@@ -4,7 +4,7 @@
 
 #include "support/FakeStatusNotifierWatcher.h"
 #include "support/LogTreeFixture.h"
-#include "support/ShiftedTime.h"
+#include "support/VirtualDisplay.h"
 #include "support/WaitFor.h"
 
 #include <gtest/gtest.h>
@@ -12,21 +12,24 @@
 #include <QProcess>
 
 #include <csignal>
+#include <utility>
+#include <vector>
 
 namespace burnwick::test {
 
-/// The real program on a home of its own, seen from the status area of a desktop.
+/// The real program on a temporary home, seen from the status area of a desktop.
 class ProgramFixture : public testing::Test {
 protected:
+    using Variables = std::vector<std::pair<const char *, QString>>;
+
     explicit ProgramFixture(const PrivateBus &bus = sessionBusOfTests())
         : m_watcher(bus) {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         const QString home = QString::fromStdString(m_home.path().string());
-        environment.insert(QStringLiteral("HOME"), home);
-        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home + QStringLiteral("/.config"));
-        environment.insert(QStringLiteral("XDG_CACHE_HOME"), home + QStringLiteral("/.cache"));
-        environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), bus.address());
-        m_program.setProcessEnvironment(environment);
+        m_program.setProcessEnvironment(QProcessEnvironment::systemEnvironment());
+        set({{"HOME", home},
+             {"XDG_CONFIG_HOME", home + QStringLiteral("/.config")},
+             {"XDG_CACHE_HOME", home + QStringLiteral("/.cache")},
+             {"DBUS_SESSION_BUS_ADDRESS", bus.address()}});
         m_program.setProcessChannelMode(QProcess::MergedChannels);
     }
     ~ProgramFixture() override {
@@ -34,23 +37,26 @@ protected:
         m_program.waitForFinished();
     }
 
-    /// Its windows are to be real ones, on that display.
-    void showOn(const QString &display) {
+    [[nodiscard]] QProcessEnvironment environmentWith(const Variables &variables) const {
         QProcessEnvironment environment = m_program.processEnvironment();
-        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
-        environment.insert(QStringLiteral("DISPLAY"), display);
-        m_program.setProcessEnvironment(environment);
+        for (const auto &[name, value] : variables)
+            environment.insert(QString::fromLatin1(name), value);
+        return environment;
     }
-    /// With a clock of its own.
-    bool startProgram(const ShiftedTime &time) {
-        QProcessEnvironment environment = m_program.processEnvironment();
-        time.applyTo(environment);
-        m_program.setProcessEnvironment(environment);
-        return startProgram();
+    void set(const Variables &variables) { m_program.setProcessEnvironment(environmentWith(variables)); }
+    void launch(const QStringList &arguments = {}) {
+        m_program.start(QStringLiteral(BURNWICK_PROGRAM), arguments);
     }
+    /// Gives the program real windows on the display and waits for the first one.
+    bool launchOn(const VirtualDisplay &display, const QStringList &arguments = {}) {
+        set({{"QT_QPA_PLATFORM", QStringLiteral("xcb")}, {"DISPLAY", display.name()}});
+        launch(arguments);
+        return waitFor([&] { return display.shows("Burnwick"); });
+    }
+    /// Launches the program beside a status area and waits for its item.
     bool startProgram() {
         m_watcher.takeName("panel-6-systray");
-        m_program.start(QStringLiteral(BURNWICK_PROGRAM), QStringList());
+        launch();
         return m_watcher.waitForItems(1);
     }
     [[nodiscard]] QString title() const {
@@ -61,9 +67,9 @@ protected:
             return testing::AssertionSuccess();
         return testing::AssertionFailure() << "it shows " << title().toStdString();
     }
-    /// Whether the program ended by itself with 0 soon after it was told to.
-    bool endsWhenTold(int signal) {
-        // Without a process its number would be 0, which stands for all of the test's own group.
+    /// Whether the program exits with 0 within 5 seconds of the signal.
+    bool endsAt(int signal) {
+        // Without a process its id would be 0, which addresses the test's whole process group.
         if (m_program.state() != QProcess::Running)
             return false;
         ::kill(static_cast<pid_t>(m_program.processId()), signal);

@@ -14,7 +14,7 @@ using test::usageLine;
 
 class ProgramTest : public test::ProgramFixture {};
 
-TEST_F(ProgramTest, ShowsTheTitleFollowsNewLogsAndEndsWhenTold) {
+TEST_F(ProgramTest, ShowsTheTitleFollowsNewLogsAndEndsAtASignal) {
     const Instant now = std::chrono::system_clock::now();
     m_home.add("project/session.jsonl", usageLine("2025-06-10T12:00:00.0Z", 1'000'000, 100'000), now);
     ASSERT_TRUE(startProgram());
@@ -24,13 +24,13 @@ TEST_F(ProgramTest, ShowsTheTitleFollowsNewLogsAndEndsWhenTold) {
     EXPECT_TRUE(itemShows("1.2M | $4.80 | s--  ●"));
 
     EXPECT_EQ(m_watcher.callItem(QStringLiteral("Activate"), {0, 0}).type(), QDBusMessage::ReplyMessage);
-    EXPECT_TRUE(endsWhenTold(SIGTERM));
+    EXPECT_TRUE(endsAt(SIGTERM));
 }
 
-TEST_F(ProgramTest, RunsWithoutLogsAndLeavesTheHomeAlone) {
+TEST_F(ProgramTest, RunsWithoutLogsAndCreatesNothingInTheHome) {
     ASSERT_TRUE(startProgram());
     EXPECT_TRUE(itemShows("0 | $0.00 | s--  ●"));
-    EXPECT_TRUE(endsWhenTold(SIGINT));
+    EXPECT_TRUE(endsAt(SIGINT));
     EXPECT_FALSE(std::filesystem::exists(m_home.path() / ".claude"));
     EXPECT_FALSE(std::filesystem::exists(m_home.path() / ".config" / "burnwick"));
 }
@@ -48,14 +48,14 @@ TEST_F(ProgramTest, StartedByNohupItOutlivesItsTerminal) {
         mask.match(QString::fromLatin1(status.readAll())).captured(1).toULongLong(nullptr, 16);
     EXPECT_TRUE(ignored & (1ULL << (SIGHUP - 1)));
     EXPECT_FALSE(ignored & (1ULL << (SIGTERM - 1)));
-    EXPECT_TRUE(endsWhenTold(SIGTERM));
+    EXPECT_TRUE(endsAt(SIGTERM));
 }
 
 TEST_F(ProgramTest, ACrashWouldLeaveNoTokensBehind) {
     rlimit limit{};
     ASSERT_EQ(getrlimit(RLIMIT_CORE, &limit), 0);
     if (limit.rlim_max == 0)
-        GTEST_SKIP() << "there are no core dumps here";
+        GTEST_SKIP() << "core dumps are disabled here";
     const rlimit highest{limit.rlim_max, limit.rlim_max};
     ASSERT_EQ(setrlimit(RLIMIT_CORE, &highest), 0); // inherited by the program
     const bool started = startProgram();
@@ -64,46 +64,40 @@ TEST_F(ProgramTest, ACrashWouldLeaveNoTokensBehind) {
     rlimit programs{};
     ASSERT_EQ(prlimit(static_cast<pid_t>(m_program.processId()), RLIMIT_CORE, nullptr, &programs), 0);
     EXPECT_EQ(programs.rlim_cur, 0u);
-    EXPECT_EQ(programs.rlim_max, limit.rlim_max) << "of use to programs started from it";
+    EXPECT_EQ(programs.rlim_max, limit.rlim_max) << "its child processes may raise their own limit";
 }
 
-TEST_F(ProgramTest, WithoutADisplayThatAnswersItPointsToTheReport) {
-    using Variables = std::vector<std::pair<QString, QString>>;
-    // The X server's name is one that no server can have.
-    const std::vector<std::pair<Variables, QByteArray>> rows{
+TEST_F(ProgramTest, WithoutADisplayThatRespondsItNamesTheReport) {
+    const QString noServer = QStringLiteral(":65000"); // a number that no X server can have
+    const std::pair<Variables, std::string> rows[] = {
         {{}, "There is no display."},
-        {{{QStringLiteral("DISPLAY"), QStringLiteral(":65000")}}, "Nothing answers on the display :65000."},
-        {{{QStringLiteral("DISPLAY"), QStringLiteral(":65000")},
-          {QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb")}},
+        {{{"DISPLAY", noServer}}, "Nothing answers on the display :65000."},
+        {{{"DISPLAY", noServer}, {"QT_QPA_PLATFORM", QStringLiteral("xcb")}},
          "Nothing answers on the display :65000."},
-        {{{QStringLiteral("WAYLAND_DISPLAY"), QStringLiteral("wayland-dead")}},
+        {{{"WAYLAND_DISPLAY", QStringLiteral("wayland-dead")}},
          "Nothing answers on the display wayland-dead."},
-        {{{QStringLiteral("DISPLAY"), QStringLiteral(":65000")},
-          {QStringLiteral("WAYLAND_DISPLAY"), QStringLiteral("/nowhere")}},
+        {{{"DISPLAY", noServer}, {"WAYLAND_DISPLAY", QStringLiteral("/nowhere")}},
          "Nothing answers on the display :65000 and /nowhere."},
     };
+    QProcessEnvironment environment = m_program.processEnvironment();
+    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        environment.remove(QLatin1String(name));
     for (const auto &[variables, fault] : rows) {
-        QProcessEnvironment environment = m_program.processEnvironment();
-        for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
-            environment.remove(QLatin1String(name));
-        for (const auto &[name, value] : variables)
-            environment.insert(name, value);
         m_program.setProcessEnvironment(environment);
-        m_program.start(QStringLiteral(BURNWICK_PROGRAM), QStringList());
+        set(variables);
+        launch();
         ASSERT_TRUE(m_program.waitForFinished(10'000));
         EXPECT_EQ(m_program.exitStatus(), QProcess::NormalExit);
         EXPECT_EQ(m_program.exitCode(), 1);
         EXPECT_EQ(m_program.readAll().toStdString(),
-                  "burnwick: " + fault.toStdString() +
-                      " In a terminal burnwick-report prints the figures.\n");
+                  "burnwick: " + fault + " In a terminal burnwick-report prints the figures.\n");
     }
 }
 
-TEST_F(ProgramTest, AnOverflowOfTheSumsIsSaidInOneLine) {
-    const Instant now = std::chrono::system_clock::now();
+TEST_F(ProgramTest, AnOverflowOfTheSumsIsOneLineOfOutput) {
     const std::string half = usageLine("2025-06-10T12:00:00.0Z", INT64_MAX, 0);
-    m_home.add("session.jsonl", half + half, now);
-    m_program.start(QStringLiteral(BURNWICK_PROGRAM), QStringList());
+    m_home.add("session.jsonl", half + half, std::chrono::system_clock::now());
+    launch();
     ASSERT_TRUE(m_program.waitForFinished(10'000));
     EXPECT_EQ(m_program.exitCode(), 70);
     EXPECT_EQ(m_program.readAll().count("more than 64 bits"), 1);

@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "e2e/ProgramFixture.h"
-#include "prefs/SettingsFile.h"
-#include "support/VirtualDisplay.h"
+#include "support/JsonMembers.h"
 
 #include <QDBusMessage>
 
@@ -13,15 +12,9 @@ namespace {
 
 const QByteArray settingsTitle = "Settings \xe2\x80\x94 Burnwick";
 
-/// The settings of the real program, on a screen of their own.
 class SettingsTest : public test::ProgramFixture {
 protected:
-    void startOn(const test::VirtualDisplay &display, const QStringList &arguments = {}) {
-        showOn(display.name());
-        m_program.start(QStringLiteral(BURNWICK_PROGRAM), arguments);
-        ASSERT_TRUE(waitFor([&] { return display.shows("Burnwick"); }));
-    }
-    /// What the desktop calls for the entry's action.
+    /// Sends the call that a desktop sends for the desktop entry's action.
     static bool activateAction() {
         QDBusMessage call = QDBusMessage::createMethodCall(
             QStringLiteral("com.burnwick.Burnwick"), QStringLiteral("/com/burnwick/Burnwick"),
@@ -29,43 +22,41 @@ protected:
         call.setArguments({QStringLiteral("settings"), QVariantList(), QVariantMap()});
         return QDBusConnection::sessionBus().call(call).type() == QDBusMessage::ReplyMessage;
     }
-    [[nodiscard]] QJsonValue stored(const char *key) const {
+    [[nodiscard]] bool storesNoRefresh() const {
         const auto file = m_home.path() / ".config/burnwick/burnwick.json";
-        return QJsonDocument::fromJson(test::bytesOf(QString::fromStdString(file.string())))
-            .object()
-            .value(QLatin1String(key));
+        return std::filesystem::exists(file) &&
+               test::jsonObject(test::bytesOf(file)).value(QStringLiteral("autoRefreshQuota")) ==
+                   QJsonValue(false);
     }
+    bool showsSettingsInFront() {
+        return waitFor([this] { return m_display.showsInFront(settingsTitle); });
+    }
+
+    test::VirtualDisplay m_display;
 };
 
-TEST_F(SettingsTest, OpenByTheirKeyAndKeepWhatIsChosen) {
-    test::VirtualDisplay display;
-    startOn(display);
-    ASSERT_TRUE(waitFor([&] { return display.givesKeyboardTo("Burnwick"); }));
-    display.pressKey("Burnwick", XK_comma, XCB_MOD_MASK_CONTROL);
-    ASSERT_TRUE(waitFor([&] { return display.givesKeyboardTo(settingsTitle); }));
-    EXPECT_TRUE(display.showsInFront(settingsTitle));
-    // The first control is the one of the start at login, the fourth that of the refresh by itself.
-    for (int i = 0; i < 4; ++i)
-        display.pressKey(settingsTitle, XK_Tab);
-    display.pressKey(settingsTitle, XK_space);
-    EXPECT_TRUE(waitFor([this] { return stored("autoRefreshQuota") == QJsonValue(false); }));
-    display.pressKey(settingsTitle, XK_Escape);
-    EXPECT_TRUE(waitFor([&] { return !display.shows(settingsTitle); }));
-    EXPECT_TRUE(display.shows("Burnwick"));
-}
+TEST_F(SettingsTest, TheirKeyAndTheDesktopEntrysActionOpenThemAndChoicesAreStored) {
+    ASSERT_TRUE(launchOn(m_display));
+    ASSERT_TRUE(waitFor([this] { return m_display.givesKeyboardTo("Burnwick"); }));
+    m_display.pressKey("Burnwick", XK_comma, XCB_MOD_MASK_CONTROL);
+    ASSERT_TRUE(waitFor([this] { return m_display.givesKeyboardTo(settingsTitle); }));
+    EXPECT_TRUE(m_display.showsInFront(settingsTitle));
+    for (int i = 0; i < 4; ++i) // to the switch "Auto-refresh quota data"
+        m_display.pressKey(settingsTitle, XK_Tab);
+    m_display.pressKey(settingsTitle, XK_space);
+    EXPECT_TRUE(waitFor([this] { return storesNoRefresh(); }));
+    m_display.pressKey(settingsTitle, XK_Escape);
+    EXPECT_TRUE(waitFor([this] { return !m_display.shows(settingsTitle); }));
+    EXPECT_TRUE(m_display.shows("Burnwick"));
 
-TEST_F(SettingsTest, OpenByTheDesktopEntrysAction) {
-    const test::VirtualDisplay display;
-    startOn(display);
     ASSERT_TRUE(activateAction());
-    EXPECT_TRUE(waitFor([&] { return display.showsInFront(settingsTitle); }));
-    EXPECT_TRUE(endsWhenTold(SIGTERM));
+    EXPECT_TRUE(showsSettingsInFront());
+    EXPECT_TRUE(endsAt(SIGTERM));
 }
 
-TEST_F(SettingsTest, OpenWithAFirstStartThatAsksForThem) {
-    const test::VirtualDisplay display;
-    startOn(display, {QStringLiteral("--action"), QStringLiteral("settings")});
-    EXPECT_TRUE(waitFor([&] { return display.showsInFront(settingsTitle); }));
+TEST_F(SettingsTest, AFirstStartWithTheActionOpensThem) {
+    launchOn(m_display, {QStringLiteral("--action"), QStringLiteral("settings")});
+    EXPECT_TRUE(showsSettingsInFront());
 }
 
 } // namespace

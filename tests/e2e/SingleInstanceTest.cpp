@@ -3,7 +3,6 @@
 #include "e2e/ProgramFixture.h"
 #include "support/FakeApplication.h"
 #include "support/MuteBus.h"
-#include "support/VirtualDisplay.h"
 
 #include <QLocalServer>
 #include <QTemporaryDir>
@@ -17,32 +16,15 @@ namespace {
 /// Several starts of the real program by one user.
 class SingleInstanceTest : public test::ProgramFixture {
 protected:
-    using Variables = std::vector<std::pair<const char *, QString>>;
-
-    [[nodiscard]] QProcessEnvironment environmentWith(const Variables &variables) const {
-        QProcessEnvironment environment = m_program.processEnvironment();
-        for (const auto &[name, value] : variables)
-            environment.insert(QString::fromLatin1(name), value);
-        return environment;
-    }
-    /// Starts the first program on the display and waits for its window.
-    bool showProgramOn(const test::VirtualDisplay &display, const Variables &variables = {}) {
-        QProcessEnvironment environment = environmentWith(variables);
-        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
-        environment.insert(QStringLiteral("DISPLAY"), display.name());
-        m_program.setProcessEnvironment(environment);
-        m_program.start(QStringLiteral(BURNWICK_PROGRAM), QStringList());
-        return waitFor([&] { return display.shows("Burnwick"); });
-    }
-    /// Another start, until its end; its exit code, or -1 when it does not end by itself. Peers in this
-    /// process can answer it meanwhile.
+    /// Starts another process and waits for its end; returns its exit code, or -1 after a timeout or a crash.
+    /// Runs the event loop, so that peers in this process can respond.
     int startAgain(const QStringList &arguments = {}, const Variables &variables = {}) {
         QProcess again;
         again.setProcessEnvironment(environmentWith(variables));
         again.setProcessChannelMode(QProcess::MergedChannels);
         again.start(QStringLiteral(BURNWICK_PROGRAM), arguments);
         const bool ended = waitFor([&] { return again.state() == QProcess::NotRunning; });
-        m_said = again.readAll();
+        m_output = again.readAll();
         if (!ended) {
             again.kill();
             again.waitForFinished();
@@ -50,29 +32,25 @@ protected:
         return ended && again.exitStatus() == QProcess::NormalExit ? again.exitCode() : -1;
     }
 
-    QByteArray m_said; ///< what the latest other start printed
+    QByteArray m_output; ///< of the latest other start
 };
 
-TEST_F(SingleInstanceTest, ASecondStartOpensTheClosedWindowOfTheFirst) {
+TEST_F(SingleInstanceTest, ASecondStartRaisesTheCoveredAndOpensTheClosedWindowOfTheFirst) {
     test::VirtualDisplay display;
-    ASSERT_TRUE(showProgramOn(display));
+    ASSERT_TRUE(launchOn(display));
     display.close("Burnwick");
     ASSERT_TRUE(waitFor([&] { return !display.shows("Burnwick"); }));
-    EXPECT_EQ(startAgain(), 0) << m_said.toStdString();
+    EXPECT_EQ(startAgain(), 0) << m_output.toStdString();
     EXPECT_TRUE(waitFor([&] { return display.shows("Burnwick"); }));
-    EXPECT_TRUE(endsWhenTold(SIGTERM));
-}
 
-TEST_F(SingleInstanceTest, ASecondStartRaisesTheCoveredWindowOfTheFirst) {
-    test::VirtualDisplay display;
-    ASSERT_TRUE(showProgramOn(display));
     display.cover();
     ASSERT_TRUE(waitFor([&] { return !display.showsInFront("Burnwick"); }));
-    EXPECT_EQ(startAgain(), 0) << m_said.toStdString();
+    EXPECT_EQ(startAgain(), 0) << m_output.toStdString();
     EXPECT_TRUE(waitFor([&] { return display.showsInFront("Burnwick"); }));
+    EXPECT_TRUE(endsAt(SIGTERM));
 }
 
-TEST_F(SingleInstanceTest, OfEightStartsAtOnceOneGoesOn) {
+TEST_F(SingleInstanceTest, OfEightSimultaneousStartsOneRemains) {
     std::deque<QProcess> starts(8);
     for (QProcess &start : starts) {
         start.setProcessEnvironment(m_program.processEnvironment());
@@ -90,7 +68,7 @@ TEST_F(SingleInstanceTest, OfEightStartsAtOnceOneGoesOn) {
     }
 }
 
-TEST_F(SingleInstanceTest, ASecondStartHandsOverWhatTheDesktopGaveIt) {
+TEST_F(SingleInstanceTest, ASecondStartForwardsItsActionAndItsTokens) {
     const FakeApplication first;
     m_watcher.takeName("panel-6-systray");
     const Variables variables{{"XDG_ACTIVATION_TOKEN", QStringLiteral("token")},
@@ -111,46 +89,39 @@ TEST_F(SingleInstanceTest, ASecondStartEndsTheDesktopsBusyPointer) {
                               {"DISPLAY", display.name()},
                               {"DESKTOP_STARTUP_ID", QStringLiteral("a \"long\" id\\_TIME5")}};
     EXPECT_EQ(display.saidOfStarts(), "");
-    EXPECT_EQ(startAgain({}, variables), 0) << m_said.toStdString();
+    EXPECT_EQ(startAgain({}, variables), 0) << m_output.toStdString();
     const QByteArray text(R"(remove: ID="a \"long\" id\\_TIME5")");
     EXPECT_TRUE(waitFor([&] { return display.saidOfStarts().size() > text.size(); }));
     EXPECT_EQ(display.saidOfStarts(), text.leftJustified(40, '\0'));
 }
 
-TEST_F(SingleInstanceTest, ASecondStartEndsThoughTheFirstHangs) {
+TEST_F(SingleInstanceTest, ASecondStartFailsWhenTheFirstDoesNotRespond) {
     const FakeApplication hanging(FakeApplication::Conduct::hangs);
     EXPECT_EQ(startAgain(), 1);
-    EXPECT_EQ(m_said.count("does not answer"), 1) << m_said.toStdString();
-}
-
-TEST_F(SingleInstanceTest, RunsWithoutABus) {
-    const test::VirtualDisplay display;
-    ASSERT_TRUE(
-        showProgramOn(display, {{"DBUS_SESSION_BUS_ADDRESS", QStringLiteral("unix:path=/nowhere/at/all")}}));
-    EXPECT_TRUE(endsWhenTold(SIGTERM));
+    EXPECT_EQ(m_output.count("does not answer"), 1) << m_output.toStdString();
 }
 
 TEST_F(SingleInstanceTest, RunsWithABusThatDoesNotRespond) {
     const QTemporaryDir directory;
     const QString silent = directory.filePath(QStringLiteral("silent"));
     const QString mute = directory.filePath(QStringLiteral("mute"));
-    QLocalServer silence;
-    ASSERT_TRUE(silence.listen(silent));
+    QLocalServer silentServer;
+    ASSERT_TRUE(silentServer.listen(silent));
     const test::MuteBus muteBus(mute);
     // QtDBus waits for the first without limit and for the second for 25 s.
     for (const QString &socket : {silent, mute}) {
         SCOPED_TRACE(socket.toStdString());
         const test::VirtualDisplay display;
-        // There, Qt itself asks the bus before the program can.
-        ASSERT_TRUE(
-            showProgramOn(display, {{"DBUS_SESSION_BUS_ADDRESS", QStringLiteral("unix:path=") + socket},
-                                    {"XDG_CURRENT_DESKTOP", QStringLiteral("KDE")},
-                                    {"KDE_FULL_SESSION", QStringLiteral("true")},
-                                    {"KDE_SESSION_VERSION", QStringLiteral("5")}}));
-        EXPECT_TRUE(endsWhenTold(SIGTERM));
+        // On KDE, Qt calls the bus before the program can.
+        set({{"DBUS_SESSION_BUS_ADDRESS", QStringLiteral("unix:path=") + socket},
+             {"XDG_CURRENT_DESKTOP", QStringLiteral("KDE")},
+             {"KDE_FULL_SESSION", QStringLiteral("true")},
+             {"KDE_SESSION_VERSION", QStringLiteral("5")}});
+        ASSERT_TRUE(launchOn(display));
+        EXPECT_TRUE(endsAt(SIGTERM));
         EXPECT_EQ(m_program.readAll().count("does not answer"), 1);
     }
-    EXPECT_TRUE(silence.hasPendingConnections()) << "nobody connected";
+    EXPECT_TRUE(silentServer.hasPendingConnections()) << "the program did not connect";
     EXPECT_EQ(muteBus.clients(), 1);
 }
 
@@ -158,11 +129,10 @@ TEST_F(SingleInstanceTest, ReadsTheCommandLine) {
     struct Case {
         QStringList arguments;
         int exitCode;
-        const char *says;
+        const char *output;
         const char *platform = "offscreen";
     };
-    // Qt aborts where it finds no display.
-    const char *noDisplay = "xcb";
+    const char *noDisplay = "xcb"; // with which Qt aborts here
     const Case cases[] = {
         {{QStringLiteral("--version")}, 0, "burnwick 0.", noDisplay},
         {{QStringLiteral("-v")}, 0, "burnwick 0.", noDisplay},
@@ -175,12 +145,10 @@ TEST_F(SingleInstanceTest, ReadsTheCommandLine) {
         {{QStringLiteral("log.jsonl")}, 2, "Unexpected argument 'log.jsonl'."},
     };
     for (const Case &c : cases) {
-        const std::string line = c.arguments.join(QLatin1Char(' ')).toStdString();
-        EXPECT_EQ(startAgain(c.arguments,
-                             {{"QT_QPA_PLATFORM", QString::fromLatin1(c.platform)}, {"DISPLAY", QString()}}),
-                  c.exitCode)
-            << line;
-        EXPECT_TRUE(m_said.contains(c.says)) << line << ": " << m_said.toStdString();
+        SCOPED_TRACE(c.arguments.join(u' ').toStdString());
+        const Variables variables{{"QT_QPA_PLATFORM", QString::fromLatin1(c.platform)}, {"DISPLAY", {}}};
+        EXPECT_EQ(startAgain(c.arguments, variables), c.exitCode);
+        EXPECT_TRUE(m_output.contains(c.output)) << m_output.toStdString();
     }
 }
 

@@ -3,10 +3,8 @@
 #include "e2e/AccountFixture.h"
 #include "support/FakeNotificationServer.h"
 
-#include <QDateTime>
 #include <QDir>
 
-#include <deque>
 #include <optional>
 
 using namespace std::chrono_literals;
@@ -14,150 +12,119 @@ using namespace std::chrono_literals;
 namespace burnwick {
 namespace {
 
-using test::answerOf;
 using test::ScriptedAnswer;
 using test::usage;
+using test::usageEnding;
 using Ending = ScriptedAnswer::Ending;
 
 struct Needs {
     qsizetype descriptors = 0;
     qsizetype threads = 0;
-    qint64 kilobytes = 0; ///< of memory that is no file's; of files others may have a share or not
+    qint64 kilobytes = 0; ///< of anonymous memory
+
+    friend std::ostream &operator<<(std::ostream &out, const Needs &needs) {
+        return out << needs.descriptors << " descriptors, " << needs.threads << " threads, "
+                   << needs.kilobytes << " KiB";
+    }
 };
 
-std::ostream &operator<<(std::ostream &out, const Needs &needs) {
-    return out << needs.descriptors << " descriptors, " << needs.threads << " threads, " << needs.kilobytes
-               << " KiB";
-}
-
-ScriptedAnswer endingWith(Ending ending) {
-    ScriptedAnswer answer = usage(50);
-    answer.ending = ending;
-    return answer;
-}
-
-/// Every way in which the server can fail, between answers that say something new.
+/// Each way in which the server can fail, between answers with other figures.
 const std::vector<ScriptedAnswer> &answers() {
     static const std::vector<ScriptedAnswer> all{
         usage(10),
-        answerOf(500, "<html>down</html>"),
+        {500, "<html>down</html>"},
         usage(85),
-        answerOf(401, "{}"),
+        {401, "{}"},
         usage(101),
-        endingWith(Ending::cut),
-        answerOf(429, "{}"),
-        endingWith(Ending::stall),
+        usageEnding(Ending::cut),
+        {429, "{}"},
+        usageEnding(Ending::stall),
         usage(3),
-        endingWith(Ending::trickle),
-        answerOf(200, "[1,2"),
-        endingWith(Ending::endless),
+        usageEnding(Ending::trickle),
+        {200, "[1,2"},
+        usageEnding(Ending::endless),
         usage(64),
-        endingWith(Ending::silence),
-        endingWith(Ending::hangUp),
+        usageEnding(Ending::silence),
+        usageEnding(Ending::hangUp),
         test::redirectTo(QUrl(QStringLiteral("http://127.0.0.1:1/"))),
         usage(90),
-        endingWith(Ending::raw),
+        usageEnding(Ending::raw),
     };
     return all;
 }
 
-/// The real program for a week, of which the test lets the hours pass; it jumps over the nights as a machine
-/// that is suspended does. Not in it is the end of the message bus, because with it the session ends: the
-/// program goes on without its status item and its notifications (StatusItemWithoutBusTest.cpp).
-class WeekOfUseTest : public test::AccountFixture {
+/// The real program for a week whose hours the test lets pass. It skips the nights, as a suspended machine
+/// does. Without the end of the message bus, because that ends the session; see StatusItemWithoutBusTest.cpp.
+class WeekOfUseTest : public test::TimedFixture {
 protected:
-    void SetUp() override {
-        if (!m_time.available())
-            GTEST_SKIP() << "the clock of a program cannot be moved here";
-        logIn();
-        std::string settings = contentOf(m_settings);
-        test::writeFile(
-            m_settings,
-            settings.insert(1, R"("productBaseURL":")" + m_server.url().toString().toStdString() + R"(",)"));
-        m_server.script("/api/oauth/token",
-                        {answerOf(200, R"({"access_token":"new-token","expires_in":9999999})")});
+    WeekOfUseTest() {
+        writeSettingsWithUpdates();
+        m_server.script("/api/oauth/token", {{200, R"({"access_token":"new-token","expires_in":9999999})"}});
         m_notifications.emplace(QStringLiteral("soak-notifications"));
     }
 
-    [[nodiscard]] std::size_t usageRequests() const {
-        return m_server.requestsFor("/api/oauth/usage").size();
-    }
-    /// Until the program has asked for the quota again. A question that hung takes a few minutes more.
-    bool pass(std::chrono::seconds time) {
+    /// Waits until the program has requested the quota again; a request without an answer delays the next one
+    /// by a few minutes.
+    bool passUntilRequest(std::chrono::seconds time) {
         const std::size_t before = usageRequests();
         for (int attempt = 0; attempt < 5; ++attempt) {
-            m_time.advance(attempt == 0 ? time : 5min);
-            m_now = m_now.addSecs((attempt == 0 ? time : 5min).count());
-            // Reading the item wakes the program, which then notices how late it is.
-            const auto asked = [&] { return !title().isEmpty() && usageRequests() > before; };
-            if (waitFor(asked, 2s))
+            pass(attempt == 0 ? time : 5min);
+            // Reading the title wakes the program, whose timers then see the new time.
+            if (waitFor([&] { return !title().isEmpty() && usageRequests() > before; }, 2s))
                 return true;
         }
         return false;
     }
-    [[nodiscard]] QByteArray stamp(std::chrono::seconds from) const {
-        return m_now.addSecs(from.count()).toString(u"yyyy-MM-ddTHH:mm:ss.zzzZ").toLatin1();
+    bool shows42() {
+        return waitFor([this] { return title().contains(QStringLiteral("s42%")); });
     }
 
-    /// A project comes and an old one goes, so that there are always as many.
+    /// Adds a project and removes an old one, so that their number stays the same.
     void changeLogs() {
-        constexpr std::size_t kept = 12;
-        const std::string project = "project-" + std::to_string(++m_projects);
+        constexpr int kept = 12;
+        const auto name = [](int number) { return "project-" + std::to_string(number); };
         const Instant modified = Instant(std::chrono::milliseconds(m_now.toMSecsSinceEpoch()));
         const std::string line = test::usageLine(stamp(0s).toStdString(), 1000, 10);
-        m_home.add(project + "/session.jsonl", line + line, modified);
-        m_home.add(project + "/agent.jsonl", line, modified);
-        m_logs.push_back(project);
-        if (m_logs.size() <= kept)
-            return;
-        std::filesystem::remove_all(m_home.projects() / m_logs.front());
-        m_logs.pop_front();
+        m_home.add(name(++m_projects) + "/session.jsonl", line + line, modified);
+        m_home.add(name(m_projects) + "/agent.jsonl", line, modified);
+        std::filesystem::remove_all(m_home.projects() / name(m_projects - kept));
     }
     void changeSurroundings(int step) {
         const std::size_t next = static_cast<std::size_t>(step) % answers().size();
         m_server.script("/api/oauth/usage", {answers()[next], usage(20 + step % 80, stamp(2h))});
         changeLogs();
         if (step % 12 == 4) {
-            m_said += m_notifications->popups.size();
+            m_shown += m_notifications->popups.size();
             m_notifications->leave();
             m_notifications.emplace(QStringLiteral("soak-notifications-%1").arg(step));
         }
         if (step % 12 == 9) {
             m_watcher.dropName();
             m_watcher.takeName("panel-6-systray");
-            EXPECT_TRUE(m_watcher.waitForItems(1)) << "the item did not come back";
+            EXPECT_TRUE(m_watcher.waitForItems(1)) << "the item did not register again";
         }
     }
 
-    [[nodiscard]] QString processFile(const char *name) const {
-        return QStringLiteral("/proc/%1/%2").arg(m_program.processId()).arg(QLatin1String(name));
-    }
-    [[nodiscard]] qsizetype entriesIn(const char *folder) const {
-        constexpr auto all = QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot;
-        return QDir(processFile(folder)).entryList(all).size();
-    }
     [[nodiscard]] Needs needs() const {
-        QFile memory(processFile("smaps_rollup"));
+        const QDir process(QStringLiteral("/proc/%1").arg(m_program.processId()));
+        const auto entriesIn = [&process](const char *folder) {
+            constexpr auto all = QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot;
+            return QDir(process.filePath(QLatin1String(folder))).entryList(all).size();
+        };
+        QFile memory(process.filePath(QStringLiteral("smaps_rollup")));
         if (!memory.open(QIODevice::ReadOnly))
             return {};
-        qint64 kilobytes = 0;
-        for (const QByteArray &line : memory.readAll().split('\n')) {
-            if (line.startsWith("Anonymous:"))
-                kilobytes = line.mid(10).trimmed().split(' ').first().toLongLong();
-        }
-        return {entriesIn("fd"), entriesIn("task"), kilobytes};
+        const QByteArray text = memory.readAll();
+        const QByteArray figure = text.mid(text.indexOf("\nAnonymous:") + 11).trimmed();
+        return {entriesIn("fd"), entriesIn("task"), figure.split(' ').first().toLongLong()};
     }
-    /// The least of what it is seen to need once an answer has come and what that took is given back.
+    /// The least needs within a second after an answer, without idle connections and idle threads.
     Needs needsAtRest() {
         m_server.script("/api/oauth/usage", {usage(42, stamp(2h))});
-        EXPECT_TRUE(pass(5min));
-        EXPECT_TRUE(waitFor([&] { return title().contains(QStringLiteral("s42%")); }));
-        // The program keeps a few connections, as many as it had requests at once.
+        EXPECT_TRUE(passUntilRequest(5min));
+        EXPECT_TRUE(shows42());
         m_server.endConnections();
-        // Threads that wait for more work give up before the next question.
-        constexpr auto patience = 4min;
-        m_time.advance(patience);
-        m_now = m_now.addSecs(std::chrono::seconds(patience).count());
+        pass(4min); // idle threads end before the next request
         Needs least = needs();
         static_cast<void>(waitFor(
             [&] {
@@ -172,33 +139,29 @@ protected:
         return least;
     }
 
-    test::ShiftedTime m_time;
-    QDateTime m_now = QDateTime::currentDateTimeUtc();
     std::optional<FakeNotificationServer> m_notifications;
-    std::deque<std::string> m_logs;
     int m_projects = 0;
-    std::size_t m_said = 0; ///< notifications
+    std::size_t m_shown = 0; ///< notifications
 };
 
 TEST_F(WeekOfUseTest, NeedsNoMoreAtItsEndThanAfterItsFirstHour) {
     m_server.script("/api/oauth/usage", {usage(42, stamp(2h))});
-    ASSERT_TRUE(startProgram(m_time));
-    ASSERT_TRUE(waitFor([&] { return title().contains(QStringLiteral("s42%")); }));
+    ASSERT_TRUE(startProgram());
+    ASSERT_TRUE(shows42());
     EXPECT_EQ(m_watcher.callItem(QStringLiteral("Activate"), {0, 0}).type(), QDBusMessage::ReplyMessage);
 
     int step = 0;
-    // Each kind of trouble once, and as many logs as there will be.
+    // Each failure once, and as many logs as there are later.
     for (; step < static_cast<int>(answers().size()); ++step) {
         changeSurroundings(step);
-        ASSERT_TRUE(pass(5min)) << "not asked again after step " << step;
+        ASSERT_TRUE(passUntilRequest(5min)) << "no request after step " << step;
     }
     const Needs first = needsAtRest();
     const QDateTime monday = m_now;
     while (monday.daysTo(m_now) < 7) {
         changeSurroundings(++step);
         const bool isNight = step % 16 == 0;
-        ASSERT_TRUE(pass(isNight ? std::chrono::seconds(9h) : std::chrono::seconds(1h)))
-            << "not asked again after step " << step;
+        ASSERT_TRUE(passUntilRequest(isNight ? 9h : 1h)) << "no request after step " << step;
     }
     const Needs last = needsAtRest();
     SCOPED_TRACE("first " + testing::PrintToString(first) + "; last " + testing::PrintToString(last));
@@ -207,9 +170,9 @@ TEST_F(WeekOfUseTest, NeedsNoMoreAtItsEndThanAfterItsFirstHour) {
     EXPECT_LE(last.threads, first.threads);
     EXPECT_LT(last.kilobytes, first.kilobytes + 2 * 1024);
     EXPECT_GE(m_server.requestsFor("/appcast.xml").size(), 5U);
-    EXPECT_GE(m_said, 3U);
+    EXPECT_GE(m_shown, 3U);
     EXPECT_FALSE(title().startsWith(QStringLiteral("0 "))) << "the logs are not read any more";
-    EXPECT_TRUE(endsWhenTold(SIGTERM));
+    EXPECT_TRUE(endsAt(SIGTERM));
 }
 
 } // namespace
