@@ -22,13 +22,13 @@ namespace {
 using bench::Random;
 using namespace std::chrono_literals;
 
-constexpr int firstDay = 61; ///< days before today
+constexpr int firstDay = 61; // days before today
 constexpr std::array<std::string_view, 4> projects{"-home-dev-atlas", "-home-dev-billing-api",
                                                    "-home-dev-parser", "-home-dev-website"};
 constexpr std::string_view opus = "claude-opus-4-1-20250805";
 constexpr std::string_view sonnet = "claude-sonnet-4-5-20250929";
 constexpr std::string_view haiku = "claude-haiku-4-5-20251001";
-/// Weighted by how often they occur here.
+/// Weighted by repetition.
 constexpr std::array<std::string_view, 5> sessionModels{sonnet, sonnet, sonnet, opus, opus};
 constexpr std::array<int, 14> hoursOfWork{9, 9, 10, 10, 10, 11, 13, 14, 14, 15, 15, 16, 17, 21};
 
@@ -40,7 +40,7 @@ public:
 
     Random &random() { return m_random; }
 
-    /// Answers at intervals of a minute or so, until now at the latest.
+    /// Adds a log with answers about a minute apart, none of them later than now.
     void addSession(Instant begin, std::uint64_t answers) {
         const std::string_view model = m_random.oneOf(sessionModels);
         std::string lines;
@@ -96,12 +96,14 @@ void writeJson(const std::filesystem::path &file, const QJsonObject &object) {
 void addLogs(const test::LogHome &home, Instant now, const Calendar &calendar) {
     LogWriter writer(home, now);
     Random &random = writer.random();
+    const auto local = Calendar::Cursor(calendar).localTimeOf(now);
+    const auto timeOfDay = local - std::chrono::floor<std::chrono::days>(local);
     for (int daysAgo = firstDay; daysAgo >= 0; --daysAgo) {
-        const LocalDay day = calendar.dayOf(calendar.daysBefore(now, daysAgo));
-        for (auto left = sessionsOn(day, daysAgo, random); left > 0; --left) {
+        const Instant sameTime = calendar.daysBefore(now, daysAgo);
+        for (auto left = sessionsOn(calendar.dayOf(sameTime), daysAgo, random); left > 0; --left) {
             const auto begin =
                 std::chrono::hours(random.oneOf(hoursOfWork)) + std::chrono::minutes(random.below(60));
-            writer.addSession(calendar.startOf(day) + begin, 15 + random.below(60));
+            writer.addSession(sameTime - timeOfDay + begin, 15 + random.below(60));
         }
     }
     constexpr std::uint64_t moreThanFit = 1'000;

@@ -16,15 +16,14 @@ class LogHome;
 
 namespace burnwick::demo {
 
-/// Writes the session logs of somebody who has worked with three models for two months, most of all in the
-/// mornings and afternoons of working days, and who is at work now. The same logs for the same instant and
-/// calendar.
+/// Writes two months of session logs with three models, mostly on working days in the morning and afternoon,
+/// with a session in progress. Deterministic for an instant and a calendar.
 void addLogs(const test::LogHome &home, Instant now, const Calendar &calendar);
 
 /// Writes a login that does not expire.
 void addLogin(const std::filesystem::path &home);
 
-/// Writes settings with that theme, and with all the services at that address.
+/// Writes settings with that theme and that address of all services.
 void addSettings(const std::filesystem::path &home, const QUrl &services, const QString &theme);
 
 } // namespace burnwick::demo

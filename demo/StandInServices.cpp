@@ -21,7 +21,7 @@ std::string instantText(Instant instant) {
 }
 
 QByteArray usage(Instant now) {
-    // A little later, so that it is 2 h 5 min still when the program has started and been looked at.
+    // Later by half a minute, so that a program that has just started shows 2 h 5 min.
     const Instant seen = now + 30s;
     return encodeUsageResponse({.fiveHour = {67, instantText(seen + 2h + 5min)},
                                 .sevenDay = {31, instantText(seen + 3 * 24h + 14h)},

@@ -12,12 +12,12 @@ class ScriptedServer;
 
 namespace burnwick::demo {
 
-/// The release that the appcast offers: one that is newer than this program.
+/// The appcast's newest release, newer than this program.
 [[nodiscard]] QString offeredVersion();
 
-/// Has the server stand in for all that Burnwick talks to: 67 % of the 5-hour window used, which ends 2 hours
-/// and 5 minutes after `now`, extra usage, a degraded API, and a newer release. Whatever a click opens in a
-/// browser is a page that says that this is a demonstration.
+/// Scripts the server as all of Burnwick's services: 67 % of the 5-hour window are used, which resets 2 hours
+/// and 5 minutes after `now`; there are extra usage, a degraded API and a newer release. Each page for the
+/// browser states that this is a demonstration.
 void standIn(test::ScriptedServer &server, Instant now);
 
 } // namespace burnwick::demo

@@ -25,10 +25,10 @@ namespace burnwick::demo {
 
 namespace {
 
-/// The user's desktop, and none of the user's files.
+/// The user's environment with another home.
 QProcessEnvironment environmentWith(const QString &home) {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    // By default the key to an X display is in the home directory.
+    // The default location of the X display's key is the user's home.
     const QString displayKey = QDir::home().filePath(QStringLiteral(".Xauthority"));
     if (!environment.contains(QStringLiteral("XAUTHORITY")) && QFileInfo::exists(displayKey))
         environment.insert(QStringLiteral("XAUTHORITY"), displayKey);
@@ -37,13 +37,12 @@ QProcessEnvironment environmentWith(const QString &home) {
     environment.insert(QStringLiteral("XDG_DATA_HOME"), home + QStringLiteral("/.local/share"));
     environment.insert(QStringLiteral("XDG_STATE_HOME"), home + QStringLiteral("/.local/state"));
     environment.insert(QStringLiteral("XDG_CACHE_HOME"), home + QStringLiteral("/.cache"));
-    // The login that a click starts would be the user's: many terminals are opened by a process that has the
-    // user's home.
+    // A login would change the user's account: many terminals run in a server process with the user's home.
     environment.insert(QStringLiteral("TERMINAL"), QStringLiteral("true"));
     return environment;
 }
 
-/// Runs the program until it ends; its exit code.
+/// Runs the program until its end and returns its exit code.
 int run(const QString &theme) {
     const TerminationSignals signals;
     const test::LogHome home;

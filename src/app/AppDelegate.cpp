@@ -41,7 +41,7 @@ AppDelegate::AppDelegate()
     , m_loginItem(platform::makeLoginItem())
     , m_desktopSettings(platform::makeDesktopSettings())
     , m_desktopAppearance(platform::makeDesktopAppearance())
-    , m_theme(m_preferences, *m_desktopAppearance)
+    , m_theme(m_preferences, *m_desktopAppearance, m_scheduler)
     , m_appState(stateServices())
     , m_sleepMonitor(platform::makeSleepMonitor())
     , m_settingsWindow(settingsServices()) {}

@@ -9,7 +9,7 @@
 namespace burnwick {
 
 std::string fixedText(double value, int decimals) {
-    // printf would follow the locale's decimal comma. The longest double has 309 digits before the point.
+    // Unlike printf, without the locale's decimal comma. The longest double has 309 digits before the point.
     std::array<char, 400> buffer{};
     const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
                                             std::chars_format::fixed, decimals);
@@ -17,11 +17,9 @@ std::string fixedText(double value, int decimals) {
 }
 
 std::string tokenCountText(std::int64_t count) {
-    constexpr std::int64_t thousand = 1'000;
-    constexpr std::int64_t million = 1'000'000;
-    if (count < thousand)
+    if (count < 1'000)
         return std::to_string(count);
-    if (count < million)
+    if (count < 1'000'000)
         return fixedText(static_cast<double>(count) / 1e3, 1) + 'K';
     return fixedText(static_cast<double>(count) / 1e6, 1) + 'M';
 }
@@ -54,6 +52,16 @@ std::string timeRemainingText(Instant until, Instant now) {
     if (seconds < hoursShownUntil)
         return std::to_string(hours) + "h " + minutes;
     return std::to_string(hours / 24) + "d " + std::to_string(hours % 24) + 'h';
+}
+
+std::string resetText(const std::optional<Instant> &resetAt, Instant now) {
+    if (!resetAt)
+        return {};
+    return *resetAt <= now ? "resets now" : "resets in " + timeRemainingText(*resetAt, now);
+}
+
+std::string inOutText(std::int64_t inputTokens, std::int64_t outputTokens) {
+    return tokenCountText(inputTokens) + " in · " + tokenCountText(outputTokens) + " out";
 }
 
 std::string relativeAgeText(Instant since, Instant now) {

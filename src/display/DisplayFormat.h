@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-/// How figures read on screen. Pure functions, the same in every locale: a point before the decimals.
+/// Texts for figures. Pure functions, independent of the locale: the decimal separator is a point.
 namespace burnwick {
 
 /// The number with that many decimals, rounded like printf("%.*f").
@@ -25,22 +25,29 @@ namespace burnwick {
 /// "225 tokens/min", "1.5K tokens/min".
 [[nodiscard]] std::string burnRateText(double tokensPerMin);
 
-/// "67%"; above 100 as it stands.
+/// "67%"; not limited to 100.
 [[nodiscard]] std::string percentText(double pct);
 
 /// "Now", "42m", "3h 5m" and, from 48 hours on, "2d 1h".
 [[nodiscard]] std::string timeRemainingText(Instant until, Instant now);
 
-/// "just now", "7 minutes ago", "2h ago"; an instant to come counts as now.
+/// "resets now", "resets in 3h 5m", or an empty text without an instant.
+[[nodiscard]] std::string resetText(const std::optional<Instant> &resetAt, Instant now);
+
+/// "1.2K in · 300 out".
+[[nodiscard]] std::string inOutText(std::int64_t inputTokens, std::int64_t outputTokens);
+
+/// "just now", "7 minutes ago", "2h ago"; "just now" for a future instant.
 [[nodiscard]] std::string relativeAgeText(Instant since, Instant now);
 
 /// "12 AM" for 0, "1 PM" for 13; "--" without an hour.
 [[nodiscard]] std::string peakHourText(std::optional<std::int64_t> hour);
 
-/// "Sonnet", "Opus" or "Haiku" by what the name contains, in that order; otherwise what follows its last "/".
+/// "Sonnet", "Opus" or "Haiku" when the name contains it in lower case, in that order; otherwise the text
+/// after the last "/".
 [[nodiscard]] std::string modelFamilyName(std::string_view model);
 
-/// Share of the tokens read from the prompt cache, 0 to 100; 0 without tokens.
+/// The share of the tokens that come from the prompt cache, 0 to 100; 0 without tokens.
 [[nodiscard]] double cacheEfficiencyPct(const SessionTokens &tokens);
 
 } // namespace burnwick

@@ -17,7 +17,7 @@ struct Range {
     char32_t last;
 };
 
-/// Unicode 15's general categories Cc, Cf, Zl and Zp, and all of the block of tags, in order.
+/// Unicode 15's general categories Cc, Cf, Zl and Zp, and the whole block of tags, in order.
 constexpr Range unseen[] = {
     {0x0000, 0x001F},   {0x007F, 0x009F},   {0x00AD, 0x00AD},   {0x0600, 0x0605},   {0x061C, 0x061C},
     {0x06DD, 0x06DD},   {0x070F, 0x070F},   {0x0890, 0x0891},   {0x08E2, 0x08E2},   {0x180E, 0x180E},
@@ -30,7 +30,7 @@ bool isContinuation(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
-/// The length of the character that the text begins with; 0 where that is none.
+/// The length in bytes of the text's first character; 0 for a malformed one.
 std::size_t decode(std::string_view text, char32_t &character) {
     const auto lead = static_cast<unsigned char>(text.front());
     if (lead < 0x80) {
@@ -51,7 +51,7 @@ std::size_t decode(std::string_view text, char32_t &character) {
     return character < least[length] || character > 0x10FFFF || isSurrogate ? 0 : length;
 }
 
-/// Where the last `count` characters begin, or a little before.
+/// The offset of the last `count` characters, or a smaller one in malformed text.
 std::size_t beginOfTail(std::string_view text, std::size_t count) {
     std::size_t begin = text.size();
     while (begin > 0 && count > 0)
@@ -59,7 +59,7 @@ std::size_t beginOfTail(std::string_view text, std::size_t count) {
     return begin;
 }
 
-/// At most that many characters from the beginning, each of them fit to be seen; the rest stays in `text`.
+/// Takes up to `count` characters from the beginning of `text` and replaces the unseen ones.
 std::string takeSeen(std::string_view &text, std::size_t count) {
     std::string seen;
     for (; count > 0 && !text.empty(); --count) {

@@ -10,16 +10,16 @@
 
 namespace burnwick {
 
-/// A figure of the history as it reads on screen.
+/// A figure of the history with its texts.
 struct StatFigure {
     std::string_view label;
-    std::string value; ///< may hold a model's name, which comes from outside: plain text
+    std::string value; ///< plain text; may contain a model's name, which is untrusted
 
     bool operator==(const StatFigure &) const = default;
 };
 
-/// The twelve figures in the order in which they are shown, six to a row. `sessionCost` is the current
-/// session's, in dollars; ends the program when the history's tokens overflow.
+/// The twelve figures in display order, six to a row. `sessionCost` is the current session's, in dollars.
+/// Ends the program when the sum of the history's tokens overflows.
 [[nodiscard]] std::array<StatFigure, 12> statFigures(const HistoricalData &history, double sessionCost);
 
 } // namespace burnwick

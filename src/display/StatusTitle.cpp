@@ -5,6 +5,9 @@
 #include "display/DisplayFormat.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
 
 namespace burnwick {
 
@@ -14,11 +17,39 @@ constexpr auto regular = TitleSegment::Weight::regular;
 constexpr auto semibold = TitleSegment::Weight::semibold;
 constexpr auto heavy = TitleSegment::Weight::heavy;
 
-bool isLetter(char c) {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+} // namespace
+
+std::string hexOf(const RgbColor &color) {
+    const auto component = [](double value) { return static_cast<unsigned>(std::lround(value * 255)); };
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), "#%02x%02x%02x", component(color.red), component(color.green),
+                  component(color.blue));
+    return text.data();
 }
 
-} // namespace
+RgbColor colorOf(StatusIndicator indicator) noexcept {
+    switch (indicator) {
+    case StatusIndicator::orange:
+        return {0.99, 0.74, 0.18};
+    case StatusIndicator::red:
+        return {1.0, 0.27, 0.23};
+    case StatusIndicator::green:
+        break;
+    }
+    return {0.2, 0.78, 0.35};
+}
+
+std::string_view nameOf(StatusIndicator indicator) noexcept {
+    switch (indicator) {
+    case StatusIndicator::orange:
+        return "orange";
+    case StatusIndicator::red:
+        return "red";
+    case StatusIndicator::green:
+        break;
+    }
+    return "green";
+}
 
 StatusTitle buildStatusTitle(const SessionTokens &tokens, double cost, const std::optional<QuotaData> &quota,
                              StatusIndicator indicator) {
@@ -28,18 +59,14 @@ StatusTitle buildStatusTitle(const SessionTokens &tokens, double cost, const std
     };
 
     const std::string total = tokenCountText(tokens.total());
-    const auto unit = std::find_if(total.begin(), total.end(), isLetter);
-    add(std::string(total.begin(), unit), semibold);
-    if (unit != total.end())
-        add(std::string(unit, total.end()), regular);
+    const std::size_t unit = std::min(total.find_first_of("KM"), total.size());
+    add(total.substr(0, unit), semibold);
+    if (unit < total.size())
+        add(total.substr(unit), regular);
 
     add(" | ", regular, true);
-    std::string costFigure = costText(cost);
-    if (costFigure.starts_with('$')) {
-        add("$", regular);
-        costFigure.erase(0, 1);
-    }
-    add(std::move(costFigure), semibold);
+    add("$", regular);
+    add(costText(cost).substr(1), semibold);
 
     add(" | ", regular, true);
     add("s", semibold, true);

@@ -6,29 +6,48 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace burnwick {
 
-/// One stretch of the status title in one style.
+/// An opaque sRGB colour, components from 0 to 1.
+struct RgbColor {
+    double red = 0;
+    double green = 0;
+    double blue = 0;
+
+    bool operator==(const RgbColor &) const = default;
+};
+
+/// "#rrggbb", for the markup of Pango, HTML and Qt.
+[[nodiscard]] std::string hexOf(const RgbColor &color);
+
+/// The colour of the status dot.
+[[nodiscard]] RgbColor colorOf(StatusIndicator indicator) noexcept;
+
+/// "green", "orange" or "red".
+[[nodiscard]] std::string_view nameOf(StatusIndicator indicator) noexcept;
+
+/// A part of the status title in one style.
 struct TitleSegment {
     enum class Weight { regular, semibold, heavy };
 
     std::string text;
     Weight weight = Weight::regular;
-    bool dimmed = false;           ///< the bar's text colour at dimmedOpacity
+    bool dimmed = false;           ///< in the bar's text colour at dimmedOpacity
     std::optional<RgbColor> color; ///< absent: the bar's own text colour
 
     bool operator==(const TitleSegment &) const = default;
 };
 
-/// The status title, 13 px in every host that lets us choose.
+/// The status title; statusTitlePixelSize high in hosts that let the program choose.
 using StatusTitle = std::vector<TitleSegment>;
 
 inline constexpr double dimmedOpacity = 0.48;
 inline constexpr int statusTitlePixelSize = 13;
 
-/// "1.2M | $4.50 | s67%  ●" in its styles; "s--" while no quota is known.
+/// Returns "1.2M | $4.50 | s67%  ●" in its styles, with "s--" while the quota is unknown.
 [[nodiscard]] StatusTitle buildStatusTitle(const SessionTokens &tokens, double cost,
                                            const std::optional<QuotaData> &quota, StatusIndicator indicator);
 [[nodiscard]] inline StatusTitle buildStatusTitle(const Snapshot &snapshot) {

@@ -83,15 +83,6 @@ LocalDay Calendar::dayOf(Instant instant) const {
     return std::chrono::floor<days>(localTime(instant, *m_zone));
 }
 
-int Calendar::hourOf(Instant instant) const {
-    const LocalTime local = localTime(instant, *m_zone);
-    return static_cast<int>((local - std::chrono::floor<days>(local)) / std::chrono::hours(1));
-}
-
-Instant Calendar::startOf(LocalDay day) const {
-    return toInstant(day, *m_zone);
-}
-
 Instant Calendar::daysBefore(Instant instant, int count) const {
     return toInstant(localTime(instant, *m_zone) - days(count), *m_zone);
 }

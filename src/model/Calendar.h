@@ -28,10 +28,6 @@ public:
 
     /// The day on which the instant falls.
     [[nodiscard]] LocalDay dayOf(Instant instant) const;
-    /// Hour of the day, 0 to 23, by the clock on the wall.
-    [[nodiscard]] int hourOf(Instant instant) const;
-    /// The day's first instant, which is not midnight where the clocks skip it.
-    [[nodiscard]] Instant startOf(LocalDay day) const;
     /// The same time of day that many calendar days earlier. A time that the clocks skip becomes the moment
     /// after the gap, one that occurs twice the first of both.
     [[nodiscard]] Instant daysBefore(Instant instant, int days) const;

@@ -24,7 +24,7 @@ void MinuteTicks::start() {
 void MinuteTicks::waitFor(Instant minute) {
     const auto remaining = std::chrono::ceil<std::chrono::milliseconds>(minute - m_clock.now());
     m_timer = m_scheduler.repeat(remaining, [this, minute] {
-        // By the wall clock it may be too early: that one was put back meanwhile.
+        // The wall clock may have been set back.
         const bool early = m_clock.now() < minute;
         start();
         if (!early)

@@ -13,11 +13,10 @@ class Clock;
 class RepeatingTimer;
 class Scheduler;
 
-/// Calls back at each full minute while it runs, never before it, for texts that tell how long something
-/// takes. Main thread only.
+/// Calls back at each full minute of the wall clock, never before it. Main thread only.
 class MinuteTicks final {
 public:
-    /// Does not start; clock and scheduler must outlive this object.
+    /// Stopped at first. Clock and scheduler must outlive this object.
     MinuteTicks(const Clock &clock, Scheduler &scheduler, std::function<void()> onMinute);
     ~MinuteTicks();
     MinuteTicks(const MinuteTicks &) = delete;

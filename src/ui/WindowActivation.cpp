@@ -8,7 +8,7 @@
 namespace burnwick {
 
 void bringToFront(QWidget &window, const std::string &activationToken) {
-    // Qt reads the token from here when it activates a window, and has no other way to take it.
+    // Qt accepts the token by this variable only.
     constexpr const char *tokenVariable = "XDG_ACTIVATION_TOKEN";
     const bool onWayland = QGuiApplication::platformName() == QLatin1String("wayland");
     const bool hasToken = !activationToken.empty();
@@ -22,7 +22,7 @@ void bringToFront(QWidget &window, const std::string &activationToken) {
     window.raise();
     window.activateWindow();
 
-    // A token is good once, and none of ours is for the programs that we start.
+    // The token is used up, and child processes must not inherit it.
     if (hasToken)
         qunsetenv(tokenVariable);
 }

@@ -8,9 +8,9 @@ class QWidget;
 
 namespace burnwick {
 
-/// Shows the window in front of all others and gives it the keyboard. `activationToken` is the desktop's
-/// permission to do so, used once; without it a Wayland window that is already shown is mapped anew, because
-/// compositors give the focus to new windows only. Main thread.
+/// Shows the window in front of all others and activates it. `activationToken` is the desktop's permission
+/// and valid once; without it a visible Wayland window is hidden and shown again, because compositors focus
+/// new windows only. Main thread only.
 void bringToFront(QWidget &window, const std::string &activationToken);
 
 } // namespace burnwick

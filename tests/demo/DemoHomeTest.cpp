@@ -12,9 +12,8 @@
 
 #include <gtest/gtest.h>
 
-#include <QDateTime>
-
 #include <algorithm>
+#include <ranges>
 
 namespace burnwick {
 namespace {
@@ -22,7 +21,7 @@ namespace {
 using namespace std::chrono_literals;
 using test::filesIn;
 
-TEST(DemoHomeTest, IsTheSameForTheSameInstantAndWrittenUpToIt) {
+TEST(DemoHomeTest, LogsAreTheSameForTheSameInstantAndEndThere) {
     const Instant now = std::chrono::sys_days(std::chrono::June / 11 / 2025) + 15h + 30min;
     const Calendar calendar = Calendar::inZone("Europe/Berlin");
     const test::LogHome first;
@@ -31,15 +30,13 @@ TEST(DemoHomeTest, IsTheSameForTheSameInstantAndWrittenUpToIt) {
     demo::addLogs(second, now, calendar);
     const auto files = filesIn(first.path());
     EXPECT_EQ(files, filesIn(second.path()));
-    std::filesystem::file_time_type newest = std::filesystem::file_time_type::min();
-    for (const auto &[path, file] : files)
-        newest = std::max(newest, file.first);
+    const auto newest = std::ranges::max(files | std::views::values | std::views::keys);
     const auto age = now - std::chrono::file_clock::to_sys(newest);
     EXPECT_GE(age, 0s);
     EXPECT_LT(age, 2min);
 }
 
-TEST(DemoHomeTest, IsReadByTheReportAlongWithTheServices) {
+TEST(DemoHomeTest, TheReportReadsItAndTheServices) {
     const SystemClock clock;
     const test::LogHome home;
     test::ScriptedServer services;
@@ -62,14 +59,9 @@ TEST(DemoHomeTest, IsReadByTheReportAlongWithTheServices) {
         "claudeStatus": [{"status": "operational"}, {"status": "degraded"}],
         "history": {"modelStats": [{}, {}, {}]}
     })");
-    const QJsonValue history = figures[QStringLiteral("history")];
-    EXPECT_GT(history[QStringLiteral("sessionCount")].toInt(), 60);
-    EXPECT_GT(history[QStringLiteral("activeDays")].toInt(), 30);
-    EXPECT_GT(history[QStringLiteral("longestStreak")].toInt(), 4);
+    EXPECT_GT(figures[QStringLiteral("history")][QStringLiteral("activeDays")].toInt(), 30);
     EXPECT_GT(figures[QStringLiteral("session")][QStringLiteral("burnRateTokensPerMin")].toDouble(), 50);
-    const QString reset = figures[QStringLiteral("quota")][QStringLiteral("fiveHourResetAt")].toString();
-    EXPECT_EQ(QDateTime::currentDateTimeUtc().secsTo(QDateTime::fromString(reset, Qt::ISODate)) / 60, 125);
-    EXPECT_EQ(services.requestsFor("/api/oauth/token").size(), 0U) << "the login does not expire";
+    EXPECT_EQ(services.requestsFor("/api/oauth/token").size(), 0U) << "the login expired";
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
+#include "display/StatusTitle.h"
 #include "e2e/AccountFixture.h"
-#include "model/StatusIndicator.h"
 #include "support/XfcePanel.h"
 
 #include <cmath>

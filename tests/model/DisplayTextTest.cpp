@@ -11,7 +11,7 @@
 namespace burnwick {
 namespace {
 
-TEST(DisplayText, IsOneLineOfWhatCanBeSeen) {
+TEST(DisplayText, IsOneLineWithoutUnseenCharacters) {
     for (const auto &hostile : test::hostileTexts())
         EXPECT_EQ(displayText(hostile.text), hostile.shown) << hostile.what;
     for (const char *name : {"", "claude-opus-4-5", "模型 é e\u0301 😀", "עברית", "\uFFFD"})
@@ -25,14 +25,14 @@ TEST(DisplayText, AgreesWithUnicodeOnEveryCharacter) {
         const QChar::Category category = QChar::category(character);
         const bool unseen = category == QChar::Other_Control || category == QChar::Other_Format ||
                             category == QChar::Separator_Line || category == QChar::Separator_Paragraph;
-        // Another edition of Unicode may know more of them.
+        // Later editions of Unicode may assign more of them.
         if (category != QChar::Other_NotAssigned && category != QChar::Mark_NonSpacing) {
             EXPECT_EQ(isUnseen(character), unseen) << std::hex << static_cast<std::uint32_t>(character);
         }
     }
 }
 
-TEST(DisplayText, IsCutInTheMiddleAndNeverWithinACharacter) {
+TEST(DisplayText, ALongTextLosesItsMiddleInWholeCharacters) {
     const struct {
         const char *text;
         std::size_t longest;

@@ -17,63 +17,55 @@ using namespace std::chrono_literals;
 QuotaData quotaAt(double pct) {
     QuotaData quota;
     quota.fiveHourUsagePct = pct;
+    quota.sevenDayUsagePct = 99;
     return quota;
 }
 
-/// Each first text is the second one.
-void expectTexts(std::initializer_list<std::pair<std::string, const char *>> rows) {
+TEST(Figures, HaveTheirTexts) {
+    const Instant now = std::chrono::sys_days(std::chrono::year(2025) / 6 / 1);
+    const auto remaining = [now](std::chrono::nanoseconds left) {
+        return timeRemainingText(now + left, now);
+    };
+    const std::pair<std::string, const char *> rows[] = {
+        {tokenCountText(0), "0"},
+        {tokenCountText(999), "999"},
+        {tokenCountText(1'000), "1.0K"},
+        {tokenCountText(999'999), "1000.0K"},
+        {tokenCountText(1'000'000), "1.0M"},
+        {tokenCountText(2'545'300'000), "2545.3M"},
+        {costText(0), "$0.00"},
+        {costText(0.004), "$0.0040"},
+        {costText(0.01), "$0.01"},
+        {costText(1234567.346), "$1234567.35"},
+        {burnRateText(0), "0 tokens/min"},
+        {burnRateText(999.6), "1000 tokens/min"},
+        {burnRateText(1000), "1.0K tokens/min"},
+        {remaining(-1s), "Now"},
+        {remaining(0s), "Now"},
+        {remaining(1ns), "0m"},
+        {remaining(1h - 1ns), "59m"},
+        {remaining(1h), "1h 0m"},
+        {remaining(48h - 1s), "47h 59m"},
+        {remaining(48h), "2d 0h"},
+        {remaining(49h + 59min), "2d 1h"},
+        {resetText(std::nullopt, now), ""},
+        {resetText(now, now), "resets now"},
+        {resetText(now + 1h, now), "resets in 1h 0m"},
+        {peakHourText(std::nullopt), "--"},
+        {peakHourText(0), "12 AM"},
+        {peakHourText(11), "11 AM"},
+        {peakHourText(12), "12 PM"},
+        {peakHourText(23), "11 PM"},
+        {modelFamilyName("claude-opus-4"), "Opus"},
+        {modelFamilyName("claude-3-5-sonnet-latest"), "Sonnet"},
+        {modelFamilyName("claude-haiku-4-5"), "Haiku"},
+        {modelFamilyName("opus-sonnet"), "Sonnet"},
+        {modelFamilyName("a/b/model-x"), "model-x"},
+        {modelFamilyName("Claude Opus"), "Claude Opus"},
+        {modelFamilyName("vendor/"), ""},
+    };
     for (const auto &[text, expected] : rows)
         EXPECT_EQ(text, expected);
-}
-
-TEST(Figures, TokenCounts) {
-    expectTexts({{tokenCountText(0), "0"},
-                 {tokenCountText(999), "999"},
-                 {tokenCountText(1'000), "1.0K"},
-                 {tokenCountText(999'999), "1000.0K"},
-                 {tokenCountText(1'000'000), "1.0M"},
-                 {tokenCountText(2'545'300'000), "2545.3M"}});
-}
-
-TEST(Figures, CostsAndBurnRates) {
-    expectTexts({{costText(0), "$0.00"},
-                 {costText(0.004), "$0.0040"},
-                 {costText(0.01), "$0.01"},
-                 {costText(1234567.346), "$1234567.35"},
-                 {burnRateText(0), "0 tokens/min"},
-                 {burnRateText(999.6), "1000 tokens/min"},
-                 {burnRateText(1000), "1.0K tokens/min"}});
-}
-
-TEST(Figures, TimeRemaining) {
-    const Instant now = std::chrono::sys_days(std::chrono::year(2025) / 6 / 1);
-    const auto text = [now](std::chrono::nanoseconds left) { return timeRemainingText(now + left, now); };
-    expectTexts({{text(-1s), "Now"},
-                 {text(0s), "Now"},
-                 {text(1ns), "0m"},
-                 {text(1h - 1ns), "59m"},
-                 {text(1h), "1h 0m"},
-                 {text(48h - 1s), "47h 59m"},
-                 {text(48h), "2d 0h"},
-                 {text(49h + 59min), "2d 1h"}});
-}
-
-TEST(Figures, PeakHours) {
-    expectTexts({{peakHourText(std::nullopt), "--"},
-                 {peakHourText(0), "12 AM"},
-                 {peakHourText(11), "11 AM"},
-                 {peakHourText(12), "12 PM"},
-                 {peakHourText(23), "11 PM"}});
-}
-
-TEST(Figures, ModelFamilies) {
-    expectTexts({{modelFamilyName("claude-opus-4"), "Opus"},
-                 {modelFamilyName("claude-3-5-sonnet-latest"), "Sonnet"},
-                 {modelFamilyName("claude-haiku-4-5"), "Haiku"},
-                 {modelFamilyName("opus-sonnet"), "Sonnet"},
-                 {modelFamilyName("a/b/model-x"), "model-x"},
-                 {modelFamilyName("Claude Opus"), "Claude Opus"},
-                 {modelFamilyName("vendor/"), ""}});
 }
 
 TEST(Figures, CacheEfficiency) {
@@ -96,11 +88,8 @@ TEST(StatusIndicatorTest, ChangesAt41And81Percent) {
     EXPECT_EQ(statusIndicatorFor(std::nullopt), StatusIndicator::green);
     using enum StatusIndicator;
     for (const auto &[pct, indicator] :
-         {std::pair(40.999, green), {41.0, orange}, {80.999, orange}, {81.0, red}}) {
-        QuotaData quota = quotaAt(pct);
-        quota.sevenDayUsagePct = 99;
-        EXPECT_EQ(statusIndicatorFor(quota), indicator) << pct;
-    }
+         {std::pair(40.999, green), {41.0, orange}, {80.999, orange}, {81.0, red}})
+        EXPECT_EQ(statusIndicatorFor(quotaAt(pct)), indicator) << pct;
 }
 
 TEST(StatusTitle, StylesEverySegment) {

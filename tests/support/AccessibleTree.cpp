@@ -106,7 +106,7 @@ bool AccessibleTree::visit(
     const std::function<bool(const AccessibleReference &, const QString &)> &visitor) const {
     for (const AccessibleReference &child : childrenOf(object)) {
         const quint64 states = statesOf(child);
-        // An application is never shown itself.
+        // Applications never have the state.
         const bool isApplication = object.service == registryRoot.service;
         if (!isApplication && (states & showingState) == 0)
             continue;

@@ -15,14 +15,14 @@
 
 namespace burnwick::test {
 
-/// Where an object of a program is found on the bus of assistive technology.
+/// An object's address on the accessibility bus.
 struct AccessibleReference {
     QString service;
     QDBusObjectPath path;
 };
 
-/// What a user of assistive technology finds in the programs of its session that were started with
-/// QT_LINUX_ACCESSIBILITY_ALWAYS_ON, through the desktop's own accessibility bus and registry.
+/// The accessible objects of the programs in a private session, through the desktop's real accessibility bus
+/// and registry. The programs need QT_LINUX_ACCESSIBILITY_ALWAYS_ON.
 class AccessibleTree {
 public:
     AccessibleTree();
@@ -32,13 +32,13 @@ public:
 
     /// False when the buses did not start.
     [[nodiscard]] bool isReady() const { return m_connection.isConnected(); }
-    /// Where programs find the accessibility bus. For a session of its own: programs are only found there.
+    /// The session bus that programs need for the accessibility bus.
     [[nodiscard]] const PrivateBus &sessionBus() const { return *m_session; }
 
-    /// The objects that can be seen, each as its role and its name: "push button: Reconnect". Those that are
-    /// checked end with " [checked]". In reading order; those without a name are left out.
+    /// The visible objects with a name in reading order, as "role: name": "push button: Reconnect". Checked
+    /// ones end with " [checked]".
     [[nodiscard]] QStringList objects() const;
-    /// Does what a press on the object of that role and name does; false when there is none.
+    /// Runs the first action of the visible object "role: name"; false without such an object.
     [[nodiscard]] bool press(const QString &object) const;
 
 private:
@@ -47,7 +47,7 @@ private:
     [[nodiscard]] std::vector<AccessibleReference> childrenOf(const AccessibleReference &object) const;
     [[nodiscard]] QString describe(const AccessibleReference &object, quint64 states) const;
     [[nodiscard]] quint64 statesOf(const AccessibleReference &object) const;
-    /// Visits what can be seen below the object until a visitor says that it has found what it sought.
+    /// Visits the visible objects below the object until a visitor returns true.
     bool visit(const AccessibleReference &object,
                const std::function<bool(const AccessibleReference &, const QString &)> &visitor) const;
 

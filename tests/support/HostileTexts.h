@@ -19,12 +19,12 @@ struct HostileText {
     }
 };
 
-/// What a model, a component or a version may be named by somebody who means ill.
+/// Names of models, components and versions that an attacker may choose.
 inline const std::vector<HostileText> &hostileTexts() {
     using namespace std::string_literals;
     static const std::vector<HostileText> texts{
         {"markup", "<b>&amp;</b><img src=x>&lt;", "<b>&amp;</b><img src=x>&lt;"},
-        {"a closing of ours", "</p></span>\"'/>", "</p></span>\"'/>"},
+        {"closing tags", "</p></span>\"'/>", "</p></span>\"'/>"},
         {"placeholders and accelerators", "%1 & %2 &x %n", "%1 & %2 &x %n"},
         {"lines", "one\ntwo\r\t\v\f\u2028\u2029\u0085.",
          "one\uFFFDtwo\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD."},
@@ -32,11 +32,11 @@ inline const std::vector<HostileText> &hostileTexts() {
         {"escape sequences", "\033]0;own\a\u009b2J\x7f", "\uFFFD]0;own\uFFFD\uFFFD2J\uFFFD"},
         {"direction of writing", "\u202egnp\u202c\u2066x\u2069\u200f\u061c",
          "\uFFFDgnp\uFFFD\uFFFDx\uFFFD\uFFFD\uFFFD"},
-        {"what is not seen", "a\u200b\u00ad\ufeff\u2060\U000e0041b", "a\uFFFD\uFFFD\uFFFD\uFFFD\uFFFDb"},
-        {"bytes", "\xff\xc0\x80\xed\xa0\x80\xf4\x90\x80\x80\xe2\x82", // no part of UTF-8
+        {"invisible characters", "a\u200b\u00ad\ufeff\u2060\U000e0041b", "a\uFFFD\uFFFD\uFFFD\uFFFD\uFFFDb"},
+        {"malformed UTF-8", "\xff\xc0\x80\xed\xa0\x80\xf4\x90\x80\x80\xe2\x82",
          "\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD", false},
         {"a megabyte", std::string(1 << 20, 'w'), std::string(200, 'w') + "…" + std::string(199, 'w')},
-        {"a megabyte of commands", std::string(1 << 20, '\033'),
+        {"a megabyte of controls", std::string(1 << 20, '\033'),
          [] {
              std::string marks;
              for (int i = 0; i < 399; ++i)
@@ -47,7 +47,7 @@ inline const std::vector<HostileText> &hostileTexts() {
     return texts;
 }
 
-/// Whether the text holds a control or a character that hides or reorders others.
+/// Whether the text contains a control, or one of the characters above that hide or reorder others.
 inline bool hasControls(const std::string &text) {
     for (const char *part : {"\u202e", "\u2066", "\u200b", "\u009b", "\u2028", "\U000e0041"}) {
         if (text.find(part) != std::string::npos)

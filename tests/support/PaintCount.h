@@ -10,10 +10,10 @@
 
 namespace burnwick::test {
 
-/// Counts how often a widget and what it contains are painted from now on.
+/// Counts the paint events of a widget and its children from its construction on.
 class PaintCount final : public QObject {
 public:
-    /// Shows the widget's window first, if it is not shown yet.
+    /// Shows the widget's window.
     explicit PaintCount(QWidget &widget) {
         widget.window()->show();
         settle();

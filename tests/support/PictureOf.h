@@ -9,7 +9,7 @@
 
 namespace burnwick::test {
 
-/// What the widget looks like on a card, on a screen of that scale.
+/// Renders the widget on a card, at that device pixel ratio.
 inline QImage pictureOf(QWidget &widget, double scale = 1) {
     QImage picture(widget.size() * scale, QImage::Format_RGB32);
     picture.setDevicePixelRatio(scale);

@@ -11,7 +11,7 @@
 
 namespace burnwick::test {
 
-/// One of the screens of QtTestMain.cpp; throws when there is none of that name.
+/// Returns that screen of QtTestMain.cpp; throws for an unknown name.
 inline QScreen &screenNamed(std::string_view name) {
     for (QScreen *screen : QGuiApplication::screens()) {
         if (screen->name().toStdString() == name)
@@ -20,7 +20,7 @@ inline QScreen &screenNamed(std::string_view name) {
     throw std::logic_error("no such screen");
 }
 
-/// Has the window appear there.
+/// Moves a hidden window to the screen.
 inline void moveTo(QScreen &screen, QWidget &window) {
     window.setScreen(&screen);
     window.move(screen.geometry().topLeft());

@@ -10,10 +10,11 @@
 
 #include <functional>
 #include <stdexcept>
+#include <string>
 
 namespace burnwick::test {
 
-/// Calls back with all that assistive technology finds visible in the window, in reading order; until false.
+/// Visits the visible objects of the accessible tree in reading order until a visit returns false.
 inline bool visitAccessible(QAccessibleInterface *object,
                             const std::function<bool(QAccessibleInterface &)> &visit) {
     if (object == nullptr || object->state().invisible)
@@ -26,27 +27,21 @@ inline bool visitAccessible(QAccessibleInterface *object,
     return true;
 }
 
-inline QStringList namesIn(QWidget &window) {
-    QStringList names;
-    visitAccessible(QAccessible::queryAccessibleInterface(&window), [&names](QAccessibleInterface &object) {
-        names << object.text(QAccessible::Name);
+/// The texts of that kind of all visible objects.
+inline QStringList textsIn(QWidget &window, QAccessible::Text kind) {
+    QStringList texts;
+    visitAccessible(QAccessible::queryAccessibleInterface(&window), [&](QAccessibleInterface &object) {
+        texts << object.text(kind);
         return true;
     });
-    return names;
+    return texts;
 }
 
-/// What assistive technology says about the controls, beside their names.
-inline QStringList descriptionsIn(QWidget &window) {
-    QStringList descriptions;
-    visitAccessible(QAccessible::queryAccessibleInterface(&window),
-                    [&descriptions](QAccessibleInterface &object) {
-                        descriptions << object.text(QAccessible::Description);
-                        return true;
-                    });
-    return descriptions;
+inline QStringList namesIn(QWidget &window) {
+    return textsIn(window, QAccessible::Name);
 }
 
-/// The names that screen readers pass over, because what bears them only lays others out.
+/// The names that screen readers skip, because the role of their object is unset.
 inline QStringList namesWithoutRole(QWidget &window) {
     QStringList names;
     visitAccessible(QAccessible::queryAccessibleInterface(&window), [&names](QAccessibleInterface &object) {
@@ -57,22 +52,22 @@ inline QStringList namesWithoutRole(QWidget &window) {
     return names;
 }
 
-/// The first one of that role and name; none when nothing of the kind is visible.
-inline QAccessibleInterface *findIn(QWidget &window, QAccessible::Role role, const QString &name) {
+/// The first visible object of that role and name, or null.
+inline QAccessibleInterface *findIn(QWidget &window, QAccessible::Role role, const char *name) {
     QAccessibleInterface *found = nullptr;
     visitAccessible(QAccessible::queryAccessibleInterface(&window), [&](QAccessibleInterface &object) {
-        if (object.role() == role && object.text(QAccessible::Name) == name)
+        if (object.role() == role && object.text(QAccessible::Name) == QString::fromUtf8(name))
             found = &object;
         return found == nullptr;
     });
     return found;
 }
 
-/// Does what a click on it would; throws when nothing of the kind is visible.
-inline void press(QWidget &window, QAccessible::Role role, const QString &name) {
+/// Runs the object's first action, as assistive technology does; throws without such a visible object.
+inline void press(QWidget &window, QAccessible::Role role, const char *name) {
     QAccessibleInterface *object = findIn(window, role, name);
     if (object == nullptr)
-        throw std::logic_error("no such control: " + name.toStdString());
+        throw std::logic_error(std::string("no such control: ") + name);
     const QString action = object->actionInterface()->actionNames().first();
     QSignalSpy clicked(qobject_cast<QAbstractButton *>(object->object()), &QAbstractButton::clicked);
     object->actionInterface()->doAction(action);

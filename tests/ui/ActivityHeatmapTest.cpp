@@ -5,7 +5,6 @@
 #include "ui/charts/ActivityHeatmapView.h"
 #include "ui/theme/TextStyle.h"
 #include "ui/theme/ThemeColors.h"
-#include "ui/theme/ThemePalette.h"
 
 #include <gtest/gtest.h>
 
@@ -30,7 +29,7 @@ constexpr LocalDay dayOf(int year, unsigned month, unsigned day) {
 }
 
 constexpr LocalDay today = dayOf(2025, 11, 21);
-constexpr HeatmapMeasures measures{11, 3, 52};
+constexpr HeatmapMeasures measures{.cellSize = 11, .gap = 3, .weeks = 52};
 
 HeatmapLayout layoutOf(const DailyActivity &activity, LocalDay last = today) {
     return layoutHeatmap(activity, last, measures, QFontMetricsF(fontOf(TextStyle::small)));
@@ -45,17 +44,16 @@ TEST(HeatLevelTest, ABoundaryBelongsToTheLighterColour) {
 }
 
 TEST(HeatmapLayoutTest, ColumnsAreRunsOfSevenDaysThatEndToday) {
-    struct Case {
+    const struct {
         LocalDay last;
-        int column;
-        int row;
+        int column, row;
         LocalDay day;
-    };
-    // The clocks change on 2025-03-30 and 2025-10-26 in Europe; 2024 has a 29th of February.
-    for (const Case &row : {Case{today, 51, 6, today}, Case{today, 51, 0, dayOf(2025, 11, 15)},
-                            Case{today, 50, 6, dayOf(2025, 11, 14)}, Case{today, 0, 0, dayOf(2024, 11, 23)},
-                            Case{today, 47, 6, dayOf(2025, 10, 24)}, Case{today, 17, 6, dayOf(2025, 3, 28)},
-                            Case{dayOf(2024, 3, 1), 51, 5, dayOf(2024, 2, 29)}}) {
+    } rows[] = {{today, 51, 6, today},
+                {today, 51, 0, dayOf(2025, 11, 15)},
+                {today, 50, 6, dayOf(2025, 11, 14)},
+                {today, 0, 0, dayOf(2024, 11, 23)},
+                {dayOf(2024, 3, 1), 51, 5, dayOf(2024, 2, 29)}};
+    for (const auto &row : rows) {
         const HeatmapLayout layout = layoutOf({}, row.last);
         ASSERT_EQ(layout.cells.size(), 364U);
         const auto &cell = layout.cells[static_cast<std::size_t>(row.column * 7 + row.row)];
@@ -65,7 +63,7 @@ TEST(HeatmapLayoutTest, ColumnsAreRunsOfSevenDaysThatEndToday) {
     }
 }
 
-TEST(HeatmapLayoutTest, TheMostIsThatOfTheWholeHistory) {
+TEST(HeatmapLayoutTest, LevelsRelateToTheMaximumOfTheWholeHistory) {
     const HeatmapLayout layout =
         layoutOf({{today - 500 * days(1), 1000}, {today, 300}, {today - 1 * days(1), 0}});
     EXPECT_EQ(layout.cells.back().level, 2);
@@ -73,7 +71,7 @@ TEST(HeatmapLayoutTest, TheMostIsThatOfTheWholeHistory) {
     EXPECT_EQ(layout.cells[362].level, 0);
 }
 
-TEST(HeatmapLayoutTest, EveryPointOfTheGridHasItsDay) {
+TEST(HeatmapLayoutTest, EachPointOfTheGridHasItsDay) {
     const HeatmapLayout layout = layoutOf({});
     const double top = layout.cells[0].rect.top();
     for (const QPointF &beside : {QPointF(5, top - 3), {5, top + 98}, {-2, top + 5}, {728, top + 5}})
@@ -106,86 +104,89 @@ TEST(HeatmapLayoutTest, MonthsStandAboveTheirFirstDayInsideTheGrid) {
     }
 }
 
-TEST(ActivityHeatmapViewTest, TodaysCellHasItsColourInBothSchemes) {
-    for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
-        ActivityHeatmapView view(11, 3, 52);
-        view.setPalette(paletteOf(scheme));
-        view.setActivity({{today, 1}}, today);
-        const QImage image = pictureOf(view);
-        const auto at = [&](int x, int y) { return image.pixelColor(view.width() - x, view.height() - y); };
-        EXPECT_EQ(at(5, 5), colorsOf(scheme).heat.back());
-        const QColor yesterday = at(5, 19);
-        EXPECT_NE(yesterday, at(5, 5));
-        EXPECT_NE(yesterday, colorsOf(scheme).card) << "an empty day is seen";
-        EXPECT_EQ(at(12, 5), colorsOf(scheme).card) << "the gap";
-    }
+class ActivityHeatmapViewTest : public testing::Test {
+protected:
+    ActivityHeatmapViewTest() { m_view.setPalette(paletteOf(ColorScheme::dark)); }
+
+    ActivityHeatmapView m_view{measures};
+};
+
+TEST_F(ActivityHeatmapViewTest, CellsHaveTheirLevelsColours) {
+    m_view.setActivity({{today, 1}}, today);
+    const QImage image = pictureOf(m_view);
+    const auto at = [&](int x, int y) { return image.pixelColor(m_view.width() - x, m_view.height() - y); };
+    const ThemeColors &colors = colorsOf(ColorScheme::dark);
+    EXPECT_EQ(at(5, 5), colors.heat.back());
+    const QColor yesterday = at(5, 19);
+    EXPECT_NE(yesterday, at(5, 5));
+    EXPECT_NE(yesterday, colors.card) << "an empty day is invisible";
+    EXPECT_EQ(at(12, 5), colors.card) << "the gap";
 }
 
-TEST(ActivityHeatmapViewTest, CellsAreSharpWhereverTheyStand) {
+TEST_F(ActivityHeatmapViewTest, CellsAreSharpAtEachScaleAndPosition) {
     QWidget window;
-    window.setPalette(paletteOf(ColorScheme::light));
-    ActivityHeatmapView view(11, 3, 52, &window);
-    view.move(1, 1);
-    view.setActivity({}, today);
-    window.resize(view.size() + QSize(2, 2));
+    m_view.setParent(&window);
+    m_view.move(1, 1);
+    m_view.setActivity({}, today);
+    window.resize(m_view.size() + QSize(2, 2));
     for (const double scale : {1.0, 1.25, 1.5, 2.0}) {
         const QImage image = pictureOf(window, scale);
+        const int middle = qRound((1 + 5.5) * scale); // of the first column, and of the last row from below
         std::set<QRgb> down;
         for (int y = qRound(30 * scale); y < image.height(); ++y)
-            down.insert(image.pixel(qRound((1 + 5.5) * scale), y));
+            down.insert(image.pixel(middle, y));
         std::set<QRgb> across;
         for (int x = 0; x < image.width(); ++x)
-            across.insert(image.pixel(x, image.height() - qRound((1 + 5.5) * scale)));
+            across.insert(image.pixel(x, image.height() - middle));
         EXPECT_EQ(down.size(), 2U) << "cells and ground, at scale " << scale;
         EXPECT_EQ(across, down) << "at scale " << scale;
     }
+    m_view.setParent(nullptr);
 }
 
-TEST(ActivityHeatmapViewTest, DescribesItselfInASentence) {
-    ActivityHeatmapView view(11, 3, 52);
-    const auto sentenceFor = [&](const DailyActivity &activity) {
-        view.setActivity(activity, today);
-        return view.accessibleName().toStdString();
+TEST_F(ActivityHeatmapViewTest, ItsAccessibleNameSumsUpTheVisibleDays) {
+    const auto nameFor = [this](const DailyActivity &activity) {
+        m_view.setActivity(activity, today);
+        return m_view.accessibleName().toStdString();
     };
     const std::string start = "Activity of the last 52 weeks: ";
-    EXPECT_EQ(sentenceFor({{today, 0}}), start + "no tokens");
-    EXPECT_EQ(sentenceFor({{today, 1}}), start + "1 active day, most on Nov 21 with 1 token");
-    EXPECT_EQ(sentenceFor({{today - 400 * days(1), 99'000'000}, // not on the grid
-                           {today - 10 * days(1), 52'300'000},
-                           {today - 2 * days(1), 0},
-                           {today, 7}}),
+    EXPECT_EQ(nameFor({{today, 0}}), start + "no tokens");
+    EXPECT_EQ(nameFor({{today, 1}}), start + "1 active day, most on Nov 21 with 1 token");
+    EXPECT_EQ(nameFor({{today - 400 * days(1), 99'000'000}, // before the grid
+                       {today - 10 * days(1), 52'300'000},
+                       {today - 2 * days(1), 0},
+                       {today, 7}}),
               start + "3 active days, most on Nov 11 with 52.3M tokens");
-    QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(&view);
-    ASSERT_NE(accessible, nullptr);
-    EXPECT_EQ(accessible->role(), QAccessible::Chart);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&m_view)->role(), QAccessible::Chart);
 }
 
-TEST(ActivityHeatmapViewTest, TheDayUnderThePointerSaysItsTokens) {
-    ActivityHeatmapView view(11, 3, 52);
-    view.setActivity({{today, 1'200'000}}, today);
-    test::PaintCount paints(view);
-    const QPoint todaysCell(view.width() - 5, view.height() - 5);
-    QTest::mouseMove(&view, todaysCell);
+TEST_F(ActivityHeatmapViewTest, TheDayUnderThePointerHasAnOutlineAndAToolTip) {
+    m_view.setActivity({{today, 1'200'000}}, today);
+    test::PaintCount paints(m_view);
+    const QPoint todaysCell(m_view.width() - 5, m_view.height() - 5);
+    const QPoint edge(m_view.width() - 6, m_view.height() - 11);
+    const auto hasOutline = [&](const QPoint &place) {
+        return pictureOf(m_view).pixelColor(place) == colorsFor(m_view).text;
+    };
+    QTest::mouseMove(&m_view, todaysCell);
     EXPECT_EQ(QToolTip::text(), QStringLiteral("Nov 21: 1.2M tokens"));
     EXPECT_EQ(paints.take(), 1);
-    const QColor outline = colorsFor(view).text;
-    const QPoint edge(view.width() - 6, view.height() - 11);
-    EXPECT_EQ(pictureOf(view).pixelColor(edge), outline);
-    paints.take(); // for the picture
+    EXPECT_TRUE(hasOutline(edge));
+    paints.take(); // of the picture
 
-    QTest::mouseMove(&view, todaysCell - QPoint(2, 2));
-    EXPECT_EQ(paints.take(), 0) << "the same day";
-    view.setActivity({{today, 1'300'000}}, today);
+    QTest::mouseMove(&m_view, todaysCell - QPoint(2, 2));
+    EXPECT_EQ(paints.take(), 0) << "for the same day";
+    m_view.setActivity({{today, 1'300'000}}, today);
     EXPECT_EQ(QToolTip::text(), QStringLiteral("Nov 21: 1.3M tokens"));
 
-    QTest::mouseMove(&view, todaysCell - QPoint(0, 14));
+    QTest::mouseMove(&m_view, todaysCell - QPoint(0, 14));
     EXPECT_EQ(QToolTip::text(), QStringLiteral("Nov 20: no tokens"));
-    EXPECT_NE(pictureOf(view).pixelColor(edge), outline);
-    EXPECT_EQ(pictureOf(view).pixelColor(edge - QPoint(0, 14)), outline);
+    EXPECT_FALSE(hasOutline(edge));
+    EXPECT_TRUE(hasOutline(edge - QPoint(0, 14)));
 
-    view.setActivity({{today, 1'300'000}}, today, today);
+    m_view.setActivity({{today, 1'300'000}}, today, today);
     EXPECT_EQ(QToolTip::text(), QStringLiteral("Nov 20: before the chosen period"));
-    EXPECT_EQ(view.accessibleName(),
+    EXPECT_EQ(m_view.accessibleName(),
               QStringLiteral("Activity since Nov 21: 1 active day, most on Nov 21 with 1.3M tokens"));
 }
 

@@ -8,7 +8,6 @@
 #include "ui/dashboard/ActivityTabs.h"
 #include "ui/dashboard/ModelStatRowView.h"
 #include "ui/theme/ThemeColors.h"
-#include "ui/theme/ThemePalette.h"
 
 #include <gtest/gtest.h>
 
@@ -32,7 +31,7 @@ int filledWidth(UsageBar &bar, const QColor &color) {
     return filled;
 }
 
-TEST(UsageBarTest, ShowsTheShareAndAtLeastADotAboveZero) {
+TEST(UsageBarTest, FillsTheShareAndAtLeastADotAboveZero) {
     UsageBar bar;
     bar.setPalette(paletteOf(ColorScheme::light));
     bar.resize(200, 6);
@@ -46,7 +45,7 @@ TEST(UsageBarTest, ShowsTheShareAndAtLeastADotAboveZero) {
     EXPECT_NEAR(filledWidth(bar, colorsOf(ColorScheme::light).good), 200, 2);
 }
 
-TEST(ModelStatRowViewTest, ShowsAModelAndFollowsItInPlace) {
+TEST(ModelStatRowViewTest, ShowsItsTextsAndChangesThemInPlace) {
     ModelStatRowView row;
     row.setStat({"claude-opus-4-1", 22'712'345, 8'500'000, 29.6});
     row.setPalette(paletteOf(ColorScheme::dark));
@@ -68,7 +67,7 @@ TEST(ModelStatRowViewTest, ShowsAModelAndFollowsItInPlace) {
                                   QStringLiteral("999 in · 1.0K out")}));
 }
 
-TEST(ModelStatRowViewTest, ALongNameTakesNoRoomFromTheShare) {
+TEST(ModelStatRowViewTest, ALongNameIsElidedAndTheShareIsNot) {
     ModelStatRowView row;
     row.setStat({std::string(300, 'w'), 1, 2, 50});
     row.resize(400, row.sizeHint().height());
@@ -79,52 +78,33 @@ TEST(ModelStatRowViewTest, ALongNameTakesNoRoomFromTheShare) {
     EXPECT_LE(share->geometry().right(), 400);
 }
 
-/// Whether giving the values again is no reason to paint, and giving others is.
+/// `give` sets values that depend on the number.
 template <typename View>
-void expectPaintsOnlyFor(View &view, const std::function<void()> &give,
-                         const std::function<void()> &giveOthers) {
-    give();
+void expectPaintsOnlyForOtherValues(View &view, const std::function<void(int)> &give) {
+    give(1);
     test::PaintCount paints(view);
-    give();
+    give(1);
     EXPECT_EQ(paints.take(), 0) << view.metaObject()->className();
-    giveOthers();
+    give(2);
     EXPECT_GT(paints.take(), 0) << view.metaObject()->className();
 }
 
-TEST(RepaintTest, IsOnlyForWhatLooksDifferent) {
+TEST(RepaintTest, OnlyOtherValuesArePainted) {
     constexpr LocalDay today(std::chrono::year(2025) / 11 / 21);
+    const auto day = [&](int number) { return today + std::chrono::days(number); };
     UsageBar bar;
-    expectPaintsOnlyFor(
-        bar, [&] { bar.setShare(100); }, [&] { bar.setShare(99); });
-    expectPaintsOnlyFor(
-        bar, [&] { bar.setShare(120); }, [&] { bar.setColor(&ThemeColors::over); });
+    expectPaintsOnlyForOtherValues(bar, [&](int n) { bar.setShare(n == 1 ? 120 : 99); });
+    expectPaintsOnlyForOtherValues(
+        bar, [&](int n) { bar.setColor(n == 1 ? &ThemeColors::good : &ThemeColors::over); });
     ModelStatRowView row;
-    expectPaintsOnlyFor(
-        row,
-        [&] {
-            row.setStat({"a", 1, 2, 3});
-        },
-        [&] {
-            row.setStat({"a", 1, 2, 4});
-        });
-    ActivityHeatmapView map(11, 3, 52);
-    const auto showOn = [&](LocalDay last) { map.setActivity({{today, 5}}, last); };
-    expectPaintsOnlyFor(
-        map, [&] { showOn(today); },
-        [&] {
-            map.setActivity({{today, 6}}, today);
-        });
-    expectPaintsOnlyFor(
-        map, [&] { showOn(today); }, [&] { showOn(today + std::chrono::days(1)); });
+    expectPaintsOnlyForOtherValues(row, [&](int n) { row.setStat(ModelStat{"a", 1, 2, 3.0 * n}); });
+    ActivityHeatmapView map({.cellSize = 11, .gap = 3, .weeks = 52});
+    expectPaintsOnlyForOtherValues(map, [&](int n) { map.setActivity(DailyActivity{{today, n}}, today); });
+    expectPaintsOnlyForOtherValues(map, [&](int n) { map.setActivity(DailyActivity{{today, 5}}, day(n)); });
     ModelBarChartView chart;
-    expectPaintsOnlyFor(
-        chart,
-        [&] {
-            chart.setActivity({{today, 5}}, today);
-        },
-        [&] {
-            chart.setActivity({{today, 6}}, today);
-        });
+    expectPaintsOnlyForOtherValues(chart, [&](int n) {
+        chart.setActivity(DailyActivity{{today, n}}, today);
+    });
 }
 
 TEST(ModelsTabTest, ShowsItsRowsHoweverManyThereWereBefore) {

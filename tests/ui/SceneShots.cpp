@@ -6,7 +6,7 @@
 #include "ui/DashboardScenes.h"
 #include "ui/SettingsScenes.h"
 #include "ui/theme/QuietStyle.h"
-#include "ui/theme/ThemePalette.h"
+#include "ui/theme/ThemeColors.h"
 
 #include <QApplication>
 #include <QDir>

@@ -15,7 +15,7 @@
 
 namespace burnwick::test {
 
-/// A desktop whose user decides in the test.
+/// A notification service whose authorisation the test sets.
 class FakeNotificationCenter final : public NotificationCenter {
 public:
     void readAuthorization(std::function<void(Authorization)> answer) override {
@@ -55,14 +55,14 @@ public:
     Authorization status = Authorization::authorized;
     Authorization statusOnRequest = Authorization::authorized;
     int requests = 0;
-    bool holdsAnswers = false; ///< to readings, until released
+    bool holdsAnswers = false; ///< of readAuthorization(), until release()
 
 private:
     std::vector<std::function<void()>> m_held;
     std::function<void()> m_changed;
 };
 
-/// Counts what it is asked for.
+/// Counts its calls.
 class FakeDesktopSettings final : public DesktopSettings {
 public:
     void openNotifications() override { ++opened; }
@@ -70,7 +70,7 @@ public:
     int opened = 0;
 };
 
-/// The settings over a store and an autostart folder of their own.
+/// The settings with a temporary store and a temporary autostart folder.
 class SettingsFixture : public StateFixture {
 protected:
     [[nodiscard]] SettingsView::Services settingsServices() {
@@ -91,11 +91,11 @@ protected:
     QStringList m_openedPages;
 };
 
-/// A state that people meet, to be looked at and read.
+/// A state of the settings for pictures and tests.
 struct SettingsScene {
     std::string name;
     NotificationCenter::Authorization authorization;
-    QString control; ///< of the row of notifications
+    QString control; ///< in the row "Notifications"
 
     friend std::ostream &operator<<(std::ostream &out, const SettingsScene &scene) {
         return out << scene.name;

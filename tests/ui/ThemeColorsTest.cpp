@@ -6,7 +6,6 @@
 #include "ui/dashboard/AccountBar.h"
 #include "ui/dashboard/StatusPill.h"
 #include "ui/theme/TextStyle.h"
-#include "ui/theme/ThemePalette.h"
 
 #include <gtest/gtest.h>
 
@@ -20,7 +19,7 @@
 namespace burnwick {
 namespace {
 
-/// Of WCAG 2: from 0 (black) to 1 (white).
+/// By WCAG 2: from 0 (black) to 1 (white).
 double relativeLuminance(const QColor &color) {
     const auto linear = [](double component) {
         return component <= 0.04045 ? component / 12.92 : std::pow((component + 0.055) / 1.055, 2.4);
@@ -28,7 +27,7 @@ double relativeLuminance(const QColor &color) {
     return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
 }
 
-/// Of WCAG 2: from 1 to 21.
+/// By WCAG 2: from 1 to 21.
 double contrast(const QColor &one, const QColor &other) {
     const auto [darker, lighter] = std::minmax({relativeLuminance(one), relativeLuminance(other)});
     return (lighter + 0.05) / (darker + 0.05);
@@ -36,51 +35,49 @@ double contrast(const QColor &one, const QColor &other) {
 
 constexpr double legible = 4.5;
 
+/// An opaque mix.
+QColor over(const QColor &ground, const QColor &top) {
+    const auto mix = [&top](float from, float to) { return from + (to - from) * top.alphaF(); };
+    return QColor::fromRgbF(mix(ground.redF(), top.redF()), mix(ground.greenF(), top.greenF()),
+                            mix(ground.blueF(), top.blueF()));
+}
+
+const ColorScheme schemes[] = {ColorScheme::light, ColorScheme::dark};
+
 TEST(ThemeColors, TextIsLegibleOnEverySurface) {
-    for (const auto scheme : {ColorScheme::light, ColorScheme::dark}) {
+    for (const auto scheme : schemes) {
         const ThemeColors &colors = colorsOf(scheme);
         for (const QColor &surface : {colors.window, colors.card, colors.bar})
             for (const QColor &text : {colors.text, colors.secondary, colors.link})
                 EXPECT_GE(contrast(text, surface), legible)
                     << text.name().toStdString() << " on " << surface.name().toStdString();
-    }
-}
-
-TEST(ThemeColors, TextIsLegibleOnWhatLiesOnACard) {
-    const auto over = [](const QColor &ground, const QColor &top) {
-        const auto mix = [&top](float from, float to) { return from + (to - from) * top.alphaF(); };
-        return QColor::fromRgbF(mix(ground.redF(), top.redF()), mix(ground.greenF(), top.greenF()),
-                                mix(ground.blueF(), top.blueF()));
-    };
-    for (const auto scheme : {ColorScheme::light, ColorScheme::dark}) {
-        const ThemeColors &colors = colorsOf(scheme);
         EXPECT_GE(contrast(colors.granted, over(colors.card, withOpacity(colors.granted, badgeOpacity))),
                   legible);
         EXPECT_GE(contrast(colors.secondary, over(colors.card, colors.track)), legible) << "a segment";
-        EXPECT_GE(contrast(colors.text, colors.segment), legible) << "the chosen one";
+        EXPECT_GE(contrast(colors.text, colors.segment), legible) << "the checked segment";
     }
 }
 
-TEST(ThemeColors, ThePillIsLegibleInEveryState) {
+TEST(ThemeColors, ThePillIsLegibleInEachState) {
     AccountBar bar;
     auto *pill = bar.findChild<StatusPill *>();
-    // Large enough for pixels that are all of the text.
     QFont large = pill->font();
-    large.setPixelSize(60);
+    large.setPixelSize(60); // has pixels without antialiasing
     pill->setFont(large);
-    for (const auto scheme : {ColorScheme::light, ColorScheme::dark}) {
+    for (const auto scheme : schemes) {
         bar.setPalette(paletteOf(scheme));
         for (const auto status : {OAuthStatus::unknown, OAuthStatus::connected, OAuthStatus::disconnected,
                                   OAuthStatus::expired, OAuthStatus::authenticating}) {
             bar.setStatus(status);
             pill->setGeometry(0, 0, pill->sizeHint().width(), bar.height());
-            const QImage picture = test::pictureOf(bar).copy(pill->geometry());
-            const QColor ground = picture.pixelColor(pill->height() - 3, 1); // between the dot and the text
+            const QImage bars = test::pictureOf(bar);
+            const QImage picture = bars.copy(pill->geometry()); // as laid out for the picture
+            const int height = picture.height();
+            const QColor ground = picture.pixelColor(height - 3, 1); // between dot and text
             EXPECT_NE(ground, colorsOf(scheme).bar);
             double best = 0;
-            const QRect inside = picture.rect().adjusted(pill->height(), 1, -pill->height(), -1);
-            for (int y = inside.top(); y <= inside.bottom(); ++y)
-                for (int x = inside.left(); x <= inside.right(); ++x)
+            for (int y = 1; y < height - 1; ++y)
+                for (int x = height; x < picture.width() - height; ++x)
                     best = std::max(best, contrast(picture.pixelColor(x, y), ground));
             EXPECT_GE(best, legible) << static_cast<int>(status) << " in " << static_cast<int>(scheme);
         }
@@ -88,18 +85,18 @@ TEST(ThemeColors, ThePillIsLegibleInEveryState) {
 }
 
 TEST(ThemeColors, MoreActivityIsDarker) {
-    for (const auto scheme : {ColorScheme::light, ColorScheme::dark})
+    for (const auto scheme : schemes)
         EXPECT_TRUE(std::ranges::is_sorted(colorsOf(scheme).heat, std::greater(), relativeLuminance));
 }
 
-TEST(ThemeColors, OpacityIsAShareOfTheOpacityThatIsThere) {
+TEST(ThemeColors, OpacitiesAreMultiplied) {
     EXPECT_NEAR(withOpacity(Qt::red, 0.07).alphaF(), 0.07, 0.001);
     EXPECT_NEAR(withOpacity(withOpacity(Qt::red, 0.5), 0.5).alphaF(), 0.25, 0.001);
 }
 
-TEST(ThemePalette, WhatQtDrawsIsLegible) {
+TEST(ThemePalette, TextsOfQtsWidgetsAreLegible) {
     using Pair = std::pair<QPalette::ColorRole, QPalette::ColorRole>;
-    for (const auto scheme : {ColorScheme::light, ColorScheme::dark}) {
+    for (const auto scheme : schemes) {
         const QPalette palette = paletteOf(scheme);
         for (const auto group : {QPalette::Active, QPalette::Inactive})
             for (const auto &[text, ground] : {Pair{QPalette::WindowText, QPalette::Window},
@@ -117,8 +114,8 @@ TEST(ThemePalette, WhatQtDrawsIsLegible) {
     }
 }
 
-TEST(ThemePalette, NoRoleIsLeftToThePlatform) {
-    for (const auto scheme : {ColorScheme::light, ColorScheme::dark}) {
+TEST(ThemePalette, EachRoleIsSetInEachGroup) {
+    for (const auto scheme : schemes) {
         const QPalette palette = paletteOf(scheme);
         for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
             for (int role = 0; role < QPalette::NColorRoles; ++role)
@@ -132,7 +129,7 @@ TEST(ThemePalette, NoRoleIsLeftToThePlatform) {
     }
 }
 
-TEST(ThemePalette, AnyPaletteIsLightOrDark) {
+TEST(ThemePalette, TheSchemeIsThatOfTheActiveWindowsColours) {
     const struct {
         QColor window, text;
         ColorScheme scheme;
@@ -147,7 +144,6 @@ TEST(ThemePalette, AnyPaletteIsLightOrDark) {
     for (const auto &row : rows) {
         QPalette palette(row.window);
         palette.setColor(QPalette::WindowText, row.text);
-        // The window in front decides.
         palette.setColor(QPalette::Disabled, QPalette::Window, row.text);
         palette.setCurrentColorGroup(QPalette::Disabled);
         EXPECT_EQ(schemeOf(palette), row.scheme) << row.window.name().toStdString();

@@ -5,22 +5,19 @@
 #include "prefs/PreferencesManager.h"
 #include "prefs/SettingsFile.h"
 #include "prefs/UserDefaults.h"
+#include "support/ManualScheduler.h"
 #include "support/WaitFor.h"
 #include "ui/theme/QuietStyle.h"
-#include "ui/theme/ThemeColors.h"
-#include "ui/theme/ThemePalette.h"
 
 #include <gtest/gtest.h>
 
 #include <QApplication>
 #include <QPainter>
 #include <QSignalSpy>
-#include <QTimer>
 #include <QToolTip>
 #include <QWidget>
 
 #include <optional>
-#include <thread>
 
 namespace burnwick {
 namespace {
@@ -28,40 +25,35 @@ namespace {
 using namespace std::chrono_literals;
 using Colors = AppearanceWishes::Colors;
 
-/// A desktop whose wishes the test sends.
 class FakeDesktop final : public DesktopAppearance {
 public:
     void follow(Handler handler) override { m_handler = std::move(handler); }
-    void tell(Colors colors, bool reducedMotion = false) const { m_handler({colors, reducedMotion}); }
+    void send(Colors colors, bool reducedMotion = false) const { m_handler({colors, reducedMotion}); }
 
 private:
     Handler m_handler;
 };
 
-/// Draws itself, and counts how often its palette changes.
+/// Paints itself and counts its palette changes.
 class Card final : public QWidget {
 public:
     int changes = 0;
-
-    [[nodiscard]] QColor shownColor() const { return m_shown; }
+    QColor shown;
 
 protected:
     void paintEvent(QPaintEvent *) override {
-        m_shown = colorsFor(*this).card;
-        QPainter(this).fillRect(rect(), m_shown);
+        shown = colorsFor(*this).card;
+        QPainter(this).fillRect(rect(), shown);
     }
     void changeEvent(QEvent *event) override {
         changes += event->type() == QEvent::PaletteChange;
         QWidget::changeEvent(event);
     }
-
-private:
-    QColor m_shown;
 };
 
 class ThemeControllerTest : public testing::Test {
 protected:
-    /// On a platform with a style and colours of its own.
+    /// On a platform with another style and other colours.
     ThemeControllerTest() {
         QApplication::setStyle(QStringLiteral("Windows"));
         QApplication::setPalette(paletteOf(ColorScheme::light));
@@ -69,76 +61,57 @@ protected:
     }
     ~ThemeControllerTest() override { QApplication::setPalette(QPalette()); }
 
-    void start() { m_controller.emplace(m_preferences, m_desktop); }
+    void start() { m_controller.emplace(m_preferences, m_desktop, m_scheduler); }
     [[nodiscard]] static ColorScheme shown() { return schemeOf(QApplication::palette()); }
 
     test::SettingsFile m_file;
     UserDefaults m_defaults{m_file.path};
     PreferencesManager m_preferences{m_defaults};
     FakeDesktop m_desktop;
+    test::ManualScheduler m_scheduler;
     std::optional<ThemeController> m_controller;
 };
 
-TEST_F(ThemeControllerTest, ThePlatformsPaletteIsRememberedUnderOurs) {
+TEST_F(ThemeControllerTest, TheThemePrecedesTheDesktopsColoursAndThosePrecedeThePlatformsPalette) {
     for (const auto platform : {ColorScheme::dark, ColorScheme::light}) {
-        const auto other = platform == ColorScheme::dark ? Theme::light : Theme::dark;
+        const bool dark = platform == ColorScheme::dark;
         QApplication::setPalette(paletteOf(platform));
-        m_preferences.setTheme(other);
+        m_preferences.setTheme(dark ? Theme::light : Theme::dark);
         start();
+        m_desktop.send(dark ? Colors::dark : Colors::light);
         EXPECT_NE(shown(), platform);
         m_preferences.setTheme(Theme::system);
         EXPECT_EQ(shown(), platform);
-        m_desktop.tell(other == Theme::dark ? Colors::dark : Colors::light);
+        m_desktop.send(dark ? Colors::light : Colors::dark);
         EXPECT_NE(shown(), platform);
-        m_desktop.tell(Colors::noPreference);
+        m_desktop.send(Colors::noPreference);
         EXPECT_EQ(shown(), platform);
     }
 }
 
-TEST_F(ThemeControllerTest, AChangeReachesWhatIsOnTheScreenAtOnceAndOnce) {
+TEST_F(ThemeControllerTest, AVisibleWidgetChangesAtOnceAndOncePerChange) {
     start();
     EXPECT_NE(qobject_cast<QuietStyle *>(QApplication::style()), nullptr);
-    QWidget window;
-    Card *card = new Card;
-    card->setParent(&window);
-    card->resize(20, 20);
-    window.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-    ASSERT_EQ(card->grab().toImage().pixelColor(10, 10), colorsOf(ColorScheme::light).card);
-    card->changes = 0;
-    const QSignalSpy changed(&*m_controller, &ThemeController::changed);
+    Card card;
+    card.show();
+    ASSERT_TRUE(waitFor([&] { return card.shown == colorsOf(ColorScheme::light).card; }));
+    card.changes = 0;
 
     m_preferences.setTheme(Theme::dark);
-    EXPECT_EQ(card->changes, 1);
-    EXPECT_EQ(changed.size(), 1);
-    EXPECT_EQ(m_controller->scheme(), ColorScheme::dark);
+    EXPECT_EQ(card.changes, 1);
     EXPECT_EQ(QToolTip::palette().color(QPalette::ToolTipBase), colorsOf(ColorScheme::dark).card);
-    // It repaints by itself: nobody asks it to.
-    EXPECT_TRUE(waitFor([&] { return card->shownColor() == colorsOf(ColorScheme::dark).card; }));
-    // And is right before, for whoever draws it off the screen.
+    EXPECT_TRUE(waitFor([&] { return card.shown == colorsOf(ColorScheme::dark).card; })) << "no repaint";
     m_preferences.setTheme(Theme::light);
-    EXPECT_EQ(colorsFor(Card()).card, colorsOf(ColorScheme::light).card);
-    EXPECT_EQ(card->grab().toImage().pixelColor(10, 10), colorsOf(ColorScheme::light).card);
+    EXPECT_EQ(colorsFor(Card()).card, colorsOf(ColorScheme::light).card) << "of a widget never shown";
 
-    // What leads to the same colours changes nothing.
-    card->changes = 0;
+    card.changes = 0;
     m_preferences.setTheme(Theme::system);
-    m_desktop.tell(Colors::light);
-    m_desktop.tell(Colors::noPreference);
-    EXPECT_EQ(card->changes, 0);
-    EXPECT_EQ(changed.size(), 2);
+    m_desktop.send(Colors::light);
+    m_desktop.send(Colors::noPreference);
+    EXPECT_EQ(card.changes, 0) << "for the same colours";
 }
 
-TEST_F(ThemeControllerTest, TheDesktopsColoursWaitUntilTheThemeFollowsIt) {
-    m_preferences.setTheme(Theme::light);
-    start();
-    m_desktop.tell(Colors::dark);
-    EXPECT_EQ(shown(), ColorScheme::light);
-    m_preferences.setTheme(Theme::system);
-    EXPECT_EQ(shown(), ColorScheme::dark);
-}
-
-TEST_F(ThemeControllerTest, AWindowWaitsForTheDesktopButNotForLong) {
+TEST_F(ThemeControllerTest, SettlesWithTheDesktopsAnswerOrAtTheDeadline) {
     const struct {
         const char *what;
         Theme theme;
@@ -146,48 +119,35 @@ TEST_F(ThemeControllerTest, AWindowWaitsForTheDesktopButNotForLong) {
     } rows[] = {
         {"a desktop that answers", Theme::system, true, false},
         {"a desktop that does not", Theme::system, false, false},
-        {"nothing to ask for", Theme::dark, true, true},
+        {"a theme that ignores the desktop", Theme::dark, true, true},
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(row.what);
         m_preferences.setTheme(row.theme);
         start();
         EXPECT_EQ(m_controller->isSettled(), row.settledAtOnce);
-        ColorScheme then = m_controller->scheme();
-        const QSignalSpy settled(&*m_controller, &ThemeController::settled);
-        QObject::connect(&*m_controller, &ThemeController::settled, [&then] { then = shown(); });
-        if (row.answers) {
-            m_desktop.tell(Colors::dark);
-            EXPECT_EQ(then, ColorScheme::dark) << "settled before the colours are";
-        } else {
-            EXPECT_FALSE(m_controller->isSettled());
-            EXPECT_TRUE(waitFor([&] { return m_controller->isSettled(); }));
-        }
-        m_desktop.tell(Colors::light);
-        EXPECT_EQ(settled.size(), row.settledAtOnce ? 0 : 1);
+        std::vector<ColorScheme> settledIn;
+        QObject::connect(&*m_controller, &ThemeController::settled, [&] { settledIn.push_back(shown()); });
+        EXPECT_TRUE(m_scheduler.intervals().empty()) << "the deadline must start with the event loop";
+        QCoreApplication::processEvents();
+        EXPECT_EQ(m_scheduler.intervals().size(), row.settledAtOnce ? 0U : 1U);
+        if (row.answers)
+            m_desktop.send(Colors::dark);
+        else
+            m_scheduler.fire(300ms);
+        EXPECT_TRUE(m_controller->isSettled() && m_scheduler.intervals().empty());
+        m_desktop.send(Colors::light);
+        const ColorScheme expected = row.answers ? ColorScheme::dark : ColorScheme::light;
+        EXPECT_EQ(settledIn, std::vector<ColorScheme>(row.settledAtOnce ? 0 : 1, expected));
     }
 }
 
-TEST_F(ThemeControllerTest, TheTimeBeforeTheEventLoopRunsIsNotTheDesktops) {
+TEST_F(ThemeControllerTest, KeepsReducedMotionAndADestroyedControllerIgnoresTheDesktop) {
     start();
-    // It needs a turn of the event loop and then a little time.
-    QTimer::singleShot(0, [this] { QTimer::singleShot(20ms, [this] { m_desktop.tell(Colors::dark); }); });
-    std::this_thread::sleep_for(400ms); // as the first load of many logs would
-    ASSERT_TRUE(waitFor([this] { return m_controller->isSettled(); }));
-    EXPECT_EQ(shown(), ColorScheme::dark) << "settled without the answer";
-}
-
-TEST_F(ThemeControllerTest, ReducedMotionIsToldApartFromTheColours) {
-    start();
-    const QSignalSpy motion(&*m_controller, &ThemeController::reducedMotionChanged);
-    m_desktop.tell(Colors::light);
-    EXPECT_EQ(motion.size(), 0);
-    m_desktop.tell(Colors::light, true);
-    EXPECT_EQ(motion.size(), 1);
+    m_desktop.send(Colors::light, true);
     EXPECT_TRUE(m_controller->reducedMotion());
-
     m_controller.reset();
-    m_desktop.tell(Colors::dark); // to nobody
+    m_desktop.send(Colors::dark);
     EXPECT_EQ(shown(), ColorScheme::light);
 }
 

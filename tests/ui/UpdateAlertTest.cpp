@@ -2,20 +2,27 @@
 // SPDX-License-Identifier: MIT
 #include "ui/settings/UpdateAlert.h"
 
+#include "model/Version.h"
 #include "support/HostileTexts.h"
-#include "support/WaitFor.h"
-
-#include <gtest/gtest.h>
+#include "support/Outcome.h"
+#include "support/VisibleControls.h"
+#include "ui/SettingsScenes.h"
 
 #include <QApplication>
 #include <QLabel>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QTest>
-#include <QUrl>
 
 namespace burnwick {
 namespace {
+
+using namespace std::chrono_literals;
+
+QMessageBox *openAlert() {
+    return qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+}
 
 class UpdateAlertTest : public testing::Test {
 protected:
@@ -24,9 +31,9 @@ protected:
             version, QUrl(QStringLiteral("https://burnwick.test/releases/1")),
             [this](const QUrl &url) { m_events.append(QString::fromLatin1(url.toEncoded())); },
             [this] { m_events.append(QStringLiteral("closed")); });
-        return qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        return openAlert();
     }
-    /// What the labels show, line after line; every one of them shows it as plain text.
+    /// The texts of the labels, which are all plain text.
     static QString textOf(const QMessageBox &alert) {
         QStringList lines;
         for (const QLabel *label : alert.findChildren<QLabel *>()) {
@@ -37,12 +44,11 @@ protected:
         }
         return lines.join(u'\n');
     }
-    static QPushButton *button(const QMessageBox &alert, const QString &text) {
+    static void click(const QMessageBox &alert, const QString &text) {
         for (QPushButton *button : alert.findChildren<QPushButton *>()) {
             if (button->text().remove(u'&') == text)
-                return button;
+                return button->click();
         }
-        return nullptr;
     }
 
     QStringList m_events;
@@ -56,33 +62,33 @@ TEST_F(UpdateAlertTest, OnlyUpdateNowOpensTheDownload) {
         void (*answer)(QMessageBox &alert);
         QStringList events;
     } rows[] = {
-        {"Update Now", [](QMessageBox &alert) { button(alert, QStringLiteral("Update Now"))->click(); },
-         opened},
+        {"Update Now", [](QMessageBox &alert) { click(alert, QStringLiteral("Update Now")); }, opened},
         {"Return", [](QMessageBox &alert) { QTest::keyClick(&alert, Qt::Key_Return); }, opened},
-        {"Later", [](QMessageBox &alert) { button(alert, QStringLiteral("Later"))->click(); }, closed},
+        {"Later", [](QMessageBox &alert) { click(alert, QStringLiteral("Later")); }, closed},
         {"Escape", [](QMessageBox &alert) { QTest::keyClick(&alert, Qt::Key_Escape); }, closed},
         {"the window closed", [](QMessageBox &alert) { alert.close(); }, closed},
     };
     for (const auto &row : rows) {
+        SCOPED_TRACE(row.what);
         const QPointer<QMessageBox> alert = alertFor(QStringLiteral("1"));
-        ASSERT_NE(alert, nullptr) << row.what;
+        ASSERT_NE(alert, nullptr);
         EXPECT_EQ(alert->windowModality(), Qt::ApplicationModal);
-        ASSERT_TRUE(QTest::qWaitForWindowActive(alert)) << row.what;
+        ASSERT_TRUE(QTest::qWaitForWindowActive(alert));
         row.answer(*alert);
-        EXPECT_EQ(m_events, row.events) << row.what;
-        EXPECT_TRUE(waitFor([&alert] { return alert.isNull(); })) << row.what;
+        EXPECT_EQ(m_events, row.events);
+        EXPECT_TRUE(waitFor([&alert] { return alert.isNull(); }));
         m_events.clear();
     }
 }
 
-TEST_F(UpdateAlertTest, AVersionIsOneBearableLineOfPlainText) {
-    constexpr std::size_t longVersionShown = 40;
+TEST_F(UpdateAlertTest, AVersionIsPlainTextOfLimitedLength) {
+    constexpr std::size_t longestVersion = 40;
     std::vector<std::pair<QString, QString>> rows{
         {QStringLiteral(" 2.0 "), QStringLiteral(" 2.0 ")},
         {QString(1 << 20, u'9'), QString(20, u'9') + QChar(u'\u2026') + QString(19, u'9')},
     };
     for (const auto &hostile : test::hostileTexts()) {
-        if (hostile.text.size() <= longVersionShown && hostile.isUtf8)
+        if (hostile.text.size() <= longestVersion && hostile.isUtf8)
             rows.emplace_back(QString::fromStdString(hostile.text), QString::fromStdString(hostile.shown));
     }
     for (const auto &[version, shown] : rows) {
@@ -94,6 +100,101 @@ TEST_F(UpdateAlertTest, AVersionIsOneBearableLineOfPlainText) {
         EXPECT_LT(alert->height(), 400);
         delete alert;
     }
+}
+
+class UpdateRowTest : public test::SettingsFixture {
+protected:
+    UpdateRowTest() {
+        m_view.emplace(settingsServices());
+        m_view->show();
+    }
+    void answer(const std::vector<std::string_view> &versions, bool held = false) {
+        std::vector<test::ScriptedAnswer> answers;
+        for (const std::string_view version : versions)
+            answers.push_back({.body = "<sparkle:shortVersionString>" +
+                                       QByteArray::fromStdString(std::string(version)) +
+                                       "</sparkle:shortVersionString>",
+                               .held = held});
+        m_server.script("/appcast.xml", answers);
+    }
+    [[nodiscard]] std::size_t requests() const { return m_server.requestsFor("/appcast.xml").size(); }
+    void checkNow() { test::press(*m_view, QAccessible::Button, "Check Now"); }
+    bool shows(const char *label) { return test::namesIn(*m_view).contains(QString::fromUtf8(label)); }
+    bool comesToShow(const char *label) {
+        return waitFor([this, label] { return shows(label); });
+    }
+
+    std::optional<SettingsView> m_view;
+};
+
+TEST_F(UpdateRowTest, ShowsTheResultOfACheck) {
+    answer({version()});
+    checkNow();
+    EXPECT_TRUE(shows("Checking…"));
+    EXPECT_TRUE(comesToShow("Up to date ✓"));
+    m_scheduler.advance(4'999ms);
+    EXPECT_TRUE(shows("Up to date ✓"));
+    m_scheduler.advance(1ms);
+    EXPECT_TRUE(shows("Check for updates"));
+
+    m_server.script("/appcast.xml", {{500}});
+    checkNow();
+    EXPECT_TRUE(shows("Checking…"));
+    EXPECT_TRUE(comesToShow("Check for updates"));
+    EXPECT_EQ(openAlert(), nullptr);
+}
+
+TEST_F(UpdateRowTest, TwoChecksShowOneAlertWhichSurvivesTheView) {
+    answer({"999.0"});
+    checkNow();
+    checkNow();
+    ASSERT_TRUE(waitFor([this] { return requests() == 2 && shows("Update available"); }));
+    QCoreApplication::processEvents();
+    QPointer<QMessageBox> alert = openAlert();
+    ASSERT_NE(alert, nullptr);
+    EXPECT_EQ(alert->defaultButton()->text().remove(u'&'), QStringLiteral("Update Now"));
+    QTest::keyClick(alert, Qt::Key_Escape);
+    EXPECT_TRUE(comesToShow("Check for updates"));
+    EXPECT_EQ(openAlert(), nullptr) << "a second alert";
+    EXPECT_TRUE(m_openedPages.isEmpty());
+
+    checkNow();
+    ASSERT_TRUE(comesToShow("Update available"));
+    alert = openAlert();
+    m_view.reset();
+    ASSERT_NE(alert, nullptr);
+    alert->defaultButton()->click();
+    EXPECT_EQ(m_openedPages, QStringList{m_server.url(QStringLiteral("/releases/999.0")).toString()});
+}
+
+TEST_F(UpdateRowTest, ALaterCheckReplacesTheLabelOfAnEarlierOne) {
+    answer({version()}, true);
+    checkNow();
+    checkNow();
+    ASSERT_TRUE(waitFor([this] { return requests() == 2; }));
+    EXPECT_TRUE(shows("Checking…"));
+    m_server.release();
+    EXPECT_TRUE(comesToShow("Up to date ✓"));
+    ASSERT_TRUE(waitFor([this] { return m_scheduler.intervals().size() == 1; }));
+    m_server.script("/appcast.xml", {{200, {}, {}, test::ScriptedAnswer::Ending::silence}});
+    checkNow();
+    m_scheduler.advance(5s);
+    EXPECT_TRUE(shows("Checking…")) << "the first check's timer changed the label";
+}
+
+TEST_F(UpdateRowTest, DestructionDuringChecksIsSafe) {
+    answer({version(), "999.0"}, true);
+    checkNow();
+    checkNow();
+    ASSERT_TRUE(waitFor([this] { return requests() == 2; }));
+    m_view.reset();
+    m_server.release();
+    // The client has finished both when it has a third response.
+    const auto last =
+        test::outcomeOf(m_account.http.send({HttpMethod::get, m_server.url(QStringLiteral("/x"))}));
+    ASSERT_TRUE(waitFor([&] { return last->done(); }));
+    EXPECT_EQ(openAlert(), nullptr);
+    EXPECT_TRUE(m_scheduler.intervals().empty());
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/charts/ActivityHeatmapView.h"
 
-#include "ui/charts/HeatCell.h"
+#include "ui/charts/HeatmapLegend.h"
 #include "ui/layout/PixelGrid.h"
 #include "ui/theme/TextStyle.h"
 #include "ui/theme/ThemeColors.h"
@@ -18,20 +18,18 @@ namespace {
 void drawOutline(QPainter &painter, const PixelGrid &grid, const QRectF &cell, const QColor &color) {
     constexpr double radius = 2.5;
     const double width = grid.length(1);
-    const QRectF sharp(grid.x(cell.left()), grid.y(cell.top()), grid.length(cell.width()),
-                       grid.length(cell.height()));
     painter.setPen(QPen(color, width));
     painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(sharp.adjusted(width / 2, width / 2, -width / 2, -width / 2), radius, radius);
+    painter.drawRoundedRect(grid.rect(cell).adjusted(width / 2, width / 2, -width / 2, -width / 2), radius,
+                            radius);
 }
 
 } // namespace
 
-ActivityHeatmapView::ActivityHeatmapView(int cellSize, int gap, int weeks, QWidget *parent)
-    : PointableChart(parent)
-    , m_layout{{cellSize, gap, weeks}, {}, {}} {
+ActivityHeatmapView::ActivityHeatmapView(const HeatmapMeasures &measures)
+    : m_layout{measures, {}, {}} {
     setFont(fontOf(TextStyle::small));
-    setFixedSize(heatmapSize(m_layout.measures));
+    setFixedSize(heatmapSize(measures));
 }
 
 void ActivityHeatmapView::setActivity(const DailyActivity &activity, LocalDay today,
@@ -41,10 +39,10 @@ void ActivityHeatmapView::setActivity(const DailyActivity &activity, LocalDay to
     m_activity = activity;
     m_first = first;
     m_today = today;
-    showActivity();
+    layOut();
 }
 
-void ActivityHeatmapView::showActivity() {
+void ActivityHeatmapView::layOut() {
     if (!m_today)
         return;
     const HeatmapMeasures measures = m_layout.measures;
@@ -66,15 +64,9 @@ QRect ActivityHeatmapView::zoneOf(std::size_t part) const {
 
 QString ActivityHeatmapView::tipOf(std::size_t part) const {
     const HeatmapLayout::Cell &cell = m_layout.cells[part];
-    const bool leftOut = m_first && cell.day < *m_first;
+    const bool isBeforePeriod = m_first && cell.day < *m_first;
     return dayText(cell.day) + QLatin1String(": ") +
-           (leftOut ? QStringLiteral("before the chosen period") : roundedTokensText(cell.count));
-}
-
-void ActivityHeatmapView::changeEvent(QEvent *event) {
-    if (event->type() == QEvent::FontChange)
-        showActivity();
-    PointableChart::changeEvent(event);
+           (isBeforePeriod ? QStringLiteral("before the chosen period") : roundedTokensText(cell.count));
 }
 
 void ActivityHeatmapView::paintEvent(QPaintEvent *event) {
@@ -86,10 +78,9 @@ void ActivityHeatmapView::paintEvent(QPaintEvent *event) {
         painter.drawText(month.rect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip, month.name);
 
     const PixelGrid grid(painter);
-    painter.setPen(Qt::NoPen);
     for (std::size_t i = 0; i < m_layout.cells.size(); ++i) {
         if (event->rect().intersects(m_layout.zoneOf(i)))
-            drawHeatCell(painter, grid, m_layout.cells[i].rect, m_layout.cells[i].level, colors);
+            drawHeatCell(painter, grid.rect(m_layout.cells[i].rect), m_layout.cells[i].level, colors);
     }
     if (const auto pointed = pointedPart())
         drawOutline(painter, grid, m_layout.cells[*pointed].rect, colors.text);

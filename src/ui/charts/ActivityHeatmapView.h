@@ -7,31 +7,29 @@
 
 namespace burnwick {
 
-/// The days of the last weeks, each in a colour that says how much was done. Of a fixed size.
+/// The days of the last weeks in colours by activity, in a widget of fixed size.
 class ActivityHeatmapView final : public PointableChart {
     Q_OBJECT
 
 public:
-    /// Of `weeks` columns; sizes in logical pixels.
-    explicit ActivityHeatmapView(int cellSize, int gap, int weeks, QWidget *parent = nullptr);
+    explicit ActivityHeatmapView(const HeatmapMeasures &measures);
 
-    /// Today is the last cell. Of the days before the first one, if there is such, nothing is known: a filter
-    /// leaves them out. Repaints only when the values differ.
+    /// Shows the days up to today; `first` is the first day of the filter's period, whose earlier days are
+    /// unknown. Repaints only for other values.
     void setActivity(const DailyActivity &activity, LocalDay today, std::optional<LocalDay> first = {});
 
 protected:
     [[nodiscard]] std::optional<std::size_t> partAt(QPointF point) const override;
     [[nodiscard]] QRect zoneOf(std::size_t part) const override;
     [[nodiscard]] QString tipOf(std::size_t part) const override;
-    void changeEvent(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void showActivity();
+    void layOut() override;
 
     DailyActivity m_activity;
     std::optional<LocalDay> m_first;
-    std::optional<LocalDay> m_today; ///< nothing is shown before it is known
+    std::optional<LocalDay> m_today; ///< absent before the first call of setActivity()
     HeatmapLayout m_layout;
 };
 

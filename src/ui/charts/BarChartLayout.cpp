@@ -20,9 +20,9 @@ constexpr double axisGap = 8;   // between the counts and the plot
 constexpr double datesGap = 6;  // between the plot and the dates
 constexpr double barShare = 0.72;
 constexpr double widestBar = 28;
-constexpr double lowestBar = 2; // a day with a few tokens is not a day without
+constexpr double lowestBar = 2; // so that a few tokens are visible
 constexpr double dateCount = 7;
-constexpr double dateSpacing = 12; // between dates, at least
+constexpr double dateSpacing = 12; // the least between dates
 
 bool isExactOnAxis(double count) {
     if (count < 1e3)
@@ -56,7 +56,7 @@ void placeGuideLines(BarChartLayout &layout, const std::vector<double> &values, 
     }
 }
 
-/// The room right of the last bar's slot that a date centred under this bar needs.
+/// The room right of the last bar's slot for the bar's date, which is centred under the bar.
 double insetForLastDate(double plotWidth, std::size_t barCount, double dateWidth) {
     const double halfSlots = 1 / (2 * static_cast<double>(barCount));
     const double inset = (dateWidth / 2 - plotWidth * halfSlots) / (1 - halfSlots);
@@ -106,7 +106,7 @@ std::vector<double> guideValues(std::int64_t highest) {
     if (highest <= 0)
         return {0};
     const auto needed = static_cast<double>(highest);
-    // The lowest of the scales that reach as far as needed; of each size there is one that ends higher.
+    // The lowest sufficient scale.
     for (double size = std::pow(10, std::floor(std::log10(needed)) - 1);; size *= 10) {
         constexpr std::array<std::pair<double, int>, 7> scales{
             {{1, 2}, {1, 3}, {2, 2}, {2, 3}, {2.5, 3}, {5, 2}, {5, 3}}};

@@ -20,12 +20,11 @@ namespace burnwick {
 /// "999", "20k", "1.5M"
 [[nodiscard]] QString axisCountText(double count);
 
-/// Three or four values from 0 on, evenly apart, whose texts are exact and of which the last one is the
-/// highest or more; only 0 where nothing is counted.
+/// Three or four values from 0 to at least `highest`, at equal distances, with exact texts; {0} when
+/// `highest` is 0.
 [[nodiscard]] std::vector<double> guideValues(std::int64_t highest);
 
-/// A bar for each day, with an axis of counts on the left and one of dates below. Nothing but places and
-/// values, in logical pixels.
+/// A bar for each day, an axis of counts on the left and an axis of dates below, in logical pixels.
 struct BarChartLayout {
     struct GuideLine {
         double y;
@@ -35,26 +34,26 @@ struct BarChartLayout {
     struct Bar {
         LocalDay day;
         std::int64_t count; ///< tokens
-        QRectF rect;        ///< stands on the plot's lower edge; without height when nothing is counted
+        QRectF rect;        ///< on the plot's lower edge; without height for a count of 0
     };
     struct DateLabel {
         QString text;
         QRectF rect; ///< centred under its bar
     };
 
-    QRectF plot; ///< what the guide lines cross
+    QRectF plot; ///< the area of guide lines and bars
     std::vector<GuideLine> guideLines;
     std::vector<Bar> bars; ///< from the oldest day to today
     std::vector<DateLabel> dates;
-    double slotWidth = 0; ///< from one bar's middle to the next one's
+    double slotWidth = 0; ///< the distance between the centres of two bars
 
-    /// The part of the plot that belongs to the bar, from its upper to its lower edge.
+    /// The bar's part of the plot, in full height.
     [[nodiscard]] QRectF slotOf(std::size_t bar) const;
-    /// The bar to which that point of the plot belongs.
+    /// The bar whose slot contains the point.
     [[nodiscard]] std::optional<std::size_t> barAt(QPointF point) const;
 };
 
-/// Begins with the earliest active day, 89 days before today at the earliest; there too without any.
+/// Starts at the earliest active day, at most 89 days before today; without active days 89 days before today.
 [[nodiscard]] BarChartLayout layoutBarChart(const DailyActivity &activity, LocalDay today, QSizeF size,
                                             const QFontMetricsF &font);
 

@@ -12,7 +12,7 @@ namespace burnwick {
 
 namespace {
 
-// The program speaks English, whatever the desktop speaks.
+// Independent of the desktop's language.
 QLocale english() {
     return {QLocale::English, QLocale::UnitedStates};
 }

@@ -11,7 +11,7 @@
 
 namespace burnwick {
 
-/// Tokens of all kinds on each active day, which may be none.
+/// The tokens of all kinds on each active day; an active day may have 0.
 using DailyActivity = std::map<LocalDay, std::int64_t>;
 
 /// "Nov 21"
@@ -23,8 +23,8 @@ using DailyActivity = std::map<LocalDay, std::int64_t>;
 /// "1.2M tokens", "1 token", "no tokens"
 [[nodiscard]] QString roundedTokensText(std::int64_t count);
 
-/// What a chart of those days shows, in words: "61 active days, most on Nov 11 with 52.3M tokens", or
-/// "no tokens". Of equal days the first counts as the one with most.
+/// A chart's accessible text for the days from `first` to `last`: "61 active days, most on Nov 11 with 52.3M
+/// tokens", or "no tokens". Of equal maxima it names the first.
 [[nodiscard]] QString activitySummary(const DailyActivity &activity, LocalDay first, LocalDay last);
 
 } // namespace burnwick

@@ -68,7 +68,7 @@ HeatmapLayout layoutHeatmap(const DailyActivity &activity, LocalDay today, const
             continue;
         const QString name = monthName(day);
         const double width = font.horizontalAdvance(name);
-        // The name of a month that has but begun would reach beyond the last column.
+        // The name of a month that began in the last column would exceed the grid.
         const double left = std::min<double>(rect.left(), gridWidth - std::ceil(width));
         layout.months.push_back({name, {left, 0, width, monthLineHeight}});
     }

@@ -17,41 +17,41 @@ class QFontMetricsF;
 
 namespace burnwick {
 
-/// How large a heatmap is drawn, in logical pixels.
+/// A heatmap's sizes in logical pixels.
 struct HeatmapMeasures {
     int cellSize;
     int gap; ///< between cells, in both directions
     int weeks;
 };
 
-/// 0 for a day without tokens, then 1 to 4: up to a quarter, a half, three quarters of the most, and above.
+/// 0 for a day without tokens; otherwise 1 to 4 for up to 25 %, 50 %, 75 % and 100 % of `most`.
 [[nodiscard]] int heatLevel(std::int64_t count, std::int64_t most);
 
-/// Days as a grid of columns of seven, which end with today and are no calendar weeks, below the names of the
-/// months. Nothing but places and values.
+/// A grid of days in columns of seven, which end with today and are no calendar weeks, below the names of the
+/// months.
 struct HeatmapLayout {
     struct Cell {
         LocalDay day;
         std::int64_t count; ///< tokens
-        int level;          ///< as heatLevel() gives
+        int level;          ///< as heatLevel() returns
         QRect rect;
     };
     struct Month {
         QString name;
-        QRectF rect; ///< above the column with the month's first day, and as wide as the name
+        QRectF rect; ///< above the column with the month's first day, as wide as the name
     };
 
     HeatmapMeasures measures;
     std::vector<Cell> cells; ///< column by column, each from top to bottom: from the oldest day to today
     std::vector<Month> months;
 
-    /// The cell at that point; the gaps belong to the cells beside them.
+    /// The cell at that point; each gap belongs to an adjacent cell.
     [[nodiscard]] std::optional<std::size_t> cellAt(QPointF point) const;
-    /// The cell and the gaps that belong to it.
+    /// The cell with its gaps.
     [[nodiscard]] QRect zoneOf(std::size_t cell) const;
 };
 
-/// Of the whole, which is the same for all days.
+/// The whole size.
 [[nodiscard]] QSize heatmapSize(const HeatmapMeasures &measures);
 
 [[nodiscard]] HeatmapLayout layoutHeatmap(const DailyActivity &activity, LocalDay today,

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "ui/charts/HeatmapLegend.h"
 
-#include "ui/charts/HeatCell.h"
 #include "ui/controls/AccessibleRole.h"
 #include "ui/layout/PixelGrid.h"
 #include "ui/theme/TextStyle.h"
@@ -21,18 +20,18 @@ constexpr int gap = 3;
 constexpr int textGap = 5;
 constexpr int cellsWidth = levels * (cellSize + gap) - gap;
 
-QString less() {
-    return QStringLiteral("Less");
-}
-
-QString more() {
-    return QStringLiteral("More");
-}
+const QString less = QStringLiteral("Less");
+const QString more = QStringLiteral("More");
 
 } // namespace
 
-HeatmapLegend::HeatmapLegend(QWidget *parent)
-    : QWidget(parent) {
+void drawHeatCell(QPainter &painter, const QRectF &cell, int level, const ThemeColors &colors) {
+    constexpr double radius = 2.5;
+    fillRounded(painter, cell, radius,
+                level == 0 ? colors.emptyCell : colors.heat.at(static_cast<std::size_t>(level) - 1));
+}
+
+HeatmapLegend::HeatmapLegend() {
     setFont(fontOf(TextStyle::small));
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setAccessibleRole(*this, QAccessible::StaticText);
@@ -41,7 +40,7 @@ HeatmapLegend::HeatmapLegend(QWidget *parent)
 
 QSize HeatmapLegend::sizeHint() const {
     const QFontMetrics font = fontMetrics();
-    return {font.horizontalAdvance(less()) + font.horizontalAdvance(more()) + cellsWidth + 2 * textGap,
+    return {font.horizontalAdvance(less) + font.horizontalAdvance(more) + cellsWidth + 2 * textGap,
             std::max(font.height(), cellSize)};
 }
 
@@ -56,15 +55,14 @@ void HeatmapLegend::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(colors.secondary);
-    painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter, less());
-    painter.drawText(rect(), Qt::AlignRight | Qt::AlignVCenter, more());
+    painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter, less);
+    painter.drawText(rect(), Qt::AlignRight | Qt::AlignVCenter, more);
 
     const PixelGrid grid(painter);
-    painter.setPen(Qt::NoPen);
-    QRectF cell(fontMetrics().horizontalAdvance(less()) + textGap, (height() - cellSize) / 2.0, cellSize,
+    QRectF cell(fontMetrics().horizontalAdvance(less) + textGap, (height() - cellSize) / 2.0, cellSize,
                 cellSize);
     for (int level = 0; level < levels; ++level) {
-        drawHeatCell(painter, grid, cell, level, colors);
+        drawHeatCell(painter, grid.rect(cell), level, colors);
         cell.translate(cellSize + gap, 0);
     }
 }

@@ -6,12 +6,17 @@
 
 namespace burnwick {
 
+struct ThemeColors;
+
+/// Draws a day of that level, 0 to 4. Leaves the painter's pen and brush changed.
+void drawHeatCell(QPainter &painter, const QRectF &cell, int level, const ThemeColors &colors);
+
 /// The colours of the heatmap from less to more.
 class HeatmapLegend final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit HeatmapLegend(QWidget *parent = nullptr);
+    HeatmapLegend();
 
     [[nodiscard]] QSize sizeHint() const override;
 

@@ -27,9 +27,9 @@ void drawBar(QPainter &painter, const PixelGrid &grid, const QRectF &bar) {
     painter.drawRoundedRect(sharp, radius, radius);
 }
 
-/// What makes a bar stand out, also one without height.
+/// The highlight behind a bar, which may have no height.
 QRectF bandBehind(const BarChartLayout &layout, std::size_t bar, const PixelGrid &grid) {
-    constexpr double margin = 6; // on each side of the bar where days are far apart
+    constexpr double margin = 6; // the most on each side of the bar
     const QRectF slot = layout.slotOf(bar);
     const double width = std::min(slot.width(), layout.bars[bar].rect.width() + 2 * margin);
     return {grid.x(slot.center().x() - width / 2), grid.y(slot.top()), grid.length(width), slot.height()};
@@ -44,8 +44,7 @@ void drawTexts(QPainter &painter, const BarChartLayout &layout) {
 
 } // namespace
 
-ModelBarChartView::ModelBarChartView(QWidget *parent)
-    : PointableChart(parent) {
+ModelBarChartView::ModelBarChartView() {
     setFont(fontOf(TextStyle::small));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
 }
@@ -87,12 +86,6 @@ QRect ModelBarChartView::zoneOf(std::size_t part) const {
 QString ModelBarChartView::tipOf(std::size_t part) const {
     const BarChartLayout::Bar &bar = m_layout.bars[part];
     return dayText(bar.day) + QLatin1String(": ") + exactTokensText(bar.count);
-}
-
-void ModelBarChartView::changeEvent(QEvent *event) {
-    if (event->type() == QEvent::FontChange)
-        layOut();
-    PointableChart::changeEvent(event);
 }
 
 void ModelBarChartView::resizeEvent(QResizeEvent *event) {

@@ -7,14 +7,14 @@
 
 namespace burnwick {
 
-/// The tokens of each of the last days, as bars.
+/// The tokens of each of the last days as bars.
 class ModelBarChartView final : public PointableChart {
     Q_OBJECT
 
 public:
-    explicit ModelBarChartView(QWidget *parent = nullptr);
+    ModelBarChartView();
 
-    /// Today is the last bar. Repaints only when the values differ.
+    /// Today is the last bar. Repaints only for other values.
     void setActivity(const DailyActivity &activity, LocalDay today);
 
     [[nodiscard]] QSize sizeHint() const override;
@@ -24,15 +24,14 @@ protected:
     [[nodiscard]] std::optional<std::size_t> partAt(QPointF point) const override;
     [[nodiscard]] QRect zoneOf(std::size_t part) const override;
     [[nodiscard]] QString tipOf(std::size_t part) const override;
-    void changeEvent(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void layOut();
+    void layOut() override;
 
     DailyActivity m_activity;
-    std::optional<LocalDay> m_today; ///< nothing is shown before it is known
+    std::optional<LocalDay> m_today; ///< absent before the first call of setActivity()
     BarChartLayout m_layout;
 };
 

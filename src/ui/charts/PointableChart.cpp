@@ -9,8 +9,7 @@
 
 namespace burnwick {
 
-PointableChart::PointableChart(QWidget *parent)
-    : QWidget(parent) {
+PointableChart::PointableChart() {
     setMouseTracking(true);
     setAccessibleRole(*this, QAccessible::Chart);
 }
@@ -20,6 +19,12 @@ void PointableChart::partsChanged() {
     update();
     if (m_pointed && QToolTip::isVisible())
         showToolTip();
+}
+
+void PointableChart::changeEvent(QEvent *event) {
+    if (event->type() == QEvent::FontChange)
+        layOut();
+    QWidget::changeEvent(event);
 }
 
 void PointableChart::mouseMoveEvent(QMouseEvent *event) {
@@ -35,8 +40,7 @@ void PointableChart::mouseMoveEvent(QMouseEvent *event) {
         return;
     }
     update(zoneOf(*m_pointed));
-    // At once: who moves along the days compares them.
-    showToolTip();
+    showToolTip(); // without Qt's delay, for comparing days
 }
 
 void PointableChart::leaveEvent(QEvent *) {

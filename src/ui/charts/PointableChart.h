@@ -10,24 +10,27 @@
 
 namespace burnwick {
 
-/// A chart whose parts answer the pointer: the one below it stands out, and a tool tip says what it is.
+/// A chart that highlights the part under the pointer and shows its tool tip.
 class PointableChart : public QWidget {
     Q_OBJECT
 
 public:
-    explicit PointableChart(QWidget *parent = nullptr);
+    PointableChart();
 
 protected:
-    /// The part that is to stand out.
+    /// The highlighted part.
     [[nodiscard]] std::optional<std::size_t> pointedPart() const { return m_pointed; }
-    /// To be called when there are other parts, or the same elsewhere. Repaints.
+    /// Repaints; the subclass calls it after its parts changed.
     void partsChanged();
 
+    /// Called after the font changed.
+    virtual void layOut() = 0;
     [[nodiscard]] virtual std::optional<std::size_t> partAt(QPointF point) const = 0;
-    /// All that is drawn in another way when the part stands out.
+    /// The area that looks different when the part is highlighted.
     [[nodiscard]] virtual QRect zoneOf(std::size_t part) const = 0;
     [[nodiscard]] virtual QString tipOf(std::size_t part) const = 0;
 
+    void changeEvent(QEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void leaveEvent(QEvent *event) override;
 

@@ -15,8 +15,7 @@ constexpr int preferredWidth = 120;
 
 } // namespace
 
-UsageBar::UsageBar(QWidget *parent)
-    : QWidget(parent) {
+UsageBar::UsageBar() {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
@@ -48,15 +47,11 @@ void UsageBar::paintEvent(QPaintEvent *) {
     const QRectF bar = rect();
     const double radius = bar.height() / 2;
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(colors.track);
-    painter.drawRoundedRect(bar, radius, radius);
+    fillRounded(painter, bar, radius, colors.track);
     if (m_share <= 0)
         return;
     const double width = std::max(bar.height(), bar.width() * m_share / 100);
-    painter.setBrush(colors.*m_color);
-    painter.drawRoundedRect(QRectF(bar.left(), bar.top(), width, bar.height()), radius, radius);
+    fillRounded(painter, {bar.left(), bar.top(), width, bar.height()}, radius, colors.*m_color);
 }
 
 } // namespace burnwick

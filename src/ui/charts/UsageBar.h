@@ -8,19 +8,19 @@
 
 namespace burnwick {
 
-/// A horizontal bar, filled from the left by a share of its width. The figure stands in a text beside it,
-/// so assistive technology is told nothing of the bar.
+/// A horizontal bar with a filled share. Invisible to assistive technology, because a text beside it has the
+/// figure.
 class UsageBar final : public QWidget {
     Q_OBJECT
 
 public:
-    /// Empty, in the accent.
-    explicit UsageBar(QWidget *parent = nullptr);
+    /// Empty, in the accent colour.
+    UsageBar();
 
-    /// In percent. Below 0 and what is no number show as 0, above 100 as 100; the least share above 0 is a
-    /// dot. Repaints only when the shown share differs.
+    /// Sets the filled share in percent, clamped to 0 to 100; NaN counts as 0. The least share above 0 is a
+    /// dot. Repaints only for another share.
     void setShare(double percent);
-    /// The role that the fill takes its colour from, in either scheme. Repaints only when it differs.
+    /// Sets the role of the fill's colour. Repaints only for another role.
     void setColor(QColor ThemeColors::*role);
 
     [[nodiscard]] QSize sizeHint() const override;

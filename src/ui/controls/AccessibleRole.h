@@ -8,9 +8,9 @@ class QWidget;
 
 namespace burnwick {
 
-/// What assistive technology takes the widget for. Without a role a widget that draws itself is one that only
-/// lays others out, and screen readers pass over it, whatever its name. To be called before the widget gets
-/// its name, which may already be looked up; for widgets whose class is no standard control of Qt's.
+/// Sets the widget's role for assistive technology. By default a widget that paints itself counts as a layout
+/// container, which screen readers skip even if it has a name. For classes that are no standard controls of
+/// Qt; required before setAccessibleName(), which creates the accessible interface.
 void setAccessibleRole(QWidget &widget, QAccessible::Role role);
 
 } // namespace burnwick

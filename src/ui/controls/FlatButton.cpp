@@ -7,14 +7,13 @@
 
 namespace burnwick {
 
-FlatButton::FlatButton(const QString &text, const Look &look, QWidget *parent)
-    : QPushButton(text, parent)
+FlatButton::FlatButton(const QString &text, const Look &look)
+    : QPushButton(text)
     , m_look(look) {
     setFont(fontOf(look.text));
     setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    // It is drawn by itself: the style's "default button" would be invisible.
-    setAutoDefault(false);
+    setAutoDefault(false); // paintEvent() has no look for a default button
 }
 
 QSize FlatButton::sizeHint() const {
@@ -42,11 +41,8 @@ void FlatButton::paintEvent(QPaintEvent *) {
     const ThemeColors &colors = colorsFor(*this);
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    if (QColor ThemeColors::*ground = groundNow()) {
-        painter.setBrush(colors.*ground);
-        painter.drawRoundedRect(rect(), m_look.radius, m_look.radius);
-    }
+    if (QColor ThemeColors::*ground = groundNow())
+        fillRounded(painter, rect(), m_look.radius, colors.*ground);
     if (m_look.outline) {
         painter.setBrush(Qt::NoBrush);
         painter.setPen(colors.*m_look.outline);

@@ -12,28 +12,27 @@
 
 namespace burnwick {
 
-/// A button that is but its text on a rounded ground. Text is secondary to what it does, so it carries its
-/// own style instead of the desktop's.
+/// A button of text on a rounded background, painted without the desktop's style.
 class FlatButton : public QPushButton {
     Q_OBJECT
     Q_PROPERTY(int radius READ radius CONSTANT)
 
 public:
-    /// How such a button looks; grounds and text as roles of the theme.
+    /// Colours are roles of the theme; null for no background or outline.
     struct Look {
         TextStyle text = TextStyle::body;
-        std::optional<TextStyle> chosenText = {}; ///< while checked; there is always room for it
-        QSize padding;                            ///< at each side and at top and bottom
+        std::optional<TextStyle> chosenText = {}; ///< while checked; the size hint includes it
+        QSize padding;                            ///< left and right, above and below
         int radius = 6;
-        QColor ThemeColors::*ground = nullptr; ///< at rest; none when absent
+        QColor ThemeColors::*ground = nullptr; ///< otherwise
         QColor ThemeColors::*hovered = nullptr;
         QColor ThemeColors::*pressed = nullptr;
-        QColor ThemeColors::*chosen = nullptr;  ///< while checked
-        QColor ThemeColors::*outline = nullptr; ///< none when absent
+        QColor ThemeColors::*chosen = nullptr; ///< while checked
+        QColor ThemeColors::*outline = nullptr;
         QColor ThemeColors::*restingText = &ThemeColors::text;
     };
 
-    FlatButton(const QString &text, const Look &look, QWidget *parent = nullptr);
+    FlatButton(const QString &text, const Look &look);
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }

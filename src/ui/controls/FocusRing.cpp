@@ -32,7 +32,7 @@ void FocusRing::follow(QWidget *focused) {
             on ? widget->installEventFilter(this) : widget->removeEventFilter(this);
     };
     watchAncestors(m_control, false);
-    // Qt keeps the attribute for good once the keyboard has moved the focus.
+    // Qt never resets the attribute by itself.
     if (QGuiApplication::mouseButtons() != Qt::NoButton)
         window->setAttribute(Qt::WA_KeyboardFocusChange, false);
     const bool byKeyboard = focused != nullptr && focused != window && window->isAncestorOf(focused) &&
@@ -43,7 +43,7 @@ void FocusRing::follow(QWidget *focused) {
 }
 
 void FocusRing::place() {
-    // It is drawn over the whole window, also where a scroll area clips the control.
+    // Hidden with a control that a scroll area clips, because the ring lies over the whole window.
     setVisible(m_control && !m_control->visibleRegion().isEmpty());
     if (!isVisible())
         return;

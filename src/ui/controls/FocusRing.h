@@ -7,13 +7,13 @@
 
 namespace burnwick {
 
-/// A ring around the control of its window that has the keyboard, shown only where the focus was moved by
-/// keyboard: a click tells by itself where it went. A control's property "radius" is that of its corners.
+/// A ring around the window's focused control, visible only after the keyboard moved the focus. The control's
+/// property "radius" is its corner radius.
 class FocusRing final : public QWidget {
     Q_OBJECT
 
 public:
-    /// For the controls of that window, which owns the ring.
+    /// The window becomes the ring's parent.
     explicit FocusRing(QWidget *window);
 
 protected:

@@ -16,9 +16,8 @@ constexpr int pictureSize = 16;
 
 } // namespace
 
-IconButton::IconButton(const QString &picture, const QString &name, QWidget *parent)
-    : QAbstractButton(parent)
-    , m_picture(svgIcon(picture)) {
+IconButton::IconButton(const QString &picture, const QString &name)
+    : m_picture(svgIcon(picture)) {
     setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setAccessibleName(name);
@@ -32,12 +31,8 @@ QSize IconButton::sizeHint() const {
 void IconButton::paintEvent(QPaintEvent *) {
     const ThemeColors &colors = colorsFor(*this);
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    if (isDown() || underMouse()) {
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(isDown() ? colors.pressed : colors.hover);
-        painter.drawRoundedRect(rect(), radius(), radius());
-    }
+    if (isDown() || underMouse())
+        fillRounded(painter, rect(), radius(), isDown() ? colors.pressed : colors.hover);
     QPixmap shape = m_picture.pixmap({pictureSize, pictureSize}, devicePixelRatioF());
     {
         QPainter tint(&shape);

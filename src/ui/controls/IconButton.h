@@ -7,15 +7,14 @@
 
 namespace burnwick {
 
-/// A square button that is but a one-colour picture, painted in the text's secondary colour. Its tool tip is
-/// its name.
+/// A square button with a picture in the secondary text colour. Its tool tip is its name.
 class IconButton final : public QAbstractButton {
     Q_OBJECT
     Q_PROPERTY(int radius READ radius CONSTANT)
 
 public:
-    /// `picture` is an SVG file or resource; only where it is opaque counts.
-    IconButton(const QString &picture, const QString &name, QWidget *parent = nullptr);
+    /// `picture` is an SVG file or resource, of which only the opacity counts.
+    IconButton(const QString &picture, const QString &name);
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] int radius() const { return 8; }

@@ -33,7 +33,7 @@ public:
     void doAction(const QString &name) override {
         if (name != showMenuAction())
             QAccessibleWidget::doAction(name);
-        else if (m_button.isEnabled()) // later: it returns when the menu is closed
+        else if (m_button.isEnabled()) // queued, because it blocks until the menu is closed
             QMetaObject::invokeMethod(&m_button, &QPushButton::showMenu, Qt::QueuedConnection);
     }
 
@@ -48,8 +48,8 @@ QAccessibleInterface *interfaceOf(const QString &, QObject *object) {
 
 } // namespace
 
-MenuButton::MenuButton(const QString &text, const Look &look, QMenu *menu, QWidget *parent)
-    : FlatButton(text, look, parent) {
+MenuButton::MenuButton(const QString &text, const Look &look, QMenu *menu)
+    : FlatButton(text, look) {
     // Installing the same function again has no effect.
     QAccessible::installFactory(&interfaceOf);
     menu->setParent(this, menu->windowFlags());

@@ -6,14 +6,14 @@
 
 namespace burnwick {
 
-/// A button that opens a menu, whose entries assistive technology finds below the button. Qt leaves menus of
-/// push buttons out of the accessible tree.
+/// A button that opens a menu and has its entries as children in the accessible tree, where Qt omits the
+/// menus of push buttons.
 class MenuButton final : public FlatButton {
     Q_OBJECT
 
 public:
-    /// The menu becomes a child of the button.
-    MenuButton(const QString &text, const Look &look, QMenu *menu, QWidget *parent = nullptr);
+    /// Takes ownership of the menu.
+    MenuButton(const QString &text, const Look &look, QMenu *menu);
 };
 
 } // namespace burnwick

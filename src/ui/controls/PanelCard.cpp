@@ -12,14 +12,13 @@
 
 namespace burnwick {
 
-PanelCard::PanelCard(QWidget *parent)
-    : QWidget(parent)
-    , m_content(new QVBoxLayout(this)) {
+PanelCard::PanelCard()
+    : m_content(new QVBoxLayout(this)) {
     PanelCard::setDense(false);
 }
 
-PanelCard::PanelCard(const QString &caption, QWidget *parent)
-    : PanelCard(parent) {
+PanelCard::PanelCard(const QString &caption)
+    : PanelCard() {
     setAccessibleRole(*this, QAccessible::Grouping);
     setAccessibleName(caption);
     m_header = new QHBoxLayout;
@@ -38,10 +37,7 @@ void PanelCard::setDense(bool dense) {
 void PanelCard::paintEvent(QPaintEvent *) {
     constexpr double radius = 12;
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(colorsFor(*this).card);
-    painter.drawRoundedRect(rect(), radius, radius);
+    fillRounded(painter, rect(), radius, colorsFor(*this).card);
 }
 
 } // namespace burnwick

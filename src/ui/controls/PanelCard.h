@@ -9,21 +9,21 @@ class QVBoxLayout;
 
 namespace burnwick {
 
-/// A rounded ground, one shade off the window's, with room for what stands on it.
+/// A rounded background with a column of content.
 class PanelCard : public QWidget {
     Q_OBJECT
 
 public:
-    explicit PanelCard(QWidget *parent = nullptr);
-    /// With a name in capitals on its first line.
-    explicit PanelCard(const QString &caption, QWidget *parent = nullptr);
+    PanelCard();
+    /// With a caption as its first line and its accessible name.
+    explicit PanelCard(const QString &caption);
 
-    /// Puts less space around the rows and between them.
+    /// Reduces the space around and between the rows, for low screens.
     virtual void setDense(bool dense);
 
-    /// What the card shows, from top to bottom.
+    /// The rows from top to bottom.
     [[nodiscard]] QVBoxLayout *content() const { return m_content; }
-    /// The line of the name; something may stand at its end. None without a name.
+    /// The caption's line, to which widgets can be added; null without a caption.
     [[nodiscard]] QHBoxLayout *header() const { return m_header; }
 
 protected:

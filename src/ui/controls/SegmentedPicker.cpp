@@ -3,7 +3,6 @@
 #include "ui/controls/SegmentedPicker.h"
 
 #include "ui/controls/AccessibleRole.h"
-#include "ui/controls/ChoiceGroup.h"
 #include "ui/controls/FlatButton.h"
 
 #include <QButtonGroup>
@@ -34,23 +33,18 @@ public:
     explicit Segment(const QString &label)
         : FlatButton(label, segmentLook()) {
         setCheckable(true);
-        // Radio buttons are what this makes of them for assistive technology.
-        setAutoExclusive(true);
+        setAutoExclusive(true); // makes it a radio button for assistive technology
     }
 
 protected:
     void paintEvent(QPaintEvent *event) override {
         if (isChecked()) {
             QPainter painter(this);
-            painter.setRenderHint(QPainter::Antialiasing);
-            painter.setPen(Qt::NoPen);
-            // A hint of a shadow lifts it off the track where both are light.
+            // The shadow separates the segment from the track, which is light too in the light scheme.
             constexpr double shadowDepth = 1;
             const QRectF shape = QRectF(rect()).adjusted(0.5, 0, -0.5, -shadowDepth);
-            painter.setBrush(QColor(0, 0, 0, 36));
-            painter.drawRoundedRect(shape.adjusted(-0.5, 0.5, 0.5, shadowDepth), radius(), radius());
-            painter.setBrush(colorsFor(*this).segment);
-            painter.drawRoundedRect(shape, radius(), radius());
+            fillRounded(painter, shape.adjusted(-0.5, 0.5, 0.5, shadowDepth), radius(), QColor(0, 0, 0, 36));
+            fillRounded(painter, shape, radius(), colorsFor(*this).segment);
         }
         FlatButton::paintEvent(event);
     }
@@ -58,9 +52,17 @@ protected:
 
 } // namespace
 
-SegmentedPicker::SegmentedPicker(const QStringList &labels, QWidget *parent)
-    : QWidget(parent)
-    , m_segments(new QButtonGroup(this)) {
+void stopAtChosen(QButtonGroup &group) {
+    const auto update = [&group] {
+        for (QAbstractButton *button : group.buttons())
+            button->setFocusPolicy(button->isChecked() ? Qt::StrongFocus : Qt::ClickFocus);
+    };
+    QObject::connect(&group, &QButtonGroup::idToggled, &group, update);
+    update();
+}
+
+SegmentedPicker::SegmentedPicker(const QStringList &labels)
+    : m_segments(new QButtonGroup(this)) {
     setAccessibleRole(*this, QAccessible::Grouping);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     auto *line = new QHBoxLayout(this);
@@ -71,10 +73,10 @@ SegmentedPicker::SegmentedPicker(const QStringList &labels, QWidget *parent)
         m_segments->addButton(segment, static_cast<int>(m_segments->buttons().size()));
         line->addWidget(segment);
     }
-    // Not idClicked(): assistive technology chooses without a click.
+    // Not idClicked(), because assistive technology checks without a click.
     connect(m_segments, &QButtonGroup::idToggled, this, [this](int index, bool chosen) {
-        if (chosen)
-            follow(index);
+        if (chosen && std::exchange(m_chosen, index) != index)
+            Q_EMIT picked(index);
     });
     setChosen(0);
     stopAtChosen(*m_segments);
@@ -85,17 +87,9 @@ void SegmentedPicker::setChosen(int index) {
     m_segments->button(index)->setChecked(true);
 }
 
-void SegmentedPicker::follow(int index) {
-    if (std::exchange(m_chosen, index) != index)
-        Q_EMIT picked(index);
-}
-
 void SegmentedPicker::paintEvent(QPaintEvent *) {
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(colorsFor(*this).track);
-    painter.drawRoundedRect(rect(), trackRadius, trackRadius);
+    fillRounded(painter, rect(), trackRadius, colorsFor(*this).track);
 }
 
 } // namespace burnwick

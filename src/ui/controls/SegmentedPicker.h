@@ -9,29 +9,30 @@ class QButtonGroup;
 
 namespace burnwick {
 
-/// One choice of a few that are all seen, side by side on a track. One stop of the tab key; the arrow keys
-/// choose. A group of radio buttons to assistive technology; whoever places it gives it a name.
+/// Makes the checked button the group's only tab stop; the arrow keys move to the others. By default Qt's tab
+/// stop is the first button. For a group with its buttons, one of which is checked.
+void stopAtChosen(QButtonGroup &group);
+
+/// Radio buttons as segments side by side, with one tab stop; the arrow keys choose. The caller sets the
+/// accessible name.
 class SegmentedPicker final : public QWidget {
     Q_OBJECT
 
 public:
-    /// The first one is chosen.
-    explicit SegmentedPicker(const QStringList &labels, QWidget *parent = nullptr);
+    /// Checks the first segment.
+    explicit SegmentedPicker(const QStringList &labels);
 
-    [[nodiscard]] int chosen() const { return m_chosen; }
-    /// Picks nothing: for showing what holds already.
+    /// Checks a segment without emitting picked().
     void setChosen(int index);
 
 Q_SIGNALS:
-    /// The user chose another one.
+    /// Emitted when the user checks another segment.
     void picked(int index);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void follow(int index);
-
     QButtonGroup *m_segments;
     int m_chosen = 0;
 };

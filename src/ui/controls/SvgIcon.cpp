@@ -2,14 +2,17 @@
 // SPDX-License-Identifier: MIT
 #include "ui/controls/SvgIcon.h"
 
+#include "ui/controls/AccessibleRole.h"
+
 #include <QIconEngine>
 #include <QPainter>
 #include <QPixmap>
 #include <QSvgRenderer>
+#include <QWidget>
 
 #include <utility>
 
-// A library's resources are linked in only when named, and Qt wants that outside of every namespace.
+// Links the library's resources in; Qt requires a function outside of namespaces.
 static void initIconResource() {
     Q_INIT_RESOURCE(burnwick_icons);
 }
@@ -18,7 +21,7 @@ namespace burnwick {
 
 namespace {
 
-/// Looks the same in all modes and states.
+/// Ignores modes and states.
 class SvgIconEngine final : public QIconEngine {
 public:
     explicit SvgIconEngine(QString file)
@@ -42,15 +45,34 @@ private:
     QSvgRenderer m_picture;
 };
 
+class Logo final : public QWidget {
+protected:
+    void paintEvent(QPaintEvent *) override {
+        QPainter painter(this);
+        m_icon.paint(&painter, rect());
+    }
+
+private:
+    QIcon m_icon = applicationIcon();
+};
+
 } // namespace
 
 QIcon svgIcon(const QString &file) {
     initIconResource();
-    return QIcon(new SvgIconEngine(file)); // which the icon owns
+    return QIcon(new SvgIconEngine(file)); // which becomes its owner
 }
 
 QIcon applicationIcon() {
     return svgIcon(QStringLiteral(":/burnwick/icons/burnwick.svg"));
+}
+
+QWidget *makeLogo(int side) {
+    auto *logo = new Logo;
+    logo->setFixedSize(side, side);
+    setAccessibleRole(*logo, QAccessible::Graphic);
+    logo->setAccessibleName(QStringLiteral("Burnwick"));
+    return logo;
 }
 
 } // namespace burnwick

@@ -5,13 +5,18 @@
 #include <QIcon>
 #include <QString>
 
+class QWidget;
+
 namespace burnwick {
 
-/// An icon of an SVG file or resource, sharp at any size. It needs no plugin of Qt's, unlike QIcon(file):
-/// these are a package of their own on some systems, and without them such an icon is empty.
+/// Returns the icon of an SVG file or resource, sharp at any size. Unlike QIcon(file) it needs no plugin of
+/// Qt, which some systems have in a separate package.
 [[nodiscard]] QIcon svgIcon(const QString &file);
 
 /// The application's icon.
 [[nodiscard]] QIcon applicationIcon();
+
+/// Returns a widget with the application's icon in a square of that side; the caller adds it to a layout.
+[[nodiscard]] QWidget *makeLogo(int side);
 
 } // namespace burnwick

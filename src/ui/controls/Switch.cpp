@@ -18,9 +18,8 @@ constexpr int slideTime = 120; // milliseconds
 
 } // namespace
 
-Switch::Switch(std::function<bool()> reducedMotion, QWidget *parent)
-    : QAbstractButton(parent)
-    , m_reducedMotion(std::move(reducedMotion)) {
+Switch::Switch(std::function<bool()> reducedMotion)
+    : m_reducedMotion(std::move(reducedMotion)) {
     setCheckable(true);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     m_slide.setDuration(slideTime);
@@ -67,17 +66,10 @@ void Switch::paintEvent(QPaintEvent *) {
     const QRectF track = rect();
     const double corner = track.height() / 2;
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    // The accent comes over the other ground as the knob moves.
-    painter.setBrush(colors.switchOff);
-    painter.drawRoundedRect(track, corner, corner);
-    painter.setBrush(withOpacity(colors.accent, m_position));
-    painter.drawRoundedRect(track, corner, corner);
-    if (isDown()) {
-        painter.setBrush(colors.pressed);
-        painter.drawRoundedRect(track, corner, corner);
-    }
+    fillRounded(painter, track, corner, colors.switchOff);
+    fillRounded(painter, track, corner, withOpacity(colors.accent, m_position));
+    if (isDown())
+        fillRounded(painter, track, corner, colors.pressed);
 
     const double diameter = track.height() - 2 * knobMargin;
     const double way = track.width() - 2 * knobMargin - diameter;

@@ -9,26 +9,27 @@
 
 namespace burnwick {
 
-/// A knob on a track: at its end and on the accent when on. A check box to assistive technology; whoever
-/// places it gives it a name.
+/// A knob on a track, in the accent colour when on. A check box for assistive technology; the caller sets its
+/// name.
 class Switch final : public QAbstractButton {
     Q_OBJECT
     Q_PROPERTY(int radius READ radius CONSTANT)
 
 public:
-    /// The knob slides for 120 ms, or jumps while `reducedMotion` holds, which is asked at each change.
-    explicit Switch(std::function<bool()> reducedMotion, QWidget *parent = nullptr);
+    /// The knob slides for 120 ms, or jumps when `reducedMotion` returns true, which is called at each
+    /// change.
+    explicit Switch(std::function<bool()> reducedMotion);
 
-    /// Flips nothing: for showing what holds already.
+    /// Sets the state without emitting flipped().
     void setOn(bool on);
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] int radius() const;
-    /// Where the knob is, from 0 (off) to 1 (on).
+    /// From 0 (off) to 1 (on).
     [[nodiscard]] double knobPosition() const { return m_position; }
 
 Q_SIGNALS:
-    /// The user did, by whatever means. Unlike clicked(), which assistive technology does without.
+    /// Emitted when the user toggles the switch, also by assistive technology, which emits no clicked().
     void flipped(bool on);
 
 protected:

@@ -3,7 +3,6 @@
 #include "ui/dashboard/AccountBar.h"
 
 #include "ui/controls/MenuButton.h"
-#include "ui/dashboard/DashboardButtons.h"
 #include "ui/dashboard/StatusPill.h"
 #include "ui/text/TextLabel.h"
 
@@ -17,51 +16,40 @@ namespace burnwick {
 namespace {
 
 struct StatusLook {
-    QString pill;
+    const char *pill;
     QColor ThemeColors::*color;
     QColor ThemeColors::*textColor;
-    double groundOpacity;
-    QString action; ///< none while a login runs
-    bool logsIn;    ///< the action does; otherwise it asks for the quota
+    const char *action; ///< null while a login runs
+    bool logsIn;        ///< otherwise the action requests the quota
+    double groundOpacity = 0.16;
 };
 
 StatusLook lookOf(OAuthStatus status) {
-    const QString logIn = QStringLiteral("Re-authenticate");
+    using T = ThemeColors;
     switch (status) {
     case OAuthStatus::connected:
-        return {QStringLiteral("Connected"),   &ThemeColors::operational,
-                &ThemeColors::operationalText, 0.16,
-                QStringLiteral("Reconnect"),   false};
+        return {"Connected", &T::operational, &T::operationalText, "Reconnect", false};
     case OAuthStatus::disconnected:
-        return {QStringLiteral("Disconnected"),
-                &ThemeColors::outage,
-                &ThemeColors::outageText,
-                0.16,
-                logIn,
-                true};
+        return {"Disconnected", &T::outage, &T::outageText, "Re-authenticate", true};
     case OAuthStatus::expired:
-        return {QStringLiteral("Token Expired"),
-                &ThemeColors::outage,
-                &ThemeColors::outageText,
-                0.16,
-                logIn,
-                true};
+        return {"Token Expired", &T::outage, &T::outageText, "Re-authenticate", true};
     case OAuthStatus::authenticating:
-        return {QString::fromUtf8("Authenticating…"),
-                &ThemeColors::degraded,
-                &ThemeColors::degradedText,
-                0.16,
-                {},
-                false};
+        return {"Authenticating…", &T::degraded, &T::degradedText, nullptr, false};
     case OAuthStatus::unknown:
         break;
     }
-    return {QStringLiteral("Unknown"), &ThemeColors::secondary,
-            &ThemeColors::unknownText, 0.12,
-            QStringLiteral("Retry"),   false};
+    return {"Unknown", &T::secondary, &T::unknownText, "Retry", false, 0.12};
 }
 
-/// An open circle: something is going on elsewhere. It does not move.
+FlatButton::Look smallButtonLook() {
+    return {.text = TextStyle::caption,
+            .padding = {8, 4},
+            .ground = &ThemeColors::hover,
+            .hovered = &ThemeColors::selected,
+            .pressed = &ThemeColors::pressed};
+}
+
+/// An open circle, which does not move.
 class ProgressRing final : public QWidget {
 public:
     ProgressRing() { setFixedSize(12, 12); }
@@ -76,20 +64,19 @@ protected:
     }
 };
 
-/// Only Claude's account is served; the others stand for what may come.
+/// The entries of other providers have no effect.
 QPushButton *makeProviderMenu() {
-    FlatButton::Look look = smallButtonStyle();
-    look.text = TextStyle::body;
-    look.padding = {9, 3};
-    look.ground = nullptr;
-    look.hovered = &ThemeColors::hover;
-    look.outline = &ThemeColors::line;
+    const FlatButton::Look look{.text = TextStyle::body,
+                                .padding = {9, 3},
+                                .hovered = &ThemeColors::hover,
+                                .pressed = &ThemeColors::pressed,
+                                .outline = &ThemeColors::line};
     auto *menu = new QMenu;
     menu->setFont(fontOf(TextStyle::body));
     QAction *claude = menu->addAction(QStringLiteral("Claude"));
     claude->setCheckable(true);
     claude->setChecked(true);
-    claude->setActionGroup(new QActionGroup(claude)); // a click does not take the mark away
+    claude->setActionGroup(new QActionGroup(claude)); // so that a click leaves it checked
     menu->addSeparator();
     menu->addAction(QStringLiteral("OpenAI"));
     menu->addAction(QStringLiteral("Grok"));
@@ -111,10 +98,9 @@ QWidget *makeWaiting() {
 
 } // namespace
 
-AccountBar::AccountBar(QWidget *parent)
-    : QWidget(parent)
-    , m_pill(new StatusPill)
-    , m_action(new FlatButton({}, smallButtonStyle()))
+AccountBar::AccountBar()
+    : m_pill(new StatusPill)
+    , m_action(new FlatButton({}, smallButtonLook()))
     , m_waiting(makeWaiting()) {
     constexpr int height = 36;
     setFixedHeight(height);
@@ -138,11 +124,11 @@ void AccountBar::setStatus(OAuthStatus status) {
         return;
     m_status = status;
     const StatusLook look = lookOf(status);
-    m_pill->setState(look.pill, look.color, look.textColor, look.groundOpacity);
-    m_action->setText(look.action);
+    m_pill->setState(QString::fromUtf8(look.pill), look.color, look.textColor, look.groundOpacity);
+    m_action->setText(QString::fromUtf8(look.action));
     m_action->updateGeometry();
-    m_action->setVisible(!look.action.isEmpty());
-    m_waiting->setVisible(look.action.isEmpty());
+    m_action->setVisible(look.action != nullptr);
+    m_waiting->setVisible(look.action == nullptr);
 }
 
 void AccountBar::act() {
@@ -155,10 +141,7 @@ void AccountBar::act() {
 void AccountBar::paintEvent(QPaintEvent *) {
     constexpr double radius = 10;
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(colorsFor(*this).bar);
-    painter.drawRoundedRect(rect(), radius, radius);
+    fillRounded(painter, rect(), radius, colorsFor(*this).bar);
 }
 
 } // namespace burnwick

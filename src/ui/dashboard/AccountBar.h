@@ -14,12 +14,12 @@ namespace burnwick {
 
 class StatusPill;
 
-/// The line below the panels: whose figures they are, and how the link to the account stands.
+/// The bar below the panels with the provider's menu, the login's status and the action for it.
 class AccountBar final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit AccountBar(QWidget *parent = nullptr);
+    AccountBar();
 
     void setStatus(OAuthStatus status);
 

@@ -8,7 +8,7 @@
 #include "ui/controls/PanelCard.h"
 #include "ui/dashboard/ModelStatRowView.h"
 #include "ui/dashboard/StatTile.h"
-#include "ui/layout/BareArea.h"
+#include "ui/layout/ScrollAreas.h"
 #include "ui/text/Text.h"
 #include "ui/text/TextLabel.h"
 
@@ -28,7 +28,7 @@ namespace {
 
 constexpr int tilesPerRow = 6;
 
-/// The corners of a tile that are corners of the whole block.
+/// The round corners of a tile are those of the whole block.
 StatTile::Corners outerCorners(std::size_t index, std::size_t count) {
     const std::size_t lastRow = count - tilesPerRow;
     return {index == 0, index == tilesPerRow - 1, index == lastRow, index == count - 1};
@@ -46,14 +46,12 @@ QVBoxLayout *columnOf(QWidget *tab) {
 
 } // namespace
 
-/// Rows that scroll where there are more than fit: as high as they are, up to a limit.
+/// A column of rows as high as its content, which scrolls above a limit.
 class ModelsTab::RowsArea final : public QScrollArea {
 public:
     explicit RowsArea(QWidget *rows) {
-        makeBare(*this, rows);
-        setWidgetResizable(true);
-        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-        // No row takes the focus: the area does, unless the tab key would stop where there is nothing to do.
+        makeColumn(*this, rows);
+        // The rows take no focus, so the area does while it can scroll.
         const QScrollBar *bar = verticalScrollBar();
         const auto update = [this](int, int end) { setFocusPolicy(end > 0 ? Qt::StrongFocus : Qt::NoFocus); };
         connect(bar, &QScrollBar::rangeChanged, this, update);
@@ -64,12 +62,12 @@ public:
         m_tallest = height;
         updateGeometry();
     }
-    /// Qt's own remembers what it was at first.
+    /// QScrollArea caches its first hint.
     [[nodiscard]] QSize sizeHint() const override {
         const QSize rows = widget()->sizeHint();
         return {rows.width(), std::min(rows.height(), m_tallest)};
     }
-    /// Qt's own has room for a scroll bar, and is higher than one row.
+    /// QScrollArea's includes a scroll bar and is higher than one row.
     [[nodiscard]] QSize minimumSizeHint() const override { return {0, sizeHint().height()}; }
 
 protected:
@@ -83,9 +81,8 @@ private:
     int m_tallest = 336;
 };
 
-OverviewTab::OverviewTab(QWidget *parent)
-    : QWidget(parent)
-    , m_heatmap(new ActivityHeatmapView(11, 3, 52)) {
+OverviewTab::OverviewTab()
+    : m_heatmap(new ActivityHeatmapView({.cellSize = 11, .gap = 3, .weeks = 52})) {
     auto *tiles = new QGridLayout;
     constexpr int tileSpacing = 4;
     tiles->setSpacing(tileSpacing);
@@ -120,14 +117,12 @@ void OverviewTab::setValues(const HistoricalData &history, double sessionCost, L
     m_heatmap->setActivity(history.dailyActivity, today, first);
 }
 
-ModelsTab::ModelsTab(QWidget *parent)
-    : QWidget(parent)
-    , m_noData(new PanelCard)
+ModelsTab::ModelsTab()
+    : m_noData(new PanelCard)
     , m_models(new PanelCard)
     , m_chartCard(new PanelCard)
     , m_chart(new ModelBarChartView) {
-    auto *noData = static_cast<PanelCard *>(m_noData)->content();
-    noData->addWidget(
+    m_noData->content()->addWidget(
         new TextLabel(QStringLiteral("No model data yet"), TextStyle::body, QPalette::PlaceholderText), 0,
         Qt::AlignCenter);
 
@@ -137,11 +132,10 @@ ModelsTab::ModelsTab(QWidget *parent)
     m_rowColumn->setSpacing(14);
     m_rowColumn->addStretch();
     m_rowsArea = new RowsArea(rows);
-    static_cast<PanelCard *>(m_models)->content()->addWidget(m_rowsArea);
+    m_models->content()->addWidget(m_rowsArea);
 
-    auto *chart = static_cast<PanelCard *>(m_chartCard)->content();
-    chart->addWidget(sectionTitle("Tokens per day"));
-    chart->addWidget(m_chart, 1);
+    m_chartCard->content()->addWidget(sectionTitle("Tokens per day"));
+    m_chartCard->content()->addWidget(m_chart, 1);
 
     QVBoxLayout *column = columnOf(this);
     column->addWidget(m_noData, 1);
@@ -154,7 +148,7 @@ void ModelsTab::setDense(bool dense) {
 }
 
 void ModelsTab::setValues(const HistoricalData &history, LocalDay today) {
-    // Thousands of names are no models, and a row for each of them would keep the window from answering.
+    // A limit for logs with thousands of names, whose rows would block the window.
     constexpr std::size_t mostRows = 1000;
     const std::span stats(history.modelStats.begin(), std::min(history.modelStats.size(), mostRows));
     while (m_rows.size() > stats.size()) {

@@ -19,17 +19,17 @@ namespace burnwick {
 class ActivityHeatmapView;
 class ModelBarChartView;
 class ModelStatRowView;
+class PanelCard;
 class StatTile;
 
-/// The figures of the history and the days that they come from.
+/// The figures of the history and its heatmap.
 class OverviewTab final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit OverviewTab(QWidget *parent = nullptr);
+    OverviewTab();
 
-    /// The cost is the current session's, in dollars. The first day is the one with which the history's
-    /// period begins, if it does.
+    /// `sessionCost` is the current session's, in dollars; `first` is the first day of the history's period.
     void setValues(const HistoricalData &history, double sessionCost, LocalDay today,
                    std::optional<LocalDay> first);
 
@@ -38,26 +38,26 @@ private:
     ActivityHeatmapView *m_heatmap;
 };
 
-/// The models that were used, and how much on each day.
+/// The models' shares of the tokens, and the tokens of each day.
 class ModelsTab final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit ModelsTab(QWidget *parent = nullptr);
+    ModelsTab();
 
     void setValues(const HistoricalData &history, LocalDay today);
-    /// Shows fewer models at a time.
+    /// Reduces the height of the list of models, for low screens.
     void setDense(bool dense);
 
 private:
     class RowsArea;
 
-    QWidget *m_noData;
-    QWidget *m_models;
+    PanelCard *m_noData;
+    PanelCard *m_models;
     RowsArea *m_rowsArea;
     QVBoxLayout *m_rowColumn;
     std::vector<ModelStatRowView *> m_rows;
-    QWidget *m_chartCard;
+    PanelCard *m_chartCard;
     ModelBarChartView *m_chart;
 };
 

@@ -9,7 +9,6 @@
 #include "ui/theme/ThemeColors.h"
 
 #include <QPainter>
-#include <QPainterPath>
 #include <QVBoxLayout>
 
 namespace burnwick {
@@ -50,9 +49,8 @@ QWidget *makeEmptyState() {
 
 } // namespace
 
-LiveColumn::LiveColumn(QWidget *parent)
-    : QWidget(parent)
-    , m_emptyState(makeEmptyState())
+LiveColumn::LiveColumn()
+    : m_emptyState(makeEmptyState())
     , m_quota(new WindowQuotaPanel)
     , m_extraUsage(new WindowExtraUsagePanel)
     , m_burnRate(new WindowBurnRatePanel)

@@ -14,12 +14,12 @@ class WindowClaudeStatusPanel;
 class WindowExtraUsagePanel;
 class WindowQuotaPanel;
 
-/// The dashboard's left side: a panel for each thing that is known now.
+/// The dashboard's left side: the panels whose figures are known.
 class LiveColumn final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit LiveColumn(QWidget *parent = nullptr);
+    LiveColumn();
 
     void setValues(const Snapshot &snapshot, Instant now);
 

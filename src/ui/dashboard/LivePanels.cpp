@@ -5,13 +5,16 @@
 #include "display/DisplayFormat.h"
 #include "display/DisplayText.h"
 #include "ui/controls/AccessibleRole.h"
-#include "ui/controls/StatusDot.h"
 #include "ui/dashboard/PanelRows.h"
 #include "ui/text/Text.h"
 #include "ui/text/TextLabel.h"
+#include "ui/theme/ThemeColors.h"
 
 #include <QHBoxLayout>
+#include <QPainter>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace burnwick {
 
@@ -42,10 +45,30 @@ QColor ThemeColors::*colorRoleOf(ClaudeComponentStatus::Status status) {
     return &ThemeColors::secondary;
 }
 
+/// A small disc. Invisible to assistive technology, because a text beside it has the status.
+class StatusDot final : public QWidget {
+public:
+    StatusDot() { setFixedSize(7, 7); }
+
+    void setColor(QColor ThemeColors::*color) {
+        if (std::exchange(m_color, color) != color)
+            update();
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override {
+        QPainter painter(this);
+        fillRounded(painter, rect(), width() / 2.0, colorsFor(*this).*m_color);
+    }
+
+private:
+    QColor ThemeColors::*m_color = &ThemeColors::secondary;
+};
+
 } // namespace
 
-WindowQuotaPanel::WindowQuotaPanel(QWidget *parent)
-    : PanelCard(QStringLiteral("QUOTA"), parent)
+WindowQuotaPanel::WindowQuotaPanel()
+    : PanelCard(QStringLiteral("QUOTA"))
     , m_session(addRow(*this, new QuotaBarRow(QStringLiteral("Session"))))
     , m_weekly(addRow(*this, new QuotaBarRow(QStringLiteral("Weekly"))))
     , m_claudeDesign(addRow(*this, new QuotaBarRow(QStringLiteral("Claude Design")))) {
@@ -70,8 +93,8 @@ void WindowQuotaPanel::setQuota(const std::optional<QuotaData> &quota, Instant n
     m_claudeDesign->setUsage(quota->claudeDesignWeeklyPct, quota->claudeDesignResetAt, now);
 }
 
-WindowExtraUsagePanel::WindowExtraUsagePanel(QWidget *parent)
-    : PanelCard(QStringLiteral("EXTRA USAGE"), parent)
+WindowExtraUsagePanel::WindowExtraUsagePanel()
+    : PanelCard(QStringLiteral("EXTRA USAGE"))
     , m_spent(addRow(*this, new ExtraUsageBarRow))
     , m_monthlyLimit(addRow(*this, "Monthly limit"))
     , m_currentBalance(addRow(*this, "Current balance")) {}
@@ -82,8 +105,8 @@ void WindowExtraUsagePanel::setUsage(const ExtraUsageData &usage) {
     m_currentBalance->setValue(textOf(costText(usage.currentBalance)));
 }
 
-WindowBurnRatePanel::WindowBurnRatePanel(QWidget *parent)
-    : PanelCard(QStringLiteral("BURN RATE"), parent)
+WindowBurnRatePanel::WindowBurnRatePanel()
+    : PanelCard(QStringLiteral("BURN RATE"))
     , m_current(addRow(*this, "Current"))
     , m_today(addRow(*this, "Today's final"))
     , m_weekly(addRow(*this, "Weekly projection"))
@@ -104,7 +127,7 @@ void WindowBurnRatePanel::setValues(const Values &values, Instant now) {
                          : emptyLine);
 }
 
-/// A component's name, its dot and its word.
+/// A component's name, dot and status.
 class WindowClaudeStatusPanel::Row final : public QWidget {
 public:
     Row()
@@ -135,8 +158,8 @@ private:
     TextLabel *m_word;
 };
 
-WindowClaudeStatusPanel::WindowClaudeStatusPanel(QWidget *parent)
-    : PanelCard(QStringLiteral("CLAUDE STATUS"), parent)
+WindowClaudeStatusPanel::WindowClaudeStatusPanel()
+    : PanelCard(QStringLiteral("CLAUDE STATUS"))
     , m_fetching(addRow(*this, new TextLabel(QString::fromUtf8("Fetching status…"), TextStyle::body,
                                              QPalette::PlaceholderText))) {}
 

@@ -10,8 +10,6 @@
 #include <optional>
 #include <vector>
 
-class QVBoxLayout;
-
 namespace burnwick {
 
 class ExtraUsageBarRow;
@@ -24,9 +22,9 @@ class WindowQuotaPanel final : public PanelCard {
     Q_OBJECT
 
 public:
-    explicit WindowQuotaPanel(QWidget *parent = nullptr);
+    WindowQuotaPanel();
 
-    /// Absent while the first answer is awaited.
+    /// The quota is absent until the first response.
     void setQuota(const std::optional<QuotaData> &quota, Instant now);
     void setDense(bool dense) override;
 
@@ -41,7 +39,7 @@ class WindowExtraUsagePanel final : public PanelCard {
     Q_OBJECT
 
 public:
-    explicit WindowExtraUsagePanel(QWidget *parent = nullptr);
+    WindowExtraUsagePanel();
 
     void setUsage(const ExtraUsageData &usage);
 
@@ -51,12 +49,12 @@ private:
     MenuRowView *m_currentBalance;
 };
 
-/// How fast tokens are burnt, and what that comes to.
+/// The burn rate and its projections.
 class WindowBurnRatePanel final : public PanelCard {
     Q_OBJECT
 
 public:
-    explicit WindowBurnRatePanel(QWidget *parent = nullptr);
+    WindowBurnRatePanel();
 
     /// Costs are dollars.
     struct Values {
@@ -65,7 +63,7 @@ public:
         double weeklyCost = 0;
         double monthlyCost = 0;
         std::optional<Instant> resetAt; ///< of the 5-hour window
-        bool awaitsReset = false;       ///< leaves its line empty, otherwise there is none without an instant
+        bool awaitsReset = false;       ///< without an instant: an empty line instead of none
     };
     void setValues(const Values &values, Instant now);
 
@@ -82,9 +80,9 @@ class WindowClaudeStatusPanel final : public PanelCard {
     Q_OBJECT
 
 public:
-    explicit WindowClaudeStatusPanel(QWidget *parent = nullptr);
+    WindowClaudeStatusPanel();
 
-    /// Without components it says that they are being fetched.
+    /// Without components the panel shows that they are being fetched.
     void setComponents(const std::vector<ClaudeComponentStatus> &components);
 
 private:

@@ -10,17 +10,18 @@
 #include "prefs/PreferencesManager.h"
 #include "state/AppState.h"
 #include "ui/controls/AccessibleRole.h"
-#include "ui/controls/ChoiceGroup.h"
+#include "ui/controls/FlatButton.h"
 #include "ui/controls/FocusRing.h"
+#include "ui/controls/IconButton.h"
 #include "ui/controls/PanelCard.h"
+#include "ui/controls/SegmentedPicker.h"
+#include "ui/controls/SvgIcon.h"
 #include "ui/dashboard/AccountBar.h"
 #include "ui/dashboard/ActivityTabs.h"
-#include "ui/dashboard/DashboardButtons.h"
-#include "ui/dashboard/HeaderBar.h"
 #include "ui/dashboard/LiveColumn.h"
 #include "ui/dashboard/StatTile.h"
-#include "ui/layout/FittedArea.h"
 #include "ui/layout/ScreenRoom.h"
+#include "ui/layout/ScrollAreas.h"
 #include "ui/text/Text.h"
 #include "ui/text/TextLabel.h"
 
@@ -38,24 +39,35 @@ namespace {
 constexpr int windowMargin = 20;
 constexpr int columnGap = 16;
 constexpr int rightColumnWidth = 760;
-/// What the fullest dashboard takes with the families of the common desktops, of which Noto Sans is the
-/// highest.
+/// The height of the fullest dashboard with the highest of the common desktops' fonts, Noto Sans.
 constexpr int regularHeight = 810;
 
-/// In the order of the tabs.
-constexpr int overview = 0;
+constexpr int overview = 0; // the first tab
 
-/// The first day that the filter takes, at least in part; none when it takes all.
+/// The first day, at least in part, of the filter's period; absent for "All".
 std::optional<LocalDay> firstDayOf(TimeFilter filter, Instant now, const Calendar &calendar) {
     const auto cutOff = cutOffOf(filter, now, calendar);
     return cutOff ? std::optional(calendar.dayOf(*cutOff)) : std::nullopt;
 }
 
+FlatButton *makeChoice(const QString &label, TextStyle text, TextStyle chosenText, QSize padding,
+                       int radius) {
+    auto *button = new FlatButton(label, {.text = text,
+                                          .chosenText = chosenText,
+                                          .padding = padding,
+                                          .radius = radius,
+                                          .hovered = &ThemeColors::hover,
+                                          .chosen = &ThemeColors::selected,
+                                          .restingText = &ThemeColors::inactive});
+    button->setCheckable(true);
+    button->setAutoExclusive(true); // makes it a radio button for assistive technology
+    return button;
+}
+
 } // namespace
 
-MainWindowView::MainWindowView(Services services, QWidget *parent)
-    : QWidget(parent)
-    , m_services(services)
+MainWindowView::MainWindowView(Services services)
+    : m_services(services)
     , m_tabs(new QButtonGroup(this))
     , m_filters(new QButtonGroup(this))
     , m_pages(new QStackedWidget)
@@ -70,8 +82,7 @@ MainWindowView::MainWindowView(Services services, QWidget *parent)
     auto *content = new QWidget;
     setAccessibleRole(*this, QAccessible::Window);
     content->setLayout(m_column);
-    auto *header = new HeaderBar;
-    m_column->addWidget(header);
+    m_column->addWidget(makeHeader());
     m_column->addWidget(makeBody());
     m_column->addWidget(m_accountBar);
     m_column->addWidget(m_updated);
@@ -84,15 +95,32 @@ MainWindowView::MainWindowView(Services services, QWidget *parent)
     const auto fit = [this, &room = area->room()] { setDense(room.size().height() < regularHeight); };
     connect(&area->room(), &ScreenRoom::changed, this, fit);
     fit();
-    connect(header, &HeaderBar::settingsRequested, this, &MainWindowView::settingsRequested);
     connect(m_accountBar, &AccountBar::refreshRequested, this, &MainWindowView::refreshQuota);
     connect(m_accountBar, &AccountBar::loginRequested, this, [this] { m_services.appState.connect(); });
     addShortcuts();
     new FocusRing(this);
-    // Until the user moves it, the keyboard belongs to no control.
+    // So that no control has the focus at first.
     setFocusPolicy(Qt::ClickFocus);
     setFocus();
     showState();
+}
+
+QWidget *MainWindowView::makeHeader() {
+    constexpr int height = 28;
+    constexpr int logoSize = 24;
+    auto *header = new QWidget;
+    header->setFixedHeight(height);
+    auto *line = new QHBoxLayout(header);
+    line->setContentsMargins({});
+    line->setSpacing(8);
+    line->addWidget(makeLogo(logoSize));
+    line->addWidget(new TextLabel(QStringLiteral("Burnwick"), TextStyle::figure));
+    line->addStretch();
+    auto *settings =
+        new IconButton(QStringLiteral(":/burnwick/icons/settings-symbolic.svg"), QStringLiteral("Settings"));
+    connect(settings, &QAbstractButton::clicked, this, &MainWindowView::settingsRequested);
+    line->addWidget(settings);
+    return header;
 }
 
 QWidget *MainWindowView::makeTabBar() {
@@ -101,13 +129,14 @@ QWidget *MainWindowView::makeTabBar() {
     line->setContentsMargins({});
     line->setSpacing(4);
     for (const char *label : {"Overview", "Models"}) {
-        auto *tab = new TabButton(QString::fromUtf8(label));
+        auto *tab =
+            makeChoice(QString::fromUtf8(label), TextStyle::label, TextStyle::labelStrong, {14, 6}, 8);
         m_tabs->addButton(tab, static_cast<int>(m_tabs->buttons().size()));
         line->addWidget(tab);
     }
     line->addStretch();
     for (const TimeFilter filter : allTimeFilters) {
-        auto *button = new FilterButton(textOf(nameOf(filter)));
+        auto *button = makeChoice(textOf(nameOf(filter)), TextStyle::body, TextStyle::bodyStrong, {10, 5}, 6);
         m_filters->addButton(button, static_cast<int>(filter));
         line->addWidget(button);
     }
@@ -143,7 +172,7 @@ QWidget *MainWindowView::makeBody() {
     return body;
 }
 
-/// Saves height, for low screens.
+/// Reduces the height, for low screens.
 void MainWindowView::setDense(bool dense) {
     if (m_dense == dense)
         return;
@@ -175,7 +204,7 @@ void MainWindowView::selectTab(int tab) {
     m_tabs->button(tab)->setChecked(true);
 }
 
-/// The user asks: also where nothing is asked for by itself.
+/// On the user's request, also with auto-refresh off.
 void MainWindowView::refreshQuota() {
     AppState &state = m_services.appState;
     runDetached(m_services.preferences.autoRefreshQuota() ? state.refreshQuota() : state.forceRefreshQuota());

@@ -23,13 +23,12 @@ class OverviewTab;
 class PreferencesManager;
 class TextLabel;
 
-/// The dashboard's content. Follows the state while it lives, and the time while it is visible. Main thread
-/// only.
+/// The dashboard's content. Follows the state always, and the time while it is visible. Main thread only.
 class MainWindowView final : public QWidget {
     Q_OBJECT
 
 public:
-    /// What the window works with; it must outlive the window.
+    /// All of them must outlive the window.
     struct Services {
         AppState &appState;
         const PreferencesManager &preferences;
@@ -37,7 +36,7 @@ public:
         Scheduler &scheduler;
     };
 
-    explicit MainWindowView(Services services, QWidget *parent = nullptr);
+    explicit MainWindowView(Services services);
 
 Q_SIGNALS:
     void settingsRequested();
@@ -48,6 +47,7 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    [[nodiscard]] QWidget *makeHeader();
     [[nodiscard]] QWidget *makeTabBar();
     [[nodiscard]] QWidget *makeBody();
     void addShortcuts();

@@ -9,19 +9,17 @@
 #include "ui/controls/AccessibleRole.h"
 #include "ui/text/Text.h"
 #include "ui/text/TextLabel.h"
-#include "ui/text/ToolTipText.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
 namespace burnwick {
 
-ModelStatRowView::ModelStatRowView(QWidget *parent)
-    : QWidget(parent)
-    , m_name(new TextLabel(TextStyle::label, QPalette::WindowText, this))
-    , m_share(new TextLabel(TextStyle::labelStrong, QPalette::WindowText, this))
-    , m_detail(new TextLabel(TextStyle::caption, QPalette::PlaceholderText, this))
-    , m_bar(new UsageBar(this)) {
+ModelStatRowView::ModelStatRowView()
+    : m_name(new TextLabel(TextStyle::label))
+    , m_share(new TextLabel(TextStyle::labelStrong))
+    , m_detail(new TextLabel(TextStyle::caption, QPalette::PlaceholderText))
+    , m_bar(new UsageBar) {
     setAccessibleRole(*this, QAccessible::Grouping);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     m_name->setElidable();
@@ -44,8 +42,7 @@ void ModelStatRowView::setStat(const ModelStat &stat) {
     m_stat = stat;
     const QString name = textOf(displayText(stat.name));
     const QString share = textOf(percentText(stat.percentage));
-    const QString detail =
-        textOf(tokenCountText(stat.inputTokens) + " in · " + tokenCountText(stat.outputTokens) + " out");
+    const QString detail = textOf(inOutText(stat.inputTokens, stat.outputTokens));
     m_name->setText(name);
     m_share->setText(share);
     m_detail->setText(detail);
@@ -56,8 +53,7 @@ void ModelStatRowView::setStat(const ModelStat &stat) {
         QStringLiteral("%1\nIn: %2\nOut: %3")
             .arg(name, exactTokensText(stat.inputTokens), exactTokensText(stat.outputTokens));
     setPlainToolTip(*this, toolTip);
-    // An elidable label would show the name alone.
-    setPlainToolTip(*m_name, toolTip);
+    setPlainToolTip(*m_name, toolTip); // instead of the elided name
 }
 
 } // namespace burnwick

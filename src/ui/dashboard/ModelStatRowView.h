@@ -13,14 +13,14 @@ namespace burnwick {
 class TextLabel;
 class UsageBar;
 
-/// A model's share of the tokens. The name comes from outside: it is shown as it stands.
+/// A model's share of the tokens. The name is untrusted and shown as displayText().
 class ModelStatRowView final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit ModelStatRowView(QWidget *parent = nullptr);
+    ModelStatRowView();
 
-    /// Repaints only when the values differ.
+    /// Repaints only for other values.
     void setStat(const ModelStat &stat);
 
 private:

@@ -37,19 +37,10 @@ QColor ThemeColors::*colorRoleOf(StatusIndicator indicator) {
     return &ThemeColors::good;
 }
 
-QString resetText(const std::optional<Instant> &resetAt, Instant now) {
-    if (!resetAt)
-        return {};
-    if (*resetAt <= now)
-        return QStringLiteral("resets now");
-    return QStringLiteral("resets in ") + textOf(timeRemainingText(*resetAt, now));
-}
-
 } // namespace
 
-MenuRowView::MenuRowView(const QString &label, QWidget *parent)
-    : QWidget(parent)
-    , m_label(new TextLabel(label, TextStyle::body, QPalette::PlaceholderText))
+MenuRowView::MenuRowView(const QString &label)
+    : m_label(new TextLabel(label, TextStyle::body, QPalette::PlaceholderText))
     , m_value(new TextLabel(TextStyle::bodyStrong)) {
     m_value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_value->setElidable();
@@ -66,9 +57,8 @@ void MenuRowView::setValue(const QString &value) {
     setAccessibleName(m_label->text() + QLatin1String(": ") + value);
 }
 
-QuotaBarRow::QuotaBarRow(const QString &label, QWidget *parent)
-    : QWidget(parent)
-    , m_column(new QVBoxLayout(this))
+QuotaBarRow::QuotaBarRow(const QString &label)
+    : m_column(new QVBoxLayout(this))
     , m_label(new TextLabel(label, TextStyle::label))
     , m_used(new TextLabel(TextStyle::label))
     , m_bar(new UsageBar)
@@ -92,7 +82,7 @@ void QuotaBarRow::setDense(bool dense) {
 
 void QuotaBarRow::setUsage(double usedPct, const std::optional<Instant> &resetAt, Instant now) {
     const QString used = textOf(percentText(usedPct)) + QLatin1String(" used");
-    const QString reset = resetText(resetAt, now);
+    const QString reset = textOf(resetText(resetAt, now));
     m_bar->setShare(usedPct);
     m_bar->setColor(colorRoleOf(statusIndicatorForUsage(usedPct)));
     m_reset->setVisible(resetAt.has_value());
@@ -113,9 +103,8 @@ void QuotaBarRow::setAwaited() {
     setAccessibleName(m_label->text() + QLatin1String(": ") + dash);
 }
 
-ExtraUsageBarRow::ExtraUsageBarRow(QWidget *parent)
-    : QWidget(parent)
-    , m_amount(new TextLabel(TextStyle::figure))
+ExtraUsageBarRow::ExtraUsageBarRow()
+    : m_amount(new TextLabel(TextStyle::figure))
     , m_note(new TextLabel(TextStyle::caption, QPalette::PlaceholderText))
     , m_bar(new UsageBar) {
     auto *line = lineOf(m_amount, m_note);

@@ -17,7 +17,7 @@ namespace burnwick {
 class TextLabel;
 class UsageBar;
 
-/// Text that keeps a label's line free: Qt gives a label without text another height.
+/// A no-break space, for an empty line: Qt gives a label without text another height.
 inline const QString emptyLine = QStringLiteral("\u00A0");
 
 /// A label and its value on one line.
@@ -25,7 +25,7 @@ class MenuRowView final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit MenuRowView(const QString &label, QWidget *parent = nullptr);
+    explicit MenuRowView(const QString &label);
 
     void setValue(const QString &value);
 
@@ -34,18 +34,18 @@ private:
     TextLabel *m_value;
 };
 
-/// How much of a quota is used, in the colour of its nearness to the limit, and when it begins anew.
+/// A quota's used share, with a bar in the indicator's colour, and its reset.
 class QuotaBarRow final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit QuotaBarRow(const QString &label, QWidget *parent = nullptr);
+    explicit QuotaBarRow(const QString &label);
 
-    /// In percent, which may exceed 100. Without an instant the line of the reset is left out.
+    /// `usedPct` may exceed 100. Without an instant the row has no reset line.
     void setUsage(double usedPct, const std::optional<Instant> &resetAt, Instant now);
-    /// Puts the reset on the label's line instead of one of its own.
+    /// Moves the reset into the label's line, for low screens.
     void setDense(bool dense);
-    /// A dash and an empty bar, at the height of a row with a reset.
+    /// Shows a dash and an empty bar, with the height of a row with a reset.
     void setAwaited();
 
 private:
@@ -57,14 +57,14 @@ private:
     TextLabel *m_reset;
 };
 
-/// What extra usage has cost, of the limit, and for how long the limit holds.
+/// The cost of the extra usage, its share of the limit and the days until the reset.
 class ExtraUsageBarRow final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit ExtraUsageBarRow(QWidget *parent = nullptr);
+    ExtraUsageBarRow();
 
-    /// Dollars, percent of the limit, days until the limit begins anew.
+    /// In dollars, percent of the limit, and days until the limit resets.
     void setUsage(double amount, double pct, std::int64_t days);
 
 private:

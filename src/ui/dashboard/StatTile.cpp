@@ -12,15 +12,13 @@
 
 namespace burnwick {
 
-StatTile::StatTile(const QString &label, Corners corners, QWidget *parent)
-    : QWidget(parent)
-    , m_corners(corners)
+StatTile::StatTile(const QString &label, Corners corners)
+    : m_corners(corners)
     , m_label(label)
     , m_value(new TextLabel(TextStyle::figure)) {
     constexpr int sidePadding = 14;
     setDense(false);
     setAccessibleRole(*this, QAccessible::Grouping);
-    // The value may be longer than the tile is wide; it is elided, not given the room.
     m_value->setElidable();
     setMinimumWidth(sidePadding);
 

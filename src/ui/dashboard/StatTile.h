@@ -8,12 +8,12 @@ namespace burnwick {
 
 class TextLabel;
 
-/// A labelled figure of the dashboard. Its texts are plain text, whatever is in them.
+/// A figure of the dashboard with its label, both plain text.
 class StatTile final : public QWidget {
     Q_OBJECT
 
 public:
-    /// Which of its corners are round.
+    /// The round corners.
     struct Corners {
         bool topLeft = false;
         bool topRight = false;
@@ -21,11 +21,11 @@ public:
         bool bottomRight = false;
     };
 
-    StatTile(const QString &label, Corners corners, QWidget *parent = nullptr);
+    StatTile(const QString &label, Corners corners);
 
-    /// Repaints only when the text differs.
+    /// Repaints only for another text.
     void setValue(const QString &value);
-    /// Less high.
+    /// Reduces the height, for low screens.
     void setDense(bool dense);
 
 protected:

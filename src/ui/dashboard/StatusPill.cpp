@@ -18,8 +18,7 @@ constexpr int pillHeight = 21;
 
 } // namespace
 
-StatusPill::StatusPill(QWidget *parent)
-    : QWidget(parent) {
+StatusPill::StatusPill() {
     setFont(fontOf(TextStyle::captionStrong));
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setAccessibleRole(*this, QAccessible::StaticText);
@@ -27,8 +26,6 @@ StatusPill::StatusPill(QWidget *parent)
 
 void StatusPill::setState(const QString &text, QColor ThemeColors::*color, QColor ThemeColors::*textColor,
                           double groundOpacity) {
-    if (m_text == text && m_color == color && m_textColor == textColor && m_groundOpacity == groundOpacity)
-        return;
     m_text = text;
     m_color = color;
     m_textColor = textColor;
@@ -45,10 +42,7 @@ QSize StatusPill::sizeHint() const {
 void StatusPill::paintEvent(QPaintEvent *) {
     const QColor color = colorsFor(*this).*m_color;
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(withOpacity(color, m_groundOpacity));
-    painter.drawRoundedRect(rect(), height() / 2.0, height() / 2.0);
+    fillRounded(painter, rect(), height() / 2.0, withOpacity(color, m_groundOpacity));
     painter.setBrush(color);
     painter.drawEllipse(QRectF(sidePadding, (height() - dotDiameter) / 2.0, dotDiameter, dotDiameter));
     painter.setPen(colorsFor(*this).*m_textColor);

@@ -8,14 +8,14 @@
 
 namespace burnwick {
 
-/// A word and a dot on a tint of the dot's colour.
+/// A dot and a text on a tint of the dot's colour.
 class StatusPill final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit StatusPill(QWidget *parent = nullptr);
+    StatusPill();
 
-    /// The word has a colour of its own, because the dot's may be too faint for text.
+    /// The text has another colour than the dot for the sake of its contrast.
     void setState(const QString &text, QColor ThemeColors::*color, QColor ThemeColors::*textColor,
                   double groundOpacity);
 

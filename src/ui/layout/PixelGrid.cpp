@@ -25,4 +25,8 @@ double PixelGrid::length(double value) const {
     return std::max(1.0, std::floor(value * m_toDevice.m11() + roundingError)) / m_toDevice.m11();
 }
 
+QRectF PixelGrid::rect(const QRectF &value) const {
+    return {x(value.left()), y(value.top()), length(value.width()), length(value.height())};
+}
+
 } // namespace burnwick

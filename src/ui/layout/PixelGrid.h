@@ -2,25 +2,27 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QPointF>
+#include <QRectF>
 #include <QTransform>
 
 class QPainter;
 
 namespace burnwick {
 
-/// Moves edges onto the pixels of what is painted on, so that they are sharp at every scale and wherever the
-/// widget stands in its window. Takes and gives logical coordinates of the painter, which may be scaled and
-/// shifted, not turned.
+/// Aligns edges with the device pixels, so that they are sharp at each scale and position of the widget.
+/// Takes and returns logical coordinates of the painter, whose transform may scale and translate, but not
+/// rotate.
 class PixelGrid {
 public:
     explicit PixelGrid(const QPainter &painter);
 
-    /// The edge between two pixels that is nearest.
+    /// The nearest edge between two pixels.
     [[nodiscard]] double x(double value) const;
     [[nodiscard]] double y(double value) const;
-    /// As many whole pixels as fit, one at least, so the same for all places.
+    /// The whole pixels in that length, at least one; independent of the position.
     [[nodiscard]] double length(double value) const;
+    /// The rectangle with aligned corner and lengths.
+    [[nodiscard]] QRectF rect(const QRectF &value) const;
 
 private:
     QTransform m_toDevice;

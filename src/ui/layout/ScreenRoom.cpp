@@ -10,7 +10,7 @@
 namespace burnwick {
 
 QRect roomOn(const QScreen &screen) {
-    // What the window manager puts around a window is known only once the window is there.
+    // An estimate: the window manager's frame has a known size only after the window is shown.
     constexpr QSize frame{8, 40};
     const QRect available = screen.availableGeometry();
     return {available.topLeft() + QPoint(frame.width() / 2, frame.height()), available.size() - frame};

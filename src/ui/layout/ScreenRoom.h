@@ -11,12 +11,11 @@ class QWidget;
 
 namespace burnwick {
 
-/// Where on that screen the content of a window can be: what panels leave free, without the room for the
-/// window's frame.
+/// The area for a window's content on the screen: without panels, and without the window's frame.
 [[nodiscard]] QRect roomOn(const QScreen &screen);
 
-/// The room for a window's content on the screen that the window is on. Belongs to the widget, which is
-/// anywhere in the window. Main thread only.
+/// The room for a window's content on the window's current screen. Child object of any widget in the window.
+/// Main thread only.
 class ScreenRoom final : public QObject {
     Q_OBJECT
 
@@ -27,7 +26,7 @@ public:
     [[nodiscard]] QSize size() const;
 
 Q_SIGNALS:
-    /// Emitted before the widget is first shown, and whenever the screen or the free part of it is another.
+    /// Emitted before the widget is first shown, and when the screen or its available area changes.
     void changed();
 
 protected:

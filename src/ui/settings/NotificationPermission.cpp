@@ -3,21 +3,52 @@
 #include "ui/settings/NotificationPermission.h"
 
 #include "platform/DesktopSettings.h"
-#include "ui/controls/Badge.h"
+#include "ui/controls/AccessibleRole.h"
 #include "ui/settings/SettingsCard.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QPainter>
 #include <QPointer>
 
 namespace burnwick {
 
-NotificationPermission::NotificationPermission(NotificationCenter &center, DesktopSettings &desktop,
-                                               QWidget *parent)
-    : QWidget(parent)
-    , m_center(center)
+namespace {
+
+/// Text on a tint of its colour; not interactive.
+class EnabledBadge final : public QWidget {
+public:
+    EnabledBadge() {
+        setFont(fontOf(TextStyle::captionStrong));
+        setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+        setAccessibleRole(*this, QAccessible::StaticText);
+        setAccessibleName(m_text);
+    }
+    [[nodiscard]] QSize sizeHint() const override {
+        constexpr QSize padding(9, 3);
+        return fontMetrics().size(Qt::TextSingleLine, m_text) + 2 * padding;
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override {
+        constexpr double radius = 6;
+        const QColor color = colorsFor(*this).granted;
+        QPainter painter(this);
+        fillRounded(painter, rect(), radius, withOpacity(color, badgeOpacity));
+        painter.setPen(color);
+        painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, m_text);
+    }
+
+private:
+    const QString m_text = QStringLiteral("Enabled");
+};
+
+} // namespace
+
+NotificationPermission::NotificationPermission(NotificationCenter &center, DesktopSettings &desktop)
+    : m_center(center)
     , m_desktop(desktop)
-    , m_enabled(new Badge(QStringLiteral("Enabled"), &ThemeColors::granted))
+    , m_enabled(new EnabledBadge)
     , m_action(new FlatButton({}, settingsButtonLook())) {
     auto *line = new QHBoxLayout(this);
     line->setContentsMargins({});
@@ -35,7 +66,7 @@ NotificationPermission::~NotificationPermission() {
 }
 
 bool NotificationPermission::event(QEvent *event) {
-    // The user may come back from the desktop's settings, which announce nothing.
+    // The desktop's settings may have changed it without an announcement.
     if (event->type() == QEvent::Show || event->type() == QEvent::WindowActivate)
         read();
     return QWidget::event(event);
@@ -60,8 +91,7 @@ void NotificationPermission::setStatus(Authorization status) {
     m_action->setText(status == Authorization::denied ? QStringLiteral("Open Settings")
                                                       : QStringLiteral("Allow"));
     m_action->updateGeometry();
-    // At once: by themselves the layouts make room one after the other, and half a button is painted in
-    // between.
+    // At once, because Qt would update the layouts one by one and paint half a button in between.
     for (QWidget *widget = this; widget; widget = widget->parentWidget()) {
         if (QLayout *layout = widget->layout())
             layout->activate();

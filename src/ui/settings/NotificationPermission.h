@@ -10,18 +10,18 @@
 
 namespace burnwick {
 
-class Badge;
 class DesktopSettings;
 class FlatButton;
 
-/// Whether Burnwick may notify, and the way to let it; nothing before the desktop has told. Asks when it is
-/// shown, when its window gets the keyboard and when the desktop announces a change. One at a time.
+/// The permission to notify, and a button to get it; empty until the desktop has answered. Reads the
+/// permission when it is shown, when its window becomes active and when the desktop announces a change. One
+/// instance at a time.
 class NotificationPermission final : public QWidget {
     Q_OBJECT
 
 public:
     /// Both must outlive this object.
-    NotificationPermission(NotificationCenter &center, DesktopSettings &desktop, QWidget *parent = nullptr);
+    NotificationPermission(NotificationCenter &center, DesktopSettings &desktop);
     ~NotificationPermission() override;
 
 protected:
@@ -36,7 +36,7 @@ private:
 
     NotificationCenter &m_center;
     DesktopSettings &m_desktop;
-    Badge *m_enabled;
+    QWidget *m_enabled;
     FlatButton *m_action;
     std::optional<Authorization> m_status;
     int m_latestRead = 0;

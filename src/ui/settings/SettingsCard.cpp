@@ -10,13 +10,20 @@
 
 namespace burnwick {
 
-SettingsDivider::SettingsDivider(QWidget *parent)
-    : QWidget(parent) {
-    setFixedHeight(1);
-}
+namespace {
 
-void SettingsDivider::paintEvent(QPaintEvent *) {
-    QPainter(this).fillRect(rect(), colorsFor(*this).line);
+class Divider final : public QWidget {
+public:
+    Divider() { setFixedHeight(1); }
+
+protected:
+    void paintEvent(QPaintEvent *) override { QPainter(this).fillRect(rect(), colorsFor(*this).line); }
+};
+
+} // namespace
+
+QWidget *makeDivider() {
+    return new Divider;
 }
 
 SettingsRow::SettingsRow(const QString &label, QWidget *control, QWidget *parent)
@@ -36,15 +43,14 @@ void SettingsRow::setLabel(const QString &label) {
     m_label->setText(label);
 }
 
-SettingsCard::SettingsCard(QWidget *parent)
-    : PanelCard(parent) {
+SettingsCard::SettingsCard() {
     content()->setContentsMargins(14, 2, 14, 2);
     content()->setSpacing(0);
 }
 
 void SettingsCard::addRow(SettingsRow *row) {
     if (content()->count() > 0)
-        content()->addWidget(new SettingsDivider);
+        content()->addWidget(makeDivider());
     content()->addWidget(row);
 }
 

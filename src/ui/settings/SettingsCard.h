@@ -11,18 +11,10 @@ namespace burnwick {
 
 class TextLabel;
 
-/// A thin line: between the rows of a card, and between the parts of the window.
-class SettingsDivider final : public QWidget {
-    Q_OBJECT
+/// Returns a thin line for between rows and between the parts of the window; the caller adds it to a layout.
+[[nodiscard]] QWidget *makeDivider();
 
-public:
-    explicit SettingsDivider(QWidget *parent = nullptr);
-
-protected:
-    void paintEvent(QPaintEvent *event) override;
-};
-
-/// A label on the left and what it is about on the right.
+/// A label on the left and its control on the right.
 class SettingsRow : public QWidget {
     Q_OBJECT
 
@@ -35,18 +27,17 @@ private:
     TextLabel *m_label;
 };
 
-/// Rows that belong together, on the ground of the dashboard's cards.
+/// A card of rows with dividers between them.
 class SettingsCard final : public PanelCard {
     Q_OBJECT
 
 public:
-    explicit SettingsCard(QWidget *parent = nullptr);
+    SettingsCard();
 
-    /// Below the earlier ones, with a divider between.
     void addRow(SettingsRow *row);
 };
 
-/// What the buttons at the end of a row look like.
+/// The look of the buttons at the end of a row.
 [[nodiscard]] FlatButton::Look settingsButtonLook();
 
 } // namespace burnwick

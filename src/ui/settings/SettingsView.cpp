@@ -7,11 +7,11 @@
 #include "prefs/PreferencesManager.h"
 #include "ui/controls/AccessibleRole.h"
 #include "ui/controls/FocusRing.h"
-#include "ui/controls/Logo.h"
 #include "ui/controls/SegmentedPicker.h"
+#include "ui/controls/SvgIcon.h"
 #include "ui/controls/Switch.h"
-#include "ui/layout/BareArea.h"
 #include "ui/layout/ScreenRoom.h"
+#include "ui/layout/ScrollAreas.h"
 #include "ui/settings/NotificationPermission.h"
 #include "ui/text/Text.h"
 #include "ui/text/TextLabel.h"
@@ -43,21 +43,18 @@ SettingsRow *rowOf(QWidget *control) {
     return new SettingsRow(control->accessibleName(), control);
 }
 
-/// For low screens.
-QScrollArea *scrolling(QWidget *cards) {
+/// The cards scroll on low screens.
+QScrollArea *makeScrolling(QWidget *cards) {
     auto *area = new QScrollArea;
-    makeBare(*area, cards);
-    area->setWidgetResizable(true);
-    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    makeColumn(*area, cards);
     QuietStyle::layOverMargin(*area->verticalScrollBar());
     return area;
 }
 
 } // namespace
 
-SettingsView::SettingsView(Services services, QWidget *parent)
-    : QWidget(parent)
-    , m_services(std::move(services)) {
+SettingsView::SettingsView(Services services)
+    : m_services(std::move(services)) {
     setAccessibleRole(*this, QAccessible::Window);
     auto *room = new ScreenRoom(this);
     connect(room, &ScreenRoom::changed, this, [this] { fitTo(*screen()); });
@@ -66,13 +63,13 @@ SettingsView::SettingsView(Services services, QWidget *parent)
     column->setContentsMargins({});
     column->setSpacing(0);
     column->addWidget(makeHeader());
-    column->addWidget(new SettingsDivider);
-    column->addWidget(scrolling(makeCards()), 1);
-    column->addWidget(new SettingsDivider);
+    column->addWidget(makeDivider());
+    column->addWidget(makeScrolling(makeCards()), 1);
+    column->addWidget(makeDivider());
     column->addWidget(makeFooter());
     addShortcuts();
     new FocusRing(this);
-    // Until the user moves it, the keyboard belongs to no control.
+    // So that no control has the focus at first.
     setFocusPolicy(Qt::ClickFocus);
     setFocus();
 }
@@ -87,7 +84,7 @@ QWidget *SettingsView::makeHeader() {
     auto *line = new QHBoxLayout(header);
     line->setContentsMargins(sidePadding, 4, sidePadding, 12);
     line->setSpacing(10);
-    line->addWidget(new Logo(logoSize));
+    line->addWidget(makeLogo(logoSize));
     line->addWidget(new TextLabel(QStringLiteral("Settings"), TextStyle::labelStrong));
     line->addStretch();
     return header;
@@ -181,7 +178,7 @@ SettingsRow *SettingsView::makeFeedbackRow() {
     return new SettingsRow(QStringLiteral("Help us improve the product"), button);
 }
 
-/// Once the preference has the value. What the system refuses is taken back, without a word.
+/// Runs after the preference changed; resets it when the desktop refuses.
 void SettingsView::registerAtDesktop(bool on) {
     LoginItem &item = m_services.loginItem;
     static_cast<void>(on ? item.registerItem() : item.unregisterItem());

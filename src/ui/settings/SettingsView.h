@@ -17,13 +17,13 @@ class PreferencesManager;
 class SegmentedPicker;
 class Switch;
 
-/// What the user may choose. Each control writes to the preferences at once and follows them; the view starts
-/// with what holds. Main thread only.
+/// The preferences' controls. Each control writes to the preferences at once and follows them. Main thread
+/// only.
 class SettingsView final : public QWidget {
     Q_OBJECT
 
 public:
-    /// What the view works with; what is referred to must outlive it.
+    /// The referenced objects must outlive the view.
     struct Services {
         PreferencesManager &preferences;
         LoginItem &loginItem;
@@ -34,9 +34,10 @@ public:
         std::function<bool()> reducedMotion;
     };
 
-    explicit SettingsView(Services services, QWidget *parent = nullptr);
+    explicit SettingsView(Services services);
 
-    /// Lowers the window to what that screen has room for. Follows by itself the screen that it is shown on.
+    /// Limits the window's height to the screen's room. Called by the view itself for the screen that shows
+    /// it.
     void fitTo(const QScreen &screen);
 
 private:

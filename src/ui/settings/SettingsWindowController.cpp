@@ -17,7 +17,7 @@ namespace burnwick {
 
 namespace {
 
-/// The screen on which the user works.
+/// The screen with the focused window.
 QScreen *currentScreen() {
     const QWindow *focused = QGuiApplication::focusWindow();
     return focused != nullptr ? focused->screen() : QGuiApplication::primaryScreen();
@@ -32,7 +32,7 @@ SettingsWindowController::~SettingsWindowController() = default;
 
 void SettingsWindowController::show(const std::string &activationToken) {
     if (!m_window || !m_window->isVisible()) {
-        m_window.reset(); // two at a time would both follow the desktop
+        m_window.reset(); // first, because NotificationPermission allows one instance
         m_window = std::make_unique<SettingsView>(m_services);
         m_window->setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                  Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
@@ -42,7 +42,7 @@ void SettingsWindowController::show(const std::string &activationToken) {
             m_window->fitTo(*screen);
             const QRect available = screen->availableGeometry();
             const QPoint corner = available.center() - m_window->rect().center();
-            // Of the frame: what is as high as the room begins at the top.
+            // The frame's top, for a window as high as the screen's room.
             const int lowest = available.top() + roomOn(*screen).height() - m_window->height();
             m_window->move(corner.x(), std::min(corner.y(), lowest));
         }

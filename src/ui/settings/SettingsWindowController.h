@@ -9,7 +9,7 @@
 
 namespace burnwick {
 
-/// Opens the settings, in one window at most. Main thread only.
+/// Opens the settings in at most one window. Main thread only.
 class SettingsWindowController final {
 public:
     explicit SettingsWindowController(SettingsView::Services services);
@@ -17,13 +17,13 @@ public:
     SettingsWindowController(const SettingsWindowController &) = delete;
     SettingsWindowController &operator=(const SettingsWindowController &) = delete;
 
-    /// Brings the window to the front; a new one in the middle of the screen when there is none to be seen.
-    /// The token is the desktop's permission to do so; see bringToFront().
+    /// Brings the visible window to the front, or opens a new one in the middle of the screen. For the token
+    /// see bringToFront().
     void show(const std::string &activationToken);
 
 private:
     SettingsView::Services m_services;
-    std::unique_ptr<SettingsView> m_window; ///< the latest one, which may be closed
+    std::unique_ptr<SettingsView> m_window; ///< the latest; may be closed
 };
 
 } // namespace burnwick

@@ -6,11 +6,20 @@
 
 #include <string_view>
 
+class QWidget;
+
 namespace burnwick {
 
-/// UTF-8, as the figures and names come.
-[[nodiscard]] inline QString textOf(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+/// Converts UTF-8.
+[[nodiscard]] inline QString textOf(std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
 }
+
+/// Returns a tool tip that shows the text line by line, without interpreting markup in it.
+[[nodiscard]] QString plainToolTip(const QString &text);
+
+/// Sets the plain tool tip, and the text as the accessible description, for which Qt would use the tool tip
+/// with its markup.
+void setPlainToolTip(QWidget &widget, const QString &text);
 
 } // namespace burnwick

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/text/TextLabel.h"
 
-#include "ui/text/ToolTipText.h"
+#include "ui/text/Text.h"
 
 #include <QHelpEvent>
 #include <QPainter>
@@ -10,15 +10,10 @@
 
 namespace burnwick {
 
-TextLabel::TextLabel(TextStyle style, QPalette::ColorRole color, QWidget *parent)
-    : QLabel(parent) {
+TextLabel::TextLabel(const QString &text, TextStyle style, QPalette::ColorRole color) {
     setTextFormat(Qt::PlainText);
     setFont(fontOf(style));
     setForegroundRole(color);
-}
-
-TextLabel::TextLabel(const QString &text, TextStyle style, QPalette::ColorRole color, QWidget *parent)
-    : TextLabel(style, color, parent) {
     setText(text);
 }
 
@@ -29,7 +24,7 @@ void TextLabel::setColorGroup(QPalette::ColorGroup group) {
 
 void TextLabel::setElidable() {
     m_elidable = true;
-    // What the text would like to have must not make its neighbours smaller.
+    // So that its neighbours do not shrink for a long text.
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     updateGeometry();
 }

@@ -11,22 +11,22 @@
 
 namespace burnwick {
 
-/// A line of plain text, whatever is in it. Where it finds too little room it is elided in the middle and the
-/// whole text becomes the tool tip; text() and assistive technology always have the whole.
+/// A line of plain text. With too little room it elides the middle and shows the whole text as its tool tip;
+/// text() and assistive technology always have the whole text.
 class TextLabel final : public QLabel {
     Q_OBJECT
 
 public:
-    /// The colour's role as in ThemePalette.h: WindowText, or PlaceholderText for the secondary colour.
-    explicit TextLabel(TextStyle style, QPalette::ColorRole color = QPalette::WindowText,
-                       QWidget *parent = nullptr);
-    explicit TextLabel(const QString &text, TextStyle style, QPalette::ColorRole color = QPalette::WindowText,
-                       QWidget *parent = nullptr);
+    /// `color` is a role of paletteOf(): WindowText, or PlaceholderText for the secondary colour.
+    explicit TextLabel(TextStyle style, QPalette::ColorRole color = QPalette::WindowText)
+        : TextLabel({}, style, color) {}
+    TextLabel(const QString &text, TextStyle style, QPalette::ColorRole color = QPalette::WindowText);
 
-    /// Active or Disabled, whose texts have the tertiary colour. Without it, it follows isEnabled().
+    /// Sets the group of the text's colour; Disabled is the tertiary colour. By default the group follows
+    /// isEnabled().
     void setColorGroup(QPalette::ColorGroup group);
 
-    /// Lets the label shrink below its text. Without it the text gets the room it needs.
+    /// Allows sizes below the text's. By default the label requires room for the whole text.
     void setElidable();
 
     [[nodiscard]] QSize minimumSizeHint() const override;

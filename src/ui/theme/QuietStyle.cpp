@@ -17,11 +17,11 @@ namespace burnwick {
 namespace {
 
 constexpr int handleWidth = 6;
-constexpr int handleMargin = 8; // between it and what is scrolled
+constexpr int handleMargin = 8; // between handle and content
 constexpr int shortestHandle = 24;
 constexpr const char *overMarginProperty = "_burnwick_overMargin";
 
-/// Along the bar, from its start.
+/// A part of the bar, from its start, in pixels.
 struct Span {
     int from;
     int length;
@@ -51,7 +51,7 @@ constexpr int menuRadius = 8;
 constexpr int menuMargin = 4;
 constexpr QSize menuItemPadding{10, 5};
 constexpr int markWidth = 10;
-constexpr int markSpacing = 16; // at least, between an entry's text and its mark
+constexpr int markSpacing = 16; // the least between an entry's text and its mark
 constexpr int separatorHeight = 9;
 
 const ThemeColors &colorsOfOption(const QStyleOption &option) {
@@ -102,7 +102,7 @@ QRect QuietStyle::subControlRect(ComplexControl control, const QStyleOptionCompl
 
 void QuietStyle::polish(QWidget *widget) {
     QProxyStyle::polish(widget);
-    // For smooth corners where there is a compositor. Elsewhere the mask cuts them.
+    // For smooth corners with a compositor; without one the mask of SH_Menu_Mask cuts them.
     if (qobject_cast<QMenu *>(widget) != nullptr)
         widget->setAttribute(Qt::WA_TranslucentBackground);
 }
@@ -146,9 +146,7 @@ void QuietStyle::drawControl(ControlElement element, const QStyleOption *option,
         painter->fillRect(area.x(), area.center().y(), area.width(), 1, colors.line);
     } else {
         if (item->state.testFlag(State_Selected)) {
-            painter->setPen(Qt::NoPen);
-            painter->setBrush(colors.hover);
-            painter->drawRoundedRect(area, menuRadius - menuMargin + 1, menuRadius - menuMargin + 1);
+            fillRounded(*painter, area, menuRadius - menuMargin + 1, colors.hover);
         }
         const QRect inner = area.adjusted(menuItemPadding.width(), 0, -menuItemPadding.width(), 0);
         painter->setFont(item->font);
@@ -182,17 +180,17 @@ void QuietStyle::drawComplexControl(ComplexControl control, const QStyleOptionCo
     else
         handle.setLeft(handle.right() + 1 - handleWidth);
     painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(Qt::NoPen);
-    painter->setBrush(withOpacity(colorsOfOption(*option).text, held ? 0.45 : pointed ? 0.35 : 0.2));
-    painter->drawRoundedRect(handle, handleWidth / 2.0, handleWidth / 2.0);
+    fillRounded(*painter, handle, handleWidth / 2.0,
+                withOpacity(colorsOfOption(*option).text, held      ? 0.45
+                                                          : pointed ? 0.35
+                                                                    : 0.2));
     painter->restore();
 }
 
 void QuietStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                                const QWidget *widget) const {
     if (element == PE_FrameMenu)
-        return; // part of its panel
+        return; // drawn with the panel
     if (element != PE_PanelTipLabel && element != PE_PanelMenu) {
         QProxyStyle::drawPrimitive(element, option, painter, widget);
         return;
@@ -202,7 +200,7 @@ void QuietStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opt
     const QRectF outline = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    // Stronger than a line on a card: it parts two windows of one colour.
+    // Stronger than ThemeColors::line, because the window below may have the same colour.
     painter->setPen(withOpacity(colors.text, 0.2));
     painter->setBrush(colors.card);
     painter->drawRoundedRect(outline, radius, radius);

@@ -8,8 +8,7 @@ class QScrollBar;
 
 namespace burnwick {
 
-/// Fusion, with what it frames in black framed by the theme's lines, with scroll bars that are but a
-/// rounded handle, and with rounded menus of text alone.
+/// Fusion with scroll bars that are a round handle only, round menus, and outlines in the theme's colours.
 class QuietStyle final : public QProxyStyle {
     Q_OBJECT
 
@@ -17,7 +16,7 @@ public:
     QuietStyle();
     using QProxyStyle::polish;
 
-    /// Has the bar of a scroll area take no room beside what is scrolled, whose margin it covers.
+    /// Places the bar of a scroll area over the content's margin instead of beside the content.
     static void layOverMargin(QScrollBar &bar);
 
     [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption *option = nullptr,

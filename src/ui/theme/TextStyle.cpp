@@ -24,28 +24,26 @@ constexpr Measures measuresOf(TextStyle style) {
         return {12, QFont::Normal};
     case TextStyle::bodyStrong:
         return {12, QFont::Medium};
-    case TextStyle::label:
-        break;
     case TextStyle::labelStrong:
         return {13, QFont::DemiBold};
     case TextStyle::figure:
         return {18, QFont::DemiBold};
+    case TextStyle::label:
+        break;
     }
     return {13, QFont::Normal};
 }
 
-constexpr double capitalsSpacing = 0.6; // pixels
-
 } // namespace
 
 QFont fontOf(TextStyle style) {
-    // What is not set here a widget takes from the application's font, also from the one it gets later.
+    // Widgets inherit unset attributes from the application's font, also after it changes.
     QFont font;
     const Measures measures = measuresOf(style);
     font.setPixelSize(measures.pixelSize);
     font.setWeight(measures.weight);
     if (style == TextStyle::sectionCaption)
-        font.setLetterSpacing(QFont::AbsoluteSpacing, capitalsSpacing);
+        font.setLetterSpacing(QFont::AbsoluteSpacing, 0.6);
 #if QT_VERSION >= QT_VERSION_CHECK(6, 7, 0)
     font.setFeature(QFont::Tag("tnum"), 1);
 #endif

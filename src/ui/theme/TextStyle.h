@@ -6,12 +6,12 @@
 
 namespace burnwick {
 
-/// The sizes and weights of the text in the windows.
+/// The sizes and weights of texts in the windows.
 enum class TextStyle {
     small,          ///< 10 px: legends, dates along an axis
-    caption,        ///< 11 px: the line below a figure or above it, buttons
+    caption,        ///< 11 px: captions of figures, buttons
     captionStrong,  ///< 11 px, medium: a chart's name, badges
-    sectionCaption, ///< 11 px, medium, spaced: a panel's name, which is written in capitals
+    sectionCaption, ///< 11 px, medium, spaced: a panel's name in capitals
     body,           ///< 12 px: labels of figures
     bodyStrong,     ///< 12 px, medium: figures in a line of text
     label,          ///< 13 px: rows and tabs
@@ -19,10 +19,8 @@ enum class TextStyle {
     figure,         ///< 18 px, semibold: the figure of a tile
 };
 
-/// The desktop's font in that style. A widget with this font follows the desktop to another family.
-///
-/// Its digits are of equal width where the family draws them so by itself, as DejaVu does; from Qt 6.7 on
-/// also where the family has them as a feature, as Inter does.
+/// The desktop's font in that style; a widget with it follows later changes of the desktop's family. Digits
+/// have equal widths if the family has them by default or, from Qt 6.7 on, as a feature.
 [[nodiscard]] QFont fontOf(TextStyle style);
 
 } // namespace burnwick

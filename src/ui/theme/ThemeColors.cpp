@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "ui/theme/ThemeColors.h"
 
-#include "model/StatusIndicator.h"
+#include "display/StatusTitle.h"
 
-#include <QPalette>
+#include <QPainter>
 #include <QWidget>
 
 namespace burnwick {
@@ -98,6 +98,13 @@ const ThemeColors &colorsFor(const QWidget &widget) {
 QColor withOpacity(QColor color, double share) {
     color.setAlphaF(color.alphaF() * static_cast<float>(share));
     return color;
+}
+
+void fillRounded(QPainter &painter, const QRectF &shape, double radius, const QColor &color) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(color);
+    painter.drawRoundedRect(shape, radius, radius);
 }
 
 } // namespace burnwick

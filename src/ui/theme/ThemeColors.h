@@ -2,33 +2,35 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ui/theme/ColorScheme.h"
-
 #include <QColor>
+#include <QPalette>
 
 #include <array>
 
-class QPalette;
+class QPainter;
+class QRectF;
 class QWidget;
 
 namespace burnwick {
 
-/// The colours of one scheme by what they are used for. The translucent ones suit each of the surfaces.
+enum class ColorScheme { light, dark };
+
+/// The colours of one scheme, by role. The translucent ones suit all surfaces.
 struct ThemeColors {
     /// @name Surfaces
-    QColor window; ///< the ground of a window
-    QColor card;   ///< cards, tiles and rows upon it
+    QColor window; ///< a window's background
+    QColor card;   ///< cards and tiles
     QColor bar;    ///< the account bar
 
-    /// @name Text: `text`, `secondary` and `link` have a contrast of 4.5 to 1 on each surface at least
+    /// @name Text: `text`, `secondary` and `link` have a contrast of at least 4.5:1 on each surface
     QColor text;
     QColor secondary; ///< labels, captions, axes
-    QColor tertiary;  ///< what nobody misses: the version, placeholders
-    QColor inactive;  ///< tabs and filters that are not chosen
+    QColor tertiary;  ///< low contrast: the version, disabled text
+    QColor inactive;  ///< unchecked tabs and filters
     QColor link;      ///< the accent, as text
-    QColor granted; ///< the badge of what the user allowed; as legible on `badgeOpacity` of itself on a card
+    QColor granted;   ///< the badge "Enabled"; 4.5:1 on a tint of itself on a card
 
-    /// @name Text on a tint of the colour of that state on the account bar; with a contrast of 4.5 to 1
+    /// @name Text on a tint of the state's colour on the account bar, with a contrast of at least 4.5:1
     QColor operationalText;
     QColor degradedText;
     QColor outageText;
@@ -38,39 +40,48 @@ struct ThemeColors {
     QColor line;      ///< separators, guide lines, outlines
     QColor track;     ///< behind bars
     QColor hover;     ///< a button at rest; a tab or a filter under the pointer
-    QColor selected;  ///< the chosen tab or filter
+    QColor selected;  ///< the checked tab or filter
     QColor pressed;   ///< a button held down
     QColor emptyCell; ///< a day without activity
-    QColor switchOff; ///< the ground of a switch that is off
+    QColor switchOff; ///< the track of a switch that is off
 
     /// @name Solid shapes
-    QColor segment; ///< the chosen one of several on a track
+    QColor segment; ///< the checked segment of a picker
 
     /// @name The same in both schemes
     QColor accent;              ///< model bars, extra usage, switches, focus ring
     QColor good;                ///< usage bars and the status dot, far from the limit
-    QColor near;                ///< ... close to it
-    QColor over;                ///< ... at it
-    QColor operational;         ///< a service that works, a login that holds
-    QColor degraded;            ///< a service in trouble, a login on its way
-    QColor outage;              ///< a service that is down, a login that is gone
+    QColor near;                ///< ... near it
+    QColor over;                ///< ... at it or above
+    QColor operational;         ///< a service without trouble, a valid login
+    QColor degraded;            ///< a service in trouble, a login in progress
+    QColor outage;              ///< a service that is down, no valid login
     std::array<QColor, 4> heat; ///< days with activity, from little to much
 };
 
-/// What share of a badge's colour its ground has.
+/// The opacity of a badge's background, in the badge's own colour.
 inline constexpr double badgeOpacity = 0.15;
 
 /// Lives as long as the program.
 [[nodiscard]] const ThemeColors &colorsOf(ColorScheme scheme);
 
-/// Dark when the palette's windows are darker than the text upon them.
+/// The application's palette with every role in every group. Base is the card, AlternateBase the bar,
+/// WindowText and Text the text, PlaceholderText the secondary text; the group Disabled has the tertiary
+/// text.
+[[nodiscard]] QPalette paletteOf(ColorScheme scheme);
+
+/// Dark when the palette's windows are darker than their text.
 [[nodiscard]] ColorScheme schemeOf(const QPalette &palette);
 
-/// What a widget draws itself with. Nothing is kept anywhere: it holds for a widget that was never shown as
-/// for one that gets a QEvent::PaletteChange, so that such a widget has but to repaint then, as Qt lets it.
+/// The colours for the widget's own painting, by its current palette. Nothing is cached, so a widget needs no
+/// handler for QEvent::PaletteChange: Qt repaints it.
 [[nodiscard]] const ThemeColors &colorsFor(const QWidget &widget);
 
-/// The colour, at that share of its opacity (0 to 1).
+/// The colour with its opacity multiplied by `share` (0 to 1).
 [[nodiscard]] QColor withOpacity(QColor color, double share);
+
+/// Fills an antialiased rectangle with round corners, without an outline. Leaves pen, brush and hints
+/// changed.
+void fillRounded(QPainter &painter, const QRectF &shape, double radius, const QColor &color);
 
 } // namespace burnwick

@@ -4,47 +4,45 @@
 
 #include "platform/DesktopAppearance.h"
 #include "prefs/Theme.h"
-#include "ui/theme/ColorScheme.h"
+#include "ui/theme/ThemeColors.h"
 
 #include <QObject>
 
+#include <memory>
 #include <optional>
 
 namespace burnwick {
 
 class PreferencesManager;
+class RepeatingTimer;
+class Scheduler;
 
-/// What to draw in: the user's choice of a theme; for `system` what the desktop wishes; where it has no
-/// preference, what the platform's own palette is.
-[[nodiscard]] ColorScheme schemeFor(Theme theme, AppearanceWishes::Colors desktop, ColorScheme platform);
-
-/// Gives the application its style and its palette and keeps the palette current: every widget gets a
-/// QEvent::PaletteChange from Qt when the colours change. The status item brings colours of its own.
+/// Sets the application's style and palette and keeps the palette current: Qt sends every widget a
+/// QEvent::PaletteChange when the colours change. The scheme is the user's choice of a theme; with
+/// Theme::system the desktop's preference; without a preference that of the platform's palette.
 ///
-/// One per process, before the first window, while the application's palette is the platform's still. Main
-/// thread only.
+/// One per process, before the first window. Main thread only.
 class ThemeController final : public QObject {
     Q_OBJECT
 
 public:
-    /// Both must outlive this object.
-    ThemeController(const PreferencesManager &preferences, DesktopAppearance &desktop);
+    /// All of them must outlive this object.
+    ThemeController(const PreferencesManager &preferences, DesktopAppearance &desktop, Scheduler &scheduler);
+    ~ThemeController() override;
 
-    [[nodiscard]] ColorScheme scheme() const { return *m_scheme; }
-    /// Whether the desktop's user wants nothing to move.
+    /// Whether the desktop's user disabled animations.
     [[nodiscard]] bool reducedMotion() const { return m_wishes.reducedMotion; }
-    /// Whether a window may be shown without changing its colours right away; see settled().
+    /// False until the desktop has answered, or 300 ms have passed since the event loop started: a window
+    /// shown earlier might change its colours at once.
     [[nodiscard]] bool isSettled() const { return m_settled; }
 
 Q_SIGNALS:
-    /// The application has other colours, and its widgets know.
-    void changed(burnwick::ColorScheme scheme);
-    void reducedMotionChanged(bool reduced);
-    /// Once, unless it is settled from the start: the desktop has told its colours, or has had its time to.
+    /// Emitted once, unless isSettled() from the start.
     void settled();
 
 private:
     void take(const AppearanceWishes &wishes);
+    [[nodiscard]] ColorScheme currentScheme() const;
     void apply();
     void settle();
 
@@ -53,6 +51,7 @@ private:
     AppearanceWishes m_wishes;
     std::optional<ColorScheme> m_scheme;
     bool m_settled = false;
+    std::unique_ptr<RepeatingTimer> m_deadline;
 };
 
 } // namespace burnwick

@@ -1,14 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "ui/theme/ThemePalette.h"
-
 #include "ui/theme/ThemeColors.h"
 
 namespace burnwick {
 
 namespace {
 
-/// `top` as it looks on `ground`: the style computes shades of these colours, opacity would get lost.
+/// An opaque mix: Qt's style derives shades from the palette, which lose opacity.
 QColor blend(const QColor &ground, const QColor &top, double share) {
     const auto mix = [share](int from, int to) { return qRound(from + (to - from) * share); };
     return {mix(ground.red(), top.red()), mix(ground.green(), top.green()), mix(ground.blue(), top.blue())};
@@ -41,13 +39,13 @@ QPalette paletteOf(ColorScheme scheme) {
     set(QPalette::AlternateBase, colors.bar);
     set(QPalette::ToolTipBase, colors.card);
     set(QPalette::Button, button);
-    // Text of either scheme is too faint on the accent itself.
+    // A mix, because text on the pure accent has too little contrast.
     set(QPalette::Highlight, blend(colors.card, colors.accent, 0.4));
 #if QT_VERSION >= QT_VERSION_CHECK(6, 6, 0)
     set(QPalette::Accent, colors.accent);
 #endif
 
-    // The edges of whatever the style draws with a relief, from the lightest to the darkest.
+    // The edges of reliefs, from the lightest to the darkest.
     set(QPalette::Light, blend(button, Qt::white, dark ? 0.12 : 0.8));
     set(QPalette::Midlight, blend(button, Qt::white, dark ? 0.06 : 0.4));
     set(QPalette::Mid, blend(button, Qt::black, dark ? 0.2 : 0.15));

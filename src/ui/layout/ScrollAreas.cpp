@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "ui/layout/FittedArea.h"
+#include "ui/layout/ScrollAreas.h"
 
-#include "ui/layout/BareArea.h"
 #include "ui/layout/ScreenRoom.h"
 #include "ui/theme/QuietStyle.h"
 
@@ -14,12 +13,12 @@ namespace burnwick {
 
 namespace {
 
-/// A window that comes to be shown brings its layouts up to date, but not those within a scroll area: these
-/// still have the sizes from before what was shown and hidden in the meantime.
-void bringLayoutsUpToDate(const QWidget &widget) {
+/// Qt updates a window's layouts when the window is shown, but not those within a scroll area, whose sizes
+/// are from before the latest changes.
+void updateLayouts(const QWidget &widget) {
     for (const QWidget *child : widget.findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
         if (!child->isHidden())
-            bringLayoutsUpToDate(*child);
+            updateLayouts(*child);
     }
     if (QLayout *layout = widget.layout()) {
         layout->invalidate();
@@ -29,12 +28,25 @@ void bringLayoutsUpToDate(const QWidget &widget) {
 
 } // namespace
 
-FittedArea::FittedArea(QWidget *content, QWidget *parent)
-    : QScrollArea(parent)
-    , m_room(new ScreenRoom(this)) {
+void makeBare(QScrollArea &area, QWidget *content) {
+    area.setFrameShape(QFrame::NoFrame);
+    area.setFocusPolicy(Qt::NoFocus);
+    area.setWidget(content); // which sets autoFillBackground
+    area.viewport()->setAutoFillBackground(false);
+    content->setAutoFillBackground(false);
+}
+
+void makeColumn(QScrollArea &area, QWidget *content) {
+    makeBare(area, content);
+    area.setWidgetResizable(true);
+    area.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+}
+
+FittedArea::FittedArea(QWidget *content)
+    : m_room(new ScreenRoom(this)) {
     content->layout()->setSizeConstraint(QLayout::SetFixedSize);
     makeBare(*this, content);
-    // A bar that took room would ask for one in the other direction.
+    // A bar beside the content would make the other bar necessary.
     for (QScrollBar *bar : {horizontalScrollBar(), verticalScrollBar()})
         QuietStyle::layOverMargin(*bar);
     connect(m_room, &ScreenRoom::changed, this, &QWidget::updateGeometry);
@@ -48,7 +60,7 @@ bool FittedArea::eventFilter(QObject *watched, QEvent *event) {
     const bool filtered = QScrollArea::eventFilter(watched, event);
     if (watched == widget() && event->type() == QEvent::Resize) {
         updateGeometry();
-        // At once: by itself it would come after the next painting, with scroll bars in it.
+        // At once, because Qt would paint the window with scroll bars first.
         if (QLayout *layout = parentWidget() ? parentWidget()->layout() : nullptr)
             layout->activate();
     }
@@ -56,7 +68,7 @@ bool FittedArea::eventFilter(QObject *watched, QEvent *event) {
 }
 
 void FittedArea::showEvent(QShowEvent *event) {
-    bringLayoutsUpToDate(*widget());
+    updateLayouts(*widget());
     QScrollArea::showEvent(event);
 }
 
