@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "state/LogReading.h"
 
+#include "logs/HistoryBuilder.h"
 #include "model/Cost.h"
 
 #include <algorithm>
@@ -85,7 +86,7 @@ void updateHistory(UsageFigures &figures, const LogReading &reading, Instant now
     for (const LogReading::Entries *entries : {reading.settledEntries.get(), &reading.unsettledEntries}) {
         for (const JSONLEntry &entry : *entries) {
             if (cutOff) {
-                const auto instant = entry.timestamp().instant();
+                const auto instant = entry.timestamp();
                 if (!instant || *instant < *cutOff)
                     continue;
                 sessions.insert(entry.sessionId());

@@ -151,7 +151,7 @@ TEST(QuotaAlert, AStoredWindowIsReadAsAnInstant) {
         EXPECT_EQ(run.alertsFor(85, resetAt), row.due) << row.stored;
         if (*row.due != '\0')
             continue;
-        run.defaults.remove(alertedAt80);
+        run.defaults.set(alertedAt80, QString());
         EXPECT_EQ(run.alertsFor(85, resetAt), "quota80 ");
         EXPECT_EQ(file.values().value(alertedAt80), QLatin1String(row.stored));
     }
