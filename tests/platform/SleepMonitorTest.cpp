@@ -31,8 +31,21 @@ int cancellableTimer() {
     return -1;
 }
 
+/// The tests' bus serves as the system's. Without the wait the next monitor would get this one's connection.
+class SleepMonitorTest : public testing::Test {
+protected:
+    ~SleepMonitorTest() override {
+        EXPECT_TRUE(waitFor([this] { return QDBusConnection(m_connection).isConnected(); }));
+        QDBusConnection::disconnectFromBus(m_connection);
+    }
+
+    const QString m_connection = QStringLiteral("burnwick-system-bus");
+    const test::EnvironmentVariable m_address{"DBUS_SYSTEM_BUS_ADDRESS",
+                                              sessionBusOfTests().address().toUtf8()};
+};
+
 /// Only the system administrator can set the clock; an expiry is seen in the same way as a cancellation.
-TEST(SleepMonitor, TheHandlerIsCalledForEachCancellationOfTheTimer) {
+TEST_F(SleepMonitorTest, TheHandlerIsCalledForEachCancellationOfTheTimer) {
     int wakes = 0;
     auto monitor = platform::makeSleepMonitor();
     EXPECT_EQ(cancellableTimer(), -1);
@@ -50,18 +63,16 @@ TEST(SleepMonitor, TheHandlerIsCalledForEachCancellationOfTheTimer) {
     EXPECT_EQ(cancellableTimer(), -1) << "it is not closed";
 }
 
-TEST(SleepMonitor, OnlyTheLoginManagersWakesCallTheHandler) {
-    const test::EnvironmentVariable address("DBUS_SYSTEM_BUS_ADDRESS",
-                                            sessionBusOfTests().address().toUtf8());
+TEST_F(SleepMonitorTest, OnlyTheLoginManagersWakesCallTheHandler) {
     const FakeLoginManager manager(sessionBusOfTests());
     const FakeLoginManager stranger(sessionBusOfTests(), QStringLiteral("org.example.Stranger"));
     int wakes = 0;
     const auto monitor = platform::makeSleepMonitor();
     monitor->follow([&wakes] { ++wakes; });
-    const auto wakesAfter = [&wakes](const FakeLoginManager &sender, const QVariant &starting) {
+    const auto wakesAfter = [this, &wakes](const FakeLoginManager &sender, const QVariant &starting) {
         const int before = wakes;
         sender.prepareForSleep(starting);
-        const auto call = QDBusConnection(QStringLiteral("burnwick-system-bus"))
+        const auto call = QDBusConnection(m_connection)
                               .asyncCall(QDBusMessage::createMethodCall(
                                   QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"),
                                   QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId")));
@@ -74,7 +85,6 @@ TEST(SleepMonitor, OnlyTheLoginManagersWakesCallTheHandler) {
     EXPECT_EQ(wakesAfter(stranger, false), 0);
     EXPECT_EQ(wakesAfter(manager, QString()), 0) << "another type";
     EXPECT_EQ(wakesAfter(manager, false), 1);
-    QDBusConnection::disconnectFromBus(QStringLiteral("burnwick-system-bus"));
 }
 
 } // namespace

@@ -83,6 +83,7 @@ TEST(StatusItemPainting, ASquareHasGlyphDotAndDigitsInEverySize) {
             EXPECT_GT(countNear(icon, white, lower), size / 8) << "the digits or the large glyph";
             EXPECT_GT(countNear(icon, white, upperLeft), 0) << "the glyph";
             EXPECT_EQ(icon.pixelColor(0, 0).alpha(), 0) << "a rounded corner";
+            EXPECT_EQ(countNear(icon, white, QRectF(0, 15, 16, 1)), 0) << "beyond the lower edge";
             EXPECT_LT(icon.pixelColor(0, size / 2).lightness(), 100) << "the digits reach the edge";
             EXPECT_LT(icon.pixelColor(size - 1, size / 2).lightness(), 100);
         }
