@@ -51,6 +51,7 @@ TEST(LogFileReader, TheLineFilterLosesNoUsageLine) {
     for (std::size_t pad = 0; pad < 300; ++pad) {
         const std::string filler(pad, 'g');
         bytes += R"({"filler":")" + filler + R"(",)" + line.substr(1);
+        bytes += R"({"filler":")" + filler + R"(","type":"assistant","message":{"\u0075sage":{}}})" + "\n";
         bytes += R"({"filler":")" + filler + "\"," + fragments[pad % std::size(fragments)] + "}\n";
         bytes += R"({"filler":")" + filler +
                  R"(","type":"assistant","message":{"content":"\"usage\""}})"
@@ -58,7 +59,7 @@ TEST(LogFileReader, TheLineFilterLosesNoUsageLine) {
     }
     std::vector<JSONLEntry> all = LogFileReader(LineSelection::all).read(Source(bytes));
     std::erase_if(all, [](const JSONLEntry &entry) { return !entry.isUsageLine(); });
-    EXPECT_EQ(all.size(), 300U);
+    EXPECT_EQ(all.size(), 600U);
     EXPECT_EQ(read(bytes, 100), all);
     // The same without escapes, where only lines with both words are decoded.
     std::string plain = bytes;
