@@ -76,5 +76,20 @@ TEST_F(LoginFlowTest, NoRefreshDisturbsALogin) {
     EXPECT_EQ(account().oauthStatus, OAuthStatus::authenticating);
 }
 
+TEST_F(LoginFlowTest, ALoginThatBeginsDuringAFailuresLookAtTheCredentialsGoesOn) {
+    m_server.script(usagePath, {test::held({500})});
+    bool done = false;
+    m_state.forceRefreshQuota().then([&done] { done = true; });
+    ASSERT_TRUE(waitFor([&] { return m_server.requestsFor(usagePath).size() == 1; }));
+    m_store.holdsReads = true;
+    const int before = m_store.reads;
+    m_server.release();
+    ASSERT_TRUE(waitFor([&] { return m_store.reads > before; }));
+    m_state.connect();
+    m_store.answerReads();
+    ASSERT_TRUE(waitFor([&done] { return done; }));
+    EXPECT_EQ(account().oauthStatus, OAuthStatus::authenticating);
+}
+
 } // namespace
 } // namespace burnwick
