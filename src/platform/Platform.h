@@ -18,8 +18,8 @@
 #include <memory>
 #include <string>
 
-/// Makes the backends of the system that the program was built for; each system's folder defines these.
-/// One object file each, so that a program links only what it calls: the report loads no widgets.
+/// Makes the backends of the system that the program was built for; the rooms of each system define these. A
+/// program links only the rooms whose functions it calls: the report loads no widgets.
 namespace burnwick::platform {
 
 /// Needs a running application object.

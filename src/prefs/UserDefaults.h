@@ -26,9 +26,8 @@ concept StorableValue =
 /// - a missing or empty file means no settings;
 /// - a file without a JSON object is renamed to "<name>.corrupt-<UTC time>", and the next change writes all
 ///   values known so far;
-/// - an unreadable file is never changed, and one that cannot be written keeps its contents. Changes then
-/// stay
-///   in memory until the next change that succeeds writes all of them.
+/// - an unreadable file is never changed, and an unwritable one keeps its contents. Changes then stay in
+///   memory until a later change succeeds, which writes all of them.
 ///
 /// Numbers are exact as 64-bit integers and as doubles. Main thread only.
 class UserDefaults final {

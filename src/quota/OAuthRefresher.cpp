@@ -35,7 +35,7 @@ std::optional<std::string> tokenIn(const QJsonValue &value) {
     return token.isEmpty() ? std::nullopt : std::optional(token.toStdString());
 }
 
-/// Limited to the range of Instant.
+/// Limits the lifetime to a century, so that the sum fits an Instant.
 Instant later(Instant now, double seconds) {
     using Seconds = std::chrono::duration<double>;
     constexpr double century = Seconds(std::chrono::years(100)).count();

@@ -102,10 +102,11 @@ std::string report(const ReportOptions &options) {
     case Form::table:
         break;
     }
-    return tableForm(readSnapshot(options, true, clock), clock.now(), colorsOfStandardOutput());
+    const Snapshot snapshot = readSnapshot(options, true, clock); // which may take a while
+    return tableForm(snapshot, clock.now(), colorsOfStandardOutput());
 }
 
-/// Writes all of it; otherwise errno tells why not.
+/// Writes all of it; returns false and sets errno on failure.
 bool writeToStandardOutput(std::string_view text) {
     while (!text.empty()) {
         const ssize_t written = ::write(STDOUT_FILENO, text.data(), text.size());

@@ -91,7 +91,7 @@ QCoro::Task<void> AccountTracker::forceRefreshQuota() {
 
 QCoro::Task<void> AccountTracker::fetchQuota(RefreshKind kind) {
     const QPointer<AccountTracker> self(this);
-    if (!m_firstQuotaSettled)
+    if (!m_firstQuotaSettled && !m_figures.awaitsFirstQuota)
         runDetached(awaitFirstQuota());
     std::optional<OAuthFetcher::Usage> usage;
     std::optional<FetchError::Kind> error;
@@ -119,7 +119,7 @@ QCoro::Task<void> AccountTracker::fetchQuota(RefreshKind kind) {
         repeatSoon();
     if (!usage)
         co_await takeFailure(error, kind);
-    if (!self)
+    if (!self || m_stopped)
         co_return;
     m_firstQuotaSettled = true;
     m_figures.awaitsFirstQuota = false;

@@ -88,7 +88,7 @@ public:
     using QObject::connect;
 
 Q_SIGNALS:
-    /// The figures were obtained anew; they may be equal.
+    /// Emitted after each refresh, also if nothing changed.
     void refreshed();
 
 private:

@@ -42,7 +42,7 @@ public:
 Q_SIGNALS:
     /// The snapshot is about to change. Read it in a later turn of the event loop.
     void objectWillChange();
-    /// The figures of a tracker were obtained anew, and are in the snapshot; they may be equal.
+    /// Emitted after each refresh of a tracker, also if nothing changed; its figures are in the snapshot.
     void refreshed();
 
 private:

@@ -13,7 +13,7 @@ namespace burnwick {
 
 namespace {
 
-/// Later the unsettled part is no longer small. Reading all also finds changes that left size and time alone.
+/// After this time the next change causes a reading of all logs: the unsettled part has grown.
 constexpr std::chrono::hours settledFor{48};
 
 /// Takes the entries of the last reading's settled files, and reads the others.
@@ -39,11 +39,19 @@ void readWhole(LogReading &reading, const JSONLParser &parser, const std::stop_t
     reading.settledEntries = std::make_shared<const LogReading::Entries>(std::move(all.entries));
 }
 
-bool isSameTree(const LogReading &a, const LogReading &b) {
-    return a.recentFileCount == b.recentFileCount &&
-           std::ranges::equal(a.files, b.files, [](const LogFile &one, const LogFile &other) {
-               return one.size == other.size && one.modified == other.modified && one.path == other.path;
-           });
+bool areSameFiles(std::span<const LogFile> some, std::span<const LogFile> others) {
+    return std::ranges::equal(some, others, [](const LogFile &one, const LogFile &other) {
+        return one.size == other.size && one.modified == other.modified &&
+               one.path.native() == other.path.native();
+    });
+}
+
+/// Whether the settled files of the last reading are still the same and still settled, which they are not
+/// after the clock was set back.
+bool areSettled(std::span<const LogFile> files, const LogReading &last, Instant recentSince, Instant now) {
+    const auto count = static_cast<std::size_t>(last.settled.fileCount);
+    return recentSince >= last.settled.before && now - last.settled.before < settledFor &&
+           files.size() >= count && areSameFiles(files.first(count), std::span(last.files).first(count));
 }
 
 } // namespace
@@ -53,14 +61,16 @@ std::shared_ptr<const LogReading> readLogs(const JSONLParser &parser, const Cale
     auto reading = std::make_shared<LogReading>();
     // Listed first: a file that changes before it is read differs in the next comparison.
     reading->files = parser.allLogFiles(stop);
-    reading->recentFileCount = static_cast<std::size_t>(
-        std::ranges::count_if(reading->files, [since = calendar.daysBefore(now, 1)](const LogFile &file) {
-            return file.modified && *file.modified >= since;
+    const Instant recentSince = calendar.daysBefore(now, 1);
+    reading->recentFileCount =
+        static_cast<std::size_t>(std::ranges::count_if(reading->files, [recentSince](const LogFile &file) {
+            return file.modified && *file.modified >= recentSince;
         }));
-    if (last != nullptr && isSameTree(*reading, *last))
+    if (last != nullptr && reading->recentFileCount == last->recentFileCount &&
+        areSameFiles(reading->files, last->files))
         return nullptr;
-    const bool usesLast = last != nullptr && now - last->settled.before < settledFor;
-    if (!usesLast || !readUnsettled(*reading, parser, *last, stop))
+    if (last == nullptr || !areSettled(reading->files, *last, recentSince, now) ||
+        !readUnsettled(*reading, parser, *last, stop))
         readWhole(*reading, parser, stop);
     if (stop.stop_requested())
         return nullptr;

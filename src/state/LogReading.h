@@ -29,7 +29,7 @@ struct LogReading {
 };
 
 /// Reads all logs; after a last reading only the unsettled files, if the settled ones are still the same and
-/// were read within two days. Returns null if stopped, and if neither the files nor the set of recent ones
+/// were read within a day. Returns null if stopped, and if neither the files nor the set of recent ones
 /// changed since the last reading. `calendar` is the parser's. Throws std::bad_alloc. Safe from any thread.
 [[nodiscard]] std::shared_ptr<const LogReading> readLogs(const JSONLParser &parser, const Calendar &calendar,
                                                          Instant now, const LogReading *last = nullptr,

@@ -3,6 +3,7 @@
 #include "state/UsageTracker.h"
 
 #include "async/Scheduler.h"
+#include "platform/Process.h"
 #include "prefs/PreferencesManager.h"
 
 #include <new>
@@ -123,10 +124,9 @@ void UsageTracker::startJob() {
     m_refreshDue = m_jobRunning;
     if (m_jobRunning)
         return;
-    m_jobRunning = true;
-    const auto work = [this, parser = m_services.parser, last = m_reading, former = m_figures,
-                       now = m_services.clock.now()](const std::stop_token &stop) {
-        auto result = std::make_shared<Result>();
+    auto read = [this, parser = m_services.parser, last = m_reading, former = m_figures,
+                 now = m_services.clock.now(),
+                 result = std::make_shared<Result>()](const std::stop_token &stop) {
         try {
             const Calendar &calendar = former.calendar;
             result->reading = readLogs(parser, calendar, now, last.get(), stop);
@@ -146,11 +146,18 @@ void UsageTracker::startJob() {
             this, [this, result] { takeResult(std::move(*result)); }, Qt::QueuedConnection);
     };
     try {
-        m_job = std::jthread(work);
+        m_job = std::jthread(std::move(read));
+        m_jobRunning = true;
     } catch (const std::system_error &) {
         // No thread is available; the next refresh tries again.
-        m_jobRunning = false;
     }
+}
+
+/// A former reading may hold a million entries, which take a while to destroy.
+void UsageTracker::replaceReading(std::shared_ptr<const LogReading> reading) {
+    m_reading.swap(reading);
+    const auto former = std::make_shared<std::shared_ptr<const LogReading>>(std::move(reading));
+    platform::runDetachedThread([former] { former->reset(); });
 }
 
 void UsageTracker::takeResult(Result result) {
@@ -158,7 +165,7 @@ void UsageTracker::takeResult(Result result) {
     if (m_stopped)
         return;
     if (result.reading)
-        m_reading = std::move(result.reading);
+        replaceReading(std::move(result.reading));
     if (result.figures) {
         const TimeFilter filter = m_figures.timeFilter;
         const Calendar calendar = m_figures.calendar;

@@ -58,7 +58,7 @@ public:
     void restartTimer();
 
 Q_SIGNALS:
-    /// The figures were obtained anew; they may be equal.
+    /// Emitted after each refresh, also if nothing was read or changed.
     void refreshed();
 
 private:
@@ -66,6 +66,7 @@ private:
 
     void startJob();
     void takeResult(Result result);
+    void replaceReading(std::shared_ptr<const LogReading> reading);
     void recomputeHistory();
     void onDirectoryChange();
     void refreshOnceMore();

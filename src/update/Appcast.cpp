@@ -66,6 +66,9 @@ AppcastVerdict judgeAppcast(const QByteArray &body, QStringView current) {
     if (start < 0 || end < start + opening.size())
         return failure(QStringLiteral("the appcast has no version"));
     const QString version = text.mid(start + opening.size(), end - start - opening.size());
+    constexpr qsizetype longestVersion = 64; // it becomes part of an address, and of a notification
+    if (version.size() > longestVersion)
+        return failure(QStringLiteral("the version is too long"));
     return isNewerVersion(version, current) ? AppcastVerdict{Kind::newerVersion, version}
                                             : AppcastVerdict{Kind::upToDate};
 }
@@ -77,6 +80,8 @@ QCoro::Task<AppcastVerdict> checkAppcast(HttpClient &http, QUrl productBaseURL) 
         co_return judgeAppcast(response.body, QString::fromUtf8(version()));
     } catch (const TransportError &error) {
         co_return failure(QString::fromUtf8(error.what()), error.kind() != TransportError::Kind::unreachable);
+    } catch (const std::exception &error) {
+        co_return failure(QString::fromUtf8(error.what()));
     }
 }
 

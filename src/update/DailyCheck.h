@@ -25,21 +25,21 @@ public:
         constexpr qint64 day = std::chrono::seconds(std::chrono::hours(24)).count();
         const auto last = m_defaults.get<qint64>(key);
         if (last && *last > now()) {
-            record();
+            record(now());
             return false;
         }
         // now() - *last could overflow.
         return !last || *last <= now() - day;
     }
-    /// Stores the current time as that of the last check.
-    void record() { m_defaults.set(key, now()); }
-
-private:
-    static constexpr QLatin1String key{"lastUpdateCheck"};
-
+    /// Returns the current time in whole seconds since 1970.
     [[nodiscard]] qint64 now() const {
         return std::chrono::floor<std::chrono::seconds>(m_clock.now()).time_since_epoch().count();
     }
+    /// Stores the time of the last check, which is one of now().
+    void record(qint64 time) { m_defaults.set(key, time); }
+
+private:
+    static constexpr QLatin1String key{"lastUpdateCheck"};
 
     UserDefaults &m_defaults;
     const Clock &m_clock;

@@ -22,7 +22,7 @@ protected:
             UserDefaults defaults(m_file.path);
             DailyCheck check(defaults, m_clock);
             if (check.isDue()) {
-                check.record();
+                check.record(check.now());
                 ++checks;
             }
         }

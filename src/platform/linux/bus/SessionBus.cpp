@@ -8,10 +8,12 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QFileInfo>
 #include <QtCore/QLoggingCategory>
+#include <QtCore/QPromise>
 #include <QtCore/QUrl>
 
 #include <future>
 #include <memory>
+#include <utility>
 
 #include <dbus/dbus.h>
 
@@ -54,6 +56,19 @@ QString sessionBusAddress() {
                                               socket, QByteArrayLiteral("/"), QByteArrayLiteral("~")));
 }
 
+namespace {
+
+/// QtFuture has a function for it, but under one name until Qt 6.5 and under another from 6.6 on.
+QFuture<Bus> readyFuture(Bus bus) {
+    QPromise<Bus> promise;
+    promise.start();
+    promise.addResult(std::move(bus));
+    promise.finish();
+    return promise.future();
+}
+
+} // namespace
+
 bool isSilentBus(const QString &address, std::chrono::milliseconds limit) {
     if (address.isEmpty())
         return false;
@@ -68,9 +83,9 @@ bool isSilentBus(const QString &address, std::chrono::milliseconds limit) {
 
 QFuture<Bus> connectToBus(const QString &address, const QString &name) {
     if (const QDBusConnection present(name); present.isConnected())
-        return QtFuture::makeReadyFuture(Bus(present));
+        return readyFuture(present);
     if (address.isEmpty())
-        return QtFuture::makeReadyFuture(Bus());
+        return readyFuture(std::nullopt);
     // QtDBus would return a connection of that name again, even after its bus has ended.
     QDBusConnection::disconnectFromBus(name);
     return platform::detachedThreadResult<Bus>([address, name]() -> Bus {

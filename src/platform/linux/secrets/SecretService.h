@@ -13,8 +13,8 @@
 /// The desktop's keyring, through the Secret Service on the session bus (org.freedesktop.secrets).
 ///
 /// Only a running, unlocked keyring is asked: a started one would be locked, and unlocking opens a dialog.
-/// Nothing blocks, nothing throws, and each call ends by the deadline as long as the event loop runs, where
-/// the bus is silent after `silentBusLimit` (SessionBus.h). The coroutines use nothing but their parameters.
+/// Nothing blocks or throws. Once connected, each call ends by the deadline; a silent bus fails after
+/// `silentBusLimit` (SessionBus.h). The coroutines use only their parameters.
 namespace burnwick::secretservice {
 
 /// The secret of an item, and the item's path.
