@@ -150,6 +150,8 @@ TEST_F(StandardUpdaterControllerTest, ASlowCheckIsNotStartedASecondTime) {
     m_server.release();
     EXPECT_EQ(nextResult(), State::available);
     EXPECT_EQ(requests(), 1);
+    passHours(1);
+    EXPECT_TRUE(waitFor([this] { return requests() == 2; })) << "the day counts from the answer";
 }
 
 TEST_F(StandardUpdaterControllerTest, APlaceholderSiteIsNeverContacted) {
