@@ -19,8 +19,8 @@ namespace burnwick {
 [[nodiscard]] std::optional<OAuthCredentials> credentialsFromDocument(std::string_view document);
 
 /// Returns the document with these values in place of the old ones; a null value keeps the old one. The
-/// expiry becomes milliseconds since 1970, to the precision of a double. No other byte changes. Null when the document
-/// is malformed or has no object "claudeAiOauth", or when a token is not valid UTF-8.
+/// expiry becomes milliseconds since 1970, to the precision of a double. No other byte changes. Null when the
+/// document is malformed or has no object "claudeAiOauth", or when a token is not valid UTF-8.
 [[nodiscard]] std::optional<std::string> patchedDocument(std::string_view document,
                                                          std::string_view accessToken,
                                                          const std::optional<std::string> &refreshToken,
