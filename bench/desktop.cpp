@@ -34,7 +34,7 @@ constexpr std::string_view usage =
     "Usage: burnwick-bench-desktop LOGS-DIRECTORY BURNWICK EMPTY-WINDOW REPETITIONS\n"
     "The logs are made there unless they are there already.\n";
 
-/// A home with its own settings: services that nobody answers for, and the rest as a user first meets it.
+/// A home with its own settings: unreachable services, and the defaults otherwise.
 class Settings {
 public:
     Settings() {

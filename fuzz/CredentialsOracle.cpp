@@ -29,7 +29,7 @@ struct Replacement {
     std::optional<Instant> expiry;
 };
 
-/// The last of equal keys; the end when there is none.
+/// Returns the last member with that key, or the end.
 Members::iterator lastOf(Members &members, const char *key) {
     const auto found = std::find_if(members.rbegin(), members.rend(), [key](const JsonMember &member) {
         return member.key == QLatin1String(key);
@@ -37,7 +37,7 @@ Members::iterator lastOf(Members &members, const char *key) {
     return found == members.rend() ? members.end() : std::prev(found.base());
 }
 
-/// Takes the member away and gives its value, as it stands in the text; empty when there is none.
+/// Removes the member and returns its value as written; empty if absent.
 std::string_view take(Members &members, const char *key) {
     const auto found = lastOf(members, key);
     if (found == members.end())

@@ -21,7 +21,7 @@ enum class TerminalColors {
 [[nodiscard]] TerminalColors terminalColorsFor(bool isTerminal, const char *noColor, const char *term,
                                                const char *colorTerm) noexcept;
 
-/// The printable text, bold or dim unless `colors` is none.
+/// Returns the printable text in bold or dim, or unchanged without colours.
 [[nodiscard]] std::string bold(std::string_view printable, TerminalColors colors);
 [[nodiscard]] std::string dim(std::string_view printable, TerminalColors colors);
 

@@ -38,7 +38,7 @@ Bytes load(const char *from) {
     return bytes;
 }
 
-/// The index of the first special byte from there on; the text's size if there is none. Reads the byte before
+/// Returns the index of the first special byte at or after `at`, or the text's size. Reads the byte before
 /// the text, too: its opening quote.
 std::size_t findSpecial(std::string_view text, std::size_t at) {
     using Bytes [[gnu::vector_size(16)]] = unsigned char;
@@ -86,7 +86,8 @@ char simpleEscape(char second) {
     return simpleEscapes[toByte(second)];
 }
 
-/// The size of the escape at the beginning of the text; 0 if there is none or it is malformed.
+/// Returns the size of the escape that the text begins with; 0 if it begins otherwise or the escape is
+/// malformed.
 std::size_t escapeSize(std::string_view text) {
     if (text.size() >= simpleEscapeSize && text[0] == '\\' && simpleEscape(text[1]) != '\0')
         return simpleEscapeSize;

@@ -50,7 +50,7 @@ public:
     HttpClient(const HttpClient &) = delete;
     HttpClient &operator=(const HttpClient &) = delete;
 
-    /// Returns the server's response, whatever its status; throws TransportError when there is none. A
+    /// Returns the server's response, whatever its status; throws TransportError if no response arrives. A
     /// response outside 200 to 299 is returned even when its body is incomplete, except for 401 and 407.
     [[nodiscard]] QCoro::Task<HttpResponse> send(HttpRequest request);
 

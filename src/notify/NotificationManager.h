@@ -9,8 +9,8 @@
 
 namespace burnwick {
 
-/// Posts the program's notifications. Failures are logged and reported to nobody; a notification that was not
-/// delivered is not sent again. Main thread only.
+/// Posts the program's notifications. Failures are logged only; an undelivered notification is not sent
+/// again. Main thread only.
 class NotificationManager final {
 public:
     /// The referenced objects must outlive this one.

@@ -22,7 +22,7 @@ struct StatusItemContent {
 
 /// The application's one item in the desktop's status bar. Main thread only.
 ///
-/// A backend shows as much as its host can, and waits for a host where there is none; it never fails.
+/// A backend shows as much as its host can, and waits until a host appears; it never fails.
 class StatusItem {
 public:
     /// Called on the main thread when the user clicks the item, with the desktop's permission to raise a

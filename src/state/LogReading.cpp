@@ -51,7 +51,8 @@ bool areSameFiles(std::span<const LogFile> some, std::span<const LogFile> others
 bool areSettled(std::span<const LogFile> files, const LogReading &last, Instant recentSince, Instant now) {
     const auto count = static_cast<std::size_t>(last.settled.fileCount);
     return recentSince >= last.settled.before && now - last.settled.before < settledFor &&
-           files.size() >= count && areSameFiles(files.first(count), std::span(last.files).first(count));
+           files.size() >= count && last.files.size() >= count &&
+           areSameFiles(files.first(count), std::span(last.files).first(count));
 }
 
 } // namespace

@@ -38,7 +38,7 @@ public:
     LoginFlow(KeychainManager &keychain, TerminalLauncher &terminal, Scheduler &scheduler);
     ~LoginFlow() override;
 
-    /// Begins; `done` is called once, unless this object goes before, and may destroy it.
+    /// Starts the login. Calls `done` once, unless this object is destroyed before; `done` may destroy it.
     void start(std::function<void(Outcome)> done);
 
 private:

@@ -33,7 +33,7 @@ struct File {
     const char *name;
     const char *kind; ///< of write_once
     const char *file; ///< below the home
-    const char *old;  ///< null when there is none
+    const char *old;  ///< null for a new file
     bool linked;      ///< the name is a link to the file
 };
 

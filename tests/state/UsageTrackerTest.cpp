@@ -113,6 +113,21 @@ TEST_F(UsageTrackerTest, ALaterReadingSharesTheSettledEntries) {
     EXPECT_EQ(second->settledEntries, first->settledEntries);
     EXPECT_EQ(second->settledEntries->size(), 1U);
     EXPECT_EQ(second->unsettledEntries.size(), 1U) << "an entry is held twice";
+
+    // Another file in the place of a settled one, so that their number is the same.
+    std::filesystem::remove(m_home.path() / ".claude/projects/settled.jsonl");
+    add("restored.jsonl", 4, 72h);
+    const auto third = readLogs(parser, m_calendar, m_clock.now(), second.get());
+    ASSERT_NE(third, nullptr);
+    ASSERT_EQ(third->settledEntries->size(), 1U);
+    EXPECT_EQ(third->settledEntries->front().counts().input, 4);
+
+    // With the clock set back, files that were settled grow again.
+    m_clock.advance(-96h);
+    add("restored.jsonl", 5);
+    const auto fourth = readLogs(parser, m_calendar, m_clock.now(), third.get());
+    ASSERT_NE(fourth, nullptr);
+    EXPECT_TRUE(fourth->settledEntries->empty());
     std::stop_source stop;
     stop.request_stop();
     EXPECT_EQ(readLogs(parser, m_calendar, m_clock.now(), nullptr, stop.get_token()), nullptr);

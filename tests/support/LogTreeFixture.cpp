@@ -53,7 +53,7 @@ void setModified(const std::filesystem::path &file, Instant modified) {
 }
 
 std::filesystem::path LogHome::add(const std::string &name, std::string_view bytes, Instant modified) const {
-    // Written elsewhere and moved in: nobody sees the file before it is whole.
+    // Written elsewhere and moved in, so that no reader sees an incomplete file.
     const auto draft = path() / "draft";
     writeFile(draft, bytes);
     setModified(draft, modified);

@@ -9,7 +9,7 @@
 
 namespace burnwick::test {
 
-/// The instant of a date-time such as "2025-06-01T12:00:00Z"; throws when it is none.
+/// The instant of a date-time such as "2025-06-01T12:00:00Z"; throws for any other text.
 inline Instant at(std::string_view text) {
     return parseTimestamp(text).value().instant;
 }

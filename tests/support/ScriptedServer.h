@@ -49,7 +49,7 @@ struct RecordedRequest {
     std::vector<std::pair<QByteArray, QByteArray>> headers;
     QByteArray body;
 
-    /// The value of the header, whatever its letters' case; null when there is none.
+    /// The value of the header, ignoring the case of the name; null if absent.
     [[nodiscard]] QByteArray header(const QByteArray &name) const;
 };
 

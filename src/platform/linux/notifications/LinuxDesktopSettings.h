@@ -10,7 +10,7 @@
 namespace burnwick {
 
 /// Returns the command line that opens the settings of notifications: the desktop's, otherwise another
-/// installed one; empty when there is none. `desktops` is XDG_CURRENT_DESKTOP, such as "ubuntu:GNOME".
+/// installed one; empty without one. `desktops` is XDG_CURRENT_DESKTOP, such as "ubuntu:GNOME".
 [[nodiscard]] QStringList notificationSettingsCommand(const QString &desktops,
                                                       const FindExecutable &findExecutable);
 
