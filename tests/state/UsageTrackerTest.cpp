@@ -122,12 +122,12 @@ TEST_F(UsageTrackerTest, ALaterReadingSharesTheSettledEntries) {
     ASSERT_EQ(third->settledEntries->size(), 1U);
     EXPECT_EQ(third->settledEntries->front().counts().input, 4);
 
-    // With the clock set back, files that were settled grow again.
+    // With the clock set back, a settled file is a recent one again.
     m_clock.advance(-96h);
-    add("restored.jsonl", 5);
+    add("new.jsonl", 5);
     const auto fourth = readLogs(parser, m_calendar, m_clock.now(), third.get());
     ASSERT_NE(fourth, nullptr);
-    EXPECT_TRUE(fourth->settledEntries->empty());
+    EXPECT_TRUE(fourth->settledEntries->empty()) << "the session lacks a recent file";
     std::stop_source stop;
     stop.request_stop();
     EXPECT_EQ(readLogs(parser, m_calendar, m_clock.now(), nullptr, stop.get_token()), nullptr);
