@@ -123,7 +123,7 @@ TEST_F(UsageTrackerTest, ALaterReadingSharesTheSettledEntries) {
     EXPECT_EQ(third->settledEntries->front().counts().input, 4);
 
     // With the clock set back, a settled file is a recent one again.
-    m_clock.advance(-96h);
+    m_clock.advance(-71h);
     add("new.jsonl", 5);
     const auto fourth = readLogs(parser, m_calendar, m_clock.now(), third.get());
     ASSERT_NE(fourth, nullptr);
