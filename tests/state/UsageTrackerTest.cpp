@@ -124,7 +124,6 @@ TEST_F(UsageTrackerTest, ALaterReadingSharesTheSettledEntries) {
 
     // With the clock set back, a settled file is a recent one again.
     m_clock.advance(-71h);
-    add("new.jsonl", 5);
     const auto fourth = readLogs(parser, m_calendar, m_clock.now(), third.get());
     ASSERT_NE(fourth, nullptr);
     EXPECT_TRUE(fourth->settledEntries->empty()) << "the session lacks a recent file";
