@@ -85,14 +85,17 @@ private:
 /// The tree's facts as the parser sees them.
 LogFacts factsOf(const LogHistory &history) {
     LogFacts facts;
-    facts.files = history.fileCount;
-    for (const JSONLEntry &entry : history.entries) {
-        const auto instant = entry.timestamp();
-        const SessionTokens &counts = entry.counts();
-        facts.addUsageLine(
-            entry.sessionId().view(), entry.model().view(),
-            instant ? std::chrono::floor<std::chrono::milliseconds>(instant->time_since_epoch()).count() : 0,
-            {counts.input, counts.output, counts.cacheCreation, counts.cacheRead});
+    facts.files = static_cast<std::int64_t>(history.files.size());
+    for (const LogEntries &entries : history.entries) {
+        for (const JSONLEntry &entry : *entries) {
+            const auto instant = entry.timestamp();
+            const SessionTokens &counts = entry.counts();
+            facts.addUsageLine(
+                entry.sessionId().view(), entry.model().view(),
+                instant ? std::chrono::floor<std::chrono::milliseconds>(instant->time_since_epoch()).count()
+                        : 0,
+                {counts.input, counts.output, counts.cacheCreation, counts.cacheRead});
+        }
     }
     return facts;
 }
@@ -117,14 +120,9 @@ Calendar benchCalendar() {
     return Calendar::inZone("Europe/Berlin");
 }
 
-JSONLParser parserFor(const std::filesystem::path &tree, unsigned threads) {
-    static const SystemClock clock;
-    return {tree, benchCalendar(), clock, threads};
-}
-
 /// Runs in a process of its own, whose peak of memory is then known.
 void parseAndCheck(const std::filesystem::path &tree) {
-    checkAgainst(factsOf(tree), parserFor(tree, 2).parseAllEntries());
+    checkAgainst(factsOf(tree), *JSONLParser(tree, 2).parseAllEntries());
 }
 
 ProcessCost runReport(const Options &options, const std::string &output = "/dev/null") {
@@ -162,11 +160,11 @@ void measureMemory(const Options &options, ResultTable &table) {
 /// of each counts.
 void measureReading(const Options &options, ResultTable &table) {
     const LogFacts facts = factsOf(options.sessions);
-    const JSONLParser oneThread = parserFor(options.sessions, 1);
-    const JSONLParser twoThreads = parserFor(options.sessions, 2);
-    Floor floor(oneThread.allLogFiles());
-    checkAgainst(facts, oneThread.parseAllEntries());
-    checkAgainst(facts, twoThreads.parseAllEntries());
+    const JSONLParser oneThread(options.sessions, 1);
+    const JSONLParser twoThreads(options.sessions, 2);
+    Floor floor(allLogFiles(oneThread.projectsURL()));
+    checkAgainst(facts, *oneThread.parseAllEntries());
+    checkAgainst(facts, *twoThreads.parseAllEntries());
 
     double floorTime = never, one = never, two = never, report = never;
     for (int i = 0; i < options.repetitions; ++i) {
@@ -187,42 +185,39 @@ void measureReading(const Options &options, ResultTable &table) {
     }
 }
 
-/// The moment after the last session, so that every filter's period has entries.
-class ClockAtTheEnd final : public Clock {
-public:
-    explicit ClockAtTheEnd(Instant end)
-        : m_end(end) {}
-    [[nodiscard]] Instant now() const override { return m_end; }
-
-private:
-    Instant m_end;
-};
-
 void measureHistory(const Options &options, ResultTable &table) {
-    constexpr std::int64_t entryCount = 1'000'000;
-    LogHistory history = parserFor(options.sessions, 2).parseAllEntries();
-    const ClockAtTheEnd clock(history.entries.back().timestamp().value());
-    const JSONLParser parser(options.sessions, benchCalendar(), clock, 2);
-    const std::size_t parsed = history.entries.size();
-    history.entries.reserve(entryCount + parsed);
-    while (history.entries.size() < entryCount)
-        history.entries.push_back(history.entries[history.entries.size() - parsed]);
-    history.entries.resize(entryCount);
+    constexpr std::size_t entryCount = 1'000'000;
+    LogHistory history = *JSONLParser(options.sessions, 2).parseAllEntries();
+    // The moment after the last session, so that every filter's period has entries.
+    const Instant end = history.entries.back()->back().timestamp().value();
+    std::vector<JSONLEntry> repeated;
+    repeated.reserve(entryCount);
+    while (repeated.size() < entryCount) {
+        for (const LogEntries &entries : history.entries)
+            repeated.insert(repeated.end(), entries->begin(),
+                            entries->begin() + static_cast<std::ptrdiff_t>(
+                                                   std::min(entries->size(), entryCount - repeated.size())));
+    }
+    history.entries = {std::make_shared<const std::vector<JSONLEntry>>(std::move(repeated))};
+    const Calendar calendar = benchCalendar();
 
     double slowest = 0;
     for (const TimeFilter filter : allTimeFilters) {
         std::int64_t messages = 0;
         double best = never;
         for (int i = 0; i < options.repetitions; ++i)
-            best = std::min(best, secondsOf([&] {
-                                messages = parser.computeHistoricalData(history, filter).messageCount;
-                            }));
-        if (filter == TimeFilter::all ? messages != entryCount : messages == 0 || messages >= entryCount)
+            best = std::min(
+                best, secondsOf([&] {
+                    messages =
+                        JSONLParser::computeHistoricalData(history, filter, calendar, end).messageCount;
+                }));
+        if (filter == TimeFilter::all ? messages != std::int64_t{entryCount}
+                                      : messages == 0 || messages >= std::int64_t{entryCount})
             throw std::runtime_error("the history does not count the filter's entries");
         slowest = std::max(slowest, best);
     }
     table.addAtMost("computeHistoricalData, 1 million entries", slowest * 1000, 150, "ms", 1);
-    table.addAtMost("computeHistoricalData, per entry", slowest * 1e9 / entryCount, 150, "ns", 1);
+    table.addAtMost("computeHistoricalData, per entry", slowest * 1e9 / double{entryCount}, 150, "ns", 1);
 }
 
 Options readOptions(std::span<char *> arguments) {

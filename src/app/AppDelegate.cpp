@@ -52,8 +52,8 @@ StandardUpdaterController::Services AppDelegate::updaterServices() {
 }
 
 AppState::Services AppDelegate::stateServices() {
-    return {{m_preferences, JSONLParser(homeDirectory(), Calendar::current(), m_clock),
-             [] { return Calendar::current(); }, m_clock, m_scheduler, platform::openDirectoryEventSource},
+    return {{m_preferences, JSONLParser(homeDirectory()), [] { return Calendar::current(); }, m_clock,
+             m_scheduler, platform::openDirectoryEventSource},
             {m_preferences, m_clock, m_scheduler, m_account, *m_terminal,
              [this] { openInBrowser(m_endpoints.loginURL); }}};
 }

@@ -6,133 +6,82 @@
 #include "logs/LogFileReader.h"
 
 #include <algorithm>
-#include <new>
 #include <thread>
 #include <unordered_set>
-#include <utility>
 
 namespace burnwick {
 
 namespace {
 
-/// The session has the file's name without the extension.
-void assignSession(std::vector<JSONLEntry> &entries, const std::filesystem::path &file) {
-    if (entries.empty())
-        return;
-    const InternedString session(file.stem().native());
-    for (JSONLEntry &entry : entries)
-        entry.setSessionId(session);
-}
-
-/// Moves the files' entries to the end of the list. A file for which memory is short adds none.
-void append(std::vector<JSONLEntry> &all, std::vector<JSONLEntry> entries) {
-    try {
-        if (all.empty())
-            all = std::move(entries);
-        else
-            all.insert(all.end(), entries.begin(), entries.end());
-    } catch (const std::bad_alloc &) {
-        // The same as with a file that cannot be read.
+/// Sets the entries of the files that are the same in the other history, which is sorted alike.
+void shareEntries(LogHistory &history, const LogHistory &last) {
+    for (std::size_t i = 0; i < history.files.size(); ++i) {
+        const LogFile &file = history.files[i];
+        const auto found = std::ranges::lower_bound(last.files, file, isBefore);
+        if (found != last.files.end() && !isBefore(file, *found) && found->size == file.size)
+            history.entries[i] = last.entries[static_cast<std::size_t>(found - last.files.begin())];
     }
 }
 
-/// `settledFiles` is how many of the files are settled: the first ones.
-LogHistory readHistory(std::span<const LogFile> files, std::size_t settledFiles, unsigned threads,
-                       const std::stop_token &stop) {
-    auto entries = readUsageLines(files, threads, stop);
-    LogHistory history;
-    history.fileCount = static_cast<std::int64_t>(files.size());
-    for (std::size_t i = 0; i < files.size(); ++i) {
-        if (i == settledFiles)
-            history.firstRecent = history.entries.size();
-        assignSession(entries[i], files[i].path);
-        append(history.entries, std::exchange(entries[i], {}));
+template <typename Use> // called with each entry
+void forEachEntry(std::span<const LogEntries> lists, Use use) {
+    for (const LogEntries &list : lists) {
+        if (list != nullptr)
+            std::ranges::for_each(*list, use);
     }
-    if (settledFiles >= files.size())
-        history.firstRecent = history.entries.size();
-    return history;
-}
-
-/// How many of the files, which are sorted by time, are older.
-std::size_t countModifiedBefore(std::span<const LogFile> files, Instant instant) {
-    const auto first = std::partition_point(files.begin(), files.end(), [instant](const LogFile &file) {
-        return !file.modified || *file.modified < instant;
-    });
-    return static_cast<std::size_t>(first - files.begin());
 }
 
 } // namespace
 
-JSONLParser::JSONLParser(const std::filesystem::path &home, const Calendar &calendar, const Clock &clock,
-                         unsigned threads)
+std::span<const LogEntries> LogHistory::entriesSince(Instant instant) const {
+    const auto first = std::ranges::partition_point(
+        files, [instant](const LogFile &file) { return !file.modified || *file.modified < instant; });
+    return std::span(entries).subspan(static_cast<std::size_t>(first - files.begin()));
+}
+
+JSONLParser::JSONLParser(const std::filesystem::path &home, unsigned threads)
     : m_projectsURL(home / ".claude" / "projects")
-    , m_calendar(calendar)
-    , m_clock(clock)
     , m_threads(threads != 0 ? threads : std::max(1U, std::thread::hardware_concurrency())) {}
 
-std::vector<LogFile> JSONLParser::allLogFiles(const std::stop_token &stop) const {
-    return walkLogTree(m_projectsURL, std::nullopt, stop);
-}
-
-std::vector<LogFile> JSONLParser::recentLogFiles(const std::stop_token &stop) const {
-    return walkLogTree(m_projectsURL, recentSince(), stop);
-}
-
-std::vector<JSONLEntry> JSONLParser::parseFile(const std::filesystem::path &file,
-                                               bool assignSessionId) const {
-    std::vector<JSONLEntry> entries = LogFileReader(LineSelection::all).readFile(file);
-    if (assignSessionId)
-        assignSession(entries, file);
-    return entries;
-}
-
-std::vector<JSONLEntry> JSONLParser::parseRecentEntries() const {
-    std::vector<JSONLEntry> all;
-    for (auto &entries : readUsageLines(recentLogFiles(), m_threads, {}))
-        append(all, std::move(entries));
-    return all;
-}
-
-LogHistory JSONLParser::parseAllEntries(const std::stop_token &stop) const {
-    const std::vector<LogFile> files = allLogFiles(stop);
-    const Instant since = recentSince();
-    const std::size_t settled = countModifiedBefore(files, since);
-    LogHistory history = readHistory(files, settled, m_threads, stop);
-    history.settled = {since, static_cast<std::int64_t>(settled)};
+std::shared_ptr<const LogHistory> JSONLParser::parseRecentEntries(Instant since) const {
+    auto history = std::make_shared<LogHistory>();
+    history->files = recentLogFiles(m_projectsURL, since);
+    history->entries.resize(history->files.size());
+    readMissingEntries(*history, m_threads, {});
     return history;
 }
 
-std::optional<LogHistory> JSONLParser::parseUnsettledEntries(const SettledLogs &settled,
-                                                             const std::stop_token &stop) const {
-    const std::vector<LogFile> files = allLogFiles(stop);
-    const std::size_t first = countModifiedBefore(files, settled.before);
-    if (static_cast<std::int64_t>(first) != settled.fileCount)
-        return std::nullopt;
-    const std::size_t firstRecent = countModifiedBefore(files, std::max(recentSince(), settled.before));
-    LogHistory unsettled = readHistory(std::span(files).subspan(first), firstRecent - first, m_threads, stop);
-    unsettled.fileCount = static_cast<std::int64_t>(files.size());
-    unsettled.settled = settled;
-    return unsettled;
+std::shared_ptr<const LogHistory> JSONLParser::parseAllEntries(const LogHistory *last,
+                                                               const std::stop_token &stop) const {
+    auto history = std::make_shared<LogHistory>();
+    // Listed first: a file that changes before it is read differs in the next comparison.
+    history->files = allLogFiles(m_projectsURL, stop);
+    history->entries.resize(history->files.size());
+    if (last != nullptr)
+        shareEntries(*history, *last);
+    readMissingEntries(*history, m_threads, stop);
+    if (stop.stop_requested() || (last != nullptr && history->entries == last->entries))
+        return nullptr;
+    return history;
 }
 
-SessionTokens JSONLParser::calculateSessionTokens(std::span<const JSONLEntry> entries) {
+SessionTokens JSONLParser::calculateSessionTokens(std::span<const LogEntries> entries) {
     SessionTokens sums;
-    for (const JSONLEntry &entry : entries)
-        addCounts(sums, entry.counts());
+    forEachEntry(entries, [&](const JSONLEntry &entry) { addCounts(sums, entry.counts()); });
     return sums;
 }
 
-double JSONLParser::calculateBurnRate(std::span<const JSONLEntry> entries) {
+double JSONLParser::calculateBurnRate(std::span<const LogEntries> entries) {
     std::optional<Instant> first;
     std::optional<Instant> last;
     std::int64_t tokens = 0;
-    for (const JSONLEntry &entry : entries) {
+    forEachEntry(entries, [&](const JSONLEntry &entry) {
         if (!entry.timestamp())
-            continue;
+            return;
         last = entry.timestamp();
         first = first ? first : last;
         tokens = addTokens(tokens, addTokens(entry.counts().input, entry.counts().output));
-    }
+    });
     // A single dated entry has no span either.
     if (!first || *last <= *first)
         return 0;
@@ -141,31 +90,22 @@ double JSONLParser::calculateBurnRate(std::span<const JSONLEntry> entries) {
     return static_cast<double>(tokens) / minutes;
 }
 
-HistoricalData JSONLParser::computeHistoricalData(std::span<const JSONLEntry> entries,
-                                                  std::int64_t sessionCount) const {
-    HistoryBuilder builder(m_calendar);
-    for (const JSONLEntry &entry : entries)
-        builder.add(entry);
-    return builder.finish(sessionCount, m_calendar.dayOf(m_clock.now()));
-}
-
-HistoricalData JSONLParser::computeHistoricalData(const LogHistory &history, TimeFilter filter) const {
-    const Instant now = m_clock.now();
-    const auto cutOff = cutOffOf(filter, now, m_calendar);
-    if (!cutOff)
-        return computeHistoricalData(history.entries, history.fileCount);
-
-    HistoryBuilder builder(m_calendar);
+HistoricalData JSONLParser::computeHistoricalData(const LogHistory &history, TimeFilter filter,
+                                                  const Calendar &calendar, Instant now) {
+    const auto cutOff = cutOffOf(filter, now, calendar);
+    HistoryBuilder builder(calendar);
     std::unordered_set<InternedString> sessions;
-    for (const JSONLEntry &entry : history.entries) {
-        const auto instant = entry.timestamp();
-        if (!instant || *instant < *cutOff)
-            continue;
-        builder.add(entry);
-        if (!entry.sessionId().view().empty())
+    forEachEntry(history.entries, [&](const JSONLEntry &entry) {
+        if (cutOff) {
+            const auto instant = entry.timestamp();
+            if (!instant || *instant < *cutOff)
+                return;
             sessions.insert(entry.sessionId());
-    }
-    return builder.finish(static_cast<std::int64_t>(sessions.size()), m_calendar.dayOf(now));
+        }
+        builder.add(entry);
+    });
+    const std::size_t sessionCount = cutOff ? sessions.size() : history.files.size();
+    return builder.finish(static_cast<std::int64_t>(sessionCount), calendar.dayOf(now));
 }
 
 } // namespace burnwick

@@ -3,7 +3,6 @@
 #include "logs/LogFileReader.h"
 
 #include "logs/LineFilter.h"
-#include "logs/LogTree.h"
 
 #include <simdjson.h>
 
@@ -11,7 +10,6 @@
 #include <atomic>
 #include <cerrno>
 #include <new>
-#include <numeric>
 #include <optional>
 #include <system_error>
 #include <thread>
@@ -63,12 +61,11 @@ LogFileReader::LogFileReader(LineSelection selection, std::size_t blockSize, std
     , m_longestLine(longestLine)
     , m_blocks(blockSize, longestLine) {}
 
-std::vector<JSONLEntry> LogFileReader::readFile(const std::filesystem::path &file,
-                                                const std::stop_token &stop) {
+LogEntries LogFileReader::readFile(const std::filesystem::path &file, const std::stop_token &stop) {
     const OpenFile open(file);
     const auto size = open.size();
     if (!size)
-        return {};
+        return nullptr;
     // Not beyond its size when it was opened: a file that grows as fast as it is read has no end, nor have
     // some of the kernel's.
     std::size_t left = *size;
@@ -78,25 +75,37 @@ std::vector<JSONLEntry> LogFileReader::readFile(const std::filesystem::path &fil
         return count;
     };
     try {
-        return read(source, stop);
+        auto entries = read(source, stop);
+        if (!entries)
+            return nullptr;
+        if (!entries->empty()) {
+            const InternedString session(file.stem().native());
+            for (JSONLEntry &entry : *entries)
+                entry.setSessionId(session);
+        }
+        entries->shrink_to_fit();
+        return std::make_shared<const std::vector<JSONLEntry>>(*std::move(entries));
     } catch (const std::bad_alloc &) {
-        return {};
+        return nullptr;
     }
 }
 
-std::vector<JSONLEntry> LogFileReader::read(const BlockReader::Read &source, const std::stop_token &stop) {
+std::optional<std::vector<JSONLEntry>> LogFileReader::read(const BlockReader::Read &source,
+                                                           const std::stop_token &stop) {
     std::vector<JSONLEntry> entries;
+    bool isUtf8 = true;
     const bool complete = m_blocks.readAll(
         [&](char *data, std::size_t size) { return stop.stop_requested() ? -1 : source(data, size); },
         [&](std::string_view bytes, BlockReader::Content content) {
-            if (!simdjson::validate_utf8(bytes))
-                return false;
-            if (content == BlockReader::Content::lines)
+            isUtf8 = simdjson::validate_utf8(bytes);
+            if (isUtf8 && content == BlockReader::Content::lines)
                 readLines(bytes, entries);
-            return true;
+            return isUtf8;
         });
-    if (!complete)
+    if (!isUtf8)
         entries.clear();
+    else if (!complete)
+        return std::nullopt;
     return entries;
 }
 
@@ -114,28 +123,29 @@ void LogFileReader::readLines(std::string_view lines, std::vector<JSONLEntry> &e
     }
 }
 
-std::vector<std::vector<JSONLEntry>> readUsageLines(std::span<const LogFile> files, unsigned threads,
-                                                    const std::stop_token &stop) {
-    std::vector<std::vector<JSONLEntry>> entries(files.size());
-    std::atomic<std::size_t> nextFile = 0;
+void readMissingEntries(LogHistory &history, unsigned threads, const std::stop_token &stop) {
+    std::vector<std::size_t> missing;
+    std::uint64_t bytes = 0;
+    for (std::size_t i = 0; i < history.files.size(); ++i) {
+        if (history.entries[i] == nullptr && history.files[i].regular) {
+            missing.push_back(i);
+            bytes += history.files[i].size;
+        }
+    }
+    std::atomic<std::size_t> next = 0;
     const auto work = [&] {
         try {
             LogFileReader reader(LineSelection::usageOnly);
-            for (std::size_t i = nextFile++; i < files.size() && !stop.stop_requested(); i = nextFile++) {
-                if (files[i].regular)
-                    entries[i] = reader.readFile(files[i].path, stop);
-            }
+            for (std::size_t i = next++; i < missing.size() && !stop.stop_requested(); i = next++)
+                history.entries[missing[i]] = reader.readFile(history.files[missing[i]].path, stop);
         } catch (const std::bad_alloc &) {
             // Not enough memory for the reader itself. The other threads go on.
         }
     };
     // Starting a thread costs about as much as reading this much.
     constexpr std::uint64_t bytesWorthAThread = 1U << 20U;
-    const std::uint64_t bytes =
-        std::accumulate(files.begin(), files.end(), std::uint64_t{0},
-                        [](std::uint64_t sum, const LogFile &file) { return sum + file.size; });
     const std::uint64_t workers =
-        std::min({std::uint64_t{threads}, std::uint64_t{files.size()}, 1 + bytes / bytesWorthAThread});
+        std::min({std::uint64_t{threads}, std::uint64_t{missing.size()}, 1 + bytes / bytesWorthAThread});
     std::vector<std::jthread> helpers;
     try {
         for (std::uint64_t i = 1; i < workers; ++i)
@@ -144,8 +154,6 @@ std::vector<std::vector<JSONLEntry>> readUsageLines(std::span<const LogFile> fil
         // No more threads can be started. Those that run read all the files.
     }
     work();
-    helpers.clear();
-    return entries;
 }
 
 } // namespace burnwick

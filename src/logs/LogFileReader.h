@@ -4,17 +4,15 @@
 
 #include "logs/BlockReader.h"
 #include "logs/JSONLDecoder.h"
-#include "logs/JSONLEntry.h"
+#include "logs/LogHistory.h"
 
 #include <filesystem>
-#include <span>
+#include <optional>
 #include <stop_token>
 #include <string_view>
 #include <vector>
 
 namespace burnwick {
-
-struct LogFile;
 
 /// Which lines of a file become entries.
 enum class LineSelection { all, usageOnly };
@@ -31,15 +29,14 @@ public:
     explicit LogFileReader(LineSelection selection, std::size_t blockSize = defaultBlockSize,
                            std::size_t longestLine = defaultLongestLine);
 
-    /// Returns the file's entries in line order, without sessions; empty if it is not a regular file, cannot
-    /// be read to its end, is not UTF-8 throughout, a stop is requested meanwhile, or memory is short. Lines
-    /// longer than the longest are ignored.
-    [[nodiscard]] std::vector<JSONLEntry> readFile(const std::filesystem::path &file,
-                                                   const std::stop_token &stop = {});
-    /// The same for any stream of bytes. Throws std::bad_alloc when memory is short; the next stream can be
-    /// read all the same.
-    [[nodiscard]] std::vector<JSONLEntry> read(const BlockReader::Read &source,
-                                               const std::stop_token &stop = {});
+    /// Returns the file's entries in line order with the session that its name gives, the extension excluded;
+    /// an empty list if it is not UTF-8 throughout. Null if it is not a regular file, cannot be read to its
+    /// end, a stop is requested meanwhile, or memory is short. Lines longer than the longest are ignored.
+    [[nodiscard]] LogEntries readFile(const std::filesystem::path &file, const std::stop_token &stop = {});
+    /// The same for any stream of bytes, without sessions; nullopt instead of null. Throws std::bad_alloc
+    /// when memory is short; the next stream can be read all the same.
+    [[nodiscard]] std::optional<std::vector<JSONLEntry>> read(const BlockReader::Read &source,
+                                                              const std::stop_token &stop = {});
 
 private:
     void readLines(std::string_view lines, std::vector<JSONLEntry> &entries);
@@ -50,10 +47,8 @@ private:
     BlockReader m_blocks;
 };
 
-/// Reads the usage lines of each file, on up to `threads` threads. Returns one list for each file, empty
-/// where LogFileReader returns none or memory is short; after a stop request those not yet read are empty,
-/// too.
-[[nodiscard]] std::vector<std::vector<JSONLEntry>>
-readUsageLines(std::span<const LogFile> files, unsigned threads, const std::stop_token &stop);
+/// Reads the usage lines of the files whose entries are null, on up to `threads` threads. After a stop
+/// request entries stay null. Files that are not regular ones are not opened.
+void readMissingEntries(LogHistory &history, unsigned threads, const std::stop_token &stop);
 
 } // namespace burnwick

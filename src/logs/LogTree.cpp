@@ -38,8 +38,11 @@ LogFile describe(const fs::directory_entry &entry) {
 
 } // namespace
 
-std::vector<LogFile> walkLogTree(const fs::path &root, std::optional<Instant> since,
-                                 const std::stop_token &stop) {
+bool isBefore(const LogFile &file, const LogFile &other) {
+    return std::tie(file.modified, file.path.native()) < std::tie(other.modified, other.path.native());
+}
+
+std::vector<LogFile> allLogFiles(const fs::path &root, const std::stop_token &stop) {
     std::vector<LogFile> files;
     std::vector<fs::path> pending{root};
     while (!pending.empty()) {
@@ -50,18 +53,19 @@ std::vector<LogFile> walkLogTree(const fs::path &root, std::optional<Instant> si
         for (; !error && entry != fs::directory_iterator() && !stop.stop_requested();
              entry.increment(error)) {
             std::error_code unknownType;
-            if (entry->path().extension() == ".jsonl") {
-                LogFile file = describe(*entry);
-                if (!since || (file.modified && *file.modified >= *since))
-                    files.push_back(std::move(file));
-            }
+            if (entry->path().extension() == ".jsonl")
+                files.push_back(describe(*entry));
             if (!entry->is_symlink(unknownType) && entry->is_directory(unknownType))
                 pending.push_back(entry->path());
         }
     }
-    std::sort(files.begin(), files.end(), [](const LogFile &a, const LogFile &b) {
-        return std::tie(a.modified, a.path.native()) < std::tie(b.modified, b.path.native());
-    });
+    std::ranges::sort(files, isBefore);
+    return files;
+}
+
+std::vector<LogFile> recentLogFiles(const fs::path &root, Instant since) {
+    auto files = allLogFiles(root);
+    std::erase_if(files, [since](const LogFile &file) { return !file.modified || *file.modified < since; });
     return files;
 }
 

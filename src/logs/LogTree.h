@@ -20,10 +20,15 @@ struct LogFile {
     bool regular = false; ///< a regular file, or a link to one; others are never opened
 };
 
-/// Returns every file named *.jsonl below the directory, hidden or not, at any depth, by time of modification
-/// and then by path, bytewise; only those modified at or after `since` if that is given. Links to directories
-/// are not followed; directories that cannot be listed are ignored. A stop request ends the walk early.
-[[nodiscard]] std::vector<LogFile> walkLogTree(const std::filesystem::path &root,
-                                               std::optional<Instant> since, const std::stop_token &stop);
+/// Whether the file comes first in the order by time of modification and then by path, bytewise.
+[[nodiscard]] bool isBefore(const LogFile &file, const LogFile &other);
+
+/// Returns every file named *.jsonl below the directory, hidden or not, at any depth, in the order of
+/// isBefore(). Links to directories are not followed; directories that cannot be listed are ignored. A stop
+/// request ends the walk early.
+[[nodiscard]] std::vector<LogFile> allLogFiles(const std::filesystem::path &root,
+                                               const std::stop_token &stop = {});
+/// Returns those of them that were modified at or after `since`.
+[[nodiscard]] std::vector<LogFile> recentLogFiles(const std::filesystem::path &root, Instant since);
 
 } // namespace burnwick

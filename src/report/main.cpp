@@ -10,7 +10,7 @@
 #include "platform/Process.h"
 #include "report/AccountFetch.h"
 #include "report/ReportOptions.h"
-#include "state/LogReading.h"
+#include "state/LogFigures.h"
 
 #include <QtCore/QFile>
 
@@ -69,16 +69,16 @@ AccountFigures fetchAccountOrComplain(const Clock &clock, const Calendar &calend
 Snapshot readSnapshot(const ReportOptions &options, bool withHistory, const Clock &clock) {
     Snapshot snapshot{{Calendar::current(), options.timeFilter}, {}};
     auto &[usage, account] = snapshot;
-    const JSONLParser parser(homeDirectory(), usage.calendar, clock);
+    const JSONLParser parser(homeDirectory());
     if (options.quota)
         account = fetchAccountOrComplain(clock, usage.calendar);
     const Instant now = clock.now();
     if (withHistory) {
-        const auto reading = readLogs(parser, usage.calendar, now);
-        updateSession(usage, reading->recentEntries(), now);
-        updateHistory(usage, *reading, now);
+        const auto history = parser.parseAllEntries();
+        updateSession(usage, history->entriesSince(recentSince(usage.calendar, now)), now);
+        updateHistory(usage, *history, now);
     } else {
-        updateSession(usage, parser.parseRecentEntries(), now);
+        updateSession(usage, parser.parseRecentEntries(recentSince(usage.calendar, now))->entries, now);
     }
     return snapshot;
 }

@@ -3,6 +3,7 @@
 #include "state/UsageTracker.h"
 
 #include "async/Scheduler.h"
+#include "model/Clock.h"
 #include "platform/Process.h"
 #include "prefs/PreferencesManager.h"
 
@@ -22,21 +23,22 @@ constexpr std::chrono::milliseconds settleTime{1500};
 
 struct UsageTracker::Result {
     std::optional<UsageFigures> figures; ///< in the filter and zone of the job's start; absent if unchanged
-    std::shared_ptr<const LogReading> reading; ///< null if the last one still holds
+    std::shared_ptr<const LogHistory> history; ///< null if the last one still holds
 };
 
 UsageTracker::UsageTracker(Services services)
     : m_services(std::move(services))
     , m_figures{m_services.currentCalendar()} {
     m_figures.lastUpdated = m_services.clock.now();
-    m_services.parser.setCalendar(m_figures.calendar);
 }
 
 UsageTracker::~UsageTracker() = default;
 
 void UsageTracker::start() {
     // Not in the background: the first picture has the session's figures.
-    updateSession(m_figures, m_services.parser.parseRecentEntries(), m_services.clock.now());
+    const Instant now = m_services.clock.now();
+    m_history = m_services.parser.parseRecentEntries(recentSince(m_figures.calendar, now));
+    updateSession(m_figures, m_history->entries, now);
     Q_EMIT refreshed();
     m_fileMonitor = std::make_unique<FileMonitor>(
         m_services.parser.projectsURL(), [this] { onDirectoryChange(); },
@@ -101,8 +103,6 @@ void UsageTracker::followTimeZone() {
     if (m_stopped || calendar == m_figures.calendar)
         return;
     m_figures.calendar = calendar;
-    // A running job has its own copy.
-    m_services.parser.setCalendar(calendar);
     recomputeHistory();
 }
 
@@ -115,8 +115,8 @@ void UsageTracker::setTimeFilter(TimeFilter filter) {
 
 void UsageTracker::recomputeHistory() {
     m_figures.lastUpdated = m_services.clock.now();
-    if (m_reading)
-        updateHistory(m_figures, *m_reading, m_figures.lastUpdated);
+    if (m_figures.historyReadAt)
+        updateHistory(m_figures, *m_history, m_figures.lastUpdated);
     Q_EMIT refreshed();
 }
 
@@ -124,20 +124,24 @@ void UsageTracker::startJob() {
     m_refreshDue = m_jobRunning;
     if (m_jobRunning)
         return;
-    auto read = [this, parser = m_services.parser, last = m_reading, former = m_figures,
+    auto read = [this, &parser = m_services.parser, last = m_history, former = m_figures,
                  now = m_services.clock.now(),
                  result = std::make_shared<Result>()](const std::stop_token &stop) {
         try {
             const Calendar &calendar = former.calendar;
-            result->reading = readLogs(parser, calendar, now, last.get(), stop);
-            const LogReading *reading = result->reading ? result->reading.get() : last.get();
-            // Streaks and periods end today, also without new entries.
-            const bool isNewDay = calendar.dayOf(former.lastUpdated) != calendar.dayOf(now);
-            if (reading != nullptr && (result->reading || isNewDay)) {
-                UsageFigures &figures = result->figures.emplace(former);
-                updateSession(figures, reading->recentEntries(), now);
-                updateHistory(figures, *reading, now);
-                figures.historyReadAt = now;
+            result->history = parser.parseAllEntries(last.get(), stop);
+            const LogHistory *history = result->history ? result->history.get() : last.get();
+            if (history != nullptr && !stop.stop_requested()) {
+                const auto recentEntries = history->entriesSince(recentSince(calendar, now));
+                // Files become old, and streaks and periods end, also without new entries.
+                const bool isNewDay = calendar.dayOf(former.lastUpdated) != calendar.dayOf(now);
+                if (result->history || !former.historyReadAt || isNewDay ||
+                    recentEntries.size() != former.recentFileCount) {
+                    UsageFigures &figures = result->figures.emplace(former);
+                    updateSession(figures, recentEntries, now);
+                    updateHistory(figures, *history, now);
+                    figures.historyReadAt = now;
+                }
             }
         } catch (const std::bad_alloc &) {
             *result = {}; // the next refresh tries again
@@ -153,10 +157,10 @@ void UsageTracker::startJob() {
     }
 }
 
-/// A former reading may hold a million entries, which take a while to destroy.
-void UsageTracker::replaceReading(std::shared_ptr<const LogReading> reading) {
-    m_reading.swap(reading);
-    const auto former = std::make_shared<std::shared_ptr<const LogReading>>(std::move(reading));
+/// A former history may hold a million entries, which take a while to destroy.
+void UsageTracker::replaceHistory(std::shared_ptr<const LogHistory> history) {
+    m_history.swap(history);
+    const auto former = std::make_shared<std::shared_ptr<const LogHistory>>(std::move(history));
     platform::runDetachedThread([former] { former->reset(); });
 }
 
@@ -164,8 +168,8 @@ void UsageTracker::takeResult(Result result) {
     m_jobRunning = false;
     if (m_stopped)
         return;
-    if (result.reading)
-        replaceReading(std::move(result.reading));
+    if (result.history)
+        replaceHistory(std::move(result.history));
     if (result.figures) {
         const TimeFilter filter = m_figures.timeFilter;
         const Calendar calendar = m_figures.calendar;
@@ -174,7 +178,7 @@ void UsageTracker::takeResult(Result result) {
             // Changed while the job was running.
             m_figures.timeFilter = filter;
             m_figures.calendar = calendar;
-            updateHistory(m_figures, *m_reading, m_services.clock.now());
+            updateHistory(m_figures, *m_history, m_services.clock.now());
         }
     }
     Q_EMIT refreshed();

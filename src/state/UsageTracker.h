@@ -3,7 +3,7 @@
 #pragma once
 
 #include "logs/FileMonitor.h"
-#include "state/LogReading.h"
+#include "state/LogFigures.h"
 
 #include <QObject>
 
@@ -14,6 +14,7 @@
 
 namespace burnwick {
 
+class Clock;
 class PreferencesManager;
 class RepeatingTimer;
 class Scheduler;
@@ -66,15 +67,15 @@ private:
 
     void startJob();
     void takeResult(Result result);
-    void replaceReading(std::shared_ptr<const LogReading> reading);
+    void replaceHistory(std::shared_ptr<const LogHistory> history);
     void recomputeHistory();
     void onDirectoryChange();
     void refreshOnceMore();
 
     Services m_services;
     UsageFigures m_figures;
-    std::shared_ptr<const LogReading> m_reading;   ///< null before the first job has ended
-    std::unique_ptr<RepeatingTimer> m_jsonlTimer;  ///< null before start() and after stop()
+    std::shared_ptr<const LogHistory> m_history;  ///< only of the recent files before the first job has ended
+    std::unique_ptr<RepeatingTimer> m_jsonlTimer; ///< null before start() and after stop()
     std::unique_ptr<RepeatingTimer> m_settleTimer; ///< fires once after a change of the directory
     std::atomic<bool> m_refreshQueued = false;
     bool m_stopped = false;

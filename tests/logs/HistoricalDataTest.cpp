@@ -138,28 +138,26 @@ TEST(HistoricalData, ModelsAreSortedByShareThenByName) {
 }
 
 TEST(HistoricalData, FiltersKeepEntriesDatedWithinThePeriod) {
-    const test::ManualClock clock("2025-06-10T12:00:00Z");
-    const JSONLParser parser("/nonexistent", Calendar::inZone("UTC"), clock);
     LogHistory log;
-    log.fileCount = 9;
+    log.files.resize(9);
     for (const Row &row : std::initializer_list<Row>{
              {"2025-06-03T11:59:59.999Z", 1, 0, "m", "old"},
              {"2025-06-03T12:00:00.000Z", 2, 0, "m", "a"},
              {"2025-06-09T12:00:00.000Z", 4, 0, "m", "b"},
              {"2025-06-09T12:00:00.000Z", 8, 0, "m", "a"},
              {"2025-06-09T12:00:00Z", 16, 0, "m", "undated"},
-             {"2025-06-09T12:00:00.000Z", 32, 0, "m", ""},
              {"2025-05-11T12:00:00.000Z", 64, 0, "m", "month"},
              {"2025-05-11T11:59:59.999Z", 128, 0, "m", "older"},
          })
-        log.entries.push_back(entryOf(row));
+        log.entries.push_back(std::make_shared<const std::vector<JSONLEntry>>(1, entryOf(row)));
 
     const struct {
         TimeFilter filter;
         std::int64_t sessions, input;
-    } rows[] = {{TimeFilter::all, 9, 255}, {TimeFilter::sevenDays, 2, 46}, {TimeFilter::thirtyDays, 4, 111}};
+    } rows[] = {{TimeFilter::all, 9, 223}, {TimeFilter::sevenDays, 2, 14}, {TimeFilter::thirtyDays, 4, 79}};
     for (const auto &row : rows) {
-        const HistoricalData history = parser.computeHistoricalData(log, row.filter);
+        const HistoricalData history = JSONLParser::computeHistoricalData(
+            log, row.filter, Calendar::inZone("UTC"), at("2025-06-10T12:00:00Z"));
         EXPECT_EQ(history.sessionCount, row.sessions) << nameOf(row.filter);
         EXPECT_EQ(history.totalTokens.input, row.input) << nameOf(row.filter);
     }

@@ -3,12 +3,14 @@
 #include "logs/JSONLParser.h"
 
 #include "logs/HistoryBuilder.h"
+#include "logs/LogFileReader.h"
 #include "support/LogTreeFixture.h"
 #include "support/ManualClock.h"
 
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <functional>
 #include <limits>
 
 #include <fcntl.h>
@@ -25,34 +27,35 @@ using test::usageLine;
 
 constexpr auto noon = "2025-06-01T12:00:00.000Z";
 
+std::vector<std::int64_t> inputs(const LogHistory &history) {
+    std::vector<std::int64_t> result;
+    for (const LogEntries &entries : history.entries) {
+        for (const JSONLEntry &entry : entries != nullptr ? *entries : std::vector<JSONLEntry>())
+            result.push_back(entry.counts().input);
+    }
+    return result;
+}
+
 class JSONLParserTest : public testing::Test {
 protected:
     [[nodiscard]] JSONLParser parser(unsigned threads = 0) const {
-        return JSONLParser(m_home.path(), Calendar::inZone("Europe/Berlin"), m_clock, threads);
-    }
-    static std::vector<std::int64_t> inputs(const std::vector<JSONLEntry> &entries) {
-        std::vector<std::int64_t> result;
-        for (const JSONLEntry &entry : entries)
-            result.push_back(entry.counts().input);
-        return result;
+        return JSONLParser(m_home.path(), threads);
     }
 
     test::ManualClock m_clock{noon};
     test::LogHome m_home;
 };
 
-TEST_F(JSONLParserTest, RecentFilesAreThoseSinceTheSameTimeOfYesterday) {
-    // The night between has 25 hours.
-    m_clock.set(at("2025-10-26T11:00:00Z"));
-    m_home.add("p/old.jsonl", usageLine(noon, 1, 0), at("2025-10-25T09:59:59.999Z"));
-    m_home.add("p/just.jsonl", usageLine(noon, 2, 0), at("2025-10-25T10:00:00Z"));
+TEST_F(JSONLParserTest, RecentFilesAreThoseSinceAnInstant) {
+    const Instant since = m_clock.now() - 24h;
+    m_home.add("p/old.jsonl", usageLine(noon, 1, 0), since - 1ns);
+    m_home.add("p/just.jsonl", usageLine(noon, 2, 0), since);
     m_home.add("p/now.jsonl", usageLine(noon, 3, 0), m_clock.now());
     m_home.add("p/future.jsonl", usageLine(noon, 4, 0), m_clock.now() + 5h);
-
-    EXPECT_EQ(inputs(parser().parseRecentEntries()), (std::vector<std::int64_t>{2, 3, 4}));
-    const LogHistory history = parser().parseAllEntries();
-    EXPECT_EQ(inputs(history.entries), (std::vector<std::int64_t>{1, 2, 3, 4}));
-    EXPECT_EQ(history.firstRecent, 1U);
+    EXPECT_EQ(inputs(*parser().parseRecentEntries(since)), (std::vector<std::int64_t>{2, 3, 4}));
+    const auto history = parser().parseAllEntries();
+    EXPECT_EQ(inputs(*history), (std::vector<std::int64_t>{1, 2, 3, 4}));
+    EXPECT_EQ(history->entriesSince(since).size(), 3U);
 }
 
 TEST_F(JSONLParserTest, FilesAreOrderedByTimeThenByPathAndLinesAsWritten) {
@@ -73,7 +76,7 @@ TEST_F(JSONLParserTest, FilesAreOrderedByTimeThenByPathAndLinesAsWritten) {
         expected.push_back(i);
     }
     for (const unsigned threads : {1U, 4U})
-        EXPECT_EQ(inputs(parser(threads).parseAllEntries().entries), expected);
+        EXPECT_EQ(inputs(*parser(threads).parseAllEntries()), expected);
 }
 
 TEST_F(JSONLParserTest, WhatIsNoRegularFileCountsAsFoundAndYieldsNothingAtOnce) {
@@ -87,46 +90,61 @@ TEST_F(JSONLParserTest, WhatIsNoRegularFileCountsAsFoundAndYieldsNothingAtOnce) 
     std::filesystem::create_symlink("/proc/self/pagemap", projects / "endless.jsonl"); // by its mode a file
     std::filesystem::create_directory_symlink(projects, projects / "directory.jsonl" / "up");
 
-    const LogHistory history = parser().parseAllEntries();
-    EXPECT_EQ(history.fileCount, 7);
-    EXPECT_EQ(inputs(history.entries), (std::vector<std::int64_t>{1, 1})); // the log and the link to it
-    EXPECT_EQ(inputs(parser().parseRecentEntries()), (std::vector<std::int64_t>{1, 1}));
+    const auto history = parser().parseAllEntries();
+    EXPECT_EQ(history->files.size(), 7U);
+    EXPECT_EQ(inputs(*history), (std::vector<std::int64_t>{1, 1})); // the log and the link to it
 }
 
-TEST_F(JSONLParserTest, SessionsAreNamedByTheirFilesInTheHistoryOnly) {
-    const auto file =
-        m_home.add("p/0a1b-2c.x.jsonl", usageLine(noon, 1, 0) + R"({"type":"user"})", m_clock.now());
-    EXPECT_EQ(parser().parseAllEntries().entries.at(0).sessionId().view(), "0a1b-2c.x");
-    EXPECT_EQ(parser().parseRecentEntries().at(0).sessionId().view(), "");
-    const auto every = parser().parseFile(file, true);
-    ASSERT_EQ(every.size(), 2U);
-    EXPECT_EQ(every[1].sessionId().view(), "0a1b-2c.x");
-    EXPECT_EQ(every[1].type().view(), "user");
-    EXPECT_EQ(parser().parseFile(file, false).at(0).sessionId().view(), "");
-    EXPECT_TRUE(parser().parseFile(m_home.projects() / "missing.jsonl", true).empty());
+TEST_F(JSONLParserTest, SessionsAreNamedByTheirFiles) {
+    m_home.add("p/0a1b-2c.x.jsonl", usageLine(noon, 1, 0), m_clock.now());
+    EXPECT_EQ(parser().parseAllEntries()->entries.at(0)->at(0).sessionId().view(), "0a1b-2c.x");
 }
 
 TEST_F(JSONLParserTest, AStopRequestEndsTheReading) {
     m_home.add("a.jsonl", usageLine(noon, 1, 0), m_clock.now());
     std::stop_source stop;
     stop.request_stop();
-    EXPECT_TRUE(parser().parseAllEntries(stop.get_token()).entries.empty());
-    EXPECT_TRUE(parser().allLogFiles(stop.get_token()).empty());
-    EXPECT_TRUE(parser().recentLogFiles(stop.get_token()).empty());
+    EXPECT_EQ(parser().parseAllEntries(nullptr, stop.get_token()), nullptr);
+    EXPECT_TRUE(allLogFiles(m_home.projects(), stop.get_token()).empty());
 }
 
-TEST_F(JSONLParserTest, OnlyUnsettledFilesAreReadAgainUnlessASettledOneChanged) {
-    m_home.add("old.jsonl", usageLine(noon, 1, 0), m_clock.now() - 72h);
-    m_home.add("new.jsonl", usageLine(noon, 2, 0), m_clock.now());
-    const SettledLogs settled = parser().parseAllEntries().settled;
-    EXPECT_EQ(settled.fileCount, 1);
-    m_home.add("newer.jsonl", usageLine(noon, 3, 0), m_clock.now() + 1h);
-    const auto unsettled = parser().parseUnsettledEntries(settled);
-    ASSERT_TRUE(unsettled);
-    EXPECT_EQ(unsettled->fileCount, 3);
-    EXPECT_EQ(inputs(unsettled->entries), (std::vector<std::int64_t>{2, 3}));
-    m_home.add("old.jsonl", usageLine(noon, 4, 0), m_clock.now());
-    EXPECT_FALSE(parser().parseUnsettledEntries(settled));
+TEST_F(JSONLParserTest, OnlyChangedFilesAreReadAgain) {
+    const auto add = [this](const char *name, int input, std::chrono::seconds age) {
+        return m_home.add(name, usageLine(noon, input, 0), m_clock.now() - age);
+    };
+    // The same size and time: their contents show which of them are read.
+    const auto change = [&] {
+        add("a.jsonl", 5, 10s);
+        add("b.jsonl", 6, 10s);
+    };
+    add("a.jsonl", 1, 10s);
+    add("b.jsonl", 2, 10s);
+    std::filesystem::create_directory(m_home.projects() / "directory.jsonl");
+    std::shared_ptr<const LogHistory> last = parser().parseAllEntries();
+    change();
+    EXPECT_EQ(parser().parseAllEntries(last.get()), nullptr);
+    const struct {
+        const char *what;
+        std::function<void()> act;
+        std::vector<std::int64_t> expected;
+    } rows[] = {
+        {"a new file", [&] { add("c.jsonl", 3, 5s); }, {1, 2, 3}},
+        {"a grown file", [&] { add("c.jsonl", 30, 5s); }, {1, 2, 30}},
+        {"a rewritten file", [&] { add("c.jsonl", 40, 4s); }, {1, 2, 40}},
+        {"an older file, which comes first", [&] { add("d.jsonl", 4, 20s); }, {4, 1, 2, 40}},
+        {"a removed file", [&] { std::filesystem::remove(m_home.projects() / "d.jsonl"); }, {1, 2, 40}},
+        {"another file in the place of one",
+         [&] { std::filesystem::rename(m_home.projects() / "a.jsonl", m_home.projects() / "e.jsonl"); },
+         {2, 5, 40}},
+    };
+    for (const auto &row : rows) {
+        row.act();
+        const auto history = parser().parseAllEntries(last.get());
+        ASSERT_NE(history, nullptr) << row.what;
+        std::vector<std::int64_t> found = inputs(*history);
+        EXPECT_EQ(found, row.expected) << row.what;
+        last = history;
+    }
 }
 
 TEST_F(JSONLParserTest, AFileTimeBeyondAllInstantsBecomesTheNearest) {
@@ -134,8 +152,8 @@ TEST_F(JSONLParserTest, AFileTimeBeyondAllInstantsBecomesTheNearest) {
     m_home.add("b.jsonl", usageLine(noon, 1, 0), m_clock.now());
     const timespec year2286[] = {{10'000'000'000, 0}, {10'000'000'000, 0}};
     ASSERT_EQ(::utimensat(AT_FDCWD, file.c_str(), year2286, 0), 0);
-    EXPECT_EQ(inputs(parser().parseRecentEntries()), (std::vector<std::int64_t>{1, 2}));
-    EXPECT_EQ(parser().allLogFiles().back().modified, Instant::max());
+    EXPECT_EQ(inputs(*parser().parseRecentEntries(m_clock.now())), (std::vector<std::int64_t>{1, 2}));
+    EXPECT_EQ(allLogFiles(m_home.projects()).back().modified, Instant::max());
 }
 
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) // these need all of the address space
@@ -143,12 +161,11 @@ TEST_F(JSONLParserTest, AFileTimeBeyondAllInstantsBecomesTheNearest) {
 void leaveAddressSpace(std::size_t bytes) {
     std::size_t pages = 0;
     std::ifstream("/proc/self/statm") >> pages;
-    const rlim_t most = pages * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE)) + bytes;
-    const rlimit limit{most, most};
+    const rlimit limit{pages * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE)) + bytes, RLIM_INFINITY};
     ASSERT_EQ(::setrlimit(RLIMIT_AS, &limit), 0);
 }
 
-TEST_F(JSONLParserTest, WithoutMemoryForALineOnlyItsFileYieldsNothing) {
+TEST_F(JSONLParserTest, WithoutMemoryForALineOnlyItsFileYieldsNothingAndIsTriedAgain) {
     m_home.add("a.jsonl", usageLine(noon, 1, 0), m_clock.now());
     const auto file = m_home.add("b.jsonl", usageLine(noon, 2, 0), m_clock.now());
     std::filesystem::resize_file(file, std::size_t{200} << 20U);
@@ -156,8 +173,11 @@ TEST_F(JSONLParserTest, WithoutMemoryForALineOnlyItsFileYieldsNothing) {
     m_home.add("c.jsonl", usageLine(noon, 3, 0), m_clock.now());
     const auto parse = [this](std::size_t megabytes) {
         leaveAddressSpace(megabytes << 20U);
-        const auto found = inputs(parser(4).parseAllEntries().entries);
-        std::exit(found == std::vector<std::int64_t>{1, 3} ? 0 : 1);
+        const auto history = parser(4).parseAllEntries();
+        const rlimit unlimited{RLIM_INFINITY, RLIM_INFINITY};
+        ::setrlimit(RLIMIT_AS, &unlimited);
+        const auto next = parser(4).parseAllEntries(history.get());
+        std::exit(inputs(*history) == std::vector<std::int64_t>{1, 3} && next != nullptr ? 0 : 1);
     };
     // The second is too little for the stack of another thread.
     EXPECT_EXIT(parse(60), testing::ExitedWithCode(0), "");
@@ -165,12 +185,18 @@ TEST_F(JSONLParserTest, WithoutMemoryForALineOnlyItsFileYieldsNothing) {
 }
 #endif
 
-std::vector<JSONLEntry> entriesOf(const std::string &lines) {
+/// Returns one list for each line.
+std::vector<LogEntries> entriesOf(std::string_view lines) {
     const test::TemporaryDirectory directory;
-    test::writeFile(directory.path() / "x.jsonl", lines);
-    const test::ManualClock clock(noon);
-    return JSONLParser(directory.path(), Calendar::inZone("UTC"), clock)
-        .parseFile(directory.path() / "x.jsonl", false);
+    LogFileReader reader(LineSelection::all);
+    std::vector<LogEntries> entries;
+    while (!lines.empty()) {
+        const std::size_t size = lines.find('\n') + 1;
+        test::writeFile(directory.path() / "x.jsonl", lines.substr(0, size));
+        entries.push_back(reader.readFile(directory.path() / "x.jsonl"));
+        lines.remove_prefix(size);
+    }
+    return entries;
 }
 
 TEST(Sums, AnOverflowEndsTheProgramWithOneLine) {
@@ -182,8 +208,8 @@ TEST(Sums, AnOverflowEndsTheProgramWithOneLine) {
     EXPECT_EXIT(static_cast<void>(JSONLParser::calculateBurnRate(entries)), testing::ExitedWithCode(70),
                 oneLine);
     HistoryBuilder builder(Calendar::inZone("UTC"));
-    builder.add(entries[0]);
-    EXPECT_EXIT(builder.add(entries[1]), testing::ExitedWithCode(70), oneLine);
+    builder.add(entries[0]->front());
+    EXPECT_EXIT(builder.add(entries[1]->front()), testing::ExitedWithCode(70), oneLine);
     const SessionTokens tokens{std::numeric_limits<std::int64_t>::max(), 0, 1, 0};
     EXPECT_EXIT(static_cast<void>(tokens.total()), testing::ExitedWithCode(70), oneLine);
 }

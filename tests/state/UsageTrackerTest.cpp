@@ -82,10 +82,9 @@ TEST_F(UsageTrackerTest, LogsAreReadInTheBackgroundAndOnlyIfTheTreeChanged) {
     m_home.add("b.jsonl", "", m_clock.now() - 48h);
     fireLocalTimer();
     EXPECT_TRUE(announced.empty()) << "read before the job has ended";
-    ASSERT_TRUE(sessionHas(2));
+    ASSERT_TRUE(waitFor([&] { return usage().historicalData.sessionCount == 2; }));
     EXPECT_EQ(announced, std::vector<std::int64_t>{1}) << "announced before the change, once for the reading";
-    EXPECT_EQ(usage().historicalData.totalTokens.input, 2);
-    EXPECT_EQ(usage().historicalData.sessionCount, 2);
+    EXPECT_EQ(usage().historicalData.totalTokens.input, 1) << "an unchanged file is read again";
     EXPECT_EQ(usage().lastUpdated, m_clock.now());
 }
 
@@ -99,37 +98,9 @@ TEST_F(UsageTrackerTest, AFileThatGrowsOldLeavesTheSessionAndStaysInTheHistory) 
     refresh();
     EXPECT_EQ(usage().sessionTokens.input, 1);
     EXPECT_EQ(usage().historicalData.totalTokens.input, 3);
-}
-
-TEST_F(UsageTrackerTest, ALaterReadingSharesTheSettledEntries) {
-    add("settled.jsonl", 1, 48h);
-    add("recent.jsonl", 2);
-    const JSONLParser parser(m_home.path(), m_calendar, m_clock);
-    const auto first = readLogs(parser, m_calendar, m_clock.now());
-    EXPECT_EQ(readLogs(parser, m_calendar, m_clock.now(), first.get()), nullptr);
-    add("recent.jsonl", 30);
-    const auto second = readLogs(parser, m_calendar, m_clock.now(), first.get());
-    ASSERT_NE(second, nullptr);
-    EXPECT_EQ(second->settledEntries, first->settledEntries);
-    EXPECT_EQ(second->settledEntries->size(), 1U);
-    EXPECT_EQ(second->unsettledEntries.size(), 1U) << "an entry is held twice";
-
-    // Another file in the place of a settled one, so that their number is the same.
-    std::filesystem::remove(m_home.path() / ".claude/projects/settled.jsonl");
-    add("restored.jsonl", 4, 72h);
-    const auto third = readLogs(parser, m_calendar, m_clock.now(), second.get());
-    ASSERT_NE(third, nullptr);
-    ASSERT_EQ(third->settledEntries->size(), 1U);
-    EXPECT_EQ(third->settledEntries->front().counts().input, 4);
-
-    // With the clock set back, a settled file is a recent one again.
-    m_clock.advance(-71h);
-    const auto fourth = readLogs(parser, m_calendar, m_clock.now(), third.get());
-    ASSERT_NE(fourth, nullptr);
-    EXPECT_TRUE(fourth->settledEntries->empty()) << "the session lacks a recent file";
-    std::stop_source stop;
-    stop.request_stop();
-    EXPECT_EQ(readLogs(parser, m_calendar, m_clock.now(), nullptr, stop.get_token()), nullptr);
+    m_clock.advance(-2h);
+    refresh();
+    EXPECT_EQ(usage().sessionTokens.input, 3) << "the clock was set back";
 }
 
 TEST_F(UsageTrackerTest, RunsWithoutLogsAndFindsTheDirectoryWhenItAppears) {
@@ -202,11 +173,6 @@ TEST_F(UsageTrackerTest, AHistoryIsKeptCurrentWithoutCountingAnythingTwice) {
     // An old session is resumed, whose lines were counted already.
     m_home.add("p/old.jsonl", usageLine(now, 1, 0) + usageLine(now, 8, 0), m_clock.now());
     EXPECT_TRUE(becomes(5, 47, 3));
-    // Days later everything is read anew, also what changed without a trace.
-    add("p/older.jsonl", 64, 2000h);
-    m_clock.advance(72h);
-    add("p/later.jsonl", 16);
-    EXPECT_TRUE(becomes(6, 95, 4));
 }
 
 TEST_F(UsageTrackerTest, TheTimeFilterRecomputesOncePerChangeAlsoDuringAJob) {

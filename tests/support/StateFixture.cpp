@@ -30,8 +30,8 @@ Endpoints StateFixture::endpoints() const {
 }
 
 AppState::Services StateFixture::services(const std::filesystem::path &home) {
-    return {{m_preferences, JSONLParser(home, m_calendar, m_clock), [this] { return m_calendar; }, m_clock,
-             m_scheduler, platform::openDirectoryEventSource},
+    return {{m_preferences, JSONLParser(home), [this] { return m_calendar; }, m_clock, m_scheduler,
+             platform::openDirectoryEventSource},
             {m_preferences, m_clock, m_scheduler, m_account, m_terminal, [this] { ++m_loginPagesOpened; }}};
 }
 

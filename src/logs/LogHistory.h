@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "logs/JSONLEntry.h"
+#include "logs/LogTree.h"
+
+#include <memory>
+#include <span>
+#include <vector>
+
+namespace burnwick {
+
+/// The usage lines of one log file in their order; null if the file cannot be read.
+using LogEntries = std::shared_ptr<const std::vector<JSONLEntry>>;
+
+/// The usage lines of a log tree, each held once. Never modified once made, so that threads can share it.
+struct LogHistory {
+    std::vector<LogFile> files;      ///< the tree as it was before it was read, by time, then by path
+    std::vector<LogEntries> entries; ///< of each file
+
+    /// Returns the entries of the files modified at or after that instant.
+    [[nodiscard]] std::span<const LogEntries> entriesSince(Instant instant) const;
+};
+
+} // namespace burnwick

@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "logs/JSONLParser.h"
+#include "model/Snapshot.h"
+
+#include <span>
+
+namespace burnwick {
+
+/// Returns the instant since which a file counts as recent: the same local time of yesterday.
+[[nodiscard]] Instant recentSince(const Calendar &calendar, Instant now);
+
+/// Sets the session's figures from the entries of the recent files. Terminates the program when a sum
+/// overflows.
+void updateSession(UsageFigures &figures, std::span<const LogEntries> recentEntries, Instant readAt);
+
+/// Sets the history of the figures' period in their calendar. Terminates the program when a sum overflows.
+void updateHistory(UsageFigures &figures, const LogHistory &history, Instant now);
+
+} // namespace burnwick
