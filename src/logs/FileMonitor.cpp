@@ -96,13 +96,11 @@ FileMonitor::FileMonitor(std::filesystem::path path, std::function<void()> onCha
                          OpenDirectoryEventSource open)
     : m_path(std::move(path))
     , m_open(std::move(open))
-    , m_worker(std::make_shared<Worker>(std::move(onChange))) {}
+    , m_worker(std::make_unique<Worker>(std::move(onChange))) {}
 
 FileMonitor::~FileMonitor() {
     m_worker->quit();
-    if (m_thread.get_id() == std::this_thread::get_id())
-        m_thread.detach();
-    else if (m_thread.joinable())
+    if (m_thread.joinable())
         m_thread.join();
 }
 
@@ -115,7 +113,7 @@ void FileMonitor::start() {
         return;
     try {
         if (!m_thread.joinable())
-            m_thread = std::thread([worker = m_worker] { worker->run(); });
+            m_thread = std::thread([this] { m_worker->run(); });
     } catch (const std::system_error &) {
         return; // No thread can be started; the next start() tries again.
     }

@@ -15,9 +15,8 @@ namespace burnwick {
 /// moved. Changes inside them are ignored. Reports no errors.
 ///
 /// The handler runs on a private thread, once for each batch of events, and never twice at a time, even
-/// across stop() and start(). A running call may outlast stop(), but not the destructor, unless it is the
-/// call that destroys the monitor. The functions here are called by one thread at a time, which may be the
-/// handler's.
+/// across stop() and start(). A running call may outlast stop(), but not the destructor. The functions here
+/// are called by one thread at a time; the handler may call all but the destructor.
 class FileMonitor final {
 public:
     /// Does not start watching.
@@ -42,8 +41,7 @@ private:
 
     std::filesystem::path m_path;
     OpenDirectoryEventSource m_open;
-    // Shared with the thread, which outlives a monitor that is destroyed by its handler.
-    std::shared_ptr<Worker> m_worker;
+    std::unique_ptr<Worker> m_worker;
     std::thread m_thread; ///< from the first successful start on
 };
 

@@ -2,23 +2,19 @@
 // SPDX-License-Identifier: MIT
 #include "logs/FileMonitor.h"
 
+#include "LoggedSource.h"
 #include "platform/Platform.h"
 #include "support/LogTreeFixture.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <chrono>
-#include <condition_variable>
 #include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iterator>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <thread>
-#include <utility>
 
 #include <sys/ioctl.h>
 
@@ -26,70 +22,8 @@ namespace burnwick {
 namespace {
 
 namespace fs = std::filesystem;
+using test::Counter;
 using test::writeFile;
-
-/// A number that other threads can wait for.
-class Counter {
-public:
-    void increment() {
-        const std::lock_guard lock(m_mutex);
-        ++m_value;
-        m_changed.notify_all();
-    }
-    [[nodiscard]] int value() const {
-        const std::lock_guard lock(m_mutex);
-        return m_value;
-    }
-    /// Returns false when it is still smaller at the deadline.
-    [[nodiscard]] bool reaches(int value) const {
-        std::unique_lock lock(m_mutex);
-        return m_changed.wait_for(lock, std::chrono::seconds(20), [&] { return m_value >= value; });
-    }
-
-private:
-    mutable std::mutex m_mutex;
-    mutable std::condition_variable m_changed;
-    int m_value = 0;
-};
-
-/// The calls of the sources that a monitor opened.
-struct SourceLog {
-    Counter opened, woken, closed;
-    std::function<void()> beforeReturning; ///< called on the private thread before wait() returns a change
-};
-
-/// The system's source; counts its calls.
-class LoggedSource final : public DirectoryEventSource {
-public:
-    LoggedSource(std::unique_ptr<DirectoryEventSource> source, SourceLog &log)
-        : m_source(std::move(source))
-        , m_log(log) {
-        m_log.opened.increment();
-    }
-    ~LoggedSource() override {
-        m_source.reset();
-        m_log.closed.increment();
-    }
-    LoggedSource(const LoggedSource &) = delete;
-    LoggedSource &operator=(const LoggedSource &) = delete;
-
-    bool wait() override {
-        const bool changed = m_source->wait();
-        if (changed && m_log.beforeReturning)
-            m_log.beforeReturning();
-        return changed;
-    }
-    void wake() noexcept override {
-        m_source->wake();
-        m_log.woken.increment();
-    }
-    bool isAt(const fs::path &path) const override { return m_source->isAt(path); }
-    int descriptor() const noexcept override { return m_source->descriptor(); }
-
-private:
-    std::unique_ptr<DirectoryEventSource> m_source;
-    SourceLog &m_log;
-};
 
 class FileMonitorTest : public testing::Test {
 protected:
@@ -98,7 +32,7 @@ protected:
     std::unique_ptr<FileMonitor> monitorCalling(std::function<void()> onChange) {
         return std::make_unique<FileMonitor>(watched, std::move(onChange), [this](const fs::path &path) {
             auto source = platform::openDirectoryEventSource(path);
-            return source ? std::make_unique<LoggedSource>(std::move(source), sources) : nullptr;
+            return source ? std::make_unique<test::LoggedSource>(std::move(source), sources) : nullptr;
         });
     }
     /// Its handler counts the call and then waits until it is allowed to return.
@@ -115,7 +49,7 @@ protected:
 
     test::TemporaryDirectory home;
     fs::path watched = home.path() / "watched";
-    SourceLog sources;
+    test::SourceLog sources;
     Counter calls, allowed, returned;
 };
 
@@ -129,53 +63,49 @@ std::ptrdiff_t openDescriptors() {
     return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
 }
 
-using Path = const fs::path &;
-
-struct Action {
-    const char *name;
-    bool changesEntries;
-    void (*perform)(Path watched, Path outside);
-};
-
-class FileMonitorActionTest : public FileMonitorTest, public testing::WithParamInterface<Action> {};
-
-TEST_P(FileMonitorActionTest, OnlyChangedEntriesCallTheHandler) {
-    const fs::path outside = home.path() / "outside";
-    for (const fs::path &file : {watched / "file", watched / "project/log", outside / "file"})
-        writeFile(file, "text");
-    const auto monitor = gatedMonitor();
-    monitor->start();
-    // While the handler waits, nothing reads the descriptor, so that it holds exactly the action's events.
-    writeFile(watched / "first", "");
-    ASSERT_TRUE(calls.reaches(1));
-    GetParam().perform(watched, outside);
-    EXPECT_EQ(pendingBytes(*monitor) > 0, GetParam().changesEntries);
-    if (!GetParam().changesEntries)
-        writeFile(watched / "marker", "");
-    allowed.increment();
-    EXPECT_TRUE(calls.reaches(2));
-    EXPECT_EQ(pendingBytes(*monitor), 0) << "one call for all that was pending";
-    allowed.increment();
+TEST_F(FileMonitorTest, OnlyChangedEntriesCallTheHandler) {
+    using Path = const fs::path &;
+    const struct {
+        const char *action;
+        bool changesEntries;
+        void (*perform)(Path watched, Path outside);
+    } rows[] = {
+        {"create", true, [](Path in, Path) { writeFile(in / "new", "text"); }},
+        {"make a directory", true, [](Path in, Path) { fs::create_directory(in / "new"); }},
+        {"remove", true, [](Path in, Path) { fs::remove(in / "file"); }},
+        {"rename", true, [](Path in, Path) { fs::rename(in / "file", in / "new"); }},
+        {"move in", true, [](Path in, Path out) { fs::rename(out / "file", in / "new"); }},
+        {"move out", true, [](Path in, Path out) { fs::rename(in / "file", out / "new"); }},
+        {"append", false, [](Path in, Path) { std::ofstream(in / "file", std::ios::app) << "more"; }},
+        {"read", false, [](Path in, Path) { std::ifstream(in / "file").get(); }},
+        {"change the mode", false,
+         [](Path in, Path) { fs::permissions(in / "file", fs::perms::owner_read); }},
+        {"create one below", false, [](Path in, Path) { writeFile(in / "project/new", ""); }},
+        {"change elsewhere", false, [](Path, Path out) { writeFile(out / "new", ""); }},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.action);
+        watched = home.path() / row.action / "watched";
+        const fs::path outside = home.path() / row.action / "outside";
+        for (const fs::path &file : {watched / "file", watched / "project/log", outside / "file"})
+            writeFile(file, "text");
+        const int before = calls.value();
+        const auto monitor = gatedMonitor();
+        monitor->start();
+        // While the handler waits, nothing reads the descriptor, so that it holds exactly the action's
+        // events.
+        writeFile(watched / "first", "");
+        ASSERT_TRUE(calls.reaches(before + 1));
+        row.perform(watched, outside);
+        EXPECT_EQ(pendingBytes(*monitor) > 0, row.changesEntries);
+        if (!row.changesEntries)
+            writeFile(watched / "marker", "");
+        allowed.increment();
+        EXPECT_TRUE(calls.reaches(before + 2));
+        EXPECT_EQ(pendingBytes(*monitor), 0) << "one call for all that was pending";
+        allowed.increment();
+    }
 }
-
-const Action actions[] = {
-    {"create", true, [](Path in, Path) { writeFile(in / "new", "text"); }},
-    {"makeDirectory", true, [](Path in, Path) { fs::create_directory(in / "new"); }},
-    {"hardLink", true, [](Path in, Path) { fs::create_hard_link(in / "file", in / "new"); }},
-    {"remove", true, [](Path in, Path) { fs::remove(in / "file"); }},
-    {"rename", true, [](Path in, Path) { fs::rename(in / "file", in / "new"); }},
-    {"moveIn", true, [](Path in, Path out) { fs::rename(out / "file", in / "new"); }},
-    {"moveOut", true, [](Path in, Path out) { fs::rename(in / "file", out / "new"); }},
-    {"append", false, [](Path in, Path) { std::ofstream(in / "file", std::ios::app) << "more"; }},
-    {"read", false, [](Path in, Path) { std::ifstream(in / "file").get(); }},
-    {"changeMode", false, [](Path in, Path) { fs::permissions(in / "file", fs::perms::owner_read); }},
-    {"changeOwnMode", false, [](Path in, Path) { fs::permissions(in, fs::perms::owner_all); }},
-    {"createOneBelow", false, [](Path in, Path) { writeFile(in / "project/new", ""); }},
-    {"changeElsewhere", false, [](Path, Path out) { writeFile(out / "new", ""); }},
-};
-
-INSTANTIATE_TEST_SUITE_P(Actions, FileMonitorActionTest, testing::ValuesIn(actions),
-                         [](const auto &action) { return std::string(action.param.name); });
 
 TEST_F(FileMonitorTest, StartIgnoresWhatIsNoDirectoryAndASecondStart) {
     const auto monitor = countingMonitor();
@@ -330,22 +260,6 @@ TEST_F(FileMonitorTest, DestructionWaitsForTheRunningHandler) {
     EXPECT_EQ(returned.value(), 1);
     EXPECT_EQ(calls.value(), 1) << "the pending change is dropped";
     releaser.join();
-}
-
-TEST_F(FileMonitorTest, TheHandlerMayDestroyTheMonitor) {
-    std::unique_ptr<FileMonitor> monitor;
-    monitor = monitorCalling([&] {
-        monitor->stop();
-        monitor->start();
-        monitor.reset();
-        calls.increment();
-    });
-    monitor->start();
-    writeFile(watched / "first", "");
-    EXPECT_TRUE(calls.reaches(1));
-    EXPECT_TRUE(sources.closed.reaches(2));
-    writeFile(watched / "second", "");
-    EXPECT_EQ(calls.value(), 1);
 }
 
 } // namespace
