@@ -12,12 +12,10 @@
 #include "support/Outcome.h"
 #include "support/ScriptedServer.h"
 #include "support/WaitFor.h"
-#include "json/DecodeError.h"
 
 #include <gtest/gtest.h>
 
 #include <QJsonDocument>
-#include <QJsonObject>
 
 namespace burnwick {
 namespace {
@@ -34,7 +32,6 @@ using Kind = FetchError::Kind;
 
 const QByteArray usageTarget = "/api/oauth/usage";
 const QByteArray tokenTarget = "/api/oauth/token";
-constexpr auto start = "2025-06-10T12:00:00Z";
 
 const ScriptedAnswer usage{200, R"({"five_hour":{"utilization":62,"resets_at":"2025-06-10T15:00:00.5+00:00"},
     "seven_day":{"utilization":7},
@@ -46,33 +43,28 @@ const ScriptedAnswer refused{400, R"({"error":"invalid_grant"})"};
 /// A fetcher with a local server and a login in memory. No token may appear in an error or the log.
 class OAuthFetcherTest : public testing::Test {
 protected:
-    ~OAuthFetcherTest() override {
-        for (const QString &line : m_log.lines())
-            expectNoSecret(line.toStdString());
-    }
+    ~OAuthFetcherTest() override { EXPECT_EQ(m_log.lines().filter(QStringLiteral("secret")), QStringList()); }
 
     void SetUp() override {
-        makeFetcher();
+        makeFetcher(m_server);
         logIn("2025-06-10T20:00:00Z");
         m_server.script(usageTarget, {usage});
         m_server.script(tokenTarget, {newTokens});
     }
 
-    void makeFetcher(std::chrono::milliseconds deadline = 10s) {
-        m_fetcher.reset();
+    void makeFetcher(const ScriptedServer &server, std::chrono::milliseconds deadline = 10s) {
+        m_fetcher.reset(); // refers to the client
         m_http = std::make_unique<HttpClient>(HttpLimits{deadline});
-        m_fetcher = std::make_unique<OAuthFetcher>(*m_http, m_server.url(QString::fromUtf8(usageTarget)),
-                                                   m_server.url(QString::fromUtf8(tokenTarget)), m_keychain,
+        m_fetcher = std::make_unique<OAuthFetcher>(*m_http, server.url(QString::fromUtf8(usageTarget)),
+                                                   server.url(QString::fromUtf8(tokenTarget)), m_keychain,
                                                    m_clock, Calendar::inZone("UTC"));
     }
 
     void logIn(std::string_view expiresAt, bool withRefreshToken = true) {
         m_store.blob = R"({"claudeAiOauth":{"accessToken":"secret-a1",)" +
                        std::string(withRefreshToken ? R"("refreshToken":"secret-r1",)" : "") +
-                       R"("expiresAt":")" + std::string(expiresAt) + R"(","scopes":["x"]},"other":1})";
+                       R"("expiresAt":")" + std::string(expiresAt) + R"("}})";
     }
-
-    [[nodiscard]] OAuthCredentials stored() { return *resultOf(m_keychain.readCredentials()); }
 
     /// The access tokens that the usage endpoint received.
     [[nodiscard]] std::vector<std::string> tokensSent() const {
@@ -83,21 +75,16 @@ protected:
     }
     [[nodiscard]] std::size_t refreshes() const { return m_server.requestsFor(tokenTarget).size(); }
 
-    template <typename Error = FetchError>
-    Error failure() {
-        const auto error = errorOf<Error>(m_fetcher->fetchUsage());
-        expectNoSecret(error.what());
+    FetchError failure() {
+        const auto error = errorOf<FetchError>(m_fetcher->fetchUsage());
+        qInfo("%s", error.what());
         return error;
-    }
-
-    static void expectNoSecret(const std::string &text) {
-        EXPECT_EQ(text.find("secret"), std::string::npos) << text;
     }
 
     const std::string m_old = "Bearer secret-a1";
     const std::string m_new = "Bearer secret-a2";
     test::LogCapture m_log;
-    test::ManualClock m_clock{start};
+    test::ManualClock m_clock{"2025-06-10T12:00:00Z"};
     ScriptedServer m_server;
     test::MemorySecretStore m_store;
     KeychainManager m_keychain{m_store};
@@ -105,53 +92,27 @@ protected:
     std::unique_ptr<OAuthFetcher> m_fetcher;
 };
 
-TEST_F(OAuthFetcherTest, SendsTheStoredToken) {
+TEST_F(OAuthFetcherTest, ARejectedTokenIsRenewedStoredAndReplaced) {
+    m_server.script(usageTarget, {{401}, usage});
     const auto [quota, extraUsage] = resultOf(m_fetcher->fetchUsage());
     EXPECT_EQ(quota, (QuotaData{62, 7, 0, test::at("2025-06-10T15:00:00.5Z"), {}, {}}));
     EXPECT_EQ(extraUsage, (ExtraUsageData{10, 50, 40, 20, 20}));
-
-    ASSERT_EQ(m_server.requests().size(), 1);
-    const auto &request = m_server.requests().front();
-    EXPECT_EQ(request.method, "GET");
-    EXPECT_EQ(request.target, usageTarget);
-    EXPECT_EQ(request.header("Authorization"), "Bearer secret-a1");
-    EXPECT_EQ(request.header("anthropic-beta"), "oauth-2025-04-20");
-    EXPECT_TRUE(request.body.isEmpty());
-    EXPECT_TRUE(request.header("Content-Type").isNull());
-    EXPECT_EQ(m_store.replacements, 0);
-}
-
-TEST_F(OAuthFetcherTest, ARejectedTokenIsRenewedAndStored) {
-    m_server.script(usageTarget, {{401}, usage});
-    EXPECT_EQ(resultOf(m_fetcher->fetchUsage()).first.fiveHourUsagePct, 62);
     EXPECT_EQ(tokensSent(), (std::vector{m_old, m_new}));
-    EXPECT_EQ(stored(), (OAuthCredentials{"secret-a2", "secret-r2", test::at("2025-06-10T13:00:00Z")}));
-    const auto document = QJsonDocument::fromJson(QByteArray::fromStdString(*m_store.blob)).object();
-    EXPECT_EQ(document.value(QStringLiteral("other")), 1);
+    EXPECT_EQ(resultOf(m_keychain.readCredentials()),
+              (OAuthCredentials{"secret-a2", "secret-r2", test::at("2025-06-10T13:00:00Z")}));
 
-    ASSERT_EQ(refreshes(), 1);
-    const auto request = m_server.requestsFor(tokenTarget).front();
-    EXPECT_EQ(request.method, "POST");
-    EXPECT_EQ(request.header("Content-Type"), "application/json");
-    EXPECT_EQ(request.header("anthropic-beta"), "oauth-2025-04-20");
-    EXPECT_TRUE(request.header("Authorization").isNull());
-    EXPECT_EQ(QJsonDocument::fromJson(request.body).object(),
-              (QJsonObject{{QStringLiteral("grant_type"), QStringLiteral("refresh_token")},
-                           {QStringLiteral("refresh_token"), QStringLiteral("secret-r1")}}));
-}
-
-TEST_F(OAuthFetcherTest, ThereIsNoThirdAttempt) {
-    const struct {
-        ScriptedAnswer second;
-        Kind kind;
-    } rows[] = {{{401}, Kind::unauthorized}, {{403}, Kind::httpError}};
-    for (const auto &row : rows) {
-        const auto before = m_server.requests().size();
-        m_server.script(usageTarget, {{401}, row.second, usage});
-        EXPECT_EQ(failure().kind(), row.kind);
-        EXPECT_EQ(m_server.requests().size() - before, 3);
-    }
-    EXPECT_EQ(refreshes(), 2);
+    const auto &requests = m_server.requests();
+    ASSERT_EQ(requests.size(), 3);
+    for (const auto &request : requests)
+        EXPECT_EQ(request.header("anthropic-beta"), "oauth-2025-04-20");
+    EXPECT_EQ(requests[0].method, "GET");
+    EXPECT_TRUE(requests[0].body.isEmpty());
+    EXPECT_TRUE(requests[0].header("Content-Type").isNull());
+    EXPECT_EQ(requests[1].method, "POST");
+    EXPECT_EQ(requests[1].header("Content-Type"), "application/json");
+    EXPECT_TRUE(requests[1].header("Authorization").isNull());
+    EXPECT_EQ(QJsonDocument::fromJson(requests[1].body),
+              QJsonDocument::fromJson(R"({"grant_type":"refresh_token","refresh_token":"secret-r1"})"));
 }
 
 TEST_F(OAuthFetcherTest, ATokenThatExpiresWithinFiveMinutesIsRenewedFirst) {
@@ -160,9 +121,10 @@ TEST_F(OAuthFetcherTest, ATokenThatExpiresWithinFiveMinutesIsRenewedFirst) {
         bool withRefreshToken;
         std::string sent;
     } rows[] = {
-        {"2025-06-10T12:04:00Z", true, m_new},  {"2025-06-10T12:05:00Z", true, m_new},
-        {"2025-06-10T12:06:00Z", true, m_old},  {"2025-06-10T11:00:00Z", true, m_new},
-        {"2025-06-10T11:00:00Z", false, m_old}, {"unknown", true, m_old},
+        {"2025-06-10T12:05:00Z", true, m_new},
+        {"2025-06-10T12:05:01Z", true, m_old},
+        {"2025-06-10T11:00:00Z", false, m_old},
+        {"unknown", true, m_old},
     };
     for (const auto &row : rows) {
         logIn(row.expiresAt, row.withRefreshToken);
@@ -170,69 +132,63 @@ TEST_F(OAuthFetcherTest, ATokenThatExpiresWithinFiveMinutesIsRenewedFirst) {
         EXPECT_EQ(tokensSent().back(), row.sent) << row.expiresAt;
     }
     EXPECT_EQ(tokensSent().size(), std::size(rows)) << "the old token was sent first";
-}
-
-TEST_F(OAuthFetcherTest, WithoutALoginNothingIsAsked) {
-    m_store.blob = "{}";
-    EXPECT_EQ(failure().kind(), Kind::noToken);
-    m_store.blob.reset();
-    EXPECT_EQ(failure().kind(), Kind::noToken);
-    EXPECT_EQ(m_server.connectionCount(), 0);
+    EXPECT_EQ(m_store.replacements, 1);
 }
 
 TEST_F(OAuthFetcherTest, FailuresOfTheUsageEndpoint) {
-    for (const int status : {201, 302, 403, 500}) {
-        m_server.script(usageTarget, {{status, usage.body}});
+    const struct {
+        std::vector<int> statuses; ///< before one that would be a success
+        Kind kind;
+        int httpStatus;
+    } rows[] = {
+        {{401, 401}, Kind::unauthorized, 0},
+        {{401, 403}, Kind::httpError, 403},
+        {{201}, Kind::httpError, 201},
+        {{500}, Kind::httpError, 500},
+    };
+    for (const auto &row : rows) {
+        std::vector<ScriptedAnswer> answers;
+        for (const int status : row.statuses)
+            answers.push_back({status, usage.body});
+        answers.push_back(usage);
+        m_server.script(usageTarget, answers);
+        const auto before = tokensSent().size();
         const auto error = failure();
-        EXPECT_EQ(error.kind(), Kind::httpError);
-        EXPECT_EQ(error.httpStatus(), status);
+        EXPECT_EQ(error.kind(), row.kind);
+        EXPECT_EQ(error.httpStatus(), row.httpStatus);
+        EXPECT_EQ(tokensSent().size() - before, row.statuses.size());
     }
-    m_server.script(usageTarget, {{200, R"({"five_hour":{"utilization":62}})"}});
-    EXPECT_NO_THROW(failure<DecodeError>());
-    // An incomplete 401 does not renew the login.
-    m_server.script(usageTarget, {{401, "rejected", {}, Ending::cut}});
-    EXPECT_EQ(failure<TransportError>().kind(), TransportError::Kind::incomplete);
-    EXPECT_EQ(refreshes(), 0);
-
-    makeFetcher(50ms);
-    m_server.script(usageTarget, {{200, "{", {}, Ending::silence}});
-    EXPECT_EQ(failure<TransportError>().kind(), TransportError::Kind::timedOut);
+    EXPECT_EQ(refreshes(), 2);
 }
 
 TEST_F(OAuthFetcherTest, FailuresOfTheTokenEndpoint) {
-    const struct {
-        ScriptedAnswer answer;
-        Kind kind;
-    } rows[] = {
+    const std::pair<ScriptedAnswer, Kind> rows[] = {
         {refused, Kind::refreshTokenExpired},
         {{401}, Kind::refreshTokenExpired},
-        {{302}, Kind::refreshTemporaryFailure},
         {{500}, Kind::refreshTemporaryFailure},
         {{200, "[]"}, Kind::refreshFailed},
         {{200, "<html>"}, Kind::refreshFailed},
+        {{200, R"({"access_token":5})"}, Kind::refreshFailed},
+        {{200, R"({"access_token":""})"}, Kind::refreshFailed},
         {{200, newTokens.body, {}, Ending::cut}, Kind::refreshFailed},
         {{200, {}, {}, Ending::silence}, Kind::refreshFailed},
     };
-    const auto before = m_store.blob;
     m_server.script(usageTarget, {{401}});
-    for (const auto &row : rows) {
-        makeFetcher(row.answer.ending == Ending::silence ? 1s : 10s);
-        m_server.script(tokenTarget, {row.answer});
-        const auto attempts = tokensSent().size();
-        const auto refreshesBefore = refreshes();
-        EXPECT_EQ(failure().kind(), row.kind)
-            << row.answer.status << ' ' << row.answer.body.data() << static_cast<int>(row.answer.ending);
-        EXPECT_EQ(tokensSent().size(), attempts + 1);
-        EXPECT_EQ(refreshes(), refreshesBefore + 1);
+    for (const auto &[answer, kind] : rows) {
+        makeFetcher(m_server, answer.ending == Ending::silence ? 1s : 10s);
+        m_server.script(tokenTarget, {answer});
+        const auto requests = m_server.requests().size();
+        EXPECT_EQ(failure().kind(), kind)
+            << answer.status << ' ' << answer.body.data() << static_cast<int>(answer.ending);
+        EXPECT_EQ(m_server.requests().size(), requests + 2);
     }
-    EXPECT_EQ(m_store.blob, before);
+    EXPECT_EQ(m_store.replacements, 0);
 }
 
 TEST_F(OAuthFetcherTest, ANewTokenIsUsedEvenWhenItCannotBeStored) {
     m_store.writable = false;
     m_server.script(usageTarget, {{401}, usage});
     EXPECT_EQ(resultOf(m_fetcher->fetchUsage()).first.fiveHourUsagePct, 62);
-    EXPECT_EQ(stored().accessToken, "secret-a1");
 }
 
 TEST_F(OAuthFetcherTest, OverlappingFetchesShareOneRenewal) {
@@ -269,21 +225,24 @@ TEST_F(OAuthFetcherTest, ALoginStoredDuringARenewalWins) {
         const char *what;
         ScriptedAnswer first;
         std::string meanwhile;
-        std::optional<std::string> sent; ///< absent: the renewal fails
+        std::vector<std::string> sent; ///< empty: the renewal fails
         std::size_t refreshes;
     } rows[] = {
-        {"refused", refused, fresh, sentFresh, 1},
-        {"refused; the other is about to expire", refused,
-         R"({"accessToken":"secret-b1","refreshToken":"secret-q1","expiresAt":0})", m_new, 2},
+        {"refused", refused, fresh, {sentFresh}, 1},
+        {"refused; the other is about to expire",
+         refused,
+         R"({"accessToken":"secret-b1","refreshToken":"secret-q1","expiresAt":0})",
+         {m_new},
+         2},
         {"refused; the other cannot be renewed", refused, R"({"accessToken":"secret-a1"})", {}, 1},
         {"refused, and logged out", refused, "{}", {}, 1},
-        {"granted", newTokens, fresh, sentFresh, 1},
-        {"granted, and logged out", newTokens, "{}", m_new, 1},
+        {"granted", newTokens, fresh, {sentFresh}, 1},
+        {"granted, and logged out", newTokens, "{}", {m_new}, 1},
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(row.what);
         logIn("2025-06-10T11:00:00Z");
-        const auto asked = tokensSent().size();
+        const auto asked = static_cast<std::ptrdiff_t>(tokensSent().size());
         const auto exchanged = refreshes();
         m_server.script(tokenTarget, {row.first, newTokens});
         const auto outcome = outcomeOf(m_fetcher->fetchUsage());
@@ -292,55 +251,47 @@ TEST_F(OAuthFetcherTest, ALoginStoredDuringARenewalWins) {
         m_store.blob = login;
         ASSERT_TRUE(waitFor([&] { return outcome->done(); }));
         EXPECT_EQ(refreshes() - exchanged, row.refreshes);
-        ASSERT_EQ(outcome->value.has_value(), row.sent.has_value());
-        if (row.sent) {
-            ASSERT_EQ(tokensSent().size() - asked, 1);
-            EXPECT_EQ(tokensSent().back(), *row.sent);
-        }
+        EXPECT_EQ(outcome->value.has_value(), !row.sent.empty());
+        const auto sent = tokensSent();
+        EXPECT_EQ(std::vector(sent.begin() + asked, sent.end()), row.sent);
         if (row.refreshes == 1) {
             EXPECT_EQ(m_store.blob, login) << "a mixture of both logins";
         }
     }
 }
 
-/// The suspension of a fetch at which the fetcher is destroyed.
-struct Suspension {
-    const char *name;
-    bool readHeld;
-    std::vector<ScriptedAnswer> usageAnswers;
-    std::size_t requests; ///< received by the server by then
-};
-
 TEST_F(OAuthFetcherTest, DestructionDuringAFetchCancelsIt) {
-    const Suspension rows[] = {
+    const struct {
+        const char *suspension;
+        bool readHeld;
+        std::vector<ScriptedAnswer> usageAnswers;
+        std::size_t requests; ///< received by the server by then
+    } rows[] = {
         {"reading the login", true, {usage}, 0},
         {"requesting the usage", false, {held(usage)}, 1},
         {"renewing", false, {{401}}, 2},
-        {"requesting it again", false, {{401}, held(usage)}, 3},
+        {"requesting the usage again", false, {{401}, held(usage)}, 3},
     };
-    for (const bool clientDestroyedFirst : {false, true}) {
+    for (const bool clientDestroyed : {false, true}) {
         for (const auto &row : rows) {
+            SCOPED_TRACE(row.suspension);
             ScriptedServer server;
             server.script(usageTarget, row.usageAnswers);
             server.script(tokenTarget, {row.requests == 2 ? held(newTokens) : newTokens});
+            makeFetcher(server);
+            logIn("2025-06-10T20:00:00Z");
             m_store.holdsReads = row.readHeld;
-            auto http = std::make_unique<HttpClient>();
-            auto fetcher = std::make_unique<OAuthFetcher>(*http, server.url(QString::fromUtf8(usageTarget)),
-                                                          server.url(QString::fromUtf8(tokenTarget)),
-                                                          m_keychain, m_clock, Calendar::inZone("UTC"));
-            const auto outcome = outcomeOf(fetcher->fetchUsage());
-            ASSERT_TRUE(waitFor([&] { return server.requests().size() == row.requests; })) << row.name;
-            ASSERT_FALSE(outcome->done()) << row.name;
-            fetcher.reset();
-            if (clientDestroyedFirst)
-                http.reset();
+            const auto outcome = outcomeOf(m_fetcher->fetchUsage());
+            ASSERT_TRUE(waitFor([&] { return server.requests().size() == row.requests; }));
+            m_fetcher.reset();
+            if (clientDestroyed)
+                m_http.reset();
             server.release();
             m_store.answerReads();
-            ASSERT_TRUE(waitFor([&outcome] { return outcome->done(); })) << row.name;
-            ASSERT_TRUE(outcome->error) << row.name;
-            EXPECT_THROW(std::rethrow_exception(outcome->error), TransportError) << row.name;
-            EXPECT_EQ(server.requests().size(), row.requests) << row.name << ": it continued";
-            logIn("2025-06-10T20:00:00Z");
+            ASSERT_TRUE(waitFor([&outcome] { return outcome->done(); }));
+            ASSERT_TRUE(outcome->error);
+            EXPECT_THROW(std::rethrow_exception(outcome->error), TransportError);
+            EXPECT_EQ(server.requests().size(), row.requests) << "it continued";
         }
     }
 }

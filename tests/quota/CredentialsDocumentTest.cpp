@@ -12,6 +12,8 @@ namespace {
 using namespace std::chrono_literals;
 using std::chrono::sys_days;
 
+// The corpus of the fuzzers covers malformed documents.
+
 const Instant november = sys_days(2023y / 11 / 14) + 22h + 13min + 20s;
 
 /// The last whole millisecond of Instant.
@@ -21,13 +23,12 @@ std::string documentWith(const std::string &members) {
     return R"({"claudeAiOauth":{)" + members + "}}";
 }
 
-TEST(CredentialsDocument, ReadsEachFormOfTheExpiryAndWhatItWrites) {
+TEST(CredentialsDocument, AnExpiryIsReadInEachFormAndAsWritten) {
     const struct {
         const char *value;
         std::optional<Instant> expiry;
     } rows[] = {
         {"1700000000000", november},
-        {R"("2023-11-14T22:13:20Z")", november},
         {R"("2023-11-15T00:13:20+02:00")", november},
         {R"("2023\u002d11-14T22:13:20Z")", november},
         {"1700000000000.5", november + 500us},
@@ -51,38 +52,30 @@ TEST(CredentialsDocument, ReadsEachFormOfTheExpiryAndWhatItWrites) {
     }
 }
 
-TEST(CredentialsDocument, ReadsTheTokensOfTheLoginOnly) {
-    const OAuthCredentials both{"a", "r", std::nullopt};
+TEST(CredentialsDocument, TheTokensAreTheStringsOfTheLogin) {
     const OAuthCredentials accessOnly{"a", std::nullopt, std::nullopt};
-    const struct {
-        std::string document;
-        OAuthCredentials credentials;
-    } rows[] = {
-        {documentWith(R"("accessToken":"a","refreshToken":"r")"), both},
-        {" {\n\t\"claudeAiOauth\" : { \"refreshToken\" :\r\"r\" , \"accessToken\" : \"a\" } }\n", both},
+    const std::pair<std::string, std::optional<OAuthCredentials>> rows[] = {
+        {" {\n\t\"claudeAiOauth\" : { \"refreshToken\" :\r\"r\" , \"accessToken\" : \"a\" } }\n",
+         OAuthCredentials{"a", "r", std::nullopt}},
         {documentWith(R"("accessToken":"a","refreshToken":5)"), accessOnly},
-        {documentWith(R"("accessToken":"a","refreshToken":null)"), accessOnly},
         {documentWith(R"("accessToken":"\"\\\u00fc\ud83d\ude00")"),
-         {"\"\\\u00fc\U0001F600", std::nullopt, std::nullopt}},
+         OAuthCredentials{"\"\\\u00fc\U0001F600", std::nullopt, std::nullopt}},
         {R"({"accessToken":"x","other":{"accessToken":"y"},"claudeAiOauth":{"accessToken":"a"}})",
          accessOnly},
         {documentWith(R"("accessToken":"a","scopes":{"accessToken":"x","refreshToken":"y"})"), accessOnly},
+        {documentWith(R"("refreshToken":"r")"), std::nullopt},
+        {documentWith(R"("accessToken":17)"), std::nullopt},
+        {documentWith(R"("accessToken":"")"), std::nullopt},
+        {documentWith(R"("accessToken":"\ud800")"), std::nullopt},
+        {documentWith(R"("accessToken":"a","accessToken":1)"), std::nullopt},
     };
-    for (const auto &row : rows)
-        EXPECT_EQ(credentialsFromDocument(row.document), row.credentials) << row.document.substr(0, 120);
-}
-
-TEST(CredentialsDocument, AnInvalidAccessTokenIsNoLogin) {
-    for (const char *members :
-         {"", R"("refreshToken":"r")", R"("accessToken":17)", R"("accessToken":["a"])", R"("accessToken":"")",
-          R"("accessToken":"\ud800")", R"("accessToken":"a","accessToken":1)"})
-        EXPECT_EQ(credentialsFromDocument(documentWith(members)), std::nullopt) << members;
+    for (const auto &[document, credentials] : rows)
+        EXPECT_EQ(credentialsFromDocument(document), credentials) << document;
 }
 
 TEST(CredentialsDocument, APatchChangesNoOtherByte) {
     const std::string other =
-        R"("big":9007199254740993,"bigger":123456789012345678901234567890,"f":0.10000000000000000555,)"
-        R"("one":1.0,"huge":1e400,"u":"\u00fc\ud83d\ude00\ud800\/ü","k":1,"k":2,"n":[[[{}]],null,true] )";
+        R"("big":9007199254740993,"f":0.10000000000000000555,"huge":1e400,"u":"\u00fc\ud800\/ü","k":1,"k":2 )";
     const Instant expiry = november + 123500us;
     const std::string before = "\n{" + other + R"(, "claudeAiOauth" : { )" + other +
                                R"(, "expiresAt" : "soon" , "accessToken" : [1, 2] , "refreshToken":null,)" +
