@@ -61,10 +61,8 @@ private:
         const auto count = [this](std::uint64_t least, std::uint64_t most) {
             return static_cast<long long>(m_random.skewed(least, most));
         };
-        const std::string stamp =
-            printTimestamp({std::chrono::floor<std::chrono::milliseconds>(at), 3, std::nullopt, false});
-        return test::usageLine(stamp, count(20, 12'000), count(90, 24'000), count(500, 60'000),
-                               count(9'000, 300'000), model);
+        return test::usageLine(printTimestamp(at, 3), count(20, 12'000), count(90, 24'000),
+                               count(500, 60'000), count(9'000, 300'000), model);
     }
 
     const test::LogHome &m_home;

@@ -17,7 +17,7 @@ namespace {
 using namespace std::chrono_literals;
 
 std::string instantText(Instant instant) {
-    return printTimestamp({std::chrono::floor<std::chrono::seconds>(instant), 0, std::nullopt, false});
+    return printTimestamp(instant, 0);
 }
 
 QByteArray usage(Instant now) {

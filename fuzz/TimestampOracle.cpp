@@ -3,6 +3,7 @@
 #include "fuzz/Oracles.h"
 #include "model/Timestamp.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <ctime>
 #include <optional>
@@ -71,8 +72,10 @@ const char *checkTimestamp(std::string_view input) {
     require(timestamp.has_value() == naive.has_value(), "no more and no less than the grammar parses");
     if (!timestamp)
         return "refused";
-    require(timestamp->instant == *naive, "the instant is that of the calendar");
-    require(printTimestamp(*timestamp) == input, "printing gives the text again");
+    require(timestamp == naive, "the instant is that of the calendar");
+    const std::size_t fractionDigits = std::max<std::size_t>(input.size(), 21) - 21;
+    require(!input.ends_with('Z') || printTimestamp(*timestamp, fractionDigits) == input,
+            "printing gives the text again");
     require(parseLogInstant(input).has_value() == (input.find('.') != std::string_view::npos),
             "log lines have a fraction");
     return "accepted";

@@ -85,9 +85,8 @@ OrderedJson historyJson(const HistoricalData &history, TimeFilter timeFilter) {
 }
 
 QJsonValue instantJson(const std::optional<Instant> &instant) {
-    constexpr std::uint8_t milliseconds = 3;
-    return instant ? QJsonValue(text(printTimestamp({*instant, milliseconds, std::nullopt, false})))
-                   : QJsonValue();
+    constexpr std::size_t milliseconds = 3;
+    return instant ? QJsonValue(text(printTimestamp(*instant, milliseconds))) : QJsonValue();
 }
 
 OrderedJson quotaJson(const QuotaData &quota) {

@@ -17,7 +17,7 @@ using std::chrono::days;
 using std::chrono::nanoseconds;
 using LocalTime = std::chrono::local_time<nanoseconds>;
 
-/// The name in a path such as "/usr/share/zoneinfo/Europe/Berlin"; empty when it is no path of a zone.
+/// Returns the zone's name in a path such as "/usr/share/zoneinfo/Europe/Berlin"; empty for other text.
 std::string_view zoneNameIn(std::string_view path) {
     constexpr std::string_view database = "/zoneinfo/";
     const auto at = path.find(database);
@@ -26,7 +26,8 @@ std::string_view zoneNameIn(std::string_view path) {
     return path.substr(at + database.size());
 }
 
-/// The zone that TZ names, null when it is unset or none of the zone database's (such as a POSIX rule).
+/// Returns the zone that TZ names; null when TZ is unset or is not in the zone database, such as a POSIX
+/// rule.
 const date::time_zone *zoneOfEnvironment() {
     const char *variable = std::getenv("TZ");
     if (variable == nullptr)
@@ -51,7 +52,7 @@ const date::time_zone *zoneOfSystem(const std::filesystem::path &link) {
     try {
         return date::locate_zone(zoneNameIn(target));
     } catch (const std::runtime_error &) {
-        // No link, or one to a file without a zone's name. The library looks in further places.
+        // The path is not a link, or its target names no zone. The library tries other places.
     }
     try {
         return date::current_zone();
@@ -96,7 +97,7 @@ int Calendar::daysLeftInMonth(Instant instant) const {
 LocalTime Calendar::Cursor::localTimeOf(Instant instant) {
     if (instant < m_validFrom || instant >= m_validUntil) {
         const date::sys_info info = m_zone->get_info(instant);
-        // The first and last periods reach beyond what nanoseconds can express.
+        // The first and last periods exceed the range of Instant.
         const auto clamped = [](date::sys_seconds moment) {
             constexpr auto first = std::chrono::ceil<std::chrono::seconds>(Instant::min());
             constexpr auto last = std::chrono::floor<std::chrono::seconds>(Instant::max());

@@ -14,13 +14,14 @@ class time_zone;
 
 namespace burnwick {
 
-/// The Gregorian calendar in one time zone. A small immutable value; safe from any thread.
+/// The Gregorian calendar in one time zone. A small immutable value; thread-safe.
 class Calendar {
 public:
-    /// The user's zone at this moment: the variable TZ when it names a zone, otherwise the one to which the
-    /// system's link leads, otherwise UTC.
+    /// Returns the calendar in the user's current zone: the one that the variable TZ names, otherwise the one
+    /// that the target of `systemLink` names, otherwise UTC.
     [[nodiscard]] static Calendar current(const std::filesystem::path &systemLink = "/etc/localtime");
-    /// The zone of an IANA name such as "Europe/Berlin"; throws std::runtime_error for an unknown one.
+    /// Returns the calendar in the zone with an IANA name such as "Europe/Berlin". Throws std::runtime_error
+    /// for an unknown name.
     [[nodiscard]] static Calendar inZone(const std::string &ianaName);
 
     /// Whether both are in the same zone.
@@ -28,20 +29,20 @@ public:
 
     /// The day on which the instant falls.
     [[nodiscard]] LocalDay dayOf(Instant instant) const;
-    /// The same time of day that many calendar days earlier. A time that the clocks skip becomes the moment
-    /// after the gap, one that occurs twice the first of both.
+    /// Returns the same local time `days` calendar days earlier. A local time that does not exist becomes the
+    /// end of the gap; one that occurs twice, the first of both.
     [[nodiscard]] Instant daysBefore(Instant instant, int days) const;
-    /// Days after today up to the month's end: 0 on its last day.
+    /// Returns the number of days after the instant's day in its month: 0 on the last day.
     [[nodiscard]] int daysLeftInMonth(Instant instant) const;
 
-    /// Converts long lists: the zone's rules are looked up again only when an instant leaves the period for
-    /// which the last answer holds. For one thread.
+    /// Converts many instants quickly: caches the zone's offset and the period in which it applies. Not
+    /// thread-safe.
     class Cursor {
     public:
         explicit Cursor(const Calendar &calendar) noexcept
             : m_zone(calendar.m_zone) {}
 
-        /// The instant's wall-clock time, as nanoseconds since 1970-01-01 00:00 of the local calendar.
+        /// Returns the instant's wall-clock time.
         [[nodiscard]] std::chrono::local_time<std::chrono::nanoseconds> localTimeOf(Instant instant);
 
     private:
@@ -55,7 +56,7 @@ private:
     explicit Calendar(const date::time_zone *zone) noexcept
         : m_zone(zone) {}
 
-    const date::time_zone *m_zone; ///< lives as long as the process
+    const date::time_zone *m_zone; ///< never destroyed
 };
 
 } // namespace burnwick

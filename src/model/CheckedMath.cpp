@@ -11,7 +11,7 @@ void stopOnTokenOverflow() noexcept {
     std::fputs("burnwick: the token counts in the session logs add up to more than 64 bits can hold\n",
                stderr);
     std::fflush(stderr);
-    // No unwinding and no atexit handlers: this may run on any thread while others are at work.
+    // Calls no destructors and no atexit handlers, because other threads may use those objects.
     constexpr int internalSoftwareError = 70; // EX_SOFTWARE of sysexits.h
     std::_Exit(internalSoftwareError);
 }

@@ -6,11 +6,11 @@
 
 namespace burnwick {
 
-/// Ends the program at once with one line on standard error and exit code 70: a wrapped token sum would be
-/// shown as a plausible figure, which is worse than none.
+/// Prints one line to standard error and ends the process with exit code 70. A wrapped token sum would look
+/// plausible.
 [[noreturn]] void stopOnTokenOverflow() noexcept;
 
-/// a + b; ends the program when the sum does not fit into 64 bits.
+/// Returns a + b; ends the process when the sum does not fit into 64 bits.
 [[nodiscard]] inline std::int64_t addTokens(std::int64_t a, std::int64_t b) noexcept {
     std::int64_t sum = 0;
     if (__builtin_add_overflow(a, b, &sum))

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -11,42 +12,22 @@ namespace burnwick {
 struct ClaudeComponentStatus {
     enum class Status { operational, degraded, outage, unknown };
 
-    std::string name; ///< as the status page gives it
+    std::string name; ///< exactly as on the status page
     Status status = Status::unknown;
 
     bool operator==(const ClaudeComponentStatus &) const = default;
 };
 
-/// The case's name: "operational" and so on.
+/// Returns the name of the case, such as "operational".
 [[nodiscard]] constexpr std::string_view nameOf(ClaudeComponentStatus::Status status) noexcept {
-    using Status = ClaudeComponentStatus::Status;
-    switch (status) {
-    case Status::operational:
-        return "operational";
-    case Status::degraded:
-        return "degraded";
-    case Status::outage:
-        return "outage";
-    case Status::unknown:
-        break;
-    }
-    return "unknown";
+    constexpr std::string_view names[] = {"operational", "degraded", "outage", "unknown"};
+    return names[static_cast<std::size_t>(status)];
 }
 
-/// The word for the user: "Operational" and so on.
+/// Returns the word for the user, such as "Operational".
 [[nodiscard]] constexpr std::string_view wordFor(ClaudeComponentStatus::Status status) noexcept {
-    using Status = ClaudeComponentStatus::Status;
-    switch (status) {
-    case Status::operational:
-        return "Operational";
-    case Status::degraded:
-        return "Degraded";
-    case Status::outage:
-        return "Outage";
-    case Status::unknown:
-        break;
-    }
-    return "Unknown";
+    constexpr std::string_view words[] = {"Operational", "Degraded", "Outage", "Unknown"};
+    return words[static_cast<std::size_t>(status)];
 }
 
 } // namespace burnwick

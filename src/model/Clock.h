@@ -6,7 +6,7 @@
 
 namespace burnwick {
 
-/// Tells the time. Passed in wherever "now" matters, so that tests move it by hand. Safe from any thread.
+/// Returns the current time. Injected, so that tests can set it. Thread-safe.
 class Clock {
 public:
     virtual ~Clock() = default;

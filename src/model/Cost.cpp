@@ -16,7 +16,7 @@ double sessionCost(const SessionTokens &tokens) noexcept {
 }
 
 ProjectedCosts projectedCosts(double burnRateTokensPerMin) noexcept {
-    // A flat blend over all kinds of tokens, deliberately apart from the price table.
+    // An average over all kinds of tokens; deliberately not derived from the prices above.
     constexpr double dollarsPerToken = 9e-6;
     if (!(burnRateTokensPerMin > 0))
         return {};

@@ -6,10 +6,10 @@
 
 namespace burnwick {
 
-/// What the tokens cost in dollars, at one price table for every model.
+/// Returns the cost of the tokens in US dollars. All models have the same prices.
 [[nodiscard]] double sessionCost(const SessionTokens &tokens) noexcept;
 
-/// Dollars if the current burn rate went on.
+/// The costs at a constant burn rate, in US dollars.
 struct ProjectedCosts {
     double today = 0; ///< 24 hours at the rate, whatever the time of day
     double week = 0;
@@ -18,7 +18,7 @@ struct ProjectedCosts {
     bool operator==(const ProjectedCosts &) const = default;
 };
 
-/// From tokens per minute; all zero unless the rate is above 0.
+/// Returns the costs at that rate; all 0 unless it is above 0.
 [[nodiscard]] ProjectedCosts projectedCosts(double burnRateTokensPerMin) noexcept;
 
 } // namespace burnwick

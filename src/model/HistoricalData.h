@@ -13,7 +13,7 @@
 
 namespace burnwick {
 
-/// One model's part in a history.
+/// The usage of one model.
 struct ModelStat {
     std::string name; ///< as logged
     std::int64_t inputTokens = 0;
@@ -29,12 +29,12 @@ struct HistoricalData {
     std::int64_t messageCount = 0;
     SessionTokens totalTokens;
     std::int64_t activeDays = 0;    ///< days with a dated entry
-    std::int64_t currentStreak = 0; ///< active days in a row up to today, or up to yesterday
+    std::int64_t currentStreak = 0; ///< consecutive active days up to today or yesterday
     std::int64_t longestStreak = 0;
-    std::optional<std::int64_t> peakHour;           ///< 0 to 23, by entries; of equals the earliest
-    std::optional<std::string> favoriteModel;       ///< by dated entries; of equals the bytewise smallest
+    std::optional<std::int64_t> peakHour;           ///< 0 to 23: the earliest hour with the most entries
+    std::optional<std::string> favoriteModel;       ///< with the most dated entries; first in byte order
     std::map<LocalDay, std::int64_t> dailyActivity; ///< tokens of all kinds on each active day
-    std::vector<ModelStat> modelStats;              ///< by share, then by name
+    std::vector<ModelStat> modelStats;              ///< sorted by share, then by name
 
     bool operator==(const HistoricalData &) const = default;
 };

@@ -10,7 +10,7 @@ namespace burnwick {
 /// An absolute point in time, UTC, nanoseconds since 1970-01-01 (representable years: 1678 to 2261).
 using Instant = std::chrono::sys_time<std::chrono::nanoseconds>;
 
-/// From an instant to one that is not earlier. Their difference as a duration may exceed its signed count.
+/// Returns the nanoseconds between two instants; their difference as a duration could overflow.
 [[nodiscard]] constexpr std::uint64_t nanosecondsBetween(Instant earlier, Instant later) noexcept {
     return static_cast<std::uint64_t>(later.time_since_epoch().count()) -
            static_cast<std::uint64_t>(earlier.time_since_epoch().count());

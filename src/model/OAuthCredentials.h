@@ -9,7 +9,7 @@
 
 namespace burnwick {
 
-/// The login that Claude Code keeps. Held only as long as a request needs it, never logged.
+/// The login that Claude Code stores. Never logged, and destroyed after each request.
 struct OAuthCredentials {
     std::string accessToken; ///< never empty
     std::optional<std::string> refreshToken;
@@ -18,8 +18,7 @@ struct OAuthCredentials {
     bool operator==(const OAuthCredentials &) const = default;
 };
 
-/// Whether the access token has expired or will within five minutes: too soon to start a request with it. One
-/// of unknown expiry has not.
+/// Whether the access token has expired or expires within five minutes. False for an unknown expiry.
 [[nodiscard]] inline bool isExpired(const OAuthCredentials &credentials, Instant now) {
     constexpr std::chrono::seconds margin(300);
     return credentials.expiresAt && now + margin >= *credentials.expiresAt;

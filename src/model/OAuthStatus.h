@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 namespace burnwick {
@@ -11,11 +12,15 @@ enum class OAuthStatus {
     unknown,        ///< not determined yet
     connected,      ///< the last quota fetch succeeded
     disconnected,   ///< there are no credentials
-    expired,        ///< there are credentials, but they are of no use
+    expired,        ///< there are credentials, but the service does not accept them
     authenticating, ///< a login is running
 };
 
-/// The case's name: "unknown", "connected" and so on.
-[[nodiscard]] std::string_view nameOf(OAuthStatus status) noexcept;
+/// Returns the name of the case, such as "connected".
+[[nodiscard]] constexpr std::string_view nameOf(OAuthStatus status) noexcept {
+    constexpr std::string_view names[] = {"unknown", "connected", "disconnected", "expired",
+                                          "authenticating"};
+    return names[static_cast<std::size_t>(status)];
+}
 
 } // namespace burnwick

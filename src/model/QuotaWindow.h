@@ -8,9 +8,9 @@
 
 namespace burnwick {
 
-/// Whether both are the reset instant of one 5-hour window. The service computes it anew for each answer, and
-/// it wobbles by up to two seconds; the next window's is hours later. Compare with the first one known of a
-/// window, which does not wander.
+/// Whether two reset instants belong to the same 5-hour window. The service computes the instant for each
+/// response, with variations of up to two seconds; the next window resets hours later. Always compare with
+/// the window's first known instant, so that variations do not add up.
 [[nodiscard]] constexpr bool isSameQuotaWindow(Instant resetAt, Instant other) noexcept {
     constexpr std::chrono::nanoseconds tolerance = std::chrono::seconds(60);
     return nanosecondsBetween(std::min(resetAt, other), std::max(resetAt, other)) <=

@@ -18,7 +18,7 @@
 
 namespace burnwick {
 
-/// The figures of the logs. The session's are those of the files modified within the last day. Costs are US
+/// The figures of the logs. The session consists of the files modified within the last day. Costs are US
 /// dollars.
 struct UsageFigures {
     Calendar calendar;                       ///< of the history's days and hours
@@ -41,11 +41,11 @@ struct UsageFigures {
     bool operator==(const UsageFigures &) const = default;
 };
 
-/// The figures of the account and of the service. A failed request keeps the last ones.
+/// The figures of the account and of the service. A failed request keeps the previous figures.
 struct AccountFigures {
     OAuthStatus oauthStatus = OAuthStatus::unknown;
-    bool awaitsFirstQuota = false; ///< whether this run's first request is under way, and a login exists
-    /// Why the last request for the quota failed, without secrets and addresses; empty after an answer.
+    bool awaitsFirstQuota = false; ///< whether a login exists and this run's first request is running
+    /// Why the last request for the quota failed, without secrets and addresses; empty after a success.
     std::string quotaFailure;
 
     std::optional<QuotaData> quotaData;
@@ -60,7 +60,7 @@ struct AccountFigures {
     bool operator==(const AccountFigures &) const = default;
 };
 
-/// Everything that Burnwick shows, at one moment.
+/// All values that Burnwick shows, at one moment.
 struct Snapshot {
     UsageFigures usage;
     AccountFigures account;

@@ -12,9 +12,15 @@ namespace burnwick {
 enum class StatusIndicator { green, orange, red };
 
 /// Green below 41 %, orange from 41 %, red from 81 %.
-[[nodiscard]] StatusIndicator statusIndicatorForUsage(double usagePct) noexcept;
+[[nodiscard]] constexpr StatusIndicator statusIndicatorForUsage(double usagePct) noexcept {
+    if (usagePct >= 81)
+        return StatusIndicator::red;
+    return usagePct >= 41 ? StatusIndicator::orange : StatusIndicator::green;
+}
 
-/// Of the 5-hour window; green without a snapshot.
-[[nodiscard]] StatusIndicator statusIndicatorFor(const std::optional<QuotaData> &quota) noexcept;
+/// For the 5-hour window; green when `quota` is null.
+[[nodiscard]] inline StatusIndicator statusIndicatorFor(const std::optional<QuotaData> &quota) noexcept {
+    return quota ? statusIndicatorForUsage(quota->fiveHourUsagePct) : StatusIndicator::green;
+}
 
 } // namespace burnwick

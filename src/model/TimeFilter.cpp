@@ -5,27 +5,14 @@
 namespace burnwick {
 
 std::string_view nameOf(TimeFilter filter) noexcept {
-    switch (filter) {
-    case TimeFilter::thirtyDays:
-        return "30d";
-    case TimeFilter::sevenDays:
-        return "7d";
-    case TimeFilter::all:
-        break;
-    }
-    return "All";
+    constexpr std::string_view names[] = {"All", "30d", "7d"};
+    return names[static_cast<std::size_t>(filter)];
 }
 
 std::optional<Instant> cutOffOf(TimeFilter filter, Instant now, const Calendar &calendar) {
-    switch (filter) {
-    case TimeFilter::thirtyDays:
-        return calendar.daysBefore(now, 30);
-    case TimeFilter::sevenDays:
-        return calendar.daysBefore(now, 7);
-    case TimeFilter::all:
-        break;
-    }
-    return std::nullopt;
+    if (filter == TimeFilter::all)
+        return std::nullopt;
+    return calendar.daysBefore(now, filter == TimeFilter::thirtyDays ? 30 : 7);
 }
 
 } // namespace burnwick

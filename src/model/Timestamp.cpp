@@ -2,65 +2,50 @@
 // SPDX-License-Identifier: MIT
 #include "model/Timestamp.h"
 
-#include <cstdio>
+#include <date/date.h>
+
+#include <algorithm>
+#include <limits>
+#include <locale>
 
 namespace burnwick {
 
 namespace {
 
-using std::chrono::minutes;
-using std::chrono::nanoseconds;
+constexpr std::size_t maxFractionDigits = 9;
 
-constexpr int maxFractionDigits = 9;
-
-/// Takes fields off the front of a text; the first mismatch makes every later answer a failure.
+/// Consumes the fields of a text. After the first mismatch isComplete() returns false.
 class Reader {
 public:
     explicit Reader(std::string_view text) noexcept
         : m_text(text) {}
 
-    int digits(std::size_t count) noexcept {
+    int number(std::size_t digits, int largest = std::numeric_limits<int>::max()) noexcept {
         int value = 0;
-        if (m_text.size() < count)
-            m_failed = true;
-        for (std::size_t i = 0; i < count && !m_failed; ++i) {
-            const char c = m_text[i];
-            if (c < '0' || c > '9')
+        for (; digits > 0; --digits) {
+            const char c = m_text.empty() ? '\0' : m_text.front();
+            if (c < '0' || c > '9') {
                 m_failed = true;
-            else
-                value = value * 10 + (c - '0');
+                return 0;
+            }
+            value = value * 10 + (c - '0');
+            m_text.remove_prefix(1);
         }
-        if (!m_failed)
-            m_text.remove_prefix(count);
+        m_failed = m_failed || value > largest;
         return value;
     }
-
-    int digitsUpTo(std::size_t count, int largest) noexcept {
-        const int value = digits(count);
-        if (value > largest)
-            m_failed = true;
-        return value;
-    }
-
     bool accept(char c) noexcept {
-        if (m_failed || !m_text.starts_with(c))
+        if (!m_text.starts_with(c))
             return false;
         m_text.remove_prefix(1);
         return true;
     }
-
-    void expect(char c) noexcept {
-        if (!accept(c))
-            m_failed = true;
-    }
+    void expect(char c) noexcept { m_failed = !accept(c) || m_failed; }
 
     [[nodiscard]] std::size_t countDigits() const noexcept {
-        const auto end = m_text.find_first_not_of("0123456789");
-        return end == std::string_view::npos ? m_text.size() : end;
+        return std::min(m_text.find_first_not_of("0123456789"), m_text.size());
     }
-
-    [[nodiscard]] bool failed() const noexcept { return m_failed; }
-    [[nodiscard]] bool complete() const noexcept { return !m_failed && m_text.empty(); }
+    [[nodiscard]] bool isComplete() const noexcept { return !m_failed && m_text.empty(); }
 
 private:
     std::string_view m_text;
@@ -69,86 +54,58 @@ private:
 
 } // namespace
 
-std::optional<Timestamp> parseTimestamp(std::string_view text) noexcept {
+std::optional<Instant> parseTimestamp(std::string_view text) noexcept {
+    using namespace std::chrono;
     // Whole years that fit into 64 bits of nanoseconds.
-    constexpr int firstYear = 1678;
-    constexpr int lastYear = 2261;
+    constexpr year firstYear(1678);
+    constexpr year lastYear(2261);
 
     Reader in(text);
-    const int year = in.digits(4);
+    const year inYear(in.number(4));
     in.expect('-');
-    const int month = in.digits(2);
+    const month inMonth(static_cast<unsigned>(in.number(2)));
     in.expect('-');
-    const int day = in.digits(2);
+    const year_month_day date(inYear, inMonth, day(static_cast<unsigned>(in.number(2))));
     in.expect('T');
-    const int hour = in.digitsUpTo(2, 23);
+    const hours hour(in.number(2, 23));
     in.expect(':');
-    const int minute = in.digitsUpTo(2, 59);
+    const minutes minute(in.number(2, 59));
     in.expect(':');
-    const int second = in.digitsUpTo(2, 59);
+    const seconds second(in.number(2, 59));
 
-    Timestamp result;
-    int fraction = 0;
+    nanoseconds fraction{0};
     if (in.accept('.')) {
-        const std::size_t count = in.countDigits();
-        if (count == 0 || count > maxFractionDigits)
+        const std::size_t digits = in.countDigits();
+        if (digits == 0 || digits > maxFractionDigits)
             return std::nullopt;
-        fraction = in.digits(count);
-        for (auto i = count; i < maxFractionDigits; ++i)
+        fraction = nanoseconds(in.number(digits));
+        for (auto i = digits; i < maxFractionDigits; ++i)
             fraction *= 10;
-        result.fractionDigits = static_cast<std::uint8_t>(count);
     }
+    minutes offset{0}; // east of UTC
     if (!in.accept('Z')) {
-        const bool west = in.accept('-');
-        if (!west)
+        const bool isWest = in.accept('-');
+        if (!isWest)
             in.expect('+');
-        const int offsetHours = in.digitsUpTo(2, 23);
+        offset = hours(in.number(2, 23));
         in.expect(':');
-        const int offset = offsetHours * 60 + in.digitsUpTo(2, 59);
-        result.offsetMinutes = static_cast<std::int16_t>(west ? -offset : offset);
-        result.negativeZeroOffset = west && offset == 0;
+        offset += minutes(in.number(2, 59));
+        offset = isWest ? -offset : offset;
     }
-    const std::chrono::year_month_day date(std::chrono::year(year),
-                                           std::chrono::month(static_cast<unsigned>(month)),
-                                           std::chrono::day(static_cast<unsigned>(day)));
-    if (!in.complete() || !date.ok() || year < firstYear || year > lastYear)
+    if (!in.isComplete() || !date.ok() || inYear < firstYear || inYear > lastYear)
         return std::nullopt;
-    result.instant = std::chrono::sys_days(date) + std::chrono::hours(hour) + minutes(minute) +
-                     std::chrono::seconds(second) + nanoseconds(fraction) -
-                     minutes(result.offsetMinutes.value_or(0));
-    return result;
+    return sys_days(date) + hour + minute + second + fraction - offset;
 }
 
 std::optional<Instant> parseLogInstant(std::string_view text) noexcept {
-    const auto timestamp = parseTimestamp(text);
-    if (!timestamp || timestamp->fractionDigits == 0)
-        return std::nullopt;
-    return timestamp->instant;
+    return text.find('.') == std::string_view::npos ? std::nullopt : parseTimestamp(text);
 }
 
-std::string printTimestamp(const Timestamp &timestamp) {
-    const auto local = timestamp.instant + minutes(timestamp.offsetMinutes.value_or(0));
-    const auto midnight = std::chrono::floor<std::chrono::days>(local);
-    const std::chrono::year_month_day date(midnight);
-    const std::chrono::hh_mm_ss time(local - midnight);
-
-    char buffer[64];
-    std::snprintf(buffer, sizeof buffer, "%04d-%02u-%02uT%02d:%02d:%02d", static_cast<int>(date.year()),
-                  static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()),
-                  static_cast<int>(time.hours().count()), static_cast<int>(time.minutes().count()),
-                  static_cast<int>(time.seconds().count()));
-    std::string text = buffer;
-    if (timestamp.fractionDigits > 0) {
-        std::snprintf(buffer, sizeof buffer, ".%09d", static_cast<int>(time.subseconds().count()));
-        text.append(buffer, timestamp.fractionDigits + std::size_t{1});
-    }
-    if (!timestamp.offsetMinutes)
-        return text + 'Z';
-    const int offset = *timestamp.offsetMinutes;
-    const bool west = offset < 0 || timestamp.negativeZeroOffset;
-    std::snprintf(buffer, sizeof buffer, "%c%02d:%02d", west ? '-' : '+', (west ? -offset : offset) / 60,
-                  (west ? -offset : offset) % 60);
-    return text + buffer;
+std::string printTimestamp(Instant instant, std::size_t fractionDigits) {
+    // "2025-01-15T10:30:45.123456789"
+    const std::string text = date::format(std::locale::classic(), "%FT%T", instant);
+    const std::size_t cutOff = maxFractionDigits - fractionDigits + (fractionDigits == 0 ? 1 : 0);
+    return text.substr(0, text.size() - cutOff) + 'Z';
 }
 
 } // namespace burnwick

@@ -24,7 +24,7 @@ namespace burnwick {
 
 namespace {
 
-/// The text of each value in the document; null where the key is missing.
+/// The login in a document: the text of each value, null when its key is missing.
 struct Found {
     std::string_view accessToken;
     std::string_view refreshToken;
@@ -60,7 +60,7 @@ bool scanLogin(JsonScanner &json, std::optional<Found> &found) {
         return value != nullptr ? skipValue(json, *value) : json.skipValue();
     });
     found->end = json.rest().data() - 1;
-    // From the text, because the callback does not see every key.
+    // From the text, because the callback is not called for every key.
     found->hasMembers =
         read && std::string_view(begin, found->end).find_first_not_of(" \t\r\n") != std::string_view::npos;
     return read;
@@ -86,8 +86,7 @@ std::optional<std::string> textFrom(std::string_view value) {
     return text ? std::optional<std::string>(*text) : std::nullopt;
 }
 
-/// Limited to the range of Instant. Whole milliseconds are exact, as they would not be in a double of
-/// nanoseconds.
+/// Clamps to the range of Instant. Keeps whole milliseconds exact; a double of nanoseconds would round them.
 Instant instantAt(double milliseconds) {
     using Fraction = std::chrono::duration<double, std::milli>;
     constexpr auto limit = static_cast<double>(
@@ -106,10 +105,7 @@ std::optional<Instant> instantFrom(std::string_view value) {
         return fits ? std::optional(instantAt(milliseconds)) : std::nullopt;
     }
     const auto text = textFrom(value);
-    const auto timestamp = text ? parseTimestamp(*text) : std::nullopt;
-    if (!timestamp || timestamp->fractionDigits > 0)
-        return std::nullopt;
-    return timestamp->instant;
+    return text && text->find('.') == std::string::npos ? parseTimestamp(*text) : std::nullopt;
 }
 
 std::string jsonFrom(std::string_view text) {
@@ -127,7 +123,7 @@ std::string jsonFrom(Instant instant) {
     return QByteArray::number(milliseconds, 'f', QLocale::FloatingPointShortest).toStdString();
 }
 
-/// A replacement of a value, or an insertion (an empty value) before the closing brace.
+/// Replaces a value. An empty value before the closing brace means an insertion there.
 struct Patch {
     std::string_view value;
     std::string replacement;

@@ -63,8 +63,7 @@ QJsonObject toJson(const OAuthExtraUsage &usage) {
 }
 
 std::optional<Instant> resetOf(const OAuthUsagePeriod &period) {
-    const auto timestamp = period.resetsAt ? parseTimestamp(*period.resetsAt) : std::nullopt;
-    return timestamp ? std::optional(timestamp->instant) : std::nullopt;
+    return period.resetsAt ? parseTimestamp(*period.resetsAt) : std::nullopt;
 }
 
 } // namespace

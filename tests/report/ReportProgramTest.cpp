@@ -40,7 +40,7 @@ Instant now() {
 }
 
 std::string stamp(Instant instant) {
-    return printTimestamp({instant, 3, std::nullopt, false});
+    return printTimestamp(instant, 3);
 }
 
 /// Two recent logs and an old one.

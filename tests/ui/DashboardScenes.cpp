@@ -16,8 +16,7 @@ using namespace std::chrono_literals;
 
 std::string lineAt(Instant instant, int input, int output, int cacheCreation, int cacheRead,
                    std::string_view model) {
-    const std::string stamp =
-        printTimestamp({std::chrono::floor<std::chrono::seconds>(instant), 3, std::nullopt, false});
+    const std::string stamp = printTimestamp(std::chrono::floor<std::chrono::seconds>(instant), 3);
     return usageLine(stamp, input, output, cacheCreation, cacheRead, model);
 }
 
