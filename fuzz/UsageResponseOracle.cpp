@@ -4,7 +4,7 @@
 #include "fuzz/PlainJson.h"
 #include "model/Calendar.h"
 #include "quota/OAuthUsageResponse.h"
-#include "json/DecodeError.h"
+#include "json/JsonReading.h"
 
 #include <optional>
 #include <string>

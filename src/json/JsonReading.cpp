@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "json/JsonReading.h"
 
-#include "json/DecodeError.h"
-
 #include <QJsonParseError>
 #include <QJsonValue>
 

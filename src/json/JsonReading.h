@@ -9,22 +9,28 @@
 #include <QString>
 
 #include <optional>
+#include <stdexcept>
 
 namespace burnwick {
 
-/// The document in the bytes; throws DecodeError when they are not JSON, with an array or an object at the
-/// root.
+/// A response body without the expected JSON. The text names the key and the problem, but no value.
+class DecodeError final : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Returns the document, whose root is an array or an object; throws DecodeError for other bytes.
 [[nodiscard]] QJsonDocument parseJson(const QByteArray &bytes);
 /// Like parseJson(), and throws DecodeError for an array.
 [[nodiscard]] QJsonObject parseJsonObject(const QByteArray &bytes);
 
-/// The member of that type; throw DecodeError when it is missing, null or of another type.
+/// Return the member; throw DecodeError when it is missing, null or of another type.
 [[nodiscard]] double requiredNumber(const QJsonObject &object, QLatin1String key);
 [[nodiscard]] bool requiredBool(const QJsonObject &object, QLatin1String key);
 [[nodiscard]] QString requiredString(const QJsonObject &object, QLatin1String key);
 [[nodiscard]] QJsonObject requiredObject(const QJsonObject &object, QLatin1String key);
 
-/// None when the member is missing or null; throw DecodeError when it is of another type.
+/// Return null when the member is missing or null; throw DecodeError when it is of another type.
 [[nodiscard]] std::optional<QString> optionalString(const QJsonObject &object, QLatin1String key);
 [[nodiscard]] std::optional<QJsonObject> optionalObject(const QJsonObject &object, QLatin1String key);
 

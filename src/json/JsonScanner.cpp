@@ -23,8 +23,8 @@ bool isDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-/// Nonzero for a byte that skipString() must look at: a control character, an unescaped quote, or a backslash
-/// that begins another escape than the most frequent ones. For single bytes, and for vectors of them.
+/// Nonzero for a byte that skipString() must inspect: a control character, an unescaped quote, or a backslash
+/// that begins an escape other than the most frequent ones. For single bytes and for vectors of bytes.
 template <typename Bytes>
 auto isSpecial(Bytes previous, Bytes bytes, Bytes next) {
     return (bytes < 0x20) | ((bytes == '"') & (previous != '\\')) |
@@ -38,8 +38,8 @@ Bytes load(const char *from) {
     return bytes;
 }
 
-/// Returns the index of the first special byte at or after `at`, or the text's size. Reads the byte before
-/// the text, too: its opening quote.
+/// Returns the index of the first special byte at or after `at`, or the text's size. Also reads the opening
+/// quote before the text.
 std::size_t findSpecial(std::string_view text, std::size_t at) {
     using Bytes [[gnu::vector_size(16)]] = unsigned char;
     static_assert(std::endian::native == std::endian::little);
@@ -62,8 +62,7 @@ std::size_t findSpecial(std::string_view text, std::size_t at) {
     return at;
 }
 
-/// The code unit that an escape such as \u0041 at the beginning of the text represents; null if there is
-/// none.
+/// Returns the code unit of an escape such as \u0041 at the start of the text; null for other text.
 std::optional<unsigned> codeUnit(std::string_view text) {
     if (text.size() < codeUnitSize || !text.starts_with("\\u"))
         return std::nullopt;
@@ -73,7 +72,7 @@ std::optional<unsigned> codeUnit(std::string_view text) {
     return error == std::errc() && end == last ? std::optional(unit) : std::nullopt;
 }
 
-/// The character that an escape such as \n represents, by its second character; NUL if there is no such one.
+/// The character of an escape such as \n, indexed by the escape's second character; NUL for other indexes.
 constexpr std::array<char, 256> simpleEscapes = [] {
     std::array<char, 256> meanings{};
     constexpr std::string_view seconds = "\"\\/bfnrt";
@@ -86,8 +85,7 @@ char simpleEscape(char second) {
     return simpleEscapes[toByte(second)];
 }
 
-/// Returns the size of the escape that the text begins with; 0 if it begins otherwise or the escape is
-/// malformed.
+/// Returns the size of the escape at the start of the text; 0 if it is missing or malformed.
 std::size_t escapeSize(std::string_view text) {
     if (text.size() >= simpleEscapeSize && text[0] == '\\' && simpleEscape(text[1]) != '\0')
         return simpleEscapeSize;
@@ -117,7 +115,7 @@ void appendUtf8(std::string &text, unsigned codePoint) {
 
 } // namespace
 
-/// Without recursion: a hostile text may be nested as deeply as it is long.
+/// Iterative, because hostile JSON may be nested too deeply for the stack.
 bool JsonScanner::skipValue() {
     m_open.clear();
     while (true) {
@@ -135,7 +133,7 @@ bool JsonScanner::skipValue() {
         } else if (!skipScalar()) {
             return false;
         }
-        // A value has ended: close what ends with it, or go on to its neighbour.
+        // A value has ended: close the arrays and objects that end here, or continue with the next member.
         while (true) {
             if (m_open.empty())
                 return true;
@@ -201,13 +199,13 @@ bool JsonScanner::skipWord(std::string_view word) {
     return true;
 }
 
-/// Consumes a string and returns what its quotes enclose; null if it is malformed or no string.
+/// Consumes a string and returns the text between its quotes; null if it is malformed or not a string.
 std::optional<std::string_view> JsonScanner::skipString() {
     if (!accept('"'))
         return std::nullopt;
     const auto isAtQuote = [this](std::size_t at) { return m_rest.substr(at).starts_with('"'); };
     std::size_t size = 0;
-    // A quote behind an escape is not escaped itself, though the escape may end with a backslash.
+    // A quote directly after an escape ends the string, also when the escape ends with a backslash.
     while (!isAtQuote(size)) {
         size = findSpecial(m_rest, size);
         if (isAtQuote(size))

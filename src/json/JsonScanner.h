@@ -18,9 +18,9 @@ public:
     explicit JsonScanner(std::string_view text = {}) noexcept
         : m_rest(text) {}
 
-    /// What has not been consumed.
+    /// Returns the unconsumed text.
     [[nodiscard]] std::string_view rest() const noexcept { return m_rest; }
-    /// The next character; NUL at the end.
+    /// Returns the next character; NUL at the end.
     [[nodiscard]] char peek() const noexcept { return m_rest.empty() ? '\0' : m_rest.front(); }
     /// Consumes the character if it is the next one.
     bool accept(char c) noexcept {
@@ -35,8 +35,8 @@ public:
             m_rest.remove_prefix(1);
     }
 
-    /// These consume one value, from its first character; they return false when it is of another kind or
-    /// malformed.
+    /// These consume one value, from its first character. They return false for a malformed value or one of
+    /// another kind.
     bool skipValue();
     bool skipNumber();
     bool skipWord(std::string_view word);
@@ -45,8 +45,8 @@ public:
     /// `unescaped`. Returns null when it is malformed, not a string, or has unpaired surrogates.
     std::optional<std::string_view> readString(std::string &unescaped);
 
-    /// Reads a whole object. readMember(key) gets each key (for the length of the call) and must consume its
-    /// value; false ends the reading. Keys with unpaired surrogates are skipped with their values.
+    /// Reads a whole object. Calls readMember(key), which must consume the value and returns false to stop.
+    /// The key is valid during the call. Skips members whose keys have unpaired surrogates.
     template <typename ReadMember>
     bool readObject(ReadMember readMember);
 

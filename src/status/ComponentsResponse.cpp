@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "status/ComponentsResponse.h"
 
-#include "json/DecodeError.h"
 #include "json/JsonReading.h"
 
 #include <QJsonArray>

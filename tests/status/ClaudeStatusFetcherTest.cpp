@@ -6,7 +6,7 @@
 #include "status/ComponentsResponse.h"
 #include "support/Outcome.h"
 #include "support/ScriptedServer.h"
-#include "json/DecodeError.h"
+#include "json/JsonReading.h"
 
 #include <gtest/gtest.h>
 
