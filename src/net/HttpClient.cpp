@@ -66,7 +66,7 @@ std::optional<int> statusOf(const QNetworkReply &reply) {
     return known ? std::optional(status) : std::nullopt;
 }
 
-/// Classifies a failure of the network, not of the server; `answered`: a response had begun.
+/// Classifies a failure of the network, not of the server. `answered`: whether a response had begun.
 Kind kindOf(QNetworkReply::NetworkError error, bool answered) {
     switch (error) {
     case QNetworkReply::SslHandshakeFailedError:
@@ -96,7 +96,7 @@ bool isCutChallenge(const QNetworkReply &reply, int status, const QByteArray &bo
     return (status == 401 || status == 407) && length.isValid() && body.size() < length.toLongLong();
 }
 
-/// Converts a finished reply. `stopped` is the reason when this file has aborted it.
+/// Converts a finished reply. `stopped` is the reason if exchange() aborted it.
 HttpResponse responseFrom(const QNetworkReply &reply, std::optional<Kind> stopped, QByteArray body) {
     const auto status = statusOf(reply);
     const bool refused = status && (*status < 200 || *status > 299);
@@ -115,7 +115,7 @@ QNetworkReply *begin(QNetworkAccessManager &manager, const HttpRequest &request)
     QNetworkRequest toSend = prepared(request);
     if (request.method == HttpMethod::get)
         return manager.get(toSend);
-    // A server may have processed a request without a response, so that a repeated post could act twice.
+    // A server may process a request and fail to respond; a repeated post would then act twice.
     toSend.setHeader(QNetworkRequest::ContentLengthHeader, request.body.size());
     toSend.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
     auto body = std::make_unique<SingleUseBody>(request.body);

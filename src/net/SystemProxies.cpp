@@ -14,18 +14,11 @@ namespace {
 /// The settings change when the machine moves to another network.
 constexpr std::chrono::minutes freshness{1};
 
-/// A proxy script sees neither the path nor the query of a request.
+/// Hides the path and the query of a request from proxy scripts.
 QUrl originOf(const QUrl &url) {
-    QUrl origin;
-    origin.setScheme(url.scheme());
-    origin.setHost(url.host());
-    origin.setPort(url.port());
+    QUrl origin = url.adjusted(QUrl::RemoveUserInfo | QUrl::RemoveQuery | QUrl::RemoveFragment);
     origin.setPath(QStringLiteral("/"));
     return origin;
-}
-
-QString keyOf(const QUrl &url) {
-    return originOf(url).toString(QUrl::FullyEncoded);
 }
 
 bool needsNoProxy(const QUrl &url) {
@@ -37,30 +30,27 @@ bool needsNoProxy(const QUrl &url) {
 bool SystemProxies::knows(const QUrl &url) const {
     if (needsNoProxy(url))
         return true;
-    const auto known = m_known.constFind(keyOf(url));
+    const auto known = m_known.constFind(originOf(url));
     return known != m_known.cend() && !known->freshUntil.hasExpired();
 }
 
 QFuture<SystemProxies::Proxies> SystemProxies::ask(const QUrl &url) {
-    const QString key = keyOf(url);
-    const auto asked = m_asked.constFind(key);
-    if (asked != m_asked.cend())
-        return *asked;
-    auto answer = platform::detachedThreadResult<Proxies>(
-        [origin = originOf(url)] { return systemProxyForQuery(QNetworkProxyQuery(origin)); });
-    m_asked.insert(key, answer);
-    return answer;
+    const QUrl origin = originOf(url);
+    if (!m_queries.contains(origin)) {
+        m_queries.insert(origin, platform::detachedThreadResult<Proxies>(
+                                     [origin] { return systemProxyForQuery(QNetworkProxyQuery(origin)); }));
+    }
+    return m_queries.value(origin);
 }
 
 void SystemProxies::learn(const QUrl &url, const Proxies &proxies) {
-    const QString key = keyOf(url);
-    m_asked.remove(key);
-    m_known.insert(key, {proxies, QDeadlineTimer(freshness)});
+    m_queries.remove(originOf(url));
+    m_known.insert(originOf(url), {proxies, QDeadlineTimer(freshness)});
 }
 
 QList<QNetworkProxy> SystemProxies::queryProxy(const QNetworkProxyQuery &query) {
     if (!needsNoProxy(query.url())) {
-        const auto known = m_known.constFind(keyOf(query.url()));
+        const auto known = m_known.constFind(originOf(query.url()));
         if (known != m_known.cend())
             return known->proxies;
     }

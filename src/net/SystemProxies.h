@@ -8,14 +8,13 @@
 #include <QList>
 #include <QNetworkProxy>
 #include <QNetworkProxyFactory>
-#include <QString>
 #include <QUrl>
 
 namespace burnwick {
 
-/// The proxies of the system's settings, for one network access manager. A query of the system may block for
-/// long or forever when the settings are a script on another machine. So it runs beforehand on another
-/// thread, and queryProxy() returns its cached result. Main thread only.
+/// The proxies of the system's settings, for one network access manager. A query of the system may block
+/// forever when the settings are a script on another machine. Therefore it runs in advance on another thread,
+/// and queryProxy() returns the cached result. Main thread only.
 class SystemProxies final : public QNetworkProxyFactory {
 public:
     using Proxies = QList<QNetworkProxy>;
@@ -37,8 +36,9 @@ private:
         QDeadlineTimer freshUntil;
     };
 
-    QHash<QString, QFuture<Proxies>> m_asked; ///< and not yet learned
-    QHash<QString, Answer> m_known;
+    // By origin.
+    QHash<QUrl, QFuture<Proxies>> m_queries; ///< whose results are not yet cached
+    QHash<QUrl, Answer> m_known;
 };
 
 } // namespace burnwick

@@ -7,8 +7,8 @@
 
 namespace burnwick {
 
-/// An exchange with a server that failed without a response. Its text names the failure and contains nothing
-/// of the request: no address, header or body.
+/// An exchange with a server that failed without a response. The text names the failure, and contains no
+/// address, header or body of the request.
 class TransportError final : public std::runtime_error {
 public:
     enum class Kind {
@@ -22,7 +22,7 @@ public:
         cancelled,       ///< the object that runs the exchange was destroyed
     };
 
-    /// Appends `detail` in parentheses; it must not contain the request's data.
+    /// Appends `detail` in parentheses; it must not contain data of the request.
     explicit TransportError(Kind kind, const std::string &detail = {});
 
     [[nodiscard]] Kind kind() const noexcept { return m_kind; }
