@@ -28,7 +28,7 @@ enum class FetchFailure {
     invalidResponse,
 };
 
-/// A text for the user.
+/// Returns the text for the user.
 [[nodiscard]] std::string descriptionOf(RefreshFailure failure, std::int64_t httpStatus);
 [[nodiscard]] std::string descriptionOf(FetchFailure failure, std::int64_t httpStatus);
 
@@ -57,10 +57,10 @@ using RefreshError = AccountError<RefreshFailure>;
 class FetchError final : public AccountError<FetchFailure> {
 public:
     using AccountError::AccountError;
-    /// refreshFailed because the token endpoint did not respond.
+    /// Returns a refreshFailed error with isUnanswered().
     [[nodiscard]] static FetchError refreshUnanswered();
 
-    /// Whether the network is the cause: no server has responded.
+    /// Whether the token endpoint did not respond.
     [[nodiscard]] bool isUnanswered() const noexcept { return m_isUnanswered; }
 
 private:

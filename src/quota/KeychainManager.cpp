@@ -12,7 +12,7 @@ namespace burnwick {
 
 namespace {
 
-/// Awaits the one answer of a store, which may arrive before the call returns or later.
+/// Awaits the answer of a store, which may call back before its function returns or later.
 template <typename Answer>
 class StoreAnswer {
 public:

@@ -28,11 +28,11 @@ public:
     explicit KeychainManager(SecretStore &store)
         : m_store(store) {}
 
-    /// The stored login; see credentialsFromDocument().
+    /// Returns the stored login; see credentialsFromDocument().
     [[nodiscard]] QCoro::Task<std::optional<OAuthCredentials>> readCredentials();
-    /// Stores the tokens received for `exchangedToken`, a refresh token: reads the document again and
-    /// replaces the values that are not null; see patchedDocument(). When another refresh token is stored by
-    /// then, that login is newer: changes nothing and returns it. Returns null otherwise.
+    /// Stores the tokens received for the refresh token `exchangedToken`: reads the document again and
+    /// replaces the values that are not null; see patchedDocument(). When the document has another refresh
+    /// token, its login is newer: returns that login and writes nothing. Otherwise returns null.
     [[nodiscard]] QCoro::Task<std::optional<OAuthCredentials>> updateCredentials(std::string exchangedToken,
                                                                                  RefreshedTokens tokens);
 

@@ -28,7 +28,7 @@ namespace burnwick {
 
 namespace {
 
-/// Call it after each suspension, before any access to the fetcher.
+/// Throws when the fetcher was destroyed. Call it after each suspension, before any access to the fetcher.
 void requireAlive(const QPointer<OAuthFetcher> &fetcher) {
     if (!fetcher)
         throw TransportError(TransportError::Kind::cancelled);
@@ -41,7 +41,7 @@ HttpRequest usageRequest(const QUrl &usageURL, const std::string &accessToken) {
             {}};
 }
 
-/// Only failures that may pass without the user count as temporary.
+/// Only failures that may end without the user's help are temporary.
 FetchFailure failureFor(RefreshFailure failure) {
     switch (failure) {
     case RefreshFailure::tokenExpired:
@@ -62,14 +62,15 @@ QString exchangeLockPath() {
     return folder + QLatin1String("/burnwick/token-exchange.lock");
 }
 
-/// Tries to take the lock; returns whether another process holds it. A lock that cannot be made is not held.
+/// Tries to lock; returns whether another process holds the lock. A lock file that cannot be created is
+/// ignored.
 bool isHeldByAnother(QLockFile &lock) {
     return !lock.tryLock() && lock.error() == QLockFile::LockFailedError;
 }
 
 } // namespace
 
-/// A running renewal of the access token, awaited by all calls that need the new one.
+/// A running renewal of the access token. All calls that need the new token await it.
 class OAuthFetcher::Renewal {
 public:
     void end(std::string accessToken, std::exception_ptr failure) {
@@ -80,7 +81,7 @@ public:
             waiting.resume();
     }
 
-    /// Not the renewal itself, because GCC 12 copies an awaiter that is not a local variable.
+    /// Separate from the renewal, because GCC 12 copies an awaiter that is not a local variable.
     struct Awaiter {
         std::shared_ptr<Renewal> renewal;
 
@@ -129,7 +130,7 @@ QCoro::Task<OAuthFetcher::Usage> OAuthFetcher::fetchUsage() {
 
 void OAuthFetcher::finishExchange(std::chrono::milliseconds atMost) {
     const QDeadlineTimer deadline(atMost);
-    // After a refusal, a token that was stored meanwhile may be exchanged at once.
+    // After a refusal, a second exchange may follow at once: of a token stored meanwhile.
     while (m_isExchanging && !deadline.hasExpired()) {
         QEventLoop waiting;
         connect(this, &OAuthFetcher::exchangeEnded, &waiting, &QEventLoop::quit);
@@ -150,7 +151,7 @@ QCoro::Task<std::string> OAuthFetcher::validAccessToken() {
     co_return newToken;
 }
 
-/// Returns an access token in place of a stale one. Joins a running renewal.
+/// Returns another access token than the stale one. Awaits a running renewal or starts one.
 QCoro::Task<std::string> OAuthFetcher::forceRefresh(std::string staleToken) {
     auto renewal = m_renewal;
     if (!renewal) {
@@ -176,7 +177,7 @@ QCoro::Task<void> OAuthFetcher::renew(std::shared_ptr<Renewal> renewal, std::str
     renewal->end(std::move(newToken), std::move(failure));
 }
 
-/// Other programs renew the same login: uses their stored tokens, before an exchange and after a refusal.
+/// Other programs renew the same login. Checks for their tokens before an exchange and after a refusal.
 QCoro::Task<std::string> OAuthFetcher::renewedToken(std::string staleToken) {
     const QPointer<OAuthFetcher> self(this);
     QLockFile lock(exchangeLockPath());

@@ -31,7 +31,8 @@ class OAuthFetcher final : public QObject {
     Q_OBJECT
 
 public:
-    /// Longer than the deadlines of a request and of the store together, which end every exchange of tokens.
+    /// The upper limit of an exchange of tokens: longer than the deadlines of the request and the store
+    /// together.
     static constexpr std::chrono::seconds longestExchange{25};
 
     using Usage = std::pair<QuotaData, std::optional<ExtraUsageData>>;
@@ -39,7 +40,7 @@ public:
     /// The referenced objects must outlive this one, which may be destroyed while a fetch runs.
     OAuthFetcher(HttpClient &http, QUrl usageURL, QUrl tokenURL, KeychainManager &keychain,
                  const Clock &clock, const Calendar &calendar);
-    /// For responses that arrive from now on.
+    /// Sets the calendar that counts the days until the reset of extra usage.
     void setCalendar(const Calendar &calendar) { m_calendar = calendar; }
 
     /// Throws FetchError; TransportError when there is no response or this object was destroyed before it;

@@ -10,7 +10,6 @@
 
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QPointer>
 
 #include <algorithm>
 #include <chrono>
@@ -29,13 +28,13 @@ HttpRequest refreshRequest(const QUrl &tokenURL, const std::string &refreshToken
             QJsonDocument(body).toJson(QJsonDocument::Compact)};
 }
 
-/// An empty token counts as null: it would replace one that works.
+/// Returns null also for an empty token, which would replace a valid one.
 std::optional<std::string> tokenIn(const QJsonValue &value) {
     const QString token = value.toString();
     return token.isEmpty() ? std::nullopt : std::optional(token.toStdString());
 }
 
-/// Limits the lifetime to a century, so that the sum fits an Instant.
+/// Clamps the lifetime to a century, so that the sum fits an Instant.
 Instant later(Instant now, double seconds) {
     using Seconds = std::chrono::duration<double>;
     constexpr double century = Seconds(std::chrono::years(100)).count();
@@ -60,7 +59,7 @@ OAuthRefresher::OAuthRefresher(HttpClient &http, QUrl tokenURL, const Clock &clo
     , m_clock(clock) {}
 
 QCoro::Task<RefreshedTokens> OAuthRefresher::refresh(std::string refreshToken) {
-    const QPointer<OAuthRefresher> self(this);
+    const Clock &clock = m_clock; // this object may be destroyed before the response
     std::optional<HttpResponse> response;
     try {
         response = co_await m_http.send(refreshRequest(m_tokenURL, refreshToken));
@@ -69,13 +68,11 @@ QCoro::Task<RefreshedTokens> OAuthRefresher::refresh(std::string refreshToken) {
             throw RefreshError(RefreshFailure::networkError);
         throw;
     }
-    if (!self)
-        throw TransportError(TransportError::Kind::cancelled);
     if (response->status == 400 || response->status == 401)
         throw RefreshError(RefreshFailure::tokenExpired);
     if (response->status != 200)
         throw RefreshError(RefreshFailure::serverError, response->status);
-    co_return decodeRefreshedTokens(response->body, m_clock.now());
+    co_return decodeRefreshedTokens(response->body, clock.now());
 }
 
 } // namespace burnwick

@@ -6,7 +6,6 @@
 
 #include <QByteArray>
 #include <QCoroTask>
-#include <QObject>
 #include <QUrl>
 
 #include <string>
@@ -22,18 +21,18 @@ class HttpClient;
     return {"anthropic-beta", "oauth-2025-04-20"};
 }
 
-/// Decodes the body of a response that arrives `now`. A lifetime of more than a century counts as a century.
-/// Throws DecodeError when the body is not JSON, and RefreshFailure::invalidResponse when it is other JSON.
+/// Decodes the body of a response received at `now`. Clamps the lifetime to a century. Throws DecodeError
+/// when the body is not JSON, and RefreshError with invalidResponse when it has no access token.
 [[nodiscard]] RefreshedTokens decodeRefreshedTokens(const QByteArray &body, Instant now);
 
 /// Exchanges a refresh token for a new access token at the token endpoint. Stores nothing. Main thread only.
-class OAuthRefresher final : public QObject {
+class OAuthRefresher final {
 public:
     /// The referenced objects must outlive this one.
     OAuthRefresher(HttpClient &http, QUrl tokenURL, const Clock &clock);
 
-    /// Throws RefreshError; TransportError when there is no response or this object was destroyed before it;
-    /// DecodeError when the response is not JSON.
+    /// Throws RefreshError; TransportError when there is no response; DecodeError when the response is not
+    /// JSON. This object may be destroyed before the response.
     [[nodiscard]] QCoro::Task<RefreshedTokens> refresh(std::string refreshToken);
 
 private:

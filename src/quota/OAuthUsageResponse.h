@@ -42,14 +42,15 @@ struct OAuthUsageResponse {
     bool operator==(const OAuthUsageResponse &) const = default;
 };
 
-/// Throws DecodeError. A disabled extra usage with a null among its numbers counts as null.
+/// Throws DecodeError. Disabled extra usage with a null number becomes null.
 [[nodiscard]] OAuthUsageResponse decodeUsageResponse(const QByteArray &body);
 /// Returns JSON that decodeUsageResponse() decodes to an equal value.
 [[nodiscard]] QByteArray encodeUsageResponse(const OAuthUsageResponse &response);
 
-/// An instant that does not parse counts as null.
+/// An instant that does not parse becomes null.
 [[nodiscard]] QuotaData quotaDataFrom(const OAuthUsageResponse &response);
-/// Null unless extra usage is enabled with a limit above zero. Counts the days left in the month from `now`.
+/// Returns null unless extra usage is enabled with a limit above zero. The reset is at the end of the month
+/// of `now`.
 [[nodiscard]] std::optional<ExtraUsageData> extraUsageDataFrom(const OAuthUsageResponse &response,
                                                                const Calendar &calendar, Instant now);
 
