@@ -2,42 +2,29 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "support/LogTreeFixture.h"
+
 #include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QTemporaryDir>
 
 namespace burnwick::test {
-
-inline void writeBytes(const QString &path, const QByteArray &bytes) {
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("cannot write %s", qUtf8Printable(path));
-}
-
-inline QByteArray bytesOf(const QString &path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 /// A temporary path for the settings file, removed with the object. The file and its folder are missing at
 /// first.
 struct SettingsFile {
-    QTemporaryDir directory;
-    QString path = directory.filePath(QStringLiteral("burnwick/burnwick.json"));
+    TemporaryDirectory directory;
+    std::filesystem::path folder = directory.path() / "burnwick";
+    QString path = QString::fromStdString(folder / "burnwick.json");
 
-    [[nodiscard]] QString folder() const { return QFileInfo(path).path(); }
-    /// The names of the folder's entries, sorted.
+    /// Returns the names of the folder's entries, sorted.
     [[nodiscard]] QStringList names() const {
-        return QDir(folder()).entryList(QDir::AllEntries | QDir::System | QDir::Hidden |
-                                        QDir::NoDotAndDotDot);
+        return QDir(QString::fromStdString(folder))
+            .entryList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot);
     }
-    [[nodiscard]] QByteArray bytes() const { return bytesOf(path); }
+    [[nodiscard]] QByteArray bytes() const { return QByteArray::fromStdString(bytesOf(path.toStdString())); }
     [[nodiscard]] QJsonObject values() const { return QJsonDocument::fromJson(bytes()).object(); }
-    void write(const QByteArray &text) const { writeBytes(path, text); }
+    void write(const QByteArray &text) const { writeFile(path.toStdString(), text.toStdString()); }
 };
 
 } // namespace burnwick::test
