@@ -30,7 +30,7 @@ constexpr Endpoint allEndpoints[] = {
     {QLatin1String("feedbackURL"), &Endpoints::feedbackURL, Use::page, BURNWICK_FEEDBACK_URL},
 };
 
-/// The reason to reject the URL; empty for a valid one.
+/// Returns the reason to reject the URL; empty for a valid one.
 QString objectionTo(const QUrl &url, Use use) {
     if (!url.isValid() || url.host().isEmpty())
         return QStringLiteral("it is no web address");

@@ -8,8 +8,8 @@ namespace burnwick {
 
 class UserDefaults;
 
-/// The addresses that this program uses. The build defines them; the user-defaults store overrides each under
-/// the name of its member.
+/// The addresses that this program uses. The build defines the defaults; the user-defaults store overrides
+/// each under the name of its member.
 struct Endpoints {
     QUrl apiBaseURL;     ///< the vendor's API, the only host that receives tokens
     QUrl statusBaseURL;  ///< the service's status page

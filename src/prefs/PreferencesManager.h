@@ -13,10 +13,8 @@ template <typename Value>
 struct Setting;
 class UserDefaults;
 
-/// The user's settings. Loads them at construction; emits each change and then writes it to the store.
-///
-/// Assigning the current value emits no signal, but writes it into a store that has no or another value. Main
-/// thread only.
+/// The user's settings. Loads them at construction; emits each change and then stores it. Assigning the
+/// current value emits no signal, but stores it too. Main thread only.
 class PreferencesManager final : public QObject {
     Q_OBJECT
 

@@ -9,7 +9,7 @@
 
 namespace burnwick {
 
-/// The interval at which the local figures are read again. The values are seconds, as in the settings file.
+/// The interval between readings of the local figures. The values are seconds, as in the settings file.
 enum class RefreshRate : int { oneMin = 60, fiveMin = 300, tenMin = 600 };
 
 /// Every rate, in the order of the picker.
@@ -23,7 +23,7 @@ inline constexpr std::array allRefreshRates{RefreshRate::oneMin, RefreshRate::fi
     return std::chrono::seconds(rawValueOf(rate));
 }
 
-/// "1m", "5m" or "10m".
+/// Returns "1m", "5m" or "10m".
 [[nodiscard]] inline QString labelOf(RefreshRate rate) {
     return QString::number(std::chrono::duration_cast<std::chrono::minutes>(intervalOf(rate)).count()) + u'm';
 }

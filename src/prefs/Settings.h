@@ -28,8 +28,8 @@ struct Setting {
     using Stored = typename StoredAs<Value>::type;
 
     QLatin1String key;
-    Value fallback;                                ///< without an allowed value in the store
-    std::optional<Value> (*parse)(const Stored &); ///< null for a value that is not allowed
+    Value fallback;                                ///< used without an allowed value in the store
+    std::optional<Value> (*parse)(const Stored &); ///< returns null for a value that is not allowed
 };
 
 /// The table of the user's settings.
@@ -44,7 +44,7 @@ inline std::optional<double> positive(const double &stored) {
     return stored > 0 ? std::optional(stored) : std::nullopt;
 }
 
-/// The case with this raw value; null for any other value.
+/// Returns the case with this raw value; null for another value.
 template <const auto &allCases, typename Raw>
 auto oneOf(const Raw &stored) {
     const auto found =
@@ -65,7 +65,7 @@ inline constexpr Setting<double> monthlySpendLimit{QLatin1String("monthlySpendLi
 
 } // namespace settings
 
-/// The setting's value in the store, or its fallback.
+/// Returns the setting's value in the store, or its fallback.
 template <typename Value>
 [[nodiscard]] Value load(const UserDefaults &defaults, const Setting<Value> &setting) {
     const auto stored = defaults.get<typename Setting<Value>::Stored>(setting.key);

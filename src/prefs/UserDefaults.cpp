@@ -30,7 +30,7 @@ Q_LOGGING_CATEGORY(defaultsLog, "burnwick.defaults")
 
 constexpr QFile::Permissions readableByOwner = QFile::ReadOwner | QFile::WriteOwner;
 
-/// Much larger than all settings; a larger file is not a settings file.
+/// Bytes. Settings need much less; a larger file is not a settings file.
 constexpr qint64 largestFile = qint64{1} << 20U;
 
 enum class FileState { readable, corrupt, unreadable };
@@ -41,7 +41,7 @@ struct FileContents {
     QString problem;    ///< the reason when not readable
 };
 
-/// The target of a chain of links, which may be missing. Replacing a link would detach its target.
+/// Returns the target of a chain of links, which may be missing. Replacing a link would detach its target.
 QString followLinks(QString path) {
     constexpr int longestChain = 40; // as in the kernel; opening a longer one or a loop fails
     for (int i = 0; i < longestChain && QFileInfo(path).isSymLink(); ++i)
@@ -82,8 +82,8 @@ FileContents readFile(const QString &path) {
     return parseFile(text);
 }
 
-/// An advisory lock on the file's folder, which ends with the process. Gives up after half a second. Locks
-/// the folder because each write replaces the file, and a lock file would remain.
+/// An advisory lock on the file's folder; the kernel releases it at the end of the process. Gives up after
+/// half a second. Locks the folder because each write replaces the file, and a lock file would remain.
 class FolderLock {
 public:
     explicit FolderLock(const QString &file)
@@ -114,7 +114,7 @@ bool makePrivateDirectory(const QString &path) {
            QDir().mkdir(path, readableByOwner | QFile::ExeOwner);
 }
 
-/// Empty on success, otherwise the reason why the file kept its old contents.
+/// Returns an empty text on success, otherwise the reason why the file kept its old contents.
 QString writeFile(const QString &path, const QJsonObject &values) {
     if (!makePrivateDirectory(QFileInfo(path).absolutePath()))
         return QStringLiteral("its folder cannot be created");

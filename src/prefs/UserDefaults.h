@@ -19,10 +19,9 @@ concept StorableValue =
 /// The program's settings and other small values: one flat JSON object in one file.
 ///
 /// Reads the file at construction and again before each write, which changes one key only: unknown keys, and
-/// edits made while the program runs, stay. Holds a lock on the file's folder from that reading to the write,
-/// against other processes with such a store. Writes without the lock when it does not get it within half a
-/// second. Replaces the file as a whole, with mode 0600, and follows links. Logs each failure once and
-/// reports none to the caller:
+/// edits made while the program runs, stay. Locks the file's folder from that reading to the write, against
+/// other processes with such a store; after half a second it writes without the lock. Replaces the file as a
+/// whole, with mode 0600, and follows links. Logs each failure once and reports none to the caller:
 /// - a missing or empty file means no settings;
 /// - a file without a JSON object is renamed to "<name>.corrupt-<UTC time>", and the next change writes all
 ///   values known so far;
@@ -37,11 +36,11 @@ public:
 
     explicit UserDefaults(QString path, Access access = Access::readWrite);
 
-    /// "burnwick/burnwick.json" in the user's configuration folder ($XDG_CONFIG_HOME).
+    /// Returns "burnwick/burnwick.json" in the user's configuration folder ($XDG_CONFIG_HOME).
     [[nodiscard]] static QString defaultPath();
 
-    /// The value under the key; null when it is missing or has another type. An integer is a double too, and
-    /// a whole number an integer.
+    /// Returns the value under the key; null when it is missing or has another type. Integers are also
+    /// doubles, and whole doubles are also integers.
     template <StorableValue T>
     [[nodiscard]] std::optional<T> get(const QString &key) const {
         const QJsonValue value = m_values.value(key);
