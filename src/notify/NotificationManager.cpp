@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "notify/NotificationManager.h"
 
+#include "display/DisplayText.h"
+
 #include <QLoggingCategory>
 
 namespace burnwick {
@@ -26,23 +28,20 @@ void NotificationManager::requestAuthorization() {
 
 void NotificationManager::send(const std::string &identifier, const std::string &title,
                                const std::string &body) {
-    send(UserNotification{identifier, title, body});
-}
-
-void NotificationManager::send(const UserNotification &notification) {
-    m_center.add(notification, [identifier = notification.identifier](const auto &error) {
+    m_center.add({identifier, title, body}, [identifier](const auto &error) {
         if (error)
             qCCritical(notificationsLog, "Failed to deliver %s: %s", identifier.c_str(), error->c_str());
     });
 }
 
 void NotificationManager::checkQuota(const AccountFigures &account) {
-    for (const UserNotification &notification : m_rules.dueAlerts(account))
-        send(notification);
+    for (const auto &[identifier, title, body] : m_rules.dueAlerts(account))
+        send(identifier, title, body);
 }
 
 void NotificationManager::sendUpdateAvailable(std::string_view version) {
-    send(updateAvailableAlert(version));
+    send("updateAvailable", "Update Available",
+         "Burnwick " + displayText(version) + " is available. Open Settings to update.");
 }
 
 } // namespace burnwick

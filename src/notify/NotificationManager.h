@@ -22,16 +22,15 @@ public:
     /// Requests permission to notify, and logs the outcome.
     void requestAuthorization();
 
-    /// Posts a notification, which replaces an earlier one with the same identifier. Plain text in UTF-8.
+    /// Posts a notification, which replaces an earlier one with the same identifier. All texts are plain
+    /// UTF-8.
     void send(const std::string &identifier, const std::string &title, const std::string &body);
     /// Posts the notifications that are due for the quota.
     void checkQuota(const AccountFigures &account);
-    /// `version` is the displayed one.
+    /// Posts a notification about a newer version, displayed as one line of plain text.
     void sendUpdateAvailable(std::string_view version);
 
 private:
-    void send(const UserNotification &notification);
-
     NotificationCenter &m_center;
     QuotaAlertRules m_rules;
 };

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "notify/QuotaAlertRules.h"
 
-#include "display/DisplayText.h"
 #include "model/Clock.h"
 #include "model/QuotaWindow.h"
 #include "prefs/PreferencesManager.h"
@@ -21,7 +20,7 @@ namespace {
 constexpr QLatin1String alertedAt80Key("notif_alert80_windowId");
 constexpr QLatin1String alertedRateLimitKey("notif_rateLimit_windowId");
 
-/// The shortest decimal that reads back to a whole number or to seconds, without an exponent.
+/// Returns the shortest decimal without exponent that parses to the same number.
 std::string plainDecimal(double number) {
     std::array<char, 320> text; // the largest number has 309 digits
     const auto end =
@@ -29,28 +28,28 @@ std::string plainDecimal(double number) {
     return {text.data(), end};
 }
 
-/// Seconds since 1970 with at least one decimal, such as "1763300000.0".
+/// Returns the seconds since 1970 with at least one decimal, such as "1763300000.0".
 std::string secondsText(Instant instant) {
     const auto sinceEpoch = instant.time_since_epoch();
     const auto seconds = std::chrono::floor<std::chrono::seconds>(sinceEpoch);
-    // Apart, because a double cannot hold all the nanoseconds since 1970.
+    // Separately, because a double cannot represent the nanoseconds since 1970.
     const std::chrono::duration<double> fraction = sinceEpoch - seconds;
     const std::string text = plainDecimal(static_cast<double>(seconds.count()) + fraction.count());
     return text.find('.') == std::string::npos ? text + ".0" : text;
 }
 
-/// The instant of such a text; absent for any other.
+/// Parses a result of secondsText(); returns null for other text.
 std::optional<Instant> instantIn(const std::string &text) {
     double seconds = 0;
     const char *textEnd = text.data() + text.size();
     const auto [end, error] = std::from_chars(text.data(), textEnd, seconds, std::chars_format::fixed);
-    constexpr double limit = 9e9; // of an Instant, rounded down
+    constexpr double limit = 9e9; // within the range of Instant
     if (error != std::errc() || end != textEnd || !(std::abs(seconds) < limit))
         return std::nullopt;
     return Instant(std::chrono::round<std::chrono::nanoseconds>(std::chrono::duration<double>(seconds)));
 }
 
-/// "2h 5m", or "45m" within the hour; seconds are cut off, and an instant that is past is "0m" away.
+/// Returns a text such as "2h 5m", or "45m" below an hour. Ignores seconds; "0m" for an instant in the past.
 std::string timeUntil(Instant resetAt, Instant now) {
     const std::uint64_t seconds = resetAt <= now ? 0 : nanosecondsBetween(now, resetAt) / 1'000'000'000;
     const std::string minutes = std::to_string(seconds % 3600 / 60) + "m";
@@ -82,7 +81,7 @@ std::vector<UserNotification> QuotaAlertRules::dueAlerts(const AccountFigures &a
     return due;
 }
 
-/// Stores the window under the key unless it is there already.
+/// Returns whether the key has no alert of this window yet, and stores the window.
 bool QuotaAlertRules::isFirstInWindow(QLatin1String key, Instant resetAt) {
     const auto stored = m_defaults.get<QString>(key);
     const auto alerted = stored ? instantIn(stored->toStdString()) : std::nullopt;
@@ -90,11 +89,6 @@ bool QuotaAlertRules::isFirstInWindow(QLatin1String key, Instant resetAt) {
         return false;
     m_defaults.set(key, QString::fromStdString(secondsText(resetAt)));
     return true;
-}
-
-UserNotification updateAvailableAlert(std::string_view version) {
-    return {"updateAvailable", "Update Available",
-            "Burnwick " + displayText(version) + " is available. Open Settings to update."};
 }
 
 } // namespace burnwick

@@ -8,7 +8,6 @@
 #include <QtCore/QLatin1String>
 
 #include <optional>
-#include <string_view>
 #include <vector>
 
 namespace burnwick {
@@ -17,9 +16,9 @@ class Clock;
 class PreferencesManager;
 class UserDefaults;
 
-/// Decides which notifications about the 5-hour window are due: one at 80 % and one at the limit, each once
-/// per window also across restarts, and one when a new window replaces one that this run has seen. Main
-/// thread only.
+/// Decides which notifications about the 5-hour window are due: one at 80 % and one at 100 %, each once per
+/// window also across restarts, and one when a new window replaces an earlier one of this run. Main thread
+/// only.
 class QuotaAlertRules final {
 public:
     /// The referenced objects must outlive this one. `defaults` stores the windows of the quota alerts.
@@ -28,8 +27,8 @@ public:
         , m_defaults(defaults)
         , m_clock(clock) {}
 
-    /// Returns the due notifications in the order of posting, and records them as sent. Returns none without
-    /// a reset instant; a usage that is not finite causes no quota alert.
+    /// Returns the due notifications in the order of posting, and records them as sent. The list is empty
+    /// without a reset instant; a usage that is not finite causes no quota alert.
     [[nodiscard]] std::vector<UserNotification> dueAlerts(const AccountFigures &account);
 
 private:
@@ -38,10 +37,7 @@ private:
     const PreferencesManager &m_preferences;
     UserDefaults &m_defaults;
     const Clock &m_clock;
-    std::optional<Instant> m_lastKnownResetAt; ///< the first of its window; absent before this run's first
+    std::optional<Instant> m_lastKnownResetAt; ///< the current window's first; null at start
 };
-
-/// `version` is displayed as one line of plain text.
-[[nodiscard]] UserNotification updateAvailableAlert(std::string_view version);
 
 } // namespace burnwick
