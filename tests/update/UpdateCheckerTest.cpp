@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "update/UpdateChecker.h"
+#include "update/UserDriverDelegate.h"
 
 #include "support/ManualScheduler.h"
 
@@ -71,15 +72,15 @@ TEST_F(UpdateCheckerTest, CallsFromOtherThreadsTakeEffectInOrderOnTheMainThread)
     EXPECT_EQ(announced, (std::vector{State::upToDate, State::available}));
 }
 
-TEST_F(UpdateCheckerTest, DestructionCancelsPendingCalls) {
-    {
-        UpdateChecker checker(m_scheduler);
-        checker.updaterDidNotFindUpdate();
-        QCoreApplication::processEvents();
-        checker.updaterDidNotFindUpdate();
-    }
-    EXPECT_TRUE(m_scheduler.intervals().empty());
+TEST(UserDriverDelegateTest, ACheckByTheUserActivatesTheApplicationAndAnotherNotifies) {
+    QStringList events;
+    UserDriverDelegate delegate{[&] { events.append(QStringLiteral("activated")); },
+                                [&](const QString &version) { events.append(version); }};
+    delegate.standardUserDriverWillHandleShowingUpdate(true, {QStringLiteral("2.0")}, {true});
+    delegate.standardUserDriverWillHandleShowingUpdate(false, {QStringLiteral("3.0")}, {false});
+    EXPECT_TRUE(events.isEmpty());
     QCoreApplication::processEvents();
+    EXPECT_EQ(events, QStringList({QStringLiteral("activated"), QStringLiteral("3.0")}));
 }
 
 } // namespace
