@@ -66,7 +66,7 @@ AppcastVerdict judgeAppcast(const QByteArray &body, QStringView current) {
     if (start < 0 || end < start + opening.size())
         return failure(QStringLiteral("the appcast has no version"));
     const QString version = text.mid(start + opening.size(), end - start - opening.size());
-    constexpr qsizetype longestVersion = 64; // it becomes part of an address, and of a notification
+    constexpr qsizetype longestVersion = 64; // limits the addresses and notifications with it
     if (version.size() > longestVersion)
         return failure(QStringLiteral("the version is too long"));
     return isNewerVersion(version, current) ? AppcastVerdict{Kind::newerVersion, version}

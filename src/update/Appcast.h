@@ -26,9 +26,8 @@ struct AppcastVerdict {
     bool isServerReachable = true; ///< false: the check failed without a connection
 };
 
-/// Compares versions: runs of the digits 0 to 9 by their value, however long they are, and everything else by
-/// its UTF-16 code units, including spaces and case. When one version begins with the other, the longer is
-/// newer. Thread-safe.
+/// Compares versions: runs of the digits 0 to 9 by value, whatever their length, and all else by UTF-16 code
+/// units. When one version begins with the other, the longer one is newer. Thread-safe.
 [[nodiscard]] bool isNewerVersion(QStringView candidate, QStringView current);
 
 /// Compares the appcast's first version element with the current version. Searches for the literal tags and

@@ -19,8 +19,8 @@ public:
         : m_defaults(defaults)
         , m_clock(clock) {}
 
-    /// Whether the last check was 24 hours ago or earlier. A last check in the future means that the clock
-    /// was put back: replaces it by the current time and returns false.
+    /// Returns whether the last check is at least 24 hours ago. A last check in the future means that the
+    /// clock was set back: replaces it by the current time and returns false.
     [[nodiscard]] bool isDue() {
         constexpr qint64 day = std::chrono::seconds(std::chrono::hours(24)).count();
         const auto last = m_defaults.get<qint64>(key);
@@ -35,7 +35,7 @@ public:
     [[nodiscard]] qint64 now() const {
         return std::chrono::floor<std::chrono::seconds>(m_clock.now()).time_since_epoch().count();
     }
-    /// Stores the time of the last check, which is one of now().
+    /// Stores a result of now() as the time of the last check.
     void record(qint64 time) { m_defaults.set(key, time); }
 
 private:

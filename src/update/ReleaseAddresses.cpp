@@ -16,7 +16,7 @@ QUrl releaseURL(const QUrl &productBaseURL, ReleaseForm form, const QString &ver
     if (form == ReleaseForm::diskImage)
         return appendPath(productBaseURL,
                           releases + QStringLiteral("Burnwick-") + segment + QStringLiteral(".dmg"));
-    // These name another folder even when encoded.
+    // A URL's path resolves these even when they are encoded.
     const bool isDotSegment = version == QLatin1String(".") || version == QLatin1String("..");
     return appendPath(productBaseURL, isDotSegment ? releases : releases + segment);
 }

@@ -9,11 +9,11 @@
 
 namespace burnwick {
 
-/// The address of the appcast.
+/// Returns the address of the appcast.
 [[nodiscard]] QUrl appcastURL(const QUrl &productBaseURL);
 
-/// The address of a release in that form. The version comes from the appcast and may hold anything: it is
-/// encoded into the last segment of the path.
+/// Returns the address of a release in that form. Encodes the version, which may be any text, into the last
+/// segment of the path.
 [[nodiscard]] QUrl releaseURL(const QUrl &productBaseURL, ReleaseForm form, const QString &version);
 
 /// Whether the host is "example" or ends with ".example" (reserved by RFC 2606), as in a build that was

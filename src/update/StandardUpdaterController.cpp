@@ -46,13 +46,13 @@ void StandardUpdaterController::checkIfDue() {
 QCoro::Task<void> StandardUpdaterController::check() {
     const QPointer<StandardUpdaterController> self(this);
     m_isChecking = true;
-    // The time of the answer would make the check of the next day an hour late.
+    // With the time of the response, the next day's check would be an hour late.
     const qint64 begun = m_dailyCheck.now();
     const AppcastVerdict verdict = co_await checkAppcast(m_services.http, m_services.productBaseURL);
     if (!self)
         co_return;
     m_isChecking = false;
-    // When the program starts before the network does, the next attempt follows within the hour.
+    // Without a connection, as before the network is up, the next poll checks again.
     if (verdict.isServerReachable)
         m_dailyCheck.record(begun);
     report(verdict);

@@ -13,7 +13,7 @@ namespace burnwick {
 class RepeatingTimer;
 class Scheduler;
 
-/// An updater's delegate, which turns the results of its checks into a state for the interface. Main thread
+/// The delegate of an updater: turns the results of its checks into a state for the interface. Main thread
 /// only, except for the delegate's operations.
 class UpdateChecker final : public QObject {
     Q_OBJECT

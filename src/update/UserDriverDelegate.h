@@ -12,7 +12,7 @@
 
 namespace burnwick {
 
-/// How an updater found the update that it is about to show.
+/// How an updater found an update.
 struct ShowingUpdateState {
     bool userInitiated = false; ///< the user started the check
 };
