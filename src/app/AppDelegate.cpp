@@ -74,11 +74,15 @@ void AppDelegate::launch(const ApplicationRequest &start) {
     QObject::connect(&m_appState, &AppState::refreshed, &m_appState,
                      [this] { m_notifications.checkQuota(m_appState.snapshot().account); });
     m_appState.start();
-    m_sleepMonitor->follow([this] { wakeUp(); });
+    m_sleepMonitor->follow([this] {
+        m_appState.wakeUp();
+        m_scheduler.catchUp();
+    });
     m_notificationCenter->setActivateHandler(openMainWindow);
     m_notifications.requestAuthorization();
-    applyLaunchAtStartup();
-    // The first load is done: the window's first picture has the figures.
+    // The desktop may refuse; the preference stays unchanged.
+    static_cast<void>(m_loginItem->restoreChoice(m_preferences.launchAtStartup()));
+    // After the first reading of the logs, so that the window's first frame has the figures.
     m_mainWindow.emplace(MainWindowView::Services{m_appState, m_preferences, m_clock, m_scheduler});
     m_mainWindow->setWindowTitle(QStringLiteral("Burnwick"));
     m_mainWindow->setWindowIcon(applicationIcon());
@@ -93,19 +97,8 @@ void AppDelegate::launch(const ApplicationRequest &start) {
         showWindows();
         return;
     }
-    // Otherwise they would be shown in one theme and turn to the other.
+    // Shown earlier, the windows could change from one theme to the other.
     QObject::connect(&m_theme, &ThemeController::settled, &*m_mainWindow, showWindows);
-}
-
-/// What became due meanwhile is done at once.
-void AppDelegate::wakeUp() {
-    m_appState.wakeUp();
-    m_scheduler.catchUp();
-}
-
-/// The desktop may refuse, which is the desktop's decision; the preference stays.
-void AppDelegate::applyLaunchAtStartup() {
-    static_cast<void>(m_loginItem->restoreChoice(m_preferences.launchAtStartup()));
 }
 
 void AppDelegate::perform(const ApplicationRequest &request) {

@@ -30,18 +30,18 @@
 
 namespace burnwick {
 
-/// Makes the program's parts, puts them together and takes them down again. One per process, made once the
-/// application object exists. Its destructor removes all that the user sees, then runs the event loop until
-/// a token renewal that has begun is stored. Main thread only.
+/// Owns and connects the parts of the program. One per process, after the application object. The destructor
+/// removes windows and status item, then runs the event loop until a running token renewal is stored. Main
+/// thread only.
 class AppDelegate final {
 public:
     AppDelegate();
 
-    /// Shows the status item and the window and starts the refresh cycle; then does what the start asks for.
+    /// Shows the status item and the window, starts the refresh cycle and performs the request of this start.
     void launch(const ApplicationRequest &start);
-    /// Does what a later start or the desktop asks for. Once launched.
+    /// Performs the request of a later start or of the desktop. Call launch() before.
     void perform(const ApplicationRequest &request);
-    /// Stops timers and watching; nothing is saved.
+    /// Stops timers and file monitoring; saves nothing.
     void terminate();
 
 private:
@@ -53,8 +53,6 @@ private:
     [[nodiscard]] AppState::Services stateServices();
     [[nodiscard]] StandardUpdaterController::Services updaterServices();
     [[nodiscard]] SettingsView::Services settingsServices();
-    void applyLaunchAtStartup();
-    void wakeUp();
     void showMainWindow(const std::string &activationToken);
 
     SystemClock m_clock;
@@ -65,7 +63,7 @@ private:
     std::unique_ptr<SecretStore> m_secretStore;
     std::unique_ptr<TerminalLauncher> m_terminal;
     AccountServices m_account;
-    ExchangeGuard m_exchangeGuard; ///< destroyed behind all views
+    ExchangeGuard m_exchangeGuard; ///< destroyed after all views
     std::unique_ptr<NotificationCenter> m_notificationCenter;
     NotificationManager m_notifications;
     UpdateChecker m_updateChecker;

@@ -16,12 +16,12 @@ const QString actionName = QStringLiteral("action");
 const QString newInstanceName = QStringLiteral("new-instance");
 
 void addOptions(QCommandLineParser &parser) {
-    // Else Qt's "-reverse" would count as -v and more.
+    // Otherwise Qt's "-reverse" would be parsed as -r, -e, -v and so on.
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
     parser.setApplicationDescription(QStringLiteral(
         "Token usage, cost and quota of Claude Code in the status bar. A second start brings the "
         "window of the first to the front."));
-    // Not addHelpOption() and addVersionOption(): theirs need an application object, and that a display.
+    // addHelpOption() and addVersionOption() need an application object, which needs a display.
     parser.addOption({{QStringLiteral("h"), helpName}, QStringLiteral("Print this help.")});
     parser.addOption({{QStringLiteral("v"), versionName}, QStringLiteral("Print the version.")});
     parser.addOption({actionName, QStringLiteral("Do this as well: settings opens the settings."),
@@ -34,7 +34,7 @@ void addOptions(QCommandLineParser &parser) {
 std::optional<QString> informationAskedFor(const QStringList &arguments) {
     QCommandLineParser parser;
     addOptions(parser);
-    // It knows nothing of Qt's options, which do not matter here.
+    // Fails for Qt's options, which do not matter here.
     parser.parse(arguments);
     if (parser.isSet(helpName))
         return parser.helpText().replace(QStringLiteral("<executable_name>"), QStringLiteral("burnwick"));

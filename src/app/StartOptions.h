@@ -12,23 +12,23 @@
 
 namespace burnwick {
 
-/// What the user or the desktop entry wants of the program.
+/// The options of a valid command line.
 struct StartOptions {
     ApplicationAction action = ApplicationAction::showWindow;
-    /// To run beside one that runs already, and to be seen by no later start.
+    /// Whether to run beside a running instance, and without receiving the requests of later starts.
     bool newInstance = false;
 };
 
-/// Why a command line is wrong: one line without a line feed.
+/// The error in a command line.
 struct WrongStart {
-    QString reason;
+    QString reason; ///< one line without a line feed
 };
 
-/// What --help or --version prints, with its line feed; absent when neither is among the arguments. The
-/// program's name comes first; Qt's own options may be among them.
+/// Returns the output of --help or --version with its last line feed; absent without these options. The
+/// program's name is the first argument; Qt's options are ignored.
 [[nodiscard]] std::optional<QString> informationAskedFor(const QStringList &arguments);
 
-/// The arguments are those that Qt left, the program's name first.
+/// Parses the arguments without those of Qt; the program's name is the first.
 [[nodiscard]] std::variant<StartOptions, WrongStart> parseStartOptions(const QStringList &arguments);
 
 } // namespace burnwick

@@ -15,11 +15,11 @@ namespace burnwick {
 
 namespace {
 
-/// Written by the handler, which may call next to nothing else.
+/// A signal handler may call little more than write().
 std::array<int, 2> wakePipe{-1, -1};
 
 extern "C" void writeToPipe(int) {
-    // What was interrupted may be about to look at it.
+    // The interrupted code may be about to read it.
     const int error = errno;
     const char byte = 0;
     // A full pipe has woken the event loop already.
@@ -27,7 +27,7 @@ extern "C" void writeToPipe(int) {
     errno = error;
 }
 
-/// As by nohup, so that the program outlives its terminal.
+/// nohup ignores SIGHUP, for example, so that the program outlives its terminal.
 bool isIgnored(int number) {
     struct sigaction action {};
     return ::sigaction(number, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
@@ -54,7 +54,7 @@ TerminationSignals::TerminationSignals(QObject *parent)
         struct sigaction action {};
         action.sa_handler = writeToPipe;
         action.sa_flags = SA_RESTART;
-        // A closing terminal may send several SIGHUP, which are no second demand of the user's.
+        // A closing terminal may send SIGHUP more than once.
         if (number != SIGHUP)
             action.sa_flags |= static_cast<int>(SA_RESETHAND);
         ::sigaction(number, &action, nullptr);

@@ -8,9 +8,9 @@ class QSocketNotifier;
 
 namespace burnwick {
 
-/// Turns SIGTERM, SIGINT and SIGHUP into a signal of the event loop, so that the program ends as if the user
-/// had quit it. Those that whoever started it had it ignore stay ignored. A second SIGTERM or SIGINT ends the
-/// process at once. One per process.
+/// Emits a signal in the event loop after SIGTERM, SIGINT or SIGHUP, so that the program ends as if the user
+/// had quit it. Signals ignored at start stay ignored. A second SIGTERM or SIGINT ends the process at once.
+/// One per process.
 class TerminationSignals final : public QObject {
     Q_OBJECT
 

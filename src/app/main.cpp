@@ -35,7 +35,7 @@ void describeApplication() {
     QApplication::setQuitOnLastWindowClosed(false);
 }
 
-/// Runs the program, or has the one that runs do what this start asks for.
+/// Runs the program, or forwards the request to the running instance.
 int run(const ApplicationRequest &request, bool newInstance) {
     const TerminationSignals signals;
     QObject::connect(&signals, &TerminationSignals::received, qApp, &QApplication::quit);

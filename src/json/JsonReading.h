@@ -19,18 +19,18 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Returns the document, whose root is an array or an object; throws DecodeError for other bytes.
+/// Returns the array or object in the bytes; throws DecodeError for malformed JSON and other values.
 [[nodiscard]] QJsonDocument parseJson(const QByteArray &bytes);
-/// Like parseJson(), and throws DecodeError for an array.
+/// Returns the object in the bytes; throws DecodeError for malformed JSON and other values.
 [[nodiscard]] QJsonObject parseJsonObject(const QByteArray &bytes);
 
-/// Return the member; throw DecodeError when it is missing, null or of another type.
+/// Return the member; throw DecodeError for one that is missing, null or of another type.
 [[nodiscard]] double requiredNumber(const QJsonObject &object, QLatin1String key);
 [[nodiscard]] bool requiredBool(const QJsonObject &object, QLatin1String key);
 [[nodiscard]] QString requiredString(const QJsonObject &object, QLatin1String key);
 [[nodiscard]] QJsonObject requiredObject(const QJsonObject &object, QLatin1String key);
 
-/// Return null when the member is missing or null; throw DecodeError when it is of another type.
+/// Return the member, or null for one that is missing or null; throw DecodeError for one of another type.
 [[nodiscard]] std::optional<QString> optionalString(const QJsonObject &object, QLatin1String key);
 [[nodiscard]] std::optional<QJsonObject> optionalObject(const QJsonObject &object, QLatin1String key);
 

@@ -24,7 +24,7 @@ public:
 };
 
 QCoro::Task<void> fetchBoth(AccountTracker &tracker) {
-    // Both are under way before the first of them is awaited.
+    // Both requests start before the first of them is awaited.
     const auto status = tracker.refreshClaudeStatus();
     co_await tracker.forceRefreshQuota();
     co_await status;
@@ -42,7 +42,7 @@ AccountFigures fetchAccount(const std::filesystem::path &home, const Clock &cloc
     const PreferencesManager preferences(defaults);
     EventLoopScheduler scheduler(clock);
     NoTerminal terminal;
-    // A login is lost if tokens that the server has issued are not stored.
+    // The server accepts a refresh token once: an end before the new one is stored would lose the login.
     std::optional<SignalHold> hold;
     AccountServices services(Endpoints::load(defaults), *store, clock, calendar);
     QObject::connect(&services.oauthFetcher, &OAuthFetcher::exchangeBegan, [&hold] { hold.emplace(); });

@@ -11,11 +11,11 @@ namespace burnwick {
 class Clock;
 
 /// Requests the quota and the service status once, concurrently, with the login in that home directory and
-/// the addresses in the user's settings. A token that has to be renewed is renewed and stored; meanwhile, for
-/// some seconds, signals do not end the program.
+/// the addresses in the user's settings. Renews an expired token and stores it; signals do not end the
+/// program during that.
 ///
-/// Blocks until both have ended: 10 seconds at most for each exchange, of which a quota takes up to four.
-/// Never throws. Main thread only; creates an application object for the duration, so there must be none.
+/// Blocks until both requests have ended: 10 seconds at most for each exchange, of which a quota takes up to
+/// four. Never throws. Main thread only; creates the application object for the duration of the call.
 [[nodiscard]] AccountFigures fetchAccount(const std::filesystem::path &home, const Clock &clock,
                                           const Calendar &calendar);
 

@@ -6,8 +6,6 @@
 
 #include <QtCore/QCommandLineParser>
 
-#include <algorithm>
-#include <array>
 #include <optional>
 
 namespace burnwick {
@@ -18,25 +16,23 @@ using Form = ReportOptions::Form;
 
 struct FormOption {
     Form form;
-    const char16_t *name;
-    const char16_t *description;
+    QString name;
+    QString description;
 };
 
-constexpr std::array<FormOption, 4> outputOptions{{
-    {Form::title, u"title", u"Print the status title as plain text."},
-    {Form::waybar, u"waybar", u"Print one line of JSON for a custom module of waybar."},
-    {Form::genmon, u"genmon", u"Print the status title for Xfce's generic monitor."},
-    {Form::json, u"json", u"Print all the figures as JSON."},
-}};
+const FormOption outputOptions[] = {
+    {Form::title, QStringLiteral("title"), QStringLiteral("Print the status title as plain text.")},
+    {Form::waybar, QStringLiteral("waybar"),
+     QStringLiteral("Print one line of JSON for a custom module of waybar.")},
+    {Form::genmon, QStringLiteral("genmon"),
+     QStringLiteral("Print the status title for Xfce's generic monitor.")},
+    {Form::json, QStringLiteral("json"), QStringLiteral("Print all the figures as JSON.")},
+};
 
 const QString filterName = QStringLiteral("filter");
 const QString quotaName = QStringLiteral("quota");
 const QString helpName = QStringLiteral("help");
 const QString versionName = QStringLiteral("version");
-
-QString nameOf(const FormOption &option) {
-    return QString::fromUtf16(option.name);
-}
 
 void addOptions(QCommandLineParser &parser) {
     parser.setApplicationDescription(
@@ -50,15 +46,15 @@ void addOptions(QCommandLineParser &parser) {
     parser.addOption(
         {quotaName, QStringLiteral("Ask for the account's quota and the service's status, too.")});
     for (const FormOption &option : outputOptions)
-        parser.addOption({nameOf(option), QString::fromUtf16(option.description)});
+        parser.addOption({option.name, option.description});
 }
 
 std::optional<TimeFilter> filterNamed(const QString &name) {
-    const auto found = std::find_if(allTimeFilters.begin(), allTimeFilters.end(), [&name](TimeFilter filter) {
-        const std::string_view text = burnwick::nameOf(filter);
-        return name == QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).toLower();
-    });
-    return found != allTimeFilters.end() ? std::optional(*found) : std::nullopt;
+    for (const TimeFilter filter : allTimeFilters) {
+        if (name == QString::fromStdString(std::string(nameOf(filter))).toLower())
+            return filter;
+    }
+    return std::nullopt;
 }
 
 WrongOptions wrong(const QString &reason) {
@@ -85,9 +81,9 @@ std::variant<ReportOptions, WrongOptions> parseReportOptions(const QStringList &
 
     QStringList chosen;
     for (const FormOption &option : outputOptions) {
-        if (!parser.isSet(nameOf(option)))
+        if (!parser.isSet(option.name))
             continue;
-        chosen += QStringLiteral("--") + nameOf(option);
+        chosen += QStringLiteral("--") + option.name;
         options.form = option.form;
     }
     if (chosen.size() > 1)
@@ -102,7 +98,7 @@ std::variant<ReportOptions, WrongOptions> parseReportOptions(const QStringList &
 QString reportHelp() {
     QCommandLineParser parser;
     addOptions(parser);
-    // The parser knows the program's name only from an application object, which costs a start-up of its own.
+    // The parser gets the program's name from the application object, which the help does not need otherwise.
     return parser.helpText().replace(QStringLiteral("<executable_name>"), QStringLiteral("burnwick-report"));
 }
 

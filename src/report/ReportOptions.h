@@ -11,26 +11,26 @@
 
 namespace burnwick {
 
-/// What the command line asks for.
+/// The options of a valid command line.
 struct ReportOptions {
     enum class Form { table, title, waybar, genmon, json, version, help };
 
     Form form = Form::table;
     TimeFilter timeFilter = TimeFilter::all;
-    bool quota = false; ///< whether to ask for the quota and the service's status
+    bool quota = false; ///< whether to request the quota and the service's status
 
     bool operator==(const ReportOptions &) const = default;
 };
 
-/// Why a command line is wrong: one line without a line feed, its control characters replaced.
+/// The error in a command line.
 struct WrongOptions {
-    QString reason;
+    QString reason; ///< one line without a line feed, control characters replaced
 };
 
-/// Reads the arguments, the program's name first.
+/// Parses the arguments; the program's name is the first.
 [[nodiscard]] std::variant<ReportOptions, WrongOptions> parseReportOptions(const QStringList &arguments);
 
-/// What --help prints: every option with its meaning, several lines.
+/// Returns the output of --help: several lines, with the last line feed.
 [[nodiscard]] QString reportHelp();
 
 } // namespace burnwick

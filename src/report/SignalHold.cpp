@@ -17,7 +17,7 @@ extern "C" void remember(int number) {
         firstSignal = number;
 }
 
-/// Only where the first handler is set: what the program's parent ignores for it stays ignored.
+/// Does nothing unless the handler is `from`: signals ignored at start stay ignored.
 void exchangeHandler(int number, void (*from)(int), void (*to)(int)) {
     struct sigaction action {};
     if (::sigaction(number, nullptr, &action) != 0 || action.sa_handler != from)
@@ -30,7 +30,7 @@ void exchangeHandler(int number, void (*from)(int), void (*to)(int)) {
 
 } // namespace
 
-// Not a mask: other threads would take the signals.
+// A signal mask would not do: other threads would receive the signals.
 SignalHold::SignalHold() {
     firstSignal = 0;
     for (const int number : heldSignals)

@@ -4,8 +4,8 @@
 
 namespace burnwick {
 
-/// While it lives, SIGINT, SIGTERM and SIGHUP do not end the program. With its end the first that came does,
-/// unless it was handled or ignored before. One at a time.
+/// Delays SIGINT, SIGTERM and SIGHUP: the destructor raises the first one received. Signals that the process
+/// handled or ignored before are unaffected. One object at a time.
 class SignalHold final {
 public:
     SignalHold();

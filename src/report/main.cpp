@@ -14,9 +14,9 @@
 
 #include <QtCore/QFile>
 
-#include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <exception>
@@ -32,6 +32,8 @@
 namespace burnwick {
 
 namespace {
+
+using Form = ReportOptions::Form;
 
 enum ExitCode { exitSuccess = 0, exitFailure = 1, exitWrongOptions = 2 };
 
@@ -51,29 +53,25 @@ TerminalColors colorsOfStandardOutput() {
                              std::getenv("COLORTERM"));
 }
 
-/// Prints our own warnings. Qt's remarks on locales and TLS libraries do not concern the report's user.
-void passOn(QtMsgType type, const QMessageLogContext &context, const QString &message) {
+/// Prints our own warnings. Qt's messages on locales and TLS libraries do not concern the report's user.
+void printWarning(QtMsgType type, const QMessageLogContext &context, const QString &message) {
     if (type != QtInfoMsg && std::string_view(context.category).starts_with("burnwick."))
         complain(printableText(message.toStdString()));
 }
 
-AccountFigures fetchAccountOrComplain(const Clock &clock, const Calendar &calendar) {
-    qInstallMessageHandler(passOn);
-    AccountFigures account = fetchAccount(homeDirectory(), clock, calendar);
-    if (!account.quotaData)
-        complain("no quota: " + printableText(account.quotaFailure));
-    return account;
-}
-
-/// Reads all logs if the form shows the history, otherwise the recent ones only.
-Snapshot readSnapshot(const ReportOptions &options, bool withHistory, const Clock &clock) {
+/// Reads all logs if the form shows the history, otherwise the recent ones only. May take a while.
+Snapshot readSnapshot(const ReportOptions &options, const Clock &clock) {
     Snapshot snapshot{{Calendar::current(), options.timeFilter}, {}};
     auto &[usage, account] = snapshot;
+    if (options.quota) {
+        qInstallMessageHandler(printWarning);
+        account = fetchAccount(homeDirectory(), clock, usage.calendar);
+        if (!account.quotaData)
+            complain("no quota: " + printableText(account.quotaFailure));
+    }
     const JSONLParser parser(homeDirectory());
-    if (options.quota)
-        account = fetchAccountOrComplain(clock, usage.calendar);
     const Instant now = clock.now();
-    if (withHistory) {
+    if (options.form == Form::table || options.form == Form::json) {
         const auto history = parser.parseAllEntries();
         updateSession(usage, history->entriesSince(recentSince(usage.calendar, now)), now);
         updateHistory(usage, *history, now);
@@ -84,41 +82,33 @@ Snapshot readSnapshot(const ReportOptions &options, bool withHistory, const Cloc
 }
 
 std::string report(const ReportOptions &options) {
-    using Form = ReportOptions::Form;
-    const SystemClock clock;
-    switch (options.form) {
-    case Form::version:
+    if (options.form == Form::version)
         return "burnwick-report " + std::string(version()) + '\n';
-    case Form::help:
+    if (options.form == Form::help)
         return reportHelp().toStdString();
+    const SystemClock clock;
+    const Snapshot snapshot = readSnapshot(options, clock);
+    switch (options.form) {
     case Form::title:
-        return plainText(buildStatusTitle(readSnapshot(options, false, clock))) + '\n';
+        return plainText(buildStatusTitle(snapshot)) + '\n';
     case Form::waybar:
-        return waybarForm(readSnapshot(options, false, clock));
+        return waybarForm(snapshot);
     case Form::genmon:
-        return genmonForm(readSnapshot(options, false, clock));
+        return genmonForm(snapshot);
     case Form::json:
-        return jsonForm(readSnapshot(options, true, clock), version());
-    case Form::table:
-        break;
+        return jsonForm(snapshot, version());
+    default:
+        return tableForm(snapshot, clock.now(), colorsOfStandardOutput());
     }
-    const Snapshot snapshot = readSnapshot(options, true, clock); // which may take a while
-    return tableForm(snapshot, clock.now(), colorsOfStandardOutput());
 }
 
-/// Writes all of it; returns false and sets errno on failure.
+/// Writes the whole text; returns false and sets errno on failure.
 bool writeToStandardOutput(std::string_view text) {
-    while (!text.empty()) {
-        const ssize_t written = ::write(STDOUT_FILENO, text.data(), text.size());
-        if (written < 0 && errno != EINTR)
-            return false;
-        text.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(written, 0)));
-    }
-    return true;
+    return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
 }
 
 int run(int argumentCount, char *arguments[]) {
-    // A reader that goes away is told from the exit code and ends no shell with a signal.
+    // Without a reader the exit code reports the failure, and no signal ends the process.
     std::signal(SIGPIPE, SIG_IGN);
     QStringList decoded;
     for (int i = 0; i < argumentCount; ++i)
