@@ -14,7 +14,7 @@ namespace burnwick {
 
 namespace {
 
-/// By number: older Pango knows no name for semibold.
+/// As numbers, because older Pango has no name for semibold.
 std::string weightAttribute(TitleSegment::Weight weight) {
     switch (weight) {
     case TitleSegment::Weight::semibold:
@@ -36,7 +36,7 @@ std::string attributesOf(const TitleSegment &segment) {
     return attributes;
 }
 
-/// The title and the tool tip have no character that the markup reserves.
+/// Without escaping: the title and the tool tip contain no reserved character.
 std::string pangoTitle(const Snapshot &snapshot) {
     std::string markup;
     for (const TitleSegment &segment : buildStatusTitle(snapshot)) {
@@ -64,12 +64,11 @@ std::string pangoToolTip(const Snapshot &snapshot) {
 } // namespace
 
 std::string waybarForm(const Snapshot &snapshot) {
-    const std::string_view indicator = nameOf(snapshot.account.statusIndicator());
+    const std::string indicator(nameOf(snapshot.account.statusIndicator()));
     QJsonObject module{
         {QStringLiteral("text"), QString::fromStdString(pangoTitle(snapshot))},
         {QStringLiteral("tooltip"), QString::fromStdString(pangoToolTip(snapshot))},
-        {QStringLiteral("class"),
-         QString::fromUtf8(indicator.data(), static_cast<qsizetype>(indicator.size()))},
+        {QStringLiteral("class"), QString::fromStdString(indicator)},
     };
     if (const auto &quota = snapshot.account.quotaData)
         module.insert(QStringLiteral("percentage"),

@@ -9,8 +9,8 @@
 
 namespace burnwick {
 
-/// Returns the figures as a table for people, at most 80 columns wide, with its last line feed; without the
-/// account's if its state is unknown. Times that remain count from `now`.
+/// Returns the figures as a table for people, at most 80 columns wide, with its last line feed. Omits the
+/// account while its state is unknown. Remaining times count from `now`.
 [[nodiscard]] std::string tableForm(const Snapshot &snapshot, Instant now, TerminalColors colors);
 
 } // namespace burnwick

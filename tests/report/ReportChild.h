@@ -17,13 +17,13 @@
 namespace burnwick::test {
 
 struct Outcome {
-    int exitCode = -1; ///< unless a signal ended it
+    int exitCode = -1; ///< -1 after a signal
     int signal = 0;
     std::string output;
     std::string errors;
 };
 
-/// The program as a child process in an environment of its own.
+/// The report as a child process with few environment variables.
 class Program {
 public:
     explicit Program(const std::filesystem::path &home) {
@@ -41,7 +41,7 @@ public:
         m_process.setChildProcessModifier([open] { ::dup2(open(), STDOUT_FILENO); });
         return *this;
     }
-    /// With a pseudo terminal as its standard output.
+    /// Runs it with a pseudo terminal as its standard output.
     Outcome runInTerminal() {
         m_process.setProgram(QStringLiteral("script"));
         return run(
@@ -52,7 +52,7 @@ public:
         EXPECT_TRUE(m_process.waitForFinished()) << m_process.errorString().toStdString();
         return outcome();
     }
-    /// With the event loop running meanwhile, for the servers in this process; needs an application object.
+    /// Runs the event loop meanwhile, for the servers in this process; needs an application object.
     Outcome runWhileServing(const QStringList &arguments) {
         QEventLoop loop;
         QObject::connect(&m_process, &QProcess::finished, &loop, &QEventLoop::quit);
@@ -63,7 +63,7 @@ public:
         EXPECT_EQ(m_process.state(), QProcess::NotRunning);
         return outcome();
     }
-    /// While it runs.
+    /// Returns its id while it runs.
     [[nodiscard]] pid_t processId() const { return static_cast<pid_t>(m_process.processId()); }
 
 private:

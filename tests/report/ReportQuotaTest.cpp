@@ -11,8 +11,6 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
-#include <fstream>
-#include <iterator>
 
 namespace burnwick {
 namespace {
@@ -35,8 +33,8 @@ const ScriptedAnswer components{200, R"({"components":[
     {"id":"k8w3r06qmzrp","name":"API","status":"major_outage"},
     {"id":"yyzkbfz2thpt","name":"Code \u001b[31m","status":"operational"}]})"};
 
-/// The program against a server of its own, with a login in the temporary home and without a keyring. No
-/// token may show up in what it prints.
+/// The program with a scripted server and a login in a temporary home, without a keyring. Its output contains
+/// no token.
 class ReportQuota : public testing::Test {
 protected:
     ReportQuota() {
@@ -73,10 +71,6 @@ protected:
         EXPECT_EQ(outcome.errors, errors);
         return test::jsonObject(outcome.output);
     }
-    [[nodiscard]] QJsonObject storedDocument() const {
-        std::ifstream file(m_credentials);
-        return test::jsonObject({std::istreambuf_iterator<char>(file), {}});
-    }
 
     test::ScriptedServer m_server;
     test::LogHome m_home;
@@ -85,7 +79,7 @@ protected:
     test::Program m_program{m_home.path()};
 };
 
-TEST_F(ReportQuota, TellsWhatTheServicesSay) {
+TEST_F(ReportQuota, HasTheAnswersOfTheServices) {
     expectMembers(runForJson(), R"({
         "quota": {"fiveHourUsagePct": 62, "sevenDayUsagePct": 7, "claudeDesignWeeklyPct": 0,
                   "fiveHourResetAt": "2125-06-10T15:00:00.500Z", "sevenDayResetAt": null,
@@ -99,23 +93,21 @@ TEST_F(ReportQuota, TellsWhatTheServicesSay) {
     EXPECT_EQ(m_server.requestsFor(statusTarget).size(), 1);
 }
 
-TEST_F(ReportQuota, IsInEveryForm) {
+TEST_F(ReportQuota, IsInEveryFormInAnyLocale) {
     const struct {
-        const char *form, *shown;
-    } rows[] = {{"--title", "0 | $0.00 | s62%  ●\n"},
-                {"--waybar", "\"percentage\":62"},
-                {"--genmon", "5-hour window: 62% used"},
-                {"", "Code \uFFFD[31m"}};
+        const char *form, *locale, *shown;
+    } rows[] = {{"--title", "C", "0 | $0.00 | s62%  ●\n"},
+                {"--waybar", "nonsense", "\"percentage\":62"},
+                {"--genmon", "C", "5-hour window: 62% used"},
+                {"", "nonsense", "Code \uFFFD[31m"}};
     for (const auto &row : rows) {
-        for (const char *locale : {"C", "nonsense"}) {
-            const Outcome outcome = run(row.form, locale);
-            EXPECT_NE(outcome.output.find(row.shown), std::string::npos) << outcome.output;
-            EXPECT_EQ(outcome.errors, "") << row.form << locale;
-        }
+        const Outcome outcome = run(row.form, row.locale);
+        EXPECT_NE(outcome.output.find(row.shown), std::string::npos) << outcome.output;
+        EXPECT_EQ(outcome.errors, "") << row.form;
     }
 }
 
-TEST_F(ReportQuota, SaysInOneLineWhyThereIsNone) {
+TEST_F(ReportQuota, PrintsTheReasonOfAFailureInOneLine) {
     // The tests of the tracker cover which failure has which outcome.
     const struct {
         ScriptedAnswer usage;
@@ -140,8 +132,8 @@ TEST_F(ReportQuota, SaysInOneLineWhyThereIsNone) {
     }
 }
 
-TEST_F(ReportQuota, BothAreAskedAtTheSameTime) {
-    // Neither is answered before both have been asked.
+TEST_F(ReportQuota, QuotaAndStatusAreRequestedConcurrently) {
+    // The server answers after both requests.
     m_server.script(usageTarget, {test::held(usage)});
     m_server.script(statusTarget, {test::held(components)});
     QTimer poll;
@@ -160,16 +152,15 @@ TEST_F(ReportQuota, AnIgnoredSettingIsNamedWithoutItsValue) {
 
 TEST_F(ReportQuota, ADamagedSettingsFileIsLeftAlone) {
     test::writeFile(m_settings, "{");
-    // The addresses are the usual ones now, and nothing is to leave this machine.
+    // The addresses are the vendor's now: the proxy keeps all requests on this machine.
     m_program.set("https_proxy", m_server.url().toEncoded().constData());
     std::filesystem::remove(m_credentials);
     EXPECT_NE(run("--json").errors.find("The settings are not read"), std::string::npos);
     EXPECT_EQ(std::filesystem::file_size(m_settings), 1);
-    const std::filesystem::directory_iterator folder(m_settings.parent_path());
-    EXPECT_EQ(std::distance(begin(folder), end(folder)), 1);
+    EXPECT_EQ(test::entriesOf(m_settings.parent_path()), 1);
 }
 
-TEST_F(ReportQuota, ABusThatSaysNothingIsAskedOnlyWithoutAFileAndNotForLong) {
+TEST_F(ReportQuota, ASilentBusIsConnectedOnlyWithoutAFileAndDelaysForALimitedTime) {
     const QTemporaryDir directory;
     const QString socket = directory.filePath(QStringLiteral("bus"));
     QLocalServer silence;
@@ -201,13 +192,14 @@ TEST_P(ReportQuotaSignal, WaitsUntilRenewedTokensAreStored) {
     });
     poll.start(std::chrono::milliseconds(5));
     EXPECT_EQ(run("--json").signal, GetParam());
-    expectMembers(storedDocument(), R"({"claudeAiOauth": {"refreshToken": "secret-r2"}})");
-    EXPECT_EQ(m_server.requestsFor(usageTarget).size(), 1) << "it went on";
+    expectMembers(test::jsonObject(test::bytesOf(m_credentials)),
+                  R"({"claudeAiOauth": {"refreshToken": "secret-r2"}})");
+    EXPECT_EQ(m_server.requestsFor(usageTarget).size(), 1) << "it continued";
 }
 
 INSTANTIATE_TEST_SUITE_P(Ending, ReportQuotaSignal, testing::Values(SIGINT, SIGTERM, SIGHUP));
 
-TEST_F(ReportQuota, WithoutTheOptionNobodyIsAsked) {
+TEST_F(ReportQuota, WithoutTheOptionThereIsNoRequest) {
     const Outcome outcome = test::Program(m_home.path())
                                 .set("XDG_CONFIG_HOME", (m_home.path() / ".config").c_str())
                                 .runWhileServing({QStringLiteral("--json")});
