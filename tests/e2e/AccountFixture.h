@@ -4,11 +4,13 @@
 
 #include "e2e/ProgramFixture.h"
 #include "support/ScriptedServer.h"
-#include "support/ShiftedTime.h"
 
 #include <QDateTime>
+#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QSaveFile>
+#include <QTemporaryDir>
 
 #include <chrono>
 #include <string>
@@ -24,7 +26,7 @@ inline ScriptedAnswer usage(int pct, const QByteArray &resetsAt = "2026-01-01T00
             ending};
 }
 
-/// The usage endpoint's answer with that fault of the connection.
+/// Returns the usage endpoint's answer with that fault of the connection.
 inline ScriptedAnswer usageEnding(ScriptedAnswer::Ending ending) {
     return usage(50, {}, ending);
 }
@@ -43,13 +45,13 @@ protected:
         writeSettings(m_server.url());
         m_server.script("/api/v2/components.json", {{200, R"({"components":[]})"}});
     }
-    /// The given settings, with the vendor's addresses at that server.
+    /// Writes the settings, with the vendor's services at that server.
     void writeSettings(const QUrl &server, QJsonObject settings = {}) const {
         for (const char *key : {"apiBaseURL", "statusBaseURL"})
             settings.insert(QLatin1String(key), server.toString());
         writeFile(m_settings, QJsonDocument(settings).toJson().toStdString());
     }
-    /// The same, with the updates' address there too.
+    /// Writes settings with all services at the scripted server, also that of the updates.
     void writeSettingsWithUpdates() const {
         writeSettings(m_server.url(), {{QStringLiteral("productBaseURL"), m_server.url().toString()}});
     }
@@ -70,29 +72,41 @@ protected:
     ScriptedServer m_server;
 };
 
-/// With a login and a clock that the test moves.
+/// A fixture with a login, whose program has clocks that the test moves by libfaketime. A sleeping program
+/// notices a new time when something wakes it, such as a call of its status item. Skips the tests of programs
+/// with a sanitizer, which must be loaded before any other library.
 class TimedFixture : public AccountFixture {
 protected:
     using AccountFixture::AccountFixture;
 
     void SetUp() override {
-        if (!m_time.available())
+        const QString library = QStringLiteral(BURNWICK_FAKETIME_LIBRARY);
+        if (!QFile::exists(library))
             GTEST_SKIP() << "the library that shifts a program's clock is not installed";
-        QProcessEnvironment environment = m_program.processEnvironment();
-        m_time.applyTo(environment);
-        m_program.setProcessEnvironment(environment);
+        set({{"LD_PRELOAD", library},
+             {"FAKETIME_TIMESTAMP_FILE", m_shift.fileName()},
+             {"FAKETIME_NO_CACHE", QStringLiteral("1")},
+             {"NO_FAKE_STAT", QStringLiteral("1")}}); // file times are those that the test sets
+        pass(std::chrono::seconds(0));
         logIn();
     }
     void pass(std::chrono::seconds time) {
         m_now = m_now.addSecs(time.count());
-        m_time.advance(time);
+        m_passed += time;
+        m_shift.open(QIODevice::WriteOnly);
+        m_shift.write('+' + QByteArray::number(static_cast<qlonglong>(m_passed.count())));
+        m_shift.commit();
     }
     [[nodiscard]] QByteArray stamp(std::chrono::seconds from) const {
         return m_now.addSecs(from.count()).toString(u"yyyy-MM-ddTHH:mm:ss.zzzZ").toLatin1();
     }
 
-    ShiftedTime m_time;
     QDateTime m_now = QDateTime::currentDateTimeUtc();
+
+private:
+    QTemporaryDir m_directory;
+    QSaveFile m_shift{m_directory.filePath(QStringLiteral("shift"))};
+    std::chrono::seconds m_passed{0};
 };
 
 } // namespace burnwick::test

@@ -20,7 +20,7 @@ class DayOfUseTest : protected NotifyingSession, public test::TimedFixture {
 protected:
     DayOfUseTest()
         : TimedFixture(m_dunst.bus()) {
-        // A new log in a known project is found by the timer, not by the file monitor.
+        // The timer, not the file monitor, finds a new log in a known project.
         writeSettings(m_server.url(), {{QStringLiteral("refreshRate"), 60}});
     }
 
@@ -29,7 +29,7 @@ protected:
         m_home.add(file, test::usageLine(stamp(0s).toStdString(), input, 0),
                    std::chrono::system_clock::now());
     }
-    /// Whether these notifications, and no others, were displayed since the notification server started.
+    /// Whether exactly these notifications were displayed since the notification server started.
     testing::AssertionResult areShown(const QStringList &expected) const {
         if (waitFor([&] { return m_dunst.closeAll() == expected; }))
             return testing::AssertionSuccess();
@@ -40,7 +40,7 @@ protected:
 TEST_F(DayOfUseTest, AlertsComeOncePerWindowAndTheWindowResets) {
     const auto untilFullMinute = std::chrono::seconds(60 - m_now.time().second());
     const QByteArray first = stamp(2h + untilFullMinute);
-    // The service computes the instant anew for each answer; it varies by a second.
+    // The service computes the instant for each answer; it varies by a second.
     const QByteArray firstAgain = stamp(2h + untilFullMinute - 1s);
     const QByteArray second = stamp(7h + untilFullMinute);
     m_server.script("/api/oauth/usage", {usage(67, first), usage(84, firstAgain), usage(91, first),
@@ -77,7 +77,7 @@ TEST_F(DayOfUseTest, AlertsComeOncePerWindowAndTheWindowResets) {
     EXPECT_TRUE(areShown({limit, reset}));
     EXPECT_TRUE(endsAt(SIGTERM));
 
-    // The next start knows which alerts were sent.
+    // The next start has the record of the sent alerts.
     m_server.script("/api/oauth/usage", {usage(84, first)});
     m_watcher.dropName();
     ASSERT_TRUE(startProgram());
@@ -94,7 +94,7 @@ TEST_F(DayOfUseTest, AWakeUpRefreshesAtOnceAndRetriesUntilTheNetworkIsBack) {
     ASSERT_TRUE(startProgram());
     ASSERT_TRUE(itemShows("0 | $0.00 | s67%  ●"));
 
-    pass(8h); // by the wall clock alone: the program's timers do not advance during a sleep
+    pass(8h); // of the wall clock alone: timers do not advance during a sleep
     EXPECT_TRUE(waitFor([&] {
         manager.prepareForSleep(false);
         return usageRequests() > 1;
@@ -106,19 +106,25 @@ TEST_F(DayOfUseTest, AWakeUpRefreshesAtOnceAndRetriesUntilTheNetworkIsBack) {
 TEST_F(DayOfUseTest, TheProgramChecksForANewerReleaseOnceADay) {
     writeSettingsWithUpdates();
     m_server.script("/appcast.xml", {test::newerRelease()});
+    m_server.script("/api/oauth/usage", {usage(1), usage(2), usage(3), usage(4)});
     const auto checks = [this] { return m_server.requestsFor("/appcast.xml").size(); };
     ASSERT_TRUE(startProgram());
     EXPECT_TRUE(areShown(
         {QStringLiteral("Update Available: Burnwick 999.0 is available. Open Settings to update.")}));
+    EXPECT_TRUE(itemShows("0 | $0.00 | s1%  ●"));
     EXPECT_TRUE(endsAt(SIGTERM));
+    EXPECT_EQ(checks(), 1U);
 
     m_watcher.dropName();
     ASSERT_TRUE(startProgram());
+    EXPECT_TRUE(itemShows("0 | $0.00 | s2%  ●"));
     pass(12h);
-    ASSERT_TRUE(itemShows("0 | $0.00 | s--  ●"));
+    // The quota's timer and the hourly one of the update check have fired.
+    EXPECT_TRUE(itemShows("0 | $0.00 | s3%  ●"));
     EXPECT_EQ(checks(), 1U);
     pass(13h);
-    EXPECT_TRUE(waitFor([&] { return !title().isEmpty() && checks() == 2; }));
+    EXPECT_TRUE(itemShows("0 | $0.00 | s4%  ●"));
+    EXPECT_TRUE(waitFor([&] { return checks() == 2; }));
 }
 
 } // namespace

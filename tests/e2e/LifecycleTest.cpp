@@ -2,9 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "e2e/AccountFixture.h"
 
-#include <algorithm>
+#include <QDBusMessage>
+#include <QTcpServer>
 
-#include <X11/keysym.h>
+#include <algorithm>
 
 namespace burnwick {
 namespace {
@@ -14,17 +15,18 @@ using Ending = test::ScriptedAnswer::Ending;
 /// The real program on a virtual display, from its start to its end.
 class LifecycleTest : public test::AccountFixture {
 protected:
-    void pressQuitKeys() {
-        ASSERT_TRUE(waitFor([this] { return m_display.givesKeyboardTo("Burnwick"); }));
-        m_display.pressKey("Burnwick", XK_q, XCB_MOD_MASK_CONTROL);
+    /// Waits until the window has the keyboard.
+    bool pressKeys(const QByteArray &title, const QString &keys) {
+        return waitFor([&] { return m_display.givesKeyboardTo(title); }) && m_display.pressKeys(keys);
     }
+    bool pressQuitKeys() { return pressKeys("Burnwick", QStringLiteral("ctrl+q")); }
 
     test::VirtualDisplay m_display;
 };
 
 TEST_F(LifecycleTest, MissingServicesAreLoggedOnceAndTheWindowIsShown) {
     logIn();
-    writeSettings(test::ScriptedServer().url()); // closed when the program starts
+    writeSettings(test::ScriptedServer().url()); // which is closed before the program starts
     struct Case {
         const char *what;
         QString busAddress;
@@ -64,20 +66,57 @@ TEST_F(LifecycleTest, SignalsAndTheQuitKeysEndItDuringARequest) {
             EXPECT_TRUE(endsAt(signal)) << signal;
             continue;
         }
-        pressQuitKeys();
+        EXPECT_TRUE(pressQuitKeys());
         EXPECT_TRUE(m_program.waitForFinished(5'000));
         EXPECT_EQ(m_program.exitCode(), 0);
     }
 }
 
-/// The program gets the order to end while it exchanges tokens.
+TEST_F(LifecycleTest, ASlowProxyScriptDelaysNeitherTheWindowNorTheEnd) {
+    QTcpServer silentServer; // of the proxy script
+    ASSERT_TRUE(silentServer.listen(QHostAddress::LocalHost));
+    const QString script = QStringLiteral("pac+http://127.0.0.1:%1/p.pac").arg(silentServer.serverPort());
+    set({{"http_proxy", script}, {"https_proxy", script}});
+    logIn();
+    writeSettings(QUrl(QStringLiteral("https://192.0.2.1"))); // reserved for documentation: unreachable
+    ASSERT_TRUE(launchOn(m_display));
+    ASSERT_TRUE(waitFor([&] { return silentServer.hasPendingConnections(); })) << "script not requested";
+    EXPECT_TRUE(endsAt(SIGTERM));
+}
+
+TEST_F(LifecycleTest, AKeyTheDesktopEntrysActionAndItsCommandOpenTheSettings) {
+    const QByteArray settings = "Settings \xe2\x80\x94 Burnwick";
+    const auto showsSettingsInFront = [&] {
+        return waitFor([&] { return m_display.showsInFront(settings); });
+    };
+    ASSERT_TRUE(launchOn(m_display));
+    ASSERT_TRUE(pressKeys("Burnwick", QStringLiteral("ctrl+comma")));
+    ASSERT_TRUE(showsSettingsInFront());
+    ASSERT_TRUE(pressKeys(settings, QStringLiteral("Escape")));
+    EXPECT_TRUE(waitFor([&] { return !m_display.shows(settings); }));
+    EXPECT_TRUE(m_display.shows("Burnwick"));
+
+    QDBusMessage action = QDBusMessage::createMethodCall(
+        QStringLiteral("com.burnwick.Burnwick"), QStringLiteral("/com/burnwick/Burnwick"),
+        QStringLiteral("org.freedesktop.Application"), QStringLiteral("ActivateAction"));
+    action.setArguments({QStringLiteral("settings"), QVariantList(), QVariantMap()});
+    ASSERT_EQ(QDBusConnection::sessionBus().call(action).type(), QDBusMessage::ReplyMessage);
+    EXPECT_TRUE(showsSettingsInFront());
+    EXPECT_TRUE(endsAt(SIGTERM));
+
+    ASSERT_TRUE(launchOn(m_display, {QStringLiteral("--action"), QStringLiteral("settings")}));
+    EXPECT_TRUE(showsSettingsInFront());
+}
+
+/// The program receives a request to end while it exchanges tokens.
 class LateTokensTest : public LifecycleTest {
 protected:
     LateTokensTest() {
         logIn(std::chrono::sys_days(std::chrono::January / 1 / 2020));
         m_server.script(
             tokenPath,
-            {test::held({200, R"({"access_token":"new","refresh_token":"next","expires_in":3600})"}),
+            {test::held(
+                 {200, R"({"access_token":"new-token","refresh_token":"next-token","expires_in":3600})"}),
              {400, "{}"}});
     }
     bool startsExchange() {
@@ -103,7 +142,7 @@ protected:
 
 TEST_F(LateTokensTest, AreStoredAfterTheWindowHasClosed) {
     ASSERT_TRUE(startsExchange());
-    pressQuitKeys();
+    ASSERT_TRUE(pressQuitKeys());
     ASSERT_TRUE(disappears());
     send(SIGTERM);
     send(SIGHUP);
@@ -115,8 +154,10 @@ TEST_F(LateTokensTest, AreStoredAfterTheWindowHasClosed) {
     m_server.release();
     ASSERT_TRUE(ends());
     EXPECT_EQ(m_program.exitCode(), 0);
-    EXPECT_NE(test::bytesOf(m_credentials).find(R"("next")"), std::string::npos);
-    EXPECT_TRUE(waitFor([this] { return usageRequests() > 0; })) << "the new start ignores the stored tokens";
+    EXPECT_FALSE(m_program.readAll().contains("-token"));
+    EXPECT_NE(test::bytesOf(m_credentials).find(R"("next-token")"), std::string::npos);
+    ASSERT_TRUE(waitFor([this] { return usageRequests() > 0; })) << "the new start ignores the stored tokens";
+    EXPECT_EQ(m_server.requestsFor("/api/oauth/usage").front().header("Authorization"), "Bearer new-token");
     EXPECT_EQ(m_server.requestsFor(tokenPath).size(), 1U) << "the new start sent the same refresh token";
     next.kill();
     next.waitForFinished();

@@ -19,13 +19,13 @@ protected:
     PanelTest()
         : AccountFixture(m_panel.bus()) {}
 
-    /// Where the panel shows the item's dot in that colour.
-    [[nodiscard]] std::optional<QPoint> dot(StatusIndicator indicator) const {
+    /// Returns the place of the item's dot in that colour on the panel.
+    [[nodiscard]] std::optional<QPoint> dot(StatusIndicator indicator) {
         const auto [red, green, blue] = colorOf(indicator);
         std::uint32_t color = 0;
         for (const double part : {red, green, blue})
             color = color << 8 | static_cast<std::uint32_t>(std::lround(part * 0xFF));
-        return m_panel.find(color);
+        return m_panel.display().find("xfce4-panel", color);
     }
 };
 

@@ -17,7 +17,7 @@
 
 namespace burnwick::test {
 
-/// The real program on a temporary home, seen from the status area of a desktop.
+/// The real program on a temporary home, beside a fake status area.
 class ProgramFixture : public testing::Test {
 protected:
     using Variables = std::vector<std::pair<const char *, QString>>;
@@ -47,7 +47,7 @@ protected:
     void launch(const QStringList &arguments = {}) {
         m_program.start(QStringLiteral(BURNWICK_PROGRAM), arguments);
     }
-    /// Gives the program real windows on the display and waits for the first one.
+    /// Starts the program with windows on the display and waits for the first one.
     bool launchOn(const VirtualDisplay &display, const QStringList &arguments = {}) {
         set({{"QT_QPA_PLATFORM", QStringLiteral("xcb")}, {"DISPLAY", display.name()}});
         launch(arguments);
@@ -69,7 +69,7 @@ protected:
     }
     /// Whether the program exits with 0 within 5 seconds of the signal.
     bool endsAt(int signal) {
-        // Without a process its id would be 0, which addresses the test's whole process group.
+        // An ended process has the id 0, which addresses the whole process group of the test.
         if (m_program.state() != QProcess::Running)
             return false;
         ::kill(static_cast<pid_t>(m_program.processId()), signal);

@@ -14,19 +14,6 @@ using test::usageLine;
 
 class ProgramTest : public test::ProgramFixture {};
 
-TEST_F(ProgramTest, ShowsTheTitleFollowsNewLogsAndEndsAtASignal) {
-    const Instant now = std::chrono::system_clock::now();
-    m_home.add("project/session.jsonl", usageLine("2025-06-10T12:00:00.0Z", 1'000'000, 100'000), now);
-    ASSERT_TRUE(startProgram());
-    EXPECT_TRUE(itemShows("1.1M | $4.50 | s--  ●"));
-
-    m_home.add("other.jsonl", usageLine("2025-06-10T12:00:00.0Z", 100'000, 0), now);
-    EXPECT_TRUE(itemShows("1.2M | $4.80 | s--  ●"));
-
-    EXPECT_EQ(m_watcher.callItem(QStringLiteral("Activate"), {0, 0}).type(), QDBusMessage::ReplyMessage);
-    EXPECT_TRUE(endsAt(SIGTERM));
-}
-
 TEST_F(ProgramTest, RunsWithoutLogsAndCreatesNothingInTheHome) {
     ASSERT_TRUE(startProgram());
     EXPECT_TRUE(itemShows("0 | $0.00 | s--  ●"));

@@ -32,10 +32,10 @@ protected:
         return ended && again.exitStatus() == QProcess::NormalExit ? again.exitCode() : -1;
     }
 
-    QByteArray m_output; ///< of the latest other start
+    QByteArray m_output; ///< of the last other process
 };
 
-TEST_F(SingleInstanceTest, ASecondStartRaisesTheCoveredAndOpensTheClosedWindowOfTheFirst) {
+TEST_F(SingleInstanceTest, ASecondStartOpensTheClosedAndRaisesTheCoveredWindowOfTheFirst) {
     test::VirtualDisplay display;
     ASSERT_TRUE(launchOn(display));
     display.close("Burnwick");
@@ -75,7 +75,7 @@ TEST_F(SingleInstanceTest, ASecondStartForwardsItsActionAndItsTokens) {
                               {"DESKTOP_STARTUP_ID", QStringLiteral("id_TIME5")}};
     EXPECT_EQ(startAgain({}, variables), 0);
     EXPECT_EQ(startAgain({QStringLiteral("--action"), QStringLiteral("settings")}, variables), 0);
-    EXPECT_EQ(startAgain({QStringLiteral("-reverse")}), 0) << "an option of Qt's";
+    EXPECT_EQ(startAgain({QStringLiteral("-reverse")}), 0) << "an option of Qt";
     EXPECT_EQ(first.requests(), (QStringList{QStringLiteral("Activate token=token id=id_TIME5"),
                                              QStringLiteral("settings token=token id=id_TIME5"),
                                              QStringLiteral("Activate token= id=")}));
@@ -88,11 +88,11 @@ TEST_F(SingleInstanceTest, ASecondStartEndsTheDesktopsBusyPointer) {
     const Variables variables{{"QT_QPA_PLATFORM", QStringLiteral("xcb")},
                               {"DISPLAY", display.name()},
                               {"DESKTOP_STARTUP_ID", QStringLiteral("a \"long\" id\\_TIME5")}};
-    EXPECT_EQ(display.saidOfStarts(), "");
+    EXPECT_EQ(display.startupMessages(), "");
     EXPECT_EQ(startAgain({}, variables), 0) << m_output.toStdString();
     const QByteArray text(R"(remove: ID="a \"long\" id\\_TIME5")");
-    EXPECT_TRUE(waitFor([&] { return display.saidOfStarts().size() > text.size(); }));
-    EXPECT_EQ(display.saidOfStarts(), text.leftJustified(40, '\0'));
+    EXPECT_TRUE(waitFor([&] { return display.startupMessages().size() > text.size(); }));
+    EXPECT_EQ(display.startupMessages(), text.leftJustified(40, '\0'));
 }
 
 TEST_F(SingleInstanceTest, ASecondStartFailsWhenTheFirstDoesNotRespond) {
@@ -108,11 +108,11 @@ TEST_F(SingleInstanceTest, RunsWithABusThatDoesNotRespond) {
     QLocalServer silentServer;
     ASSERT_TRUE(silentServer.listen(silent));
     const test::MuteBus muteBus(mute);
-    // QtDBus waits for the first without limit and for the second for 25 s.
+    // QtDBus would wait for the first without limit, and for the second for 25 s.
     for (const QString &socket : {silent, mute}) {
         SCOPED_TRACE(socket.toStdString());
         const test::VirtualDisplay display;
-        // On KDE, Qt calls the bus before the program can.
+        // On KDE, Qt calls the bus before the program does.
         set({{"DBUS_SESSION_BUS_ADDRESS", QStringLiteral("unix:path=") + socket},
              {"XDG_CURRENT_DESKTOP", QStringLiteral("KDE")},
              {"KDE_FULL_SESSION", QStringLiteral("true")},
@@ -132,7 +132,7 @@ TEST_F(SingleInstanceTest, ReadsTheCommandLine) {
         const char *output;
         const char *platform = "offscreen";
     };
-    const char *noDisplay = "xcb"; // with which Qt aborts here
+    const char *noDisplay = "xcb"; // Qt aborts with it here
     const Case cases[] = {
         {{QStringLiteral("--version")}, 0, "burnwick 0.", noDisplay},
         {{QStringLiteral("-v")}, 0, "burnwick 0.", noDisplay},

@@ -28,7 +28,7 @@ struct Needs {
     }
 };
 
-/// Each way in which the server can fail, between answers with other figures.
+/// Each failure of the server, between answers with other figures.
 const std::vector<ScriptedAnswer> &answers() {
     static const std::vector<ScriptedAnswer> all{
         usage(10),
@@ -53,8 +53,8 @@ const std::vector<ScriptedAnswer> &answers() {
     return all;
 }
 
-/// The real program for a week whose hours the test lets pass. It skips the nights, as a suspended machine
-/// does. Without the end of the message bus, because that ends the session; see StatusItemWithoutBusTest.cpp.
+/// The real program for a week of shifted time. The nights are skipped, as by a suspended machine. The
+/// message bus does not end, because that would end the session; see StatusItemWithoutBusTest.cpp.
 class WeekOfUseTest : public test::TimedFixture {
 protected:
     WeekOfUseTest() {
@@ -63,8 +63,8 @@ protected:
         m_notifications.emplace(QStringLiteral("soak-notifications"));
     }
 
-    /// Waits until the program has requested the quota again; a request without an answer delays the next one
-    /// by a few minutes.
+    /// Waits until the program has requested the quota again, which an unanswered request delays by a few
+    /// minutes.
     bool passUntilRequest(std::chrono::seconds time) {
         const std::size_t before = usageRequests();
         for (int attempt = 0; attempt < 5; ++attempt) {
@@ -118,7 +118,7 @@ protected:
         const QByteArray figure = text.mid(text.indexOf("\nAnonymous:") + 11).trimmed();
         return {entriesIn("fd"), entriesIn("task"), figure.split(' ').first().toLongLong()};
     }
-    /// The least needs within a second after an answer, without idle connections and idle threads.
+    /// Returns the least needs within a second after an answer, without idle connections and idle threads.
     Needs needsAtRest() {
         m_server.script("/api/oauth/usage", {usage(42, stamp(2h))});
         EXPECT_TRUE(passUntilRequest(5min));
@@ -171,7 +171,7 @@ TEST_F(WeekOfUseTest, NeedsNoMoreAtItsEndThanAfterItsFirstHour) {
     EXPECT_LT(last.kilobytes, first.kilobytes + 2 * 1024);
     EXPECT_GE(m_server.requestsFor("/appcast.xml").size(), 5U);
     EXPECT_GE(m_shown, 3U);
-    EXPECT_FALSE(title().startsWith(QStringLiteral("0 "))) << "the logs are not read any more";
+    EXPECT_FALSE(title().startsWith(QStringLiteral("0 "))) << "the logs are no longer read";
     EXPECT_TRUE(endsAt(SIGTERM));
 }
 

@@ -3,8 +3,6 @@
 #include "e2e/AccountFixture.h"
 #include "support/AccessibleTree.h"
 
-#include <X11/keysym.h>
-
 namespace burnwick {
 namespace {
 
@@ -12,7 +10,7 @@ struct AccessibleSession {
     test::AccessibleTree m_tree;
 };
 
-/// The real program's windows as assistive technology finds them.
+/// The real program's windows by assistive technology.
 class WindowTest : protected AccessibleSession, public test::AccountFixture {
 protected:
     WindowTest()
@@ -61,7 +59,7 @@ TEST_F(WindowTest, AssistiveTechnologyReadsAndOperatesTheDashboard) {
     EXPECT_TRUE(shows("menu item: Claude [checked]"));
     expectInOrder({"button menu: Model: Claude", "menu item: Claude [checked]", "menu item: OpenAI",
                    "menu item: Grok", "push button: Re-authenticate"});
-    m_display.pressKey("Burnwick", XK_Escape);
+    ASSERT_TRUE(m_display.pressKeys(QStringLiteral("Escape")));
     EXPECT_TRUE(waitFor([this] { return !contains("menu item: OpenAI"); }));
 
     EXPECT_TRUE(press("radio button: Models"));
@@ -73,33 +71,15 @@ TEST_F(WindowTest, AssistiveTechnologyReadsAndOperatesTheDashboard) {
 }
 
 TEST_F(WindowTest, AssistiveTechnologyOperatesTheSettingsAndTheNextStartHasThem) {
-    // A file in the place of the autostart folder, so that registering fails.
+    // A file instead of the autostart folder makes registering fail.
     test::writeFile(m_home.path() / ".config" / "autostart", "");
     ASSERT_TRUE(startProgram());
     ASSERT_TRUE(press("push button: Settings"));
     ASSERT_TRUE(shows("push button: Allow")) << "there is no notification server here";
-    expectInOrder({"label: Settings",
-                   "label: Launch at startup",
-                   "check box: Launch at startup",
-                   "label: Check for updates",
-                   "push button: Check Now",
-                   "label: Theme",
-                   "radio button: Light",
-                   "radio button: Dark",
-                   "radio button: System [checked]",
-                   "check box: Auto-refresh quota data [checked]",
-                   "label: Refresh rate",
-                   "radio button: 1m",
-                   "radio button: 5m [checked]",
-                   "radio button: 10m",
-                   "label: Notifications",
-                   "push button: Allow",
-                   "check box: Session reset [checked]",
-                   "check box: Alert at 80% quota [checked]",
-                   "check box: Rate limit alerts [checked]",
-                   "label: Help us improve the product",
-                   "push button: Give Feedback",
-                   "label: Version"});
+    expectInOrder({"label: Settings", "check box: Launch at startup", "push button: Check Now",
+                   "radio button: System [checked]", "check box: Auto-refresh quota data [checked]",
+                   "radio button: 5m [checked]", "push button: Allow",
+                   "check box: Rate limit alerts [checked]", "push button: Give Feedback"});
 
     for (const char *control : {"check box: Session reset", "radio button: 10m", "radio button: Dark",
                                 "check box: Launch at startup"})

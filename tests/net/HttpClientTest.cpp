@@ -153,21 +153,21 @@ TEST_F(HttpClientTest, ABodyAboveTheLimitIsTooLarge) {
 
 TEST_F(HttpClientTest, OnlyATrustedCertificateForTheHostIsAccepted) {
     const struct {
-        ScriptedServer::Transport transport;
+        const char *host;
         bool trusted;
         bool answers;
-    } rows[] = {{ScriptedServer::Transport::encrypted, true, true},
-                {ScriptedServer::Transport::encrypted, false, false},
-                {ScriptedServer::Transport::encryptedElsewhere, true, false}};
+    } rows[] = {{"localhost", true, true}, {"localhost", false, false}, {"127.0.0.1", true, false}};
     const auto before = QSslConfiguration::defaultConfiguration();
     for (const auto &row : rows) {
-        ScriptedServer server(row.transport);
+        ScriptedServer server(ScriptedServer::Transport::encrypted);
         server.script("/page", {answer});
+        QUrl url = server.url(page);
+        url.setHost(QString::fromLatin1(row.host));
         auto configuration = before;
         configuration.setCaCertificates({row.trusted ? server.certificate() : QSslCertificate()});
         QSslConfiguration::setDefaultConfiguration(configuration);
         HttpClient client;
-        auto task = client.send(get(server.url(page)));
+        auto task = client.send(get(url));
         if (row.answers) {
             EXPECT_EQ(resultOf(std::move(task)).body, "answer");
         } else {

@@ -15,7 +15,7 @@
 
 namespace burnwick::test {
 
-/// An object's address on the accessibility bus.
+/// The address of an object on the accessibility bus.
 struct AccessibleReference {
     QString service;
     QDBusObjectPath path;
@@ -35,8 +35,8 @@ public:
     /// The session bus that programs need for the accessibility bus.
     [[nodiscard]] const PrivateBus &sessionBus() const { return *m_session; }
 
-    /// The visible objects with a name in reading order, as "role: name": "push button: Reconnect". Checked
-    /// ones end with " [checked]".
+    /// Returns the visible objects with a name in reading order, as "role: name": "push button: Reconnect".
+    /// Checked ones end with " [checked]".
     [[nodiscard]] QStringList objects() const;
     /// Runs the first action of the visible object "role: name"; false without such an object.
     [[nodiscard]] bool press(const QString &object) const;

@@ -17,7 +17,7 @@ const auto serverName = QStringLiteral("org.freedesktop.Notifications");
 const auto dunstInterface = QStringLiteral("org.dunstproject.cmd0");
 const auto observerName = QStringLiteral("dunst-observer");
 
-/// The folder of the services.
+/// Returns the folder of the services.
 QString writeService(const std::filesystem::path &directory, const QString &display) {
     const auto settings = directory / "dunstrc";
     writeFile(settings, "[global]\nmarkup = full\nformat = \"%s: %b\"\n");

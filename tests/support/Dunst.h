@@ -11,7 +11,7 @@
 
 namespace burnwick::test {
 
-/// A message bus that starts dunst, a real notification server, on a virtual display when it is called.
+/// A message bus that starts dunst, a real notification server, on a virtual display at the first call.
 class Dunst {
 public:
     Dunst();
@@ -21,15 +21,15 @@ public:
 
     [[nodiscard]] const PrivateBus &bus() const { return m_bus; }
     [[nodiscard]] bool runs() const;
-    /// Kills it.
+    /// Kills the server.
     void end() const;
 
     /// Returns the number of notifications on the display; negative while it does not run.
     [[nodiscard]] int displayed() const;
-    /// Acts as a click on the latest notification.
+    /// Clicks on the latest notification.
     void click() const;
-    /// Removes all from the display. Returns all that was shown since the server's start, in its order, each
-    /// as title and body in markup: "Quota Alert: You've used 84%".
+    /// Removes all notifications from the display. Returns all since the server's start, in order, each as
+    /// title and body in markup: "Quota Alert: You've used 84%".
     [[nodiscard]] QStringList closeAll() const;
 
 private:

@@ -6,7 +6,7 @@
 
 namespace burnwick::test {
 
-/// Gives a variable of this process another value, or none by a null one, for as long as the object lives.
+/// Sets a variable of this process, or removes it if the value is null. The destructor restores it.
 class EnvironmentVariable {
 public:
     EnvironmentVariable(const char *name, const QByteArray &value)

@@ -6,7 +6,7 @@
 
 namespace burnwick {
 
-/// A running instance of Burnwick as seen by another one: it owns the name, on a separate connection.
+/// A running instance of Burnwick as another one sees it on the bus.
 class FakeApplication final : public FakeService {
 public:
     enum class Conduct {

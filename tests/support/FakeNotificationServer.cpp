@@ -44,7 +44,7 @@ QDBusMessage FakeNotificationServer::answerTo(const QDBusMessage &message) {
     return message.createErrorReply(QDBusError::UnknownMethod, message.member());
 }
 
-/// Takes any number to be replaced, as most servers do.
+/// Accepts an unknown number to be replaced, as most servers do.
 uint FakeNotificationServer::show(const QVariantList &arguments) {
     const uint replaced = arguments[1].toUInt();
     const uint number = replaced == 0 ? m_nextNumber++ : replaced;

@@ -31,11 +31,11 @@ public:
                              QStringLiteral("body-markup")};
     QStringList failing; ///< methods that reply with an error
 
-    std::map<uint, Popup> popups; ///< what is on the screen, by number
+    std::map<uint, Popup> popups; ///< the displayed ones, by number
 
-    /// Removes the popup and announces it.
+    /// Removes the popup and sends the signal of that.
     void close(uint number);
-    /// Sends the signals of a click; the token's only for a token.
+    /// Sends the signals of a click; that of the token unless it is empty.
     void click(uint number, const QString &token = {}, const QString &action = QStringLiteral("default"));
 
 private:

@@ -21,7 +21,7 @@ class FakeService : public QDBusVirtualObject {
 public:
     ~FakeService() override { leave(); }
 
-    QStringList calls; ///< the methods, in their order
+    QStringList calls; ///< the called methods, in order
     QStringList held;  ///< methods without a reply before release()
 
     /// Replies to the held calls, and from now on to all.
@@ -30,7 +30,7 @@ public:
         for (const QDBusMessage &message : std::exchange(m_waiting, {}))
             static_cast<void>(m_connection.send(answerTo(message)));
     }
-    /// Ends its connection: calls without a reply fail.
+    /// Closes its connection: calls without a reply fail.
     void leave() {
         m_connection = QDBusConnection(QString());
         QDBusConnection::disconnectFromBus(m_connectionName);
@@ -47,7 +47,7 @@ public:
     }
 
 protected:
-    /// Owns the name, also in place of another fake service, which has another `connectionName`.
+    /// Acquires the name, also from another fake service with another `connectionName`.
     FakeService(QString connectionName, const QString &serviceName, const QString &path)
         : m_connectionName(std::move(connectionName))
         , m_connection(sessionBusOfTests().connect(m_connectionName)) {

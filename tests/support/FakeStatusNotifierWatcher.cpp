@@ -78,7 +78,7 @@ void FakeStatusNotifierWatcher::listen() {
 }
 
 QStringList FakeStatusNotifierWatcher::takeSignals() {
-    // The bus keeps the order of one sender, so the answer comes after the signals sent before it.
+    // The bus keeps the order of one sender: the reply arrives after the signals sent before it.
     static_cast<void>(readItem());
     return std::exchange(m_signals, {});
 }
@@ -97,7 +97,7 @@ QDBusMessage FakeStatusNotifierWatcher::call(const QString &path, const QString 
         QDBusMessage::createMethodCall(m_registeredItems.value(0), path, interface, method);
     message.setArguments(arguments);
     const QDBusPendingCall pending = m_connection.asyncCall(message);
-    // The item lives in this thread: waiting inside of QtDBus would keep it from answering.
+    // The item belongs to this thread: a blocking call would keep it from replying.
     static_cast<void>(waitFor([&pending] { return pending.isFinished(); }));
     return pending.reply();
 }

@@ -14,8 +14,8 @@
 
 namespace burnwick {
 
-/// A desktop's status area as seen by an item: a watcher on a separate connection, in a process with the
-/// host's name. Reads only the first item that registers.
+/// A desktop's status area as an item sees it: a watcher on a separate connection, in a process with the
+/// host's name. Reads only the first registered item.
 class FakeStatusNotifierWatcher final : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
@@ -28,7 +28,7 @@ public:
     void takeName(const std::string &processName);
     void dropName();
 
-    /// Returns the bus names of the registered items, in their order.
+    /// Returns the bus names of the registered items, in order.
     [[nodiscard]] QStringList registeredItems() const { return m_registeredItems; }
     [[nodiscard]] bool waitForItems(qsizetype count) const;
 
@@ -40,7 +40,7 @@ public:
 
     /// Records the item's signals from now on.
     void listen();
-    /// Returns the names of all signals sent before this call, in their order, and clears the record.
+    /// Returns the names of all signals sent before this call, in order, and clears the record.
     [[nodiscard]] QStringList takeSignals();
 
 public Q_SLOTS:

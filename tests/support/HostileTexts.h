@@ -11,7 +11,7 @@ namespace burnwick::test {
 struct HostileText {
     const char *what;
     std::string text;
-    std::string shown; ///< as displayText() gives it
+    std::string shown; ///< its displayText()
     bool isUtf8 = true;
 
     friend std::ostream &operator<<(std::ostream &out, const HostileText &hostile) {
@@ -47,7 +47,7 @@ inline const std::vector<HostileText> &hostileTexts() {
     return texts;
 }
 
-/// Whether the text contains a control, or one of the characters above that hide or reorder others.
+/// Whether the text contains a control character, or one of the characters above that hide or reorder others.
 inline bool hasControls(const std::string &text) {
     for (const char *part : {"\u202e", "\u2066", "\u200b", "\u009b", "\u2028", "\U000e0041"}) {
         if (text.find(part) != std::string::npos)

@@ -13,7 +13,8 @@
 
 namespace burnwick::test {
 
-/// Each member that is expected is there; there may be others. Fractions may differ in their last digits.
+/// Fails the test unless the JSON has all expected members; ignores others. Fractions may differ in their
+/// last digits.
 inline void expectMembers(const QJsonValue &json, const QJsonValue &expected, const std::string &path = {}) {
     if (expected.isObject()) {
         const QJsonObject members = expected.toObject();
@@ -30,7 +31,7 @@ inline void expectMembers(const QJsonValue &json, const QJsonValue &expected, co
     }
 }
 
-/// The object that the text is; no text but an object passes the test.
+/// Returns the object in the text; fails the test for other text.
 inline QJsonObject jsonObject(const std::string &text) {
     QJsonParseError error;
     const auto document = QJsonDocument::fromJson(QByteArray::fromStdString(text), &error);
@@ -38,7 +39,7 @@ inline QJsonObject jsonObject(const std::string &text) {
     return document.object();
 }
 
-/// The same with the members that are expected as text.
+/// The same with the expected members as text.
 inline void expectMembers(const QJsonValue &json, const char *expected) {
     expectMembers(json, jsonObject(expected));
 }

@@ -8,7 +8,7 @@
 
 namespace burnwick::test {
 
-/// Takes the lines of Qt's log while it lives; one at a time.
+/// Captures the lines of Qt's log instead of printing them. One object at a time.
 class LogCapture {
 public:
     LogCapture() {

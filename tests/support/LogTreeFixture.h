@@ -10,7 +10,7 @@
 
 namespace burnwick::test {
 
-/// A directory of its own below the system's temporary one, gone with the object.
+/// A new directory below the system's temporary one. The destructor removes it.
 class TemporaryDirectory {
 public:
     TemporaryDirectory();
@@ -24,13 +24,13 @@ private:
     std::filesystem::path m_path;
 };
 
-/// Writes the bytes to the file, making its directories.
+/// Writes the bytes to the file and creates its directories.
 void writeFile(const std::filesystem::path &file, std::string_view bytes);
-/// Writes a script that its owner may start.
+/// Writes a script that its owner may execute.
 void writeProgram(const std::filesystem::path &file, std::string_view script);
-/// What the file holds; empty when it cannot be read.
+/// Returns the contents of the file; empty when it cannot be read.
 [[nodiscard]] std::string bytesOf(const std::filesystem::path &file);
-/// How many files and folders the folder holds.
+/// Returns the number of files and folders in the folder.
 [[nodiscard]] std::ptrdiff_t entriesOf(const std::filesystem::path &folder);
 void setModified(const std::filesystem::path &file, Instant modified);
 
@@ -39,14 +39,14 @@ class LogHome {
 public:
     [[nodiscard]] const std::filesystem::path &path() const { return m_directory.path(); }
     [[nodiscard]] std::filesystem::path projects() const { return path() / ".claude" / "projects"; }
-    /// Puts a log below the projects directory, whole from its first moment there, last modified then.
+    /// Moves a complete log with that time of modification to a path below the projects directory.
     std::filesystem::path add(const std::string &name, std::string_view bytes, Instant modified) const;
 
 private:
     TemporaryDirectory m_directory;
 };
 
-/// A usage line with its line feed.
+/// Returns a usage line with its line feed.
 std::string usageLine(std::string_view timestamp, long long input, long long output,
                       long long cacheCreation = 0, long long cacheRead = 0,
                       std::string_view model = "claude-sonnet-4-5");

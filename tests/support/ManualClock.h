@@ -9,12 +9,12 @@
 
 namespace burnwick::test {
 
-/// The instant of a date-time such as "2025-06-01T12:00:00Z"; throws for any other text.
+/// Returns the instant of a date-time such as "2025-06-01T12:00:00Z"; throws for malformed text.
 inline Instant at(std::string_view text) {
     return parseTimestamp(text).value();
 }
 
-/// A clock that stands still until it is moved.
+/// A clock whose time changes only by set() and advance(). Thread-safe.
 class ManualClock final : public Clock {
 public:
     explicit ManualClock(std::string_view start)

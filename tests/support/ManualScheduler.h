@@ -10,7 +10,7 @@
 
 namespace burnwick::test {
 
-/// Timers that fire only when told to.
+/// Timers that fire only in fire() and advance().
 class ManualScheduler final : public Scheduler {
 public:
     [[nodiscard]] std::unique_ptr<RepeatingTimer> repeat(std::chrono::milliseconds interval,
@@ -20,7 +20,7 @@ public:
         return timer;
     }
 
-    /// The intervals of the running timers, in the order in which they were started.
+    /// Returns the intervals of the running timers, in the order of their starts.
     [[nodiscard]] std::vector<std::chrono::milliseconds> intervals() const {
         std::vector<std::chrono::milliseconds> result;
         for (const Timer *timer : m_timers)
@@ -28,7 +28,7 @@ public:
         return result;
     }
 
-    /// Fires every timer of that interval once that is running now. A callback may end any of them.
+    /// Fires once each running timer with that interval. A callback may end any of them.
     void fire(std::chrono::milliseconds interval) const {
         const std::vector<Timer *> running = m_timers;
         for (Timer *timer : running) {
@@ -37,8 +37,8 @@ public:
         }
     }
 
-    /// Lets that much time pass for the timers that are running now. They fire one after the other, each as
-    /// often as it becomes due. A callback may end any of them.
+    /// Advances the running timers by that time. They fire one after the other, each as often as it is due. A
+    /// callback may end any of them.
     void advance(std::chrono::milliseconds by) const {
         const std::vector<Timer *> running = m_timers;
         for (Timer *timer : running) {
@@ -62,7 +62,7 @@ private:
         Timer &operator=(const Timer &) = delete;
 
         void fire() const {
-            const auto copy = callback; // the timer may be ended by it
+            const auto copy = callback; // which may destroy the timer
             copy();
         }
 

@@ -9,7 +9,7 @@
 
 namespace burnwick::test {
 
-/// Keeps one blob in memory, for whatever service.
+/// Stores one blob in memory, the same for each service.
 class MemorySecretStore final : public SecretStore {
     using ReadAnswer = std::function<void(std::optional<StoredSecret>)>;
 
@@ -29,7 +29,7 @@ public:
         answer(replaced);
     }
 
-    /// Answers the reads that are held.
+    /// Answers the held reads.
     void answerReads() {
         for (const auto &answer : std::exchange(m_waiting, {}))
             give(answer);

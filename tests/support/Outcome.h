@@ -2,13 +2,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "support/WaitFor.h"
+
 #include <QCoreApplication>
 #include <QCoroTask>
 #include <QEvent>
-#include <QEventLoop>
-#include <QTimer>
 
-#include <chrono>
 #include <exception>
 #include <memory>
 #include <optional>
@@ -17,7 +16,7 @@
 
 namespace burnwick::test {
 
-/// What a task came to; neither while it runs.
+/// The value or the error of a task; neither while it runs.
 template <typename T>
 struct Outcome {
     std::optional<T> value;
@@ -35,7 +34,7 @@ QCoro::Task<> follow(QCoro::Task<T> task, std::shared_ptr<Outcome<T>> outcome) {
     }
 }
 
-/// Lets the task run on by itself.
+/// Returns at once; the task continues in the event loop.
 template <typename T>
 [[nodiscard]] std::shared_ptr<Outcome<T>> outcomeOf(QCoro::Task<T> task) {
     auto outcome = std::make_shared<Outcome<T>>();
@@ -43,24 +42,19 @@ template <typename T>
     return outcome;
 }
 
-/// Runs the event loop until the task ends, and gives what it gives or throws what it throws.
+/// Runs the event loop until the task ends. Returns its value or throws its error.
 template <typename T>
 T resultOf(QCoro::Task<T> task) {
     const auto outcome = outcomeOf(std::move(task));
-    QTimer deadline;
-    deadline.setSingleShot(true);
-    deadline.start(std::chrono::seconds(10));
-    while (!outcome->done() && deadline.isActive())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    if (!outcome->done())
+    if (!waitFor([&] { return outcome->done(); }))
         throw std::logic_error("the task does not end");
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     if (outcome->error)
         std::rethrow_exception(outcome->error);
     return *std::move(outcome->value);
 }
 
-/// The error of that type with which the task ends; throws when it ends otherwise.
+/// Returns the error of the task; throws if the task succeeds or fails with another one.
 template <typename Error, typename T>
 Error errorOf(QCoro::Task<T> task) {
     try {

@@ -10,7 +10,7 @@
 
 namespace burnwick::test {
 
-/// Counts the paint events of a widget and its children from its construction on.
+/// Counts the paint events of a widget and its children.
 class PaintCount final : public QObject {
 public:
     /// Shows the widget's window.
@@ -22,7 +22,7 @@ public:
             child->installEventFilter(this);
     }
 
-    /// The paint events since the last call.
+    /// Returns the number of paint events since the last call or the construction.
     int take() {
         settle();
         return std::exchange(m_count, 0);

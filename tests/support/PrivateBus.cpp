@@ -39,9 +39,9 @@ PrivateBus::PrivateBus(const QString &serviceFolder) {
     config.write(QString::fromLatin1(busConfig).arg(m_directory.path(), services).toUtf8());
     config.close();
 
-    // A test that crashes runs no destructors.
+    // A crashing test runs no destructors.
     m_daemon.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
-    // It complains about limits that it may not raise as root.
+    // As root it logs warnings about limits.
     m_daemon.setStandardErrorFile(QProcess::nullDevice());
     m_daemon.start(QStringLiteral("dbus-daemon"),
                    {QStringLiteral("--config-file=") + configPath, QStringLiteral("--nofork"),
@@ -69,7 +69,7 @@ void PrivateBus::kill() {
 }
 
 void PrivateBus::freeze() const {
-    // An ended daemon has the number 0, which addresses the test's whole process group.
+    // An ended daemon has the id 0, which addresses the whole process group of the test.
     if (m_daemon.processId() > 0)
         ::kill(static_cast<pid_t>(m_daemon.processId()), SIGSTOP);
 }

@@ -9,9 +9,9 @@
 
 namespace burnwick {
 
-/// A message bus for tests. Without a folder it starts no services, so that nothing of the user's desktop
-/// (portals, keyrings, notifications) is reachable. Ends with this object, and with the process at the
-/// latest.
+/// A message bus for tests. Without a folder it starts no services, so that the services of the user's
+/// desktop (portals, keyrings, notifications) are unreachable. Ends with this object, and with the process at
+/// the latest.
 class PrivateBus {
 public:
     /// `serviceFolder` contains the services that the bus can start.
@@ -30,7 +30,7 @@ public:
     /// two processes. Close it with QDBusConnection::disconnectFromBus(name).
     [[nodiscard]] QDBusConnection connect(const QString &name) const;
 
-    /// Ends the daemon, as if it had crashed.
+    /// Kills the daemon.
     void kill();
 
     /// Stops the daemon: it handles no message before thaw().

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 // The main function of test programs that need an application object: offscreen, in an empty home, on a
-// session bus of their own. With BURNWICK_TESTS_WITHOUT_BUS there is none: after Qt has started a process,
-// the thread sanitizer no longer sees the main thread's locks.
+// private session bus. With BURNWICK_TESTS_WITHOUT_BUS it starts no bus: after Qt has started a process, the
+// thread sanitizer no longer sees the main thread's locks.
 
 #include "platform/Process.h"
 #include "support/PrivateBus.h"
@@ -31,11 +31,11 @@ void moveHomeTo(const QTemporaryDir &home) {
     point("XDG_DATA_HOME", QStringLiteral(".local/share"));
     point("XDG_STATE_HOME", QStringLiteral(".local/state"));
     point("XDG_CACHE_HOME", QStringLiteral(".cache"));
-    // A home directory made by mkdtemp() is private to its owner, as a runtime directory has to be.
+    // A runtime directory must be private to its owner, as a directory of mkdtemp() is.
     qputenv("XDG_RUNTIME_DIR", home.path().toUtf8());
 }
 
-/// Windows keep to the screen, and Qt's offscreen one is smaller than people's. Beside it are low ones.
+/// The default offscreen screen is smaller than common ones, and windows are limited to their screen.
 void useCommonScreens(const QTemporaryDir &home) {
     const QString path = home.filePath(QStringLiteral("screen.json"));
     QFile file(path);
@@ -62,7 +62,7 @@ int main(int argc, char **argv) {
     if (GTEST_FLAG_GET(list_tests))
         return RUN_ALL_TESTS();
 
-    // A look-up of a proxy may still run at the end, and must find nothing destroyed.
+    // A look-up of a proxy may still run at the end, and must use nothing that is destroyed.
     const burnwick::platform::ProcessScope process;
     const QTemporaryDir home;
     if (!home.isValid()) {

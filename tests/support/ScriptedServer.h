@@ -20,24 +20,24 @@ class QTcpSocket;
 
 namespace burnwick::test {
 
-/// What a ScriptedServer gives in answer to one request.
+/// The answer of a ScriptedServer to one request.
 struct ScriptedAnswer {
     enum class Ending {
-        complete, ///< the body whole
-        cut,      ///< half of the announced body, then the connection breaks
-        stall,    ///< the status and headers, then silence
-        trickle,  ///< the body over and over, a little every few milliseconds
-        endless,  ///< the body over and over, as fast as it is taken
-        silence,  ///< nothing at all
-        hangUp,   ///< nothing, and the connection breaks
-        raw,      ///< the body alone, without status and headers
+        complete, ///< the whole body
+        cut,      ///< half of the announced body, then the end of the connection
+        stall,    ///< status and headers alone
+        trickle,  ///< the body again and again, every few milliseconds
+        endless,  ///< the body again and again, without a pause
+        silence,  ///< nothing
+        hangUp,   ///< nothing but the end of the connection
+        raw,      ///< the body without status and headers
     };
 
     int status = 200;
     QByteArray body = {};
     std::vector<std::pair<QByteArray, QByteArray>> headers = {};
     Ending ending = Ending::complete;
-    bool held = false; ///< not before ScriptedServer::release()
+    bool held = false; ///< until ScriptedServer::release()
 };
 
 [[nodiscard]] ScriptedAnswer redirectTo(const QUrl &target, int status = 302);
@@ -49,35 +49,32 @@ struct RecordedRequest {
     std::vector<std::pair<QByteArray, QByteArray>> headers;
     QByteArray body;
 
-    /// The value of the header, ignoring the case of the name; null if absent.
+    /// Returns the header's value, ignoring the case of the name; null if absent.
     [[nodiscard]] QByteArray header(const QByteArray &name) const;
 };
 
-/// An HTTP server on a free port of the loopback interface. It records what it is asked and answers by a
-/// script for each target: the answers one after the other, the last one again and again, 404 for anything
-/// else. Runs in the event loop of its thread.
+/// An HTTP server on a free port of the loopback interface. It records the requests and sends the scripted
+/// answers of each target in turn, the last one again and again, and 404 for other targets. Runs in the event
+/// loop of its thread.
 class ScriptedServer final : public QObject {
 public:
-    enum class Transport {
-        plain,
-        encrypted,          ///< with a certificate for localhost, signed by itself
-        encryptedElsewhere, ///< with a certificate for another host, signed by itself
-    };
+    enum class Transport { plain, encrypted };
 
     explicit ScriptedServer(Transport transport = Transport::plain);
     ~ScriptedServer() override;
 
+    /// Returns a URL on 127.0.0.1.
     [[nodiscard]] QUrl url(const QString &path = {}) const;
-    /// To be trusted by clients that shall reach this server encrypted.
-    [[nodiscard]] const QSslCertificate &certificate() const { return m_certificate; }
+    /// Returns the self-signed certificate of encrypted servers, for localhost alone.
+    [[nodiscard]] static QSslCertificate certificate();
 
     void script(const QByteArray &target, std::vector<ScriptedAnswer> answers);
-    /// Lets go all the answers that are held, and holds none from now on.
+    /// Sends all held answers, and holds none from now on.
     void release();
-    /// Ends all connections, also those that are kept for later requests.
+    /// Ends all connections, including idle ones.
     void endConnections();
 
-    /// In the order in which they came.
+    /// Returns all requests in the order of their arrival.
     [[nodiscard]] const std::vector<RecordedRequest> &requests() const { return m_requests; }
     [[nodiscard]] std::vector<RecordedRequest> requestsFor(const QByteArray &target) const;
     [[nodiscard]] int connectionCount() const { return m_connectionCount; }
@@ -89,7 +86,6 @@ private:
     [[nodiscard]] ScriptedAnswer nextAnswerFor(const QByteArray &target);
 
     Transport m_transport;
-    QSslCertificate m_certificate;
     std::unique_ptr<QTcpServer> m_server;
     std::map<QByteArray, std::vector<ScriptedAnswer>> m_script;
     std::map<QTcpSocket *, QByteArray> m_unread;

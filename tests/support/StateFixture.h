@@ -24,7 +24,7 @@ inline constexpr const char *usagePath = "/api/oauth/usage";
 inline constexpr const char *tokenPath = "/api/oauth/token";
 inline constexpr const char *statusPath = "/api/v2/components.json";
 
-/// The usage endpoint's answer; `extra` is the JSON of the extra usage.
+/// Returns the usage endpoint's answer; `extra` is the JSON of the extra usage.
 [[nodiscard]] ScriptedAnswer usageAnswer(double fiveHourPct, const std::string &extra = "null");
 
 /// A terminal that answers on request.
@@ -42,14 +42,14 @@ private:
     std::function<void(bool)> m_answer;
 };
 
-/// A state on a temporary home, with a clock and timers moved by hand and a scripted server for the vendor's
-/// services. Nothing is started.
+/// An application state on a temporary home, with a manual clock, manual timers and a scripted server for the
+/// vendor's services. Starts nothing.
 class StateFixture : public testing::Test {
 protected:
     StateFixture();
 
     [[nodiscard]] AppState::Services services() { return services(m_home.path()); }
-    /// The logs are those of another home.
+    /// With the logs of another home.
     [[nodiscard]] AppState::Services services(const std::filesystem::path &home);
     [[nodiscard]] const UsageFigures &usage() const { return m_state.snapshot().usage; }
     [[nodiscard]] const AccountFigures &account() const { return m_state.snapshot().account; }

@@ -21,7 +21,7 @@ using Reply = std::unique_ptr<T, Free>;
 } // namespace
 
 VirtualDisplay::VirtualDisplay() {
-    // A test that crashes runs no destructors.
+    // A crashing test runs no destructors.
     m_server.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
     m_server.setStandardErrorFile(QProcess::nullDevice());
     m_server.start(QStringLiteral("Xvfb"),
@@ -76,25 +76,6 @@ void VirtualDisplay::close(const QByteArray &title) {
     xcb_flush(m_connection.get());
 }
 
-void VirtualDisplay::pressKey(const QByteArray &title, xcb_keysym_t key, std::uint16_t modifiers) {
-    for (const xcb_window_t window : visibleWindows()) {
-        if (titleOf(window) != title)
-            continue;
-        for (const auto &[type, mask] : {std::pair{XCB_KEY_PRESS, XCB_EVENT_MASK_KEY_PRESS},
-                                         std::pair{XCB_KEY_RELEASE, XCB_EVENT_MASK_KEY_RELEASE}}) {
-            xcb_key_press_event_t event{};
-            event.response_type = static_cast<std::uint8_t>(type);
-            event.detail = codeOf(key);
-            event.root = root();
-            event.event = window;
-            event.state = modifiers;
-            event.same_screen = 1;
-            xcb_send_event(m_connection.get(), 0, window, mask, reinterpret_cast<const char *>(&event));
-        }
-    }
-    xcb_flush(m_connection.get());
-}
-
 std::optional<QPoint> VirtualDisplay::find(const QByteArray &title, std::uint32_t color) const {
     constexpr std::uint32_t colorBits = 0xFFFFFF, allPlanes = ~std::uint32_t{0};
     for (const xcb_window_t window : visibleWindows()) {
@@ -122,14 +103,21 @@ std::optional<QPoint> VirtualDisplay::find(const QByteArray &title, std::uint32_
 }
 
 bool VirtualDisplay::click(const QPoint &place) const {
-    QProcess pointer;
+    return runXdotool({QStringLiteral("mousemove"), QString::number(place.x()), QString::number(place.y()),
+                       QStringLiteral("click"), QStringLiteral("1")});
+}
+
+bool VirtualDisplay::pressKeys(const QString &keys) const {
+    return runXdotool({QStringLiteral("key"), keys});
+}
+
+bool VirtualDisplay::runXdotool(const QStringList &arguments) const {
+    QProcess xdotool;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("DISPLAY"), m_name);
-    pointer.setProcessEnvironment(environment);
-    pointer.start(QStringLiteral("xdotool"),
-                  {QStringLiteral("mousemove"), QString::number(place.x()), QString::number(place.y()),
-                   QStringLiteral("click"), QStringLiteral("1")});
-    return pointer.waitForFinished() && pointer.exitCode() == 0;
+    xdotool.setProcessEnvironment(environment);
+    xdotool.start(QStringLiteral("xdotool"), arguments);
+    return xdotool.waitForFinished() && xdotool.exitCode() == 0;
 }
 
 void VirtualDisplay::cover() {
@@ -140,7 +128,7 @@ void VirtualDisplay::cover() {
     xcb_flush(m_connection.get());
 }
 
-QByteArray VirtualDisplay::saidOfStarts() {
+QByteArray VirtualDisplay::startupMessages() {
     const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(m_connection.get(), root(), XCB_CW_EVENT_MASK, &mask);
     const xcb_atom_t begin = atom("_NET_STARTUP_INFO_BEGIN"), more = atom("_NET_STARTUP_INFO");
@@ -149,9 +137,9 @@ QByteArray VirtualDisplay::saidOfStarts() {
             continue;
         const auto &message = reinterpret_cast<const xcb_client_message_event_t &>(*event);
         if (message.format == 8 && (message.type == begin || message.type == more))
-            m_saidOfStarts += QByteArray(reinterpret_cast<const char *>(message.data.data8), 20);
+            m_startupMessages += QByteArray(reinterpret_cast<const char *>(message.data.data8), 20);
     }
-    return m_saidOfStarts;
+    return m_startupMessages;
 }
 
 xcb_window_t VirtualDisplay::root() const {
@@ -178,21 +166,6 @@ std::vector<xcb_window_t> VirtualDisplay::visibleWindows() const {
         return !reply || reply->map_state != XCB_MAP_STATE_VIEWABLE;
     });
     return windows;
-}
-
-xcb_keycode_t VirtualDisplay::codeOf(xcb_keysym_t key) const {
-    const xcb_setup_t *setup = xcb_get_setup(m_connection.get());
-    const xcb_keycode_t first = setup->min_keycode;
-    const auto count = static_cast<std::uint8_t>(setup->max_keycode - first + 1);
-    const Reply<xcb_get_keyboard_mapping_reply_t> reply(xcb_get_keyboard_mapping_reply(
-        m_connection.get(), xcb_get_keyboard_mapping(m_connection.get(), first, count), nullptr));
-    if (!reply)
-        return 0;
-    const xcb_keysym_t *const keys = xcb_get_keyboard_mapping_keysyms(reply.get());
-    const auto *const end = keys + xcb_get_keyboard_mapping_keysyms_length(reply.get());
-    const auto *const found = std::find(keys, end, key);
-    return found == end ? xcb_keycode_t{0}
-                        : static_cast<xcb_keycode_t>(first + (found - keys) / reply->keysyms_per_keycode);
 }
 
 QByteArray VirtualDisplay::titleOf(xcb_window_t window) const {

@@ -6,6 +6,7 @@
 #include <QtCore/QPoint>
 #include <QtCore/QProcess>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 #include <cstdint>
 #include <memory>
@@ -16,8 +17,8 @@
 
 namespace burnwick::test {
 
-/// An X server of the test's own, without a window manager and so without frames around windows. Ends with
-/// this object, and with the process at the latest.
+/// An X server without a window manager, and so without frames around windows. Ends with this object, and
+/// with the process at the latest. Windows are named by their titles.
 class VirtualDisplay {
 public:
     VirtualDisplay();
@@ -25,27 +26,27 @@ public:
     VirtualDisplay(const VirtualDisplay &) = delete;
     VirtualDisplay &operator=(const VirtualDisplay &) = delete;
 
-    /// For the variable DISPLAY; empty when the server did not start.
+    /// Returns the value of DISPLAY; empty if the server did not start.
     [[nodiscard]] QString name() const { return m_name; }
 
-    /// Whether a window of that title can be seen.
+    /// Whether the window is mapped.
     [[nodiscard]] bool shows(const QByteArray &title) const;
-    /// Whether it is the topmost one that can be seen.
+    /// Whether the window is the topmost mapped one.
     [[nodiscard]] bool showsInFront(const QByteArray &title) const;
-    /// Whether the keyboard is its.
+    /// Whether the window has the keyboard focus.
     [[nodiscard]] bool givesKeyboardTo(const QByteArray &title) const;
     /// Asks the window to close, as its frame's button would.
     void close(const QByteArray &title);
-    /// Presses and releases a key, of X11/keysym.h, with modifiers in the window of that title.
-    void pressKey(const QByteArray &title, xcb_keysym_t key, std::uint16_t modifiers = 0);
-    /// Where the window of that title has that colour, 0xRRGGBB, first; from the display's corner.
+    /// Returns the first pixel of the window in that colour, 0xRRGGBB; from the display's corner.
     [[nodiscard]] std::optional<QPoint> find(const QByteArray &title, std::uint32_t color) const;
-    /// Moves the pointer there and presses its left button; false when that could not be done.
+    /// Clicks with the left button at that place; returns false on failure.
     [[nodiscard]] bool click(const QPoint &place) const;
-    /// Puts a window over all others.
+    /// Types a key with modifiers, such as "ctrl+q", into the focused window; returns false on failure.
+    [[nodiscard]] bool pressKeys(const QString &keys) const;
+    /// Maps a window above all others.
     void cover();
-    /// What programs told all the desktop about their starts, from the first call on, in one text.
-    [[nodiscard]] QByteArray saidOfStarts();
+    /// Returns the text of all startup notifications to the desktop since the first call.
+    [[nodiscard]] QByteArray startupMessages();
 
 private:
     struct Disconnect {
@@ -54,15 +55,15 @@ private:
 
     [[nodiscard]] xcb_window_t root() const;
     [[nodiscard]] xcb_atom_t atom(const QByteArray &name) const;
-    /// Those that can be seen, the topmost one last.
+    /// Returns the mapped windows, the topmost one last.
     [[nodiscard]] std::vector<xcb_window_t> visibleWindows() const;
     [[nodiscard]] QByteArray titleOf(xcb_window_t window) const;
-    [[nodiscard]] xcb_keycode_t codeOf(xcb_keysym_t key) const;
+    bool runXdotool(const QStringList &arguments) const;
 
     QProcess m_server;
     QString m_name;
     std::unique_ptr<xcb_connection_t, Disconnect> m_connection;
-    QByteArray m_saidOfStarts;
+    QByteArray m_startupMessages;
 };
 
 } // namespace burnwick::test

@@ -27,7 +27,7 @@ inline bool visitAccessible(QAccessibleInterface *object,
     return true;
 }
 
-/// The texts of that kind of all visible objects.
+/// Returns the texts of that kind of all visible objects.
 inline QStringList textsIn(QWidget &window, QAccessible::Text kind) {
     QStringList texts;
     visitAccessible(QAccessible::queryAccessibleInterface(&window), [&](QAccessibleInterface &object) {
@@ -41,7 +41,7 @@ inline QStringList namesIn(QWidget &window) {
     return textsIn(window, QAccessible::Name);
 }
 
-/// The names that screen readers skip, because the role of their object is unset.
+/// Returns the names that screen readers skip because the role of the object is unset.
 inline QStringList namesWithoutRole(QWidget &window) {
     QStringList names;
     visitAccessible(QAccessible::queryAccessibleInterface(&window), [&names](QAccessibleInterface &object) {
@@ -52,7 +52,7 @@ inline QStringList namesWithoutRole(QWidget &window) {
     return names;
 }
 
-/// The first visible object of that role and name, or null.
+/// Returns the first visible object with that role and name, or null.
 inline QAccessibleInterface *findIn(QWidget &window, QAccessible::Role role, const char *name) {
     QAccessibleInterface *found = nullptr;
     visitAccessible(QAccessible::queryAccessibleInterface(&window), [&](QAccessibleInterface &object) {
@@ -71,7 +71,7 @@ inline void press(QWidget &window, QAccessible::Role role, const char *name) {
     const QString action = object->actionInterface()->actionNames().first();
     QSignalSpy clicked(qobject_cast<QAbstractButton *>(object->object()), &QAbstractButton::clicked);
     object->actionInterface()->doAction(action);
-    // Qt holds the button down for a moment.
+    // Qt releases the button after a short time.
     if (action == QAccessibleActionInterface::pressAction() && clicked.isEmpty())
         clicked.wait();
 }

@@ -60,7 +60,7 @@ XfcePanel::XfcePanel()
     environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), m_bus.address());
     m_panel.setProcessEnvironment(environment);
     m_panel.setStandardErrorFile(QProcess::nullDevice());
-    // A test that crashes runs no destructors.
+    // A crashing test runs no destructors.
     m_panel.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
 }
 
@@ -85,10 +85,6 @@ QStringList XfcePanel::items() const {
     call.setArguments({watcherName, QStringLiteral("RegisteredStatusNotifierItems")});
     const QDBusReply<QDBusVariant> items = m_observer.call(call);
     return items.isValid() ? items.value().variant().toStringList() : QStringList();
-}
-
-std::optional<QPoint> XfcePanel::find(std::uint32_t color) const {
-    return m_display.find("xfce4-panel", color);
 }
 
 } // namespace burnwick::test

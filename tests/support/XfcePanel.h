@@ -18,14 +18,13 @@ public:
 
     /// Returns the session bus of its items.
     [[nodiscard]] const PrivateBus &bus() const { return m_bus; }
+    /// Returns the display, on which the panel's window is "xfce4-panel".
     [[nodiscard]] VirtualDisplay &display() { return m_display; }
 
     void start();
     void end();
-    /// Returns the registered status items, by bus name and path; no older kinds of tray icons.
+    /// Returns the registered status items, by bus name and path; without older kinds of tray icons.
     [[nodiscard]] QStringList items() const;
-    /// Returns the first pixel of the panel in that colour, 0xRRGGBB; from the display's corner.
-    [[nodiscard]] std::optional<QPoint> find(std::uint32_t color) const;
 
 private:
     VirtualDisplay m_display;
