@@ -19,7 +19,7 @@ bool isDigit(QChar c) {
     return c >= u'0' && c <= u'9';
 }
 
-/// The text with every number as long as that, so that the order of texts is the order of versions.
+/// Pads each number to that width, so that the order of texts is the order of versions.
 QString padded(const QString &version, qsizetype width) {
     QString text;
     for (qsizetype at = 0; at < version.size();) {
@@ -50,7 +50,7 @@ bool isNewer(const QString &left, const QString &right) {
     return padded(left, width).toStdU16String() > padded(right, width).toStdU16String();
 }
 
-/// None when the bytes are not UTF-8.
+/// Returns nothing when the bytes are not UTF-8.
 std::optional<QString> textFrom(std::string_view bytes) {
     QStringDecoder decode(QStringDecoder::Utf8,
                           QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
@@ -58,7 +58,7 @@ std::optional<QString> textFrom(std::string_view bytes) {
     return decode.hasError() ? std::nullopt : std::optional(text);
 }
 
-/// The version element's text by a search in the bytes; none when there is no element.
+/// Returns the version element's text by a search in the bytes; absent without the element.
 std::optional<QString> firstVersion(std::string_view body) {
     constexpr std::string_view opening = "<sparkle:shortVersionString>";
     constexpr std::string_view closing = "</sparkle:shortVersionString>";

@@ -61,15 +61,15 @@ void checkPatch(std::string_view document, const std::string &patched, const Rep
 
     take(login, accessKey);
     require(textOf(take(patchedLogin, accessKey)) == QString::fromStdString(accessToken),
-            "the access token is put in");
+            "the access token is inserted");
     if (given.refresh) {
         take(login, refreshKey);
         require(textOf(take(patchedLogin, refreshKey)) == QString::fromStdString(*given.refresh),
-                "the refresh token is put in");
+                "the refresh token is inserted");
     }
     if (given.expiry) {
         take(login, expiryKey);
-        require(take(patchedLogin, expiryKey) == "1700000000123.5", "the expiry is put in");
+        require(take(patchedLogin, expiryKey) == "1700000000123.5", "the expiry is inserted");
     }
     require(login == patchedLogin, "nothing else in the login changes");
 }
@@ -102,13 +102,12 @@ const char *checkCredentials(std::string_view input) {
         require(patchedDocument(*patched, accessToken, given.refresh, given.expiry) == patched,
                 "a second patch changes nothing");
     }
-    require(isPatched || !before, "a login that is read can be renewed");
+    require(isPatched || !before, "a login that is read can be patched");
     if (const auto root = plainReading(input)) {
         const auto login = lastMember(*root, "claudeAiOauth");
-        require(isPatched == (login && login->is_object()),
-                "what has a login can be renewed, and nothing else");
+        require(isPatched == (login && login->is_object()), "only documents with a login are patched");
     } else {
-        require(!isPatched || mayBeBeyondPlainReading(input), "what is not JSON is left alone");
+        require(!isPatched || mayBeBeyondPlainReading(input), "malformed JSON is not patched");
     }
     return isPatched ? "patched" : "refused";
 }

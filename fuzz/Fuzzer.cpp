@@ -12,7 +12,7 @@ const burnwick::fuzz::Oracle *chosen = nullptr;
 
 } // namespace
 
-// The engine's entry points. It passes over options that begin with two dashes.
+// The engine's entry points. The engine ignores options that begin with two dashes.
 
 extern "C" int LLVMFuzzerInitialize(int *count, char ***arguments) {
     const auto &oracles = burnwick::fuzz::allOracles();
@@ -35,7 +35,7 @@ extern "C" int LLVMFuzzerInitialize(int *count, char ***arguments) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t size) {
-    // The memory is as long as the input, so that a look behind it is noticed; hence no copy.
+    // No copy: the memory ends with the input, so that the sanitizer detects a read behind it.
     static_cast<void>(chosen->check({reinterpret_cast<const char *>(data), size})); // NOLINT: bytes
     return 0;
 }

@@ -11,14 +11,14 @@ namespace {
 
 constexpr std::string_view blanks = " \t\r\n";
 
-/// The index behind the string that begins there.
+/// Returns the index behind the string that begins there.
 std::size_t stringEnd(std::string_view text, std::size_t at) {
     for (++at; text.at(at) != '"'; ++at)
         at += text.at(at) == '\\' ? 1 : 0;
     return at + 1;
 }
 
-/// The index of the comma or bracket behind the value that begins there.
+/// Returns the index of the comma or bracket behind the value that begins there.
 std::size_t valueEnd(std::string_view text, std::size_t at) {
     for (int depth = 0;; ++at) {
         const char c = text.at(at);
@@ -35,7 +35,7 @@ std::size_t valueEnd(std::string_view text, std::size_t at) {
 
 QString meaning(std::string_view jsonString) {
     const std::string_view behindQuote = jsonString.substr(1);
-    // With something before it, or Qt would drop a byte order mark.
+    // With a full stop before it, because Qt drops a byte order mark at the beginning.
     const QByteArray array = "[\"." + QByteArray(behindQuote.data(), qsizetype(behindQuote.size())) + ']';
     return QJsonDocument::fromJson(array).array().at(0).toString().mid(1);
 }

@@ -11,13 +11,13 @@ namespace burnwick::fuzz {
 
 struct JsonMember {
     QString key;
-    std::string_view value; ///< as it stands in the text
+    std::string_view value; ///< as written in the text
 
     bool operator==(const JsonMember &) const = default;
 };
 
-/// The members of an object in their order, found by quotes, brackets and commas alone. The text must be
-/// valid JSON; one that is not yields nonsense or throws std::out_of_range.
+/// Returns the members of an object in order, found by quotes, brackets and commas alone. The text must be
+/// valid JSON; for other text the result is undefined, or std::out_of_range is thrown.
 [[nodiscard]] std::vector<JsonMember> jsonMembers(std::string_view object);
 
 } // namespace burnwick::fuzz

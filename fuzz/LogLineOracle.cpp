@@ -18,7 +18,7 @@ namespace {
 using simdjson::dom::element;
 using simdjson::dom::object;
 
-// The entry by another JSON library. Each function returns false for a value of the wrong type.
+// Another JSON library reads the entry. Each function returns false for a value of the wrong type.
 
 using Text = std::optional<std::string_view>;
 

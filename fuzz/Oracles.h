@@ -8,7 +8,7 @@
 
 namespace burnwick::fuzz {
 
-/// What an oracle throws when the code breaks its word; the text says which.
+/// Thrown by an oracle when the code violates a claim; the text is the claim.
 class Violation final : public std::logic_error {
 public:
     using std::logic_error::logic_error;
@@ -19,11 +19,11 @@ inline void require(bool holds, const char *claim) {
         throw Violation(claim);
 }
 
-// Each hands any bytes to one reader of foreign data, holds its answer against what must be true of it,
-// mostly against a second reading that is plain and slow, and says what became of the input: the word with
-// which its file's name begins in the corpus. They throw Violation, and nothing else if the code is right.
+// Each passes any bytes to one reader of foreign data and compares the result with a second, plain and slow
+// reading. It returns the kind of the input, which is the first word of the file's name in the corpus. It
+// throws Violation if they differ; correct code makes it throw nothing else.
 
-/// "decoded", or "beyond" if simdjson refuses the line, "refused", or "notutf8" without a check.
+/// "decoded", "beyond" if simdjson alone rejects the line, "refused", or "notutf8" without a check.
 [[nodiscard]] const char *checkLogLine(std::string_view input);
 /// "counted" when the file has usage lines, otherwise "nothing".
 [[nodiscard]] const char *checkLogFile(std::string_view input);
@@ -35,7 +35,7 @@ inline void require(bool holds, const char *claim) {
 [[nodiscard]] const char *checkUsageResponse(std::string_view input);
 /// "newer" or "current" by the first version element, or "failed" without one.
 [[nodiscard]] const char *checkAppcast(std::string_view input);
-/// "kept" or "setaside", by what becomes of the file.
+/// "kept", or "setaside" for a file that was renamed.
 [[nodiscard]] const char *checkSettings(std::string_view input);
 
 struct Oracle {

@@ -87,7 +87,7 @@ void checkWrittenFile(const QByteArray &before, const QByteArray &after) {
     // One array of both, as a reading lasts until the next one.
     const QByteArray both = '[' + before + ',' + after + ']';
     const auto root = plainReading(view(both));
-    require(root.has_value(), "what is written is JSON");
+    require(root.has_value(), "the written file is JSON");
     const element old = root->at(0).value();
     const element written = root->at(1).value();
     const simdjson::dom::object settings = old.get_object().value();
@@ -101,9 +101,10 @@ void checkWrittenFile(const QByteArray &before, const QByteArray &after) {
 void readAll(const UserDefaults &defaults, const QJsonObject &values) {
     for (const QString &name : values.keys()) {
         const bool isNumber = values.value(name).isDouble();
-        require(defaults.contains(name), "every key is there");
+        require(defaults.contains(name), "every key is found");
         require(defaults.get<bool>(name).has_value() == values.value(name).isBool(), "a bool is a bool");
-        require(defaults.get<QString>(name).has_value() == values.value(name).isString(), "a text is a text");
+        require(defaults.get<QString>(name).has_value() == values.value(name).isString(),
+                "a string is a string");
         require(defaults.get<double>(name).has_value() == isNumber, "a number is a number");
         require(isNumber || !defaults.get<qint64>(name), "nothing else is an integer");
     }
@@ -123,7 +124,7 @@ const char *checkSettings(std::string_view input) {
     {
         QFile file(path);
         require(file.open(QIODevice::WriteOnly) && file.write(before) == before.size(),
-                "there is room to write");
+                "the file can be written");
     }
     const auto valuesBefore = before.isEmpty() ? QJsonObject() : objectIn(before);
     UserDefaults defaults(path);
@@ -138,10 +139,10 @@ const char *checkSettings(std::string_view input) {
             "a change changes its key and nothing else");
     require(UserDefaults(path).get<qint64>(key) == value, "the value is read back");
     const QStringList names = QDir(directory.path()).entryList(QDir::Files | QDir::Hidden);
-    require(names.size() == (valuesBefore ? 1 : 2), "nothing is left behind");
+    require(names.size() == (valuesBefore ? 1 : 2), "no temporary file remains");
     if (!valuesBefore) {
         require(bytesOf(directory.filePath(names.last())) == before,
-                "what cannot be read is set aside whole");
+                "an unreadable file is kept whole under another name");
         return "setaside";
     }
     if (!hasByteOrderMark(input))

@@ -13,7 +13,7 @@ namespace burnwick::fuzz {
 
 namespace {
 
-/// The form of an internet date-time by its letters alone: digits replaced, compared with all the forms.
+/// Whether the text, with each digit replaced by 0, is one of all forms of an internet date-time.
 bool hasForm(std::string_view text) {
     std::string form(text);
     for (char &c : form)
@@ -28,7 +28,7 @@ bool hasForm(std::string_view text) {
     return false;
 }
 
-/// By the C library's calendar.
+/// Returns the instant by the C library's calendar.
 std::optional<Instant> naiveInstant(std::string_view text) {
     if (!hasForm(text))
         return std::nullopt;
@@ -44,7 +44,7 @@ std::optional<Instant> naiveInstant(std::string_view text) {
     fields.tm_sec = number(17, 2);
     std::tm normal = fields;
     const std::time_t seconds = timegm(&normal);
-    // What is no date or time comes out as another one.
+    // timegm() changes the fields of a date or time that does not exist.
     const bool exists = normal.tm_mon == fields.tm_mon && normal.tm_mday == fields.tm_mday &&
                         normal.tm_hour == fields.tm_hour && normal.tm_min == fields.tm_min &&
                         normal.tm_sec == fields.tm_sec;
@@ -69,13 +69,13 @@ std::optional<Instant> naiveInstant(std::string_view text) {
 const char *checkTimestamp(std::string_view input) {
     const auto timestamp = parseTimestamp(input);
     const auto naive = naiveInstant(input);
-    require(timestamp.has_value() == naive.has_value(), "no more and no less than the grammar parses");
+    require(timestamp.has_value() == naive.has_value(), "exactly the grammar is accepted");
     if (!timestamp)
         return "refused";
-    require(timestamp == naive, "the instant is that of the calendar");
+    require(timestamp == naive, "the instant is correct");
     const std::size_t fractionDigits = std::max<std::size_t>(input.size(), 21) - 21;
     require(!input.ends_with('Z') || printTimestamp(*timestamp, fractionDigits) == input,
-            "printing gives the text again");
+            "printing restores the text");
     require(parseLogInstant(input).has_value() == (input.find('.') != std::string_view::npos),
             "log lines have a fraction");
     return "accepted";

@@ -15,7 +15,7 @@ namespace {
 
 using simdjson::dom::element;
 
-/// Ends the plain reading of an answer.
+/// Thrown by the plain reading for a malformed answer.
 struct NotTheAnswer {};
 
 bool isMissing(const std::optional<element> &value) {
@@ -99,7 +99,7 @@ const char *checkUsageResponse(std::string_view input) {
     const auto decoded = response(input);
     const auto root = plainReading(input);
     if (root && !mayBeBeyondPlainReading(input) && !hasByteOrderMark(input))
-        require(decoded == naiveResponse(*root), "an answer is what it says");
+        require(decoded == naiveResponse(*root), "an answer decodes to its members");
     if (!decoded)
         return "refused";
     require(decodeUsageResponse(encodeUsageResponse(*decoded)) == *decoded || hasByteOrderMark(input),

@@ -1,33 +1,26 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "fuzz/Oracles.h"
+#include "support/LogTreeFixture.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <set>
 #include <string>
 
 namespace burnwick::fuzz {
 
-// GoogleTest looks for it under this name.
+// Called by GoogleTest.
 void PrintTo(const Oracle &oracle, std::ostream *out) { // NOLINT: its name
     *out << oracle.name;
 }
 
 namespace {
 
-std::string bytesOf(const std::filesystem::path &path) {
-    std::ifstream file(path, std::ios::binary);
-    EXPECT_TRUE(file) << path;
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 class CorpusTest : public testing::TestWithParam<Oracle> {};
 
-TEST_P(CorpusTest, EachInputComesToWhatItsNameSays) {
+TEST_P(CorpusTest, EachInputHasTheOutcomeInItsName) {
     const Oracle &oracle = GetParam();
     std::set<std::string> outcomes;
     const std::filesystem::path folder = std::filesystem::path(BURNWICK_CORPUS_DIRECTORY) / oracle.name;
@@ -36,7 +29,7 @@ TEST_P(CorpusTest, EachInputComesToWhatItsNameSays) {
         const std::string expected = name.substr(0, name.find('-'));
         outcomes.insert(expected);
         try {
-            EXPECT_EQ(oracle.check(bytesOf(file.path())), expected) << name;
+            EXPECT_EQ(oracle.check(test::bytesOf(file.path())), expected) << name;
         } catch (const Violation &violation) {
             ADD_FAILURE() << name << ": " << violation.what();
         }
