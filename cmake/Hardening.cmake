@@ -1,5 +1,5 @@
-# What a release is compiled and linked with so that a memory fault is harder to abuse. Development and
-# sanitizer builds go without. packaging/check-hardening.sh looks for the results in the programs.
+# Adds the compiler's and linker's options against the abuse of memory faults to release builds only.
+# packaging/check-hardening.sh checks the built programs for their effects.
 if(CMAKE_BUILD_TYPE STREQUAL "Release")
     include(CheckCXXCompilerFlag)
     include(CheckPIESupported)

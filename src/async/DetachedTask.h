@@ -9,7 +9,7 @@
 
 namespace burnwick {
 
-/// Runs a task without awaiting it. Logs an exception, which it should not throw.
+/// Runs a task without awaiting it. Logs its exception: such a task should not throw.
 inline void runDetached(QCoro::Task<void> task) {
     task.then([] {}, [](const std::exception &error) { qWarning("A task failed: %s", error.what()); });
 }

@@ -11,19 +11,19 @@
 #include <memory>
 #include <utility>
 
-namespace burnwick::platform {
+namespace burnwick {
 
-/// Runs work that may never end, as runDetachedThread() does, and returns its result.
+/// Runs the work by platform::runDetachedThread(). The future never finishes when the work does not.
 template <typename T>
 [[nodiscard]] QFuture<T> detachedThreadResult(std::function<T()> work) {
     // Shared only because a std::function must be copyable.
     const auto promise = std::make_shared<QPromise<T>>();
     promise->start();
-    runDetachedThread([promise, work = std::move(work)] {
+    platform::runDetachedThread([promise, work = std::move(work)] {
         promise->addResult(work());
         promise->finish();
     });
     return promise->future();
 }
 
-} // namespace burnwick::platform
+} // namespace burnwick

@@ -39,7 +39,7 @@ public:
     void catchUp(Instant now) const {
         const auto remaining =
             std::max(std::chrono::ceil<std::chrono::milliseconds>(m_due - now), std::chrono::milliseconds(0));
-        // A smaller difference comes from two readings of the clock.
+        // Two readings of the clock differ by less.
         constexpr std::chrono::seconds noticeable{1};
         if (remaining + noticeable < m_timer->remainingTimeAsDuration())
             m_timer->start(remaining);

@@ -11,7 +11,7 @@ namespace burnwick {
 
 class Clock;
 
-/// A running timer. Destruction stops it, also within its callback.
+/// A running timer. Its destruction stops it, also within its callback.
 class RepeatingTimer {
 public:
     virtual ~RepeatingTimer() = default;
@@ -21,13 +21,12 @@ public:
 class Scheduler {
 public:
     virtual ~Scheduler() = default;
-    /// Calls back on the main thread once per interval: first after one interval, and never early.
+    /// Calls the callback on the main thread once per interval: first after one interval, and never early.
     [[nodiscard]] virtual std::unique_ptr<RepeatingTimer> repeat(std::chrono::milliseconds interval,
                                                                  std::function<void()> callback) = 0;
 };
 
-/// Timers of the event loop. Because these stop while the machine sleeps, each also has a due time by the
-/// wall clock.
+/// Timers of the event loop, which stop while the machine sleeps: each also has a due time by the wall clock.
 class EventLoopScheduler final : public Scheduler {
 public:
     /// The clock must outlive this object, which must outlive its timers.
@@ -36,9 +35,9 @@ public:
 
     [[nodiscard]] std::unique_ptr<RepeatingTimer> repeat(std::chrono::milliseconds interval,
                                                          std::function<void()> callback) override;
-    /// Corrects the timers that are late by the wall clock: those that are due call back once, in the next
-    /// turn of the event loop. Call it after the machine slept; each timer that fires does so too, for
-    /// systems that do not announce sleep.
+    /// Corrects the timers that are late by the wall clock: those that are due fire once, in the next turn of
+    /// the event loop. Call it after the machine slept. Each timer that fires also calls it, for systems that
+    /// do not announce sleep.
     void catchUp() const;
 
 private:

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "logs/FileMonitor.h"
 
-#include "platform/ThreadName.h"
+#include "platform/Process.h"
 
 #include <condition_variable>
 #include <deque>

@@ -37,7 +37,7 @@ bool SystemProxies::knows(const QUrl &url) const {
 QFuture<SystemProxies::Proxies> SystemProxies::ask(const QUrl &url) {
     const QUrl origin = originOf(url);
     if (!m_queries.contains(origin)) {
-        m_queries.insert(origin, platform::detachedThreadResult<Proxies>(
+        m_queries.insert(origin, detachedThreadResult<Proxies>(
                                      [origin] { return systemProxyForQuery(QNetworkProxyQuery(origin)); }));
     }
     return m_queries.value(origin);

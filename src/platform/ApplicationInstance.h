@@ -15,20 +15,20 @@ enum class ApplicationAction {
     showSettings ///< "settings": the settings in front
 };
 
-/// Returns the action of that name in desktop entries and on the command line; absent for an unknown name.
+/// Returns the action with that name in desktop entries and on the command line; absent for an unknown name.
 [[nodiscard]] constexpr std::optional<ApplicationAction> applicationActionNamed(std::string_view name) {
     return name == "settings" ? std::optional(ApplicationAction::showSettings) : std::nullopt;
 }
-/// The inverse; showWindow has no name, for which it returns an empty one.
+/// Returns the action's name; empty for showWindow, which has none.
 [[nodiscard]] constexpr std::string_view nameOf(ApplicationAction action) {
     return action == ApplicationAction::showSettings ? "settings" : "";
 }
 
-/// The desktop's permission to raise a window and its identifier of the click; empty where the desktop sets
-/// none. Each is valid once.
+/// The desktop's permission to raise a window, and its identifier of the click; empty when the desktop sets
+/// none. Each can be used once.
 struct StartupActivation {
     std::string token;     ///< Wayland's
-    std::string startupId; ///< X11's, which Qt itself uses in the process that was started
+    std::string startupId; ///< X11's; Qt uses it itself in the started process
 
     bool operator==(const StartupActivation &) const = default;
 };
@@ -44,9 +44,9 @@ struct ApplicationRequest {
 /// The outcome of a start.
 enum class InstanceClaim {
     first,        ///< this process is the instance
-    unknown,      ///< other instances cannot be seen
-    handedOver,   ///< another one runs and has accepted the request
-    notHandedOver ///< another one runs and did not reply
+    unknown,      ///< without a bus that replies, other instances are not found
+    handedOver,   ///< another process is the instance and has accepted the request
+    notHandedOver ///< another process is the instance and did not reply
 };
 
 /// Lets one instance of the program run in a user's session. Main thread only.
@@ -56,13 +56,13 @@ public:
 
     virtual ~ApplicationInstance() = default;
 
-    /// Makes this process the instance, or hands the request to the one that is. Call it once. Answers once,
-    /// on the main thread, after the call returned and within seconds; the answer is dropped when this object
-    /// is destroyed first.
+    /// Makes this process the instance, or forwards the request to the running one. Call it once. Calls
+    /// `answer` once, on the main thread, after this call returned and within seconds; not after this object
+    /// is destroyed.
     virtual void claim(const ApplicationRequest &request,
                        std::function<void(InstanceClaim outcome)> answer) = 0;
-    /// The handler is called with each request of later starts and of the desktop; within this call with
-    /// those that came before.
+    /// The handler is called with each request of later starts and of the desktop; with earlier ones before
+    /// this call returns.
     virtual void setRequestHandler(RequestHandler handler) = 0;
 };
 

@@ -23,9 +23,9 @@ public:
 
     virtual ~DesktopAppearance() = default;
 
-    /// Calls the handler once the desktop has returned its colours, or an error, and then with each change;
-    /// until then the default wishes hold. On the main thread, after this call returned; not after this
-    /// object is destroyed. There is no limit to the time of the first call. Call follow() at most once.
+    /// Calls the handler once the desktop has returned its colours, or an error, and then with each change.
+    /// The first call has no time limit. On the main thread, after this call returned; not after this object
+    /// is destroyed. Call follow() at most once.
     virtual void follow(Handler handler) = 0;
 };
 

@@ -9,8 +9,8 @@ class DesktopSettings {
 public:
     virtual ~DesktopSettings() = default;
 
-    /// Opens the page for notifications, or the nearest installed one. Without any it logs a line the first
-    /// time.
+    /// Opens the page for notifications, or the nearest installed one. When none is installed, the first call
+    /// logs a line.
     virtual void openNotifications() = 0;
 };
 

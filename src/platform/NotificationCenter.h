@@ -19,8 +19,8 @@ struct UserNotification {
 
 /// The desktop's notifications. Main thread only.
 ///
-/// Operations answer exactly once, within seconds, on the main thread and after the call returned. Answers
-/// are dropped when the center is destroyed first; neither they nor the handlers may destroy it.
+/// Operations call `answer` exactly once, within seconds, on the main thread and after the call returned; not
+/// after the center is destroyed. Neither answers nor handlers may destroy it.
 class NotificationCenter {
 public:
     enum class Authorization {
@@ -30,22 +30,22 @@ public:
     };
     struct AuthorizationOutcome {
         bool granted = false;
-        std::optional<std::string> error; ///< why it is not determined; then not granted
+        std::optional<std::string> error; ///< why it is not determined; present only when not granted
     };
     /// Called when the user clicks a notification, with the desktop's permission to raise a window: an
-    /// activation token, empty where the desktop hands out none.
+    /// activation token, empty when the desktop issues none.
     using ActivateHandler = std::function<void(const std::string &activationToken)>;
 
     virtual ~NotificationCenter() = default;
 
     virtual void readAuthorization(std::function<void(Authorization)> answer) = 0;
-    /// Asks the user, on systems with such a question, for alerts with sound.
+    /// Asks the user for alerts with sound, on systems that have such a question.
     virtual void requestAuthorization(std::function<void(AuthorizationOutcome)> answer) = 0;
-    /// The handler is called when the authorisation may have changed; read it again then.
+    /// The handler is called when the authorization may have changed.
     virtual void setAuthorizationChangedHandler(std::function<void()> handler) = 0;
 
-    /// Shows it, also while the application is in front. Answers with the error, absent once the desktop has
-    /// accepted it.
+    /// Shows it, also while the application is in front. The answer's error is absent when the desktop has
+    /// accepted the notification.
     virtual void add(const UserNotification &notification,
                      std::function<void(std::optional<std::string> error)> answer) = 0;
     virtual void setActivateHandler(ActivateHandler handler) = 0;

@@ -18,49 +18,35 @@
 #include <memory>
 #include <string>
 
-/// Makes the backends of the system that the program was built for; the rooms of each system define these. A
-/// program links only the rooms whose functions it calls: the report loads no widgets.
+/// Makes the backends of the system that the program was built for; the rooms of each system define these
+/// functions. They need a running application object. A program links only the rooms whose functions it
+/// calls, so that the report loads no widgets.
 namespace burnwick::platform {
 
-/// Needs a running application object.
+[[nodiscard]] std::unique_ptr<ApplicationInstance> makeApplicationInstance();
+[[nodiscard]] std::unique_ptr<DesktopAppearance> makeDesktopAppearance();
+[[nodiscard]] std::unique_ptr<DesktopSettings> makeDesktopSettings();
+[[nodiscard]] std::unique_ptr<LoginItem> makeLoginItem();
+[[nodiscard]] std::unique_ptr<NotificationCenter> makeNotificationCenter();
+[[nodiscard]] std::unique_ptr<SleepMonitor> makeSleepMonitor();
 [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem();
+[[nodiscard]] std::unique_ptr<TerminalLauncher> makeTerminalLauncher();
+/// Returns the store in which Claude Code keeps the login of the user of that home directory. Removes
+/// temporary files that a crash has left beside it.
+[[nodiscard]] std::unique_ptr<SecretStore> makeSecretStore(const std::filesystem::path &home);
 
-/// See OpenDirectoryEventSource.
+/// See OpenDirectoryEventSource. Needs no application object.
 [[nodiscard]] std::unique_ptr<DirectoryEventSource>
 openDirectoryEventSource(const std::filesystem::path &path);
 
-/// Needs a running application object.
-[[nodiscard]] std::unique_ptr<DesktopAppearance> makeDesktopAppearance();
-
-[[nodiscard]] std::unique_ptr<DesktopSettings> makeDesktopSettings();
-
-/// Needs a running application object.
-[[nodiscard]] std::unique_ptr<TerminalLauncher> makeTerminalLauncher();
-
-/// Needs a running application object.
-[[nodiscard]] std::unique_ptr<NotificationCenter> makeNotificationCenter();
-
-/// Returns the store in which Claude Code keeps the login of the user of that home directory. Removes
-/// temporary files that a crash has left beside it. Needs a running application object.
-[[nodiscard]] std::unique_ptr<SecretStore> makeSecretStore(const std::filesystem::path &home);
-
-/// Needs a running application object.
-[[nodiscard]] std::unique_ptr<LoginItem> makeLoginItem();
-
-/// Needs a running application object.
-[[nodiscard]] std::unique_ptr<SleepMonitor> makeSleepMonitor();
-
-/// Needs a running application object.
-[[nodiscard]] std::unique_ptr<ApplicationInstance> makeApplicationInstance();
-
-/// Returns how users of this system get a release.
+/// Needs no application object.
 [[nodiscard]] ReleaseForm releaseForm();
 
 /// The result of a trial of the display.
 struct DisplayTrial {
-    std::string fault; ///< why no windows can be shown, in one sentence; empty where they can
+    std::string fault; ///< why no windows can be shown, in one sentence; empty when they can
     /// Keep it until the application object exists: an X server restarts when its last client disconnects,
-    /// and refuses Qt meanwhile.
+    /// and rejects connections meanwhile.
     std::shared_ptr<void> connection;
 };
 
@@ -69,19 +55,19 @@ struct DisplayTrial {
 /// and does not respond, as Qt would.
 [[nodiscard]] DisplayTrial tryDisplay();
 
-/// Makes this process do without a session bus on which it would block for long or without limit. Takes a few
-/// milliseconds, or 2 s where the bus does not respond. Call it before the application object exists, and
-/// before this process uses any of the desktop's services.
+/// Disables the session bus for this process when the bus does not respond: calls would block for long or
+/// without limit. Takes a few milliseconds, or 2 s when the bus does not respond. Call it before the
+/// application object exists, and before this process uses any of the desktop's services.
 void disableUnresponsiveBus();
 
-/// Returns what the desktop passed to this process at its start. Read it before the application object
-/// exists, which removes a part.
+/// Returns what the desktop passed to this process at its start. Call it before the application object
+/// exists, which removes a part of it.
 [[nodiscard]] StartupActivation startupActivation();
 /// Removes it from the environment, so that programs started by this one do not inherit it. Call it once the
 /// application object exists.
 void forgetStartupActivation();
-/// Ends the start of a process that shows no window for the desktop: X11's desktops would show a busy pointer
-/// for a while. Needs a running application object.
+/// Announces that this process shows no window after all: X11's desktops would show a busy pointer for a
+/// while. Needs a running application object.
 void concludeStartup(const StartupActivation &activation);
 
 } // namespace burnwick::platform

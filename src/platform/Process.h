@@ -6,10 +6,13 @@
 
 namespace burnwick::platform {
 
-/// Runs work that may never end on a new thread, or on the caller's where the system has no thread left. The
-/// work must throw nothing and use nothing that others may destroy. A program with a ProcessScope ends
-/// without waiting for it.
+/// Runs work that may never end on a new thread, or on the caller's when the system cannot create one. The
+/// work must not throw, and must own all that it uses. A program with a ProcessScope ends without waiting for
+/// it.
 void runDetachedThread(std::function<void()> work);
+
+/// Names the calling thread for debuggers and process viewers. At most 15 characters.
+void nameThisThread(const char *name) noexcept;
 
 /// The first object in main(), for the process's whole life.
 ///

@@ -19,19 +19,18 @@ struct StoredSecret {
 
 /// Keeps one secret blob under a service's name, shared with other programs. Main thread only.
 ///
-/// Both operations take a few seconds at most, without blocking, and answer exactly once, on the main thread,
-/// possibly before they return. An answer is dropped when the store is destroyed first. They never ask the
-/// user to unlock anything.
+/// Both operations call `answer` exactly once, within a few seconds and on the main thread, possibly before
+/// they return; not after the store is destroyed. They do not block, and never ask the user to unlock
+/// anything.
 class SecretStore {
 public:
     virtual ~SecretStore() = default;
 
-    /// Answers with the whole blob; absent when it is missing or not accessible now.
+    /// Reads the whole blob; absent when it is missing or not accessible now.
     virtual void read(const std::string &service,
                       std::function<void(std::optional<StoredSecret> secret)> answer) = 0;
-    /// Replaces an existing blob as a whole, in the place where it was read, which then contains the old one
-    /// or the new one. Never creates one, and replaces nothing when read() would look elsewhere by now.
-    /// Answers whether the new one is in place.
+    /// Replaces an existing blob in the place where it was read. The place then contains the whole old blob
+    /// or the whole new one. Never creates a blob, and fails when read() would use another place now.
     virtual void replace(const std::string &service, const StoredSecret &secret,
                          std::function<void(bool replaced)> answer) = 0;
 };

@@ -11,9 +11,9 @@ class SleepMonitor {
 public:
     virtual ~SleepMonitor() = default;
 
-    /// Calls the handler each time the machine has woken up or its clock was set, perhaps twice for one such
-    /// event; the network may not be back yet. On the main thread, not after this object is destroyed. Call
-    /// follow() at most once.
+    /// Calls the handler each time the machine has woken up or its clock was set, once or twice for one such
+    /// event; the network may not be available yet. On the main thread, not after this object is destroyed.
+    /// Call follow() at most once.
     virtual void follow(std::function<void()> onWake) = 0;
 };
 

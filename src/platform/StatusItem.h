@@ -22,11 +22,11 @@ struct StatusItemContent {
 
 /// The application's one item in the desktop's status bar. Main thread only.
 ///
-/// A backend shows as much as its host can, and waits until a host appears; it never fails.
+/// A backend shows as much as its host supports, and waits until a host appears; it never fails.
 class StatusItem {
 public:
     /// Called on the main thread when the user clicks the item, with the desktop's permission to raise a
-    /// window: an activation token, empty where the desktop issues none.
+    /// window: an activation token, empty when the desktop issues none.
     using ActivateHandler = std::function<void(const std::string &activationToken)>;
 
     virtual ~StatusItem() = default;

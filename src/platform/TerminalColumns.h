@@ -4,8 +4,9 @@
 
 namespace burnwick::platform {
 
-/// The character's columns in a terminal by the system's Unicode tables, independent of the locale: 2 for a
-/// wide character, 0 for a combining mark, -1 for a control or an unknown character. Safe from any thread.
+/// Returns the character's columns in a terminal by the system's Unicode tables, independent of the locale: 2
+/// for a wide character, 0 for a combining mark, -1 for a control or an unknown character. Safe from any
+/// thread.
 [[nodiscard]] int terminalColumnsOf(char32_t character);
 
 } // namespace burnwick::platform

@@ -29,7 +29,7 @@ std::optional<InstanceClaim> claim(BusApplicationInstance &instance, const Appli
     return outcome;
 }
 
-TEST(ApplicationInstance, TakesThePlaceOfOneThatEndsMeanwhile) {
+TEST(ApplicationInstance, BecomesTheInstanceWhenTheFirstOneEnds) {
     const FakeApplication ending(FakeApplication::Conduct::leaves);
     BusApplicationInstance instance;
     EXPECT_EQ(claim(instance), InstanceClaim::first);
@@ -37,13 +37,13 @@ TEST(ApplicationInstance, TakesThePlaceOfOneThatEndsMeanwhile) {
 }
 
 TEST(ApplicationInstance, ABusThatHangsLeavesTheOutcomeUnknown) {
-    BusApplicationInstance instance({.claim = 100ms, .handOver = 5s});
+    BusApplicationInstance instance(100ms);
     sessionBusOfTests().freeze();
     EXPECT_EQ(claim(instance), InstanceClaim::unknown);
     sessionBusOfTests().thaw();
 }
 
-TEST(ApplicationInstance, PassesTheDesktopsRequestsOn) {
+TEST(ApplicationInstance, ForwardsTheDesktopsRequests) {
     const QVariantMap none;
     const QVariantMap both{{QStringLiteral("activation-token"), QStringLiteral("token")},
                            {QStringLiteral("desktop-startup-id"), QStringLiteral("id")},
@@ -84,7 +84,7 @@ TEST(ApplicationInstance, PassesTheDesktopsRequestsOn) {
     QDBusConnection::disconnectFromBus(peerName);
 }
 
-TEST(ApplicationInstance, RequestsBeforeTheHandlerAreKeptForIt) {
+TEST(ApplicationInstance, TheHandlerGetsEarlierRequests) {
     BusApplicationInstance first;
     ASSERT_EQ(claim(first), InstanceClaim::first);
     BusApplicationInstance second;

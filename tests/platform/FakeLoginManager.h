@@ -12,7 +12,7 @@
 
 namespace burnwick {
 
-/// The login manager on a bus that serves as the system's; under another name, a stranger that sends its
+/// The login manager on a bus that serves as the system's; with another name, a stranger that sends the same
 /// signal.
 class FakeLoginManager {
 public:

@@ -5,10 +5,12 @@
 #include "platform/linux/login/AutostartLoginItem.h"
 #include "support/EnvironmentVariable.h"
 #include "support/LogTreeFixture.h"
+#include "support/WaitFor.h"
 
 #include <gtest/gtest.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QProcess>
 
 #include <functional>
 
@@ -23,6 +25,69 @@ using test::entriesOf;
 using test::TemporaryDirectory;
 using test::writeFile;
 
+const char *const programs[] = {
+    "/home/ann/Büro/日本/burnwick",   "/home/ann/my programs/burnwick", R"(/a/say "hi"/burnwick)",
+    R"(/a/back\slash/burnwick)",      "/a/$HOME/`date`/burnwick",       "/a/%f %%/burnwick",
+    R"(/a/50% of \ "$1"=x/burnwick)", "/a/x;y&z|(1)<2>*?#~/burnwick",   "/a/two\nlines\tand\rmore/burnwick",
+};
+
+/// Runs the tool on the file. Returns its output and a non-zero exit code; absent when it is not installed.
+std::optional<std::string> outputOf(const QString &tool, const QStringList &arguments) {
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(tool, arguments);
+    if (!process.waitForStarted() || !process.waitForFinished())
+        return std::nullopt;
+    const std::string code = process.exitCode() == 0 ? "" : std::to_string(process.exitCode());
+    return process.readAll().toStdString() + code;
+}
+
+/// Desktops read the entry with GLib or by the same rules.
+TEST(AutostartEntry, OfAnyPathIsValidRecognizedAndStartedByGLib) {
+    const TemporaryDirectory directory;
+    const auto file = directory.path() / "burnwick.desktop";
+    const QString fileName = QString::fromStdString(file);
+    for (const char *program : programs) {
+        SCOPED_TRACE(program);
+        const std::string path = directory.path().string() + program;
+        const std::string entry = autostartEntry(path);
+        EXPECT_TRUE(isUnchangedEntry(entry));
+        writeFile(file, entry);
+        test::writeProgram(path, "#!/bin/sh\n: > \"$0.started\"\n");
+        const auto validated = outputOf(QStringLiteral("desktop-file-validate"), {fileName});
+        const auto launched = outputOf(QStringLiteral("gio"), {QStringLiteral("launch"), fileName});
+        if (!validated || !launched)
+            GTEST_SKIP() << "desktop-file-validate or gio is not installed";
+        ASSERT_EQ(*validated + *launched, "");
+        EXPECT_TRUE(waitFor([&path] { return fs::exists(path + ".started"); }));
+    }
+}
+
+TEST(AutostartEntry, IsSwitchedByItsKeys) {
+    const std::string head = "# mine\n[Desktop Entry]\r\n";
+    const std::string rest = "Exec = x\nName[de]=B\n#Hidden=true\n[Desktop Action y]\nHidden=true";
+    const std::string noCommand = "[Desktop Action x]\nExec=x\n[Desktop Entry]\n";
+    const std::string gnome = "X-GNOME-Autostart-enabled=false\n";
+    const struct {
+        std::string entry;
+        bool starts;
+        std::string on, off;
+    } rows[] = {
+        {head + rest, true, head + rest, head + "Hidden=true\n" + rest},
+        {head + "Hidden = 1 \n" + rest, false, head + rest, head + "Hidden=true\n" + rest},
+        {head + gnome + rest, false, head + rest, head + "Hidden=true\n" + gnome + rest},
+        {head + "Hidden=false\n" + rest, true, head + "Hidden=false\n" + rest, head + "Hidden=true\n" + rest},
+        {noCommand, false, noCommand, noCommand + "Hidden=true\n"},
+        {"junk\nHidden=true\n", false, "junk\nHidden=true\n", "junk\nHidden=true\n"},
+        {"", false, "", ""},
+    };
+    for (const auto &row : rows) {
+        EXPECT_EQ(startsAtLogin(row.entry), row.starts) << row.entry;
+        EXPECT_EQ(switchedEntry(row.entry, true), row.on) << row.entry;
+        EXPECT_EQ(switchedEntry(row.entry, false), row.off) << row.entry;
+    }
+}
+
 class LoginItemTest : public testing::Test {
 protected:
     LoginItemTest() { test::writeProgram(m_program, "#!/bin/sh\n"); }
@@ -34,25 +99,24 @@ protected:
     AutostartLoginItem m_item{m_folder, QString::fromStdString(m_program.string())};
 };
 
-TEST_F(LoginItemTest, IsSwitchedOnAndOff) {
+TEST_F(LoginItemTest, WritesOnlyChangesAndNoLink) {
     EXPECT_FALSE(m_item.isRegistered());
     EXPECT_FALSE(m_item.unregisterItem()) << "nothing to do";
     EXPECT_FALSE(fs::exists(m_folder));
-
     EXPECT_FALSE(m_item.registerItem());
-    EXPECT_TRUE(m_item.isRegistered());
-    EXPECT_EQ(bytesOf(m_file), autostartEntry(m_program.string()));
     const auto written = fs::last_write_time(m_file);
     EXPECT_FALSE(m_item.registerItem());
     EXPECT_EQ(fs::last_write_time(m_file), written) << "written without a change";
-    EXPECT_EQ(entriesOf(m_folder), 1);
 
-    EXPECT_FALSE(m_item.unregisterItem());
-    EXPECT_FALSE(m_item.isRegistered());
-    EXPECT_EQ(entriesOf(m_folder), 0);
+    fs::rename(m_file, m_directory.path() / "dotfile");
+    fs::create_symlink(m_directory.path() / "dotfile", m_file);
+    EXPECT_FALSE(m_item.registerItem());
+    EXPECT_TRUE(m_item.unregisterItem()) << "other programs may use the link's target";
+    EXPECT_TRUE(m_item.isRegistered());
+    EXPECT_TRUE(fs::is_symlink(m_file));
 }
 
-TEST_F(LoginItemTest, AnythingButAnEntryOrAFolderIsAFailureAndStays) {
+TEST_F(LoginItemTest, FailuresChangeNothing) {
     const fs::path other = m_directory.path() / "other.desktop";
     const auto replaceFolder = [&](auto make) {
         fs::remove(m_folder);
@@ -61,7 +125,7 @@ TEST_F(LoginItemTest, AnythingButAnEntryOrAFolderIsAFailureAndStays) {
     const struct {
         const char *what;
         std::function<void()> arrange;
-        bool canBeSwitchedOff = false; ///< as the desktop starts nothing
+        bool startsNothing = false; ///< so that it can be switched off
     } rows[] = {
         {"a directory", [&] { writeFile(m_file / "kept", "x"); }},
         {"a pipe", [&] { ASSERT_EQ(::mkfifo(m_file.c_str(), 0600), 0); }},
@@ -78,6 +142,7 @@ TEST_F(LoginItemTest, AnythingButAnEntryOrAFolderIsAFailureAndStays) {
         {"a file as the folder", [&] { replaceFolder([&] { writeFile(m_folder, "x"); }); }, true},
         {"a broken link as the folder", [&] { replaceFolder([&] { fs::create_symlink(other, m_folder); }); },
          true},
+        {"no program", [&] { fs::remove(m_program); }, true},
     };
     const auto picture = [this] {
         std::string text;
@@ -95,22 +160,12 @@ TEST_F(LoginItemTest, AnythingButAnEntryOrAFolderIsAFailureAndStays) {
         const auto failure = m_item.registerItem();
         EXPECT_TRUE(failure && failure->reason.find("/config") != std::string::npos);
         EXPECT_FALSE(m_item.isRegistered());
-        EXPECT_EQ(!m_item.unregisterItem(), row.canBeSwitchedOff);
+        EXPECT_EQ(!m_item.unregisterItem(), row.startsNothing);
         EXPECT_FALSE(m_item.restoreChoice(false));
         EXPECT_EQ(picture(), before);
         fs::remove_all(m_folder.parent_path());
         fs::remove(other);
     }
-}
-
-TEST_F(LoginItemTest, ALinkToTheRightEntryIsRegisteredAndNotSwitchedOff) {
-    ASSERT_FALSE(m_item.registerItem());
-    fs::rename(m_file, m_directory.path() / "dotfile");
-    fs::create_symlink(m_directory.path() / "dotfile", m_file);
-    EXPECT_FALSE(m_item.registerItem());
-    EXPECT_TRUE(m_item.unregisterItem()) << "other programs may use it";
-    EXPECT_TRUE(m_item.isRegistered());
-    EXPECT_TRUE(fs::is_symlink(m_file));
 }
 
 TEST_F(LoginItemTest, AnEarlierChoiceYieldsToTheUsersChanges) {
@@ -121,6 +176,8 @@ TEST_F(LoginItemTest, AnEarlierChoiceYieldsToTheUsersChanges) {
     const std::string disabled = fresh + "X-GNOME-Autostart-enabled=false\n";
     const std::string delayed = fresh + "X-GNOME-Autostart-Delay=9\n";
     const std::string delayedHidden = "[Desktop Entry]\nHidden=true\n" + delayed.substr(delayed.find("Exec"));
+    const std::string lower = fresh.substr(0, 21) + "nice " + fresh.substr(21);
+    const std::string lowerHidden = "[Desktop Entry]\nHidden=true\n" + lower.substr(lower.find("Exec"));
     const std::string users = "[Desktop Entry]\nType=Application\nName=Mine\nExec=env A=1 burnwick\n";
     const std::string usersHidden = "[Desktop Entry]\nHidden=true\n" + users.substr(users.find("Type"));
     const struct {
@@ -137,6 +194,7 @@ TEST_F(LoginItemTest, AnEarlierChoiceYieldsToTheUsersChanges) {
         {"disabled", disabled, disabled, disabled, fresh, disabled},
         {"delayed", delayed, delayed, delayed, delayed, delayedHidden},
         {"delayed, hidden", delayedHidden, delayedHidden, delayedHidden, delayed, delayedHidden},
+        {"of another priority", lower, lower, lower, lower, lowerHidden},
         {"the user's", users, users, users, users, usersHidden},
         {"the user's, hidden", usersHidden, usersHidden, usersHidden, users, usersHidden},
     };
@@ -155,12 +213,6 @@ TEST_F(LoginItemTest, AnEarlierChoiceYieldsToTheUsersChanges) {
         EXPECT_EQ(after(row.before, [this] { return m_item.registerItem(); }), row.on);
         EXPECT_EQ(after(row.before, [this] { return m_item.unregisterItem(); }), row.off);
     }
-}
-
-TEST_F(LoginItemTest, AMissingProgramIsNotRegistered) {
-    fs::remove(m_program);
-    EXPECT_TRUE(m_item.registerItem());
-    EXPECT_FALSE(fs::exists(m_folder));
 }
 
 TEST_F(LoginItemTest, AnInstalledProgramIsNamedWithoutItsFolder) {

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "platform/linux/notifications/LinuxNotificationCenter.h"
+#include "support/Dunst.h"
 #include "support/FakeNotificationServer.h"
 #include "support/PrivateBus.h"
 #include "support/WaitFor.h"
@@ -15,9 +16,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Longer than any test waits: an answer that comes has not come by the limit.
+/// Longer than any test waits: no answer is caused by it.
 constexpr auto noLimit = 1h;
-/// For answers that never come; others come before it on a busy machine too.
+/// For missing answers; all others arrive earlier on a busy machine too.
 constexpr auto shortLimit = 500ms;
 
 const QString notifyMethod = QStringLiteral("Notify");
@@ -27,7 +28,7 @@ UserNotification quota(const std::string &body) {
     return {"quota80", "Quota Alert", body};
 }
 
-/// A center, what it answered and what was clicked.
+/// A center, its answers and the clicks that it announced.
 struct Center {
     explicit Center(std::chrono::milliseconds limit = noLimit,
                     const QDBusConnection &bus = QDBusConnection::sessionBus())
@@ -52,7 +53,7 @@ struct Center {
     std::unique_ptr<LinuxNotificationCenter> center;
 };
 
-TEST(NotificationDelivery, ANotificationIsSentAsTheServersCapabilitiesAllow) {
+TEST(NotificationDelivery, MarkupAndActionsFollowTheServersCapabilities) {
     const char *body = "Burnwick <b>2</b> & \"3\" is available.";
     const char *escaped = "Burnwick &lt;b&gt;2&lt;/b&gt; &amp; &quot;3&quot; is available.";
     const QStringList open{QStringLiteral("default"), QStringLiteral("Open")};
@@ -107,7 +108,7 @@ TEST(NotificationDelivery, AnIdentifierUsedBeforeReplacesItsNotification) {
     EXPECT_EQ(server.calls.count(capabilitiesMethod), 1);
 }
 
-TEST(NotificationDelivery, TwoAtOnceWithOneIdentifierAreOnePopup) {
+TEST(NotificationDelivery, TwoAtOnceWithOneIdentifierBecomeOnePopup) {
     FakeNotificationServer server;
     server.held = QStringList{notifyMethod};
     Center center;
@@ -124,7 +125,7 @@ TEST(NotificationDelivery, TwoAtOnceWithOneIdentifierAreOnePopup) {
     EXPECT_EQ(server.popups.at(1).body, QStringLiteral("two"));
 }
 
-TEST(NotificationDelivery, AFormerServersNumbersAreNotUsed) {
+TEST(NotificationDelivery, NumbersOfAFormerServerAreNotUsed) {
     for (const bool repliesLate : {false, true}) {
         auto former = std::make_unique<FakeNotificationServer>();
         if (repliesLate)
@@ -236,6 +237,21 @@ TEST(NotificationDelivery, AClickIsAnnouncedOnceWithItsToken) {
     ASSERT_TRUE(waitFor([&] { return center.clicks.size() == 3; }));
     EXPECT_EQ(center.clicks.back(), "token 2");
     QDBusConnection::disconnectFromBus(QStringLiteral("stranger"));
+}
+
+/// DayOfUseTest covers dunst's pictures and its restart after a crash.
+TEST(NotificationDelivery, WorksWithDunst) {
+    const test::Dunst dunst;
+    {
+        Center center(noLimit, dunst.bus().connect(QStringLiteral("dunst-client")));
+        ASSERT_EQ(center.send(quota("Burnwick <b>2</b> & more")), "none");
+        EXPECT_TRUE(waitFor([&] { return dunst.displayed() == 1; }));
+        dunst.click();
+        EXPECT_TRUE(waitFor([&] { return !center.clicks.empty(); }));
+        EXPECT_EQ(center.clicks, std::vector<std::string>(1));
+        EXPECT_TRUE(dunst.closeAll().value(0).contains(QStringLiteral("&lt;b&gt;2&lt;/b&gt; &amp; more")));
+    }
+    QDBusConnection::disconnectFromBus(QStringLiteral("dunst-client"));
 }
 
 } // namespace

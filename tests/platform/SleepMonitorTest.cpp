@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/FakeLoginManager.h"
 #include "platform/Platform.h"
+#include "platform/linux/bus/BusCall.h"
 #include "support/EnvironmentVariable.h"
 #include "support/PrivateBus.h"
 #include "support/WaitFor.h"
@@ -63,7 +64,7 @@ TEST_F(SleepMonitorTest, TheHandlerIsCalledForEachCancellationOfTheTimer) {
     EXPECT_EQ(cancellableTimer(), -1) << "it is not closed";
 }
 
-TEST_F(SleepMonitorTest, OnlyTheLoginManagersWakesCallTheHandler) {
+TEST_F(SleepMonitorTest, TheHandlerIsCalledForTheLoginManagersWakesOnly) {
     const FakeLoginManager manager(sessionBusOfTests());
     const FakeLoginManager stranger(sessionBusOfTests(), QStringLiteral("org.example.Stranger"));
     int wakes = 0;
@@ -72,10 +73,7 @@ TEST_F(SleepMonitorTest, OnlyTheLoginManagersWakesCallTheHandler) {
     const auto wakesAfter = [this, &wakes](const FakeLoginManager &sender, const QVariant &starting) {
         const int before = wakes;
         sender.prepareForSleep(starting);
-        const auto call = QDBusConnection(m_connection)
-                              .asyncCall(QDBusMessage::createMethodCall(
-                                  QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"),
-                                  QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId")));
+        const auto call = callMessageBus(QDBusConnection(m_connection), QStringLiteral("GetId"), {});
         EXPECT_TRUE(waitFor([&call] { return call.isFinished(); }));
         QCoreApplication::processEvents();
         return wakes - before;

@@ -64,7 +64,7 @@ TEST(StatusItemOnBus, HasEveryPropertyOfTheInterface) {
     EXPECT_FALSE(shown.property("ItemIsMenu").toBool());
 }
 
-TEST(StatusItemOnBus, IsPresentedAsTheHostCanShowIt) {
+TEST(StatusItemOnBus, ThePresentationFollowsTheHost) {
     const char *const label = "1.2M | $4.50 | s67%";
     const char *const noMenu = "/NO_DBUSMENU";
     const char *const menu = "/MenuBar";
@@ -135,7 +135,7 @@ TEST(StatusItemOnBus, TheMenusEntryCallsTheHandler) {
     EXPECT_EQ(shown.tokens, (std::vector<std::string>{"token", ""}));
 }
 
-TEST(StatusItemOnBus, RegistersAgainWhereTheLabelIsOverlooked) {
+TEST(StatusItemOnBus, RegistersAgainWhenTheLabelMayBeOverlooked) {
     const std::pair<const char *, int> rows[] = {{"gnome-shell", 2}, {"ayatana-indicat", 1}};
     for (const auto &[host, registrations] : rows) {
         const ShownItem shown(host);

@@ -11,7 +11,7 @@
 namespace burnwick {
 namespace {
 
-// A separate test program: these tests end its bus.
+// A separate test program, because it ends its bus. LifecycleTest starts the program without a bus.
 
 TEST(StatusItemWithoutBus, SurvivesTheEndOfTheBus) {
     const test::LogCapture log;
@@ -23,15 +23,6 @@ TEST(StatusItemWithoutBus, SurvivesTheEndOfTheBus) {
     ASSERT_TRUE(waitFor([&] { return reports() > 0; }));
     item->show(contentAt(20));
     EXPECT_EQ(reports(), 1);
-}
-
-TEST(StatusItemWithoutBus, LogsOnceThatThereIsNone) {
-    sessionBusOfTests().kill();
-    const test::LogCapture log;
-    const auto item = platform::makeStatusItem();
-    item->show(contentAt(10));
-    item->show(contentAt(20));
-    EXPECT_EQ(log.lines().filter(QStringLiteral("no session bus")).size(), 1);
 }
 
 } // namespace

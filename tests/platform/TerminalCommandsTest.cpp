@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "platform/linux/terminal/TerminalCommands.h"
+#include "platform/macos/TerminalScript.h"
 
 #include <gtest/gtest.h>
 
@@ -33,12 +34,9 @@ std::string joined(const std::vector<QStringList> &commands) {
 TEST(TerminalCommands, AreInTheOrderOfPreference) {
     const char *all = "xterm alacritty kitty foot xfce4-terminal konsole kgx gnome-terminal ptyxis wezterm "
                       "x-terminal-emulator xdg-terminal-exec urxvt /opt/kitty";
-    struct Case {
-        const char *environment;
-        const char *installed;
-        const char *commands;
-    };
-    const Case cases[] = {
+    const struct {
+        const char *environment, *installed, *commands;
+    } rows[] = {
         {"", all,
          "xdg-terminal-exec, x-terminal-emulator -e, kitty, alacritty -e, xterm -e, wezterm start --, "
          "gnome-terminal --, kgx --, ptyxis --, konsole -e, xfce4-terminal -x"},
@@ -56,18 +54,16 @@ TEST(TerminalCommands, AreInTheOrderOfPreference) {
         {"TERMINAL=gone", "xterm", "xterm -e"},
         {"TERMINAL= ", "xterm", "xterm -e"},
     };
-    for (const Case &c : cases)
-        EXPECT_EQ(joined(terminalCommands(environmentOf(c.environment), installed(c.installed))), c.commands)
-            << c.environment << " | " << c.installed;
+    for (const auto &row : rows)
+        EXPECT_EQ(joined(terminalCommands(environmentOf(row.environment), installed(row.installed))),
+                  row.commands)
+            << row.environment << " | " << row.installed;
 }
 
 TEST(LoginShellCommand, RunsTheUsersShell) {
-    struct Case {
-        const char *environment;
-        const char *installed;
-        const char *shell;
-    };
-    const Case cases[] = {
+    const struct {
+        const char *environment, *installed, *shell;
+    } rows[] = {
         {"SHELL=/opt/my shells/fish", "/opt/my", "/bin/sh"}, // not installed
         {"SHELL=/usr/local/bin/fish", "/usr/local/bin/fish", "/usr/local/bin/fish"},
         {"SHELL=/usr/bin/nu", "/usr/bin/nu", "/bin/sh"}, // another syntax of options
@@ -75,14 +71,31 @@ TEST(LoginShellCommand, RunsTheUsersShell) {
         {"", "/bin/bash", "/bin/sh"},
     };
     const QString command = QStringLiteral("a 'b' \"$c\"; d");
-    for (const Case &c : cases) {
+    for (const auto &row : rows) {
         const QStringList words =
-            loginShellCommand(environmentOf(c.environment), installed(c.installed), command);
-        const QStringList expected = {QString::fromUtf8(c.shell), QStringLiteral("-l"), QStringLiteral("-c"),
-                                      command};
+            loginShellCommand(environmentOf(row.environment), installed(row.installed), command);
+        const QStringList expected = {QString::fromUtf8(row.shell), QStringLiteral("-l"),
+                                      QStringLiteral("-c"), command};
         EXPECT_EQ(words.first(), QStringLiteral("/bin/sh"));
-        EXPECT_EQ(words.mid(words.size() - 4), expected) << c.environment << " | " << c.installed;
+        EXPECT_EQ(words.mid(words.size() - 4), expected) << row.environment << " | " << row.installed;
     }
+}
+
+TEST(TerminalScript, EscapesTheShellsPath) {
+    const struct {
+        const char *shell, *inScript;
+    } rows[] = {
+        {"/bin/zsh", "/bin/zsh"},
+        {"/opt/\" & evil & \"", R"(/opt/\" & evil & \")"},
+        {R"(/opt/\")", R"(/opt/\\\")"},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(terminalScript(row.shell, "claude auth login"), "tell application \"Terminal\"\n"
+                                                                  "    activate\n"
+                                                                  "    do script \"" +
+                                                                      std::string(row.inScript) +
+                                                                      " -l -c 'claude auth login'; exit\"\n"
+                                                                      "end tell");
 }
 
 } // namespace

@@ -1,14 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "platform/linux/appearance/LinuxDesktopAppearance.h"
-
 #include "platform/Platform.h"
 #include "platform/linux/bus/BusCall.h"
+#include "platform/linux/bus/ServiceOwner.h"
 
+#include <QtCore/QVariant>
+#include <QtDBus/QDBusMessage>
 #include <QtDBus/QDBusReply>
 #include <QtDBus/QDBusVariant>
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace burnwick {
@@ -24,13 +26,13 @@ constexpr QLatin1String colorSchemeKey("color-scheme");
 struct Setting {
     QLatin1String group, key;
 };
-/// The colours last: with their reply all is known.
+/// The colours are last: after their reply the first wishes are complete.
 constexpr Setting settings[] = {
     {QLatin1String("org.gnome.desktop.interface"), QLatin1String("enable-animations")},
     {QLatin1String("org.freedesktop.appearance"), colorSchemeKey},
 };
 
-/// Read() wraps a value twice, the signal once.
+/// Read() returns a variant in a variant; the signal contains one variant.
 QVariant unwrapped(QVariant value) {
     while (value.metaType() == QMetaType::fromType<QDBusVariant>())
         value = value.value<QDBusVariant>().variant();
@@ -46,8 +48,30 @@ AppearanceWishes::Colors colorsOf(const QVariant &value) {
 
 } // namespace
 
-LinuxDesktopAppearance::LinuxDesktopAppearance(const QDBusConnection &bus)
-    : m_bus(bus) {}
+/// Reads the desktop's settings portal (org.freedesktop.portal.Settings), and starts it if the desktop has
+/// one. Keeps the latest values after the portal's end. Calls do not block, and have no time limit: a portal
+/// may be slow while the desktop starts.
+class LinuxDesktopAppearance final : public QObject, public DesktopAppearance {
+    Q_OBJECT
+
+public:
+    void follow(Handler handler) override;
+
+private:
+    void readAll();
+    void take(const QString &key, const QVariant &value);
+
+private Q_SLOTS:
+    void onSettingChanged(const QDBusMessage &message);
+
+private:
+    QDBusConnection m_bus = QDBusConnection::sessionBus();
+    Handler m_handler;
+    AppearanceWishes m_wishes;
+    std::optional<AppearanceWishes> m_announced;
+    std::optional<ServiceOwner> m_portal;
+    bool m_hasRead = false; ///< a portal that does not run is called once, which starts it
+};
 
 void LinuxDesktopAppearance::follow(Handler handler) {
     m_handler = std::move(handler);
@@ -56,7 +80,7 @@ void LinuxDesktopAppearance::follow(Handler handler) {
         if (!owner.isEmpty() || !m_hasRead)
             readAll();
     });
-    // From any sender: given the portal's name, this call would block until the bus returns its owner.
+    // Without a sender's name: with one, this call would block until the bus returns its owner.
     m_bus.connect(QString(), portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
                   SLOT(onSettingChanged(QDBusMessage)));
 }
@@ -74,7 +98,7 @@ void LinuxDesktopAppearance::readAll() {
     }
 }
 
-/// The value is invalid when the portal did not return one.
+/// `value` is invalid when the portal did not return one.
 void LinuxDesktopAppearance::take(const QString &key, const QVariant &value) {
     const bool areColors = key == colorSchemeKey;
     if (value.isValid() && areColors)
@@ -102,3 +126,5 @@ std::unique_ptr<DesktopAppearance> platform::makeDesktopAppearance() {
 }
 
 } // namespace burnwick
+
+#include "LinuxDesktopAppearance.moc"

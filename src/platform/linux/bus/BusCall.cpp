@@ -20,8 +20,8 @@ QDBusPendingCall callMessageBus(const QDBusConnection &connection, const QString
 
 void whenFinished(const QDBusPendingCall &call, QObject *context,
                   std::function<void(const QDBusMessage &replyOrError)> handler) {
-    // Without a bus, a watcher would never emit finished(). A fast reply may have arrived, too; signals that
-    // came before it are delivered before the timer fires.
+    // A watcher never emits finished() for a call without a bus, which is finished already. So may be a call
+    // with a fast reply; signals received before that reply are delivered before the timer fires.
     if (call.isFinished()) {
         QTimer::singleShot(0, context,
                            [handler = std::move(handler), reply = call.reply()] { handler(reply); });

@@ -14,14 +14,14 @@
 
 namespace burnwick {
 
-/// Calls a method of the message bus itself (org.freedesktop.DBus) without blocking, unlike QtDBus's own
-/// functions for the same purposes. Without a reply within `limit` the call ends with an error.
+/// Calls a method of the message bus itself (org.freedesktop.DBus). Does not block, unlike QtDBus's functions
+/// for the same methods. The call ends with an error when there is no reply within `limit`.
 [[nodiscard]] QDBusPendingCall callMessageBus(const QDBusConnection &connection, const QString &method,
                                               const QVariantList &arguments,
                                               std::chrono::milliseconds limit = std::chrono::seconds(25));
 
 /// Calls the handler once with the reply or the error, after this function returned, on the context's thread;
-/// drops it once the context is destroyed.
+/// not after the context is destroyed.
 void whenFinished(const QDBusPendingCall &call, QObject *context,
                   std::function<void(const QDBusMessage &replyOrError)> handler);
 

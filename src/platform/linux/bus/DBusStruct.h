@@ -8,8 +8,8 @@
 
 namespace burnwick {
 
-/// A type that travels as a D-Bus struct: its static member `fields` is a tuple of pointers to its members,
-/// in the order of the struct.
+/// A type that is marshalled as a D-Bus struct: its static member `fields` is a tuple of pointers to its
+/// members, in the order of the struct.
 template <typename T>
 concept DBusStruct = requires {
     T::fields;

@@ -18,11 +18,11 @@ class ServiceOwner final : public QObject {
 public:
     ServiceOwner(const QDBusConnection &bus, const QString &service);
 
-    /// Returns the owner's unique name; empty without an owner, and before the bus has replied.
+    /// Returns the owner's unique name; empty when there is no owner, and before the bus has replied.
     [[nodiscard]] QString name() const { return m_name.value_or(QString()); }
 
 Q_SIGNALS:
-    /// Emitted first once the bus has replied. Empty: the name has no owner, or there is no bus.
+    /// Emitted first when the bus has replied. Empty: the name has no owner, or there is no bus.
     void changed(const QString &name);
 
 private:

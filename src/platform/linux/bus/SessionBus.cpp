@@ -42,23 +42,7 @@ void sayHello(const QByteArray &address, std::chrono::milliseconds limit) {
 
 using Bus = std::optional<QDBusConnection>;
 
-} // namespace
-
-QString sessionBusAddress() {
-    if (const QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS"); !address.isEmpty())
-        return QString::fromLocal8Bit(address);
-    const QByteArray runtimeDirectory = qgetenv("XDG_RUNTIME_DIR");
-    const QString socket = QString::fromLocal8Bit(runtimeDirectory) + QStringLiteral("/bus");
-    if (runtimeDirectory.isEmpty() || !QFileInfo::exists(socket))
-        return {};
-    // Addresses have a tilde and some others escaped.
-    return QStringLiteral("unix:path=") + QString::fromLatin1(QUrl::toPercentEncoding(
-                                              socket, QByteArrayLiteral("/"), QByteArrayLiteral("~")));
-}
-
-namespace {
-
-/// QtFuture has a function for it, but under one name until Qt 6.5 and under another from 6.6 on.
+/// QtFuture's function for it was renamed in Qt 6.6.
 QFuture<Bus> readyFuture(Bus bus) {
     QPromise<Bus> promise;
     promise.start();
@@ -68,6 +52,18 @@ QFuture<Bus> readyFuture(Bus bus) {
 }
 
 } // namespace
+
+QString sessionBusAddress() {
+    if (const QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS"); !address.isEmpty())
+        return QString::fromLocal8Bit(address);
+    const QByteArray runtimeDirectory = qgetenv("XDG_RUNTIME_DIR");
+    const QString socket = QString::fromLocal8Bit(runtimeDirectory) + QStringLiteral("/bus");
+    if (runtimeDirectory.isEmpty() || !QFileInfo::exists(socket))
+        return {};
+    // In addresses a tilde, a comma and others are escaped.
+    return QStringLiteral("unix:path=") + QString::fromLatin1(QUrl::toPercentEncoding(
+                                              socket, QByteArrayLiteral("/"), QByteArrayLiteral("~")));
+}
 
 bool isSilentBus(const QString &address, std::chrono::milliseconds limit) {
     if (address.isEmpty())
@@ -86,9 +82,9 @@ QFuture<Bus> connectToBus(const QString &address, const QString &name) {
         return readyFuture(present);
     if (address.isEmpty())
         return readyFuture(std::nullopt);
-    // QtDBus would return a connection of that name again, even after its bus has ended.
+    // Otherwise QtDBus would return the earlier connection of that name, whose bus has ended.
     QDBusConnection::disconnectFromBus(name);
-    return platform::detachedThreadResult<Bus>([address, name]() -> Bus {
+    return detachedThreadResult<Bus>([address, name]() -> Bus {
         // QtDBus would wait for a silent bus without limit, and block all other connections meanwhile.
         if (isSilentBus(address, silentBusLimit))
             return std::nullopt;
@@ -97,14 +93,14 @@ QFuture<Bus> connectToBus(const QString &address, const QString &name) {
     });
 }
 
-/// Blocks, before there is a window: Qt's own parts ask the bus while the application object is made (under
-/// Plasma, for one), and a connection that hangs blocks all the others of the process.
+/// Blocks, because Qt itself may call the bus in the constructor of the application object (under Plasma it
+/// does), and a connection that hangs blocks all others of the process.
 void platform::disableUnresponsiveBus() {
     if (!isSilentBus(sessionBusAddress(), silentBusLimit))
         return;
     qCWarning(busLog, "The session bus does not answer and is done without until the next start: no status "
                       "item on it, no notifications, no knowledge of another instance");
-    // For Qt, which reads it once, as for the programs that this one starts, which would hang as well.
+    // Qt reads it once; child processes inherit it, and would hang as well.
     qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
 }
 

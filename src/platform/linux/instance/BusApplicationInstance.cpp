@@ -20,7 +20,7 @@ Q_LOGGING_CATEGORY(instanceLog, "burnwick.instance")
 const QString tokenKey = QStringLiteral("activation-token");
 const QString startupIdKey = QStringLiteral("desktop-startup-id");
 
-/// Counts this process's instances: each has its connection.
+/// Each object has a separate connection.
 QString newConnectionName() {
     static int number = 0;
     return QStringLiteral("burnwick-instance-%1").arg(++number);
@@ -50,8 +50,8 @@ QString applicationObjectPath() {
     return QStringLiteral("/com/burnwick/Burnwick");
 }
 
-BusApplicationInstance::BusApplicationInstance(const Limits &limits)
-    : m_limits(limits)
+BusApplicationInstance::BusApplicationInstance(std::chrono::milliseconds claimLimit)
+    : m_claimLimit(claimLimit)
     , m_connectionName(newConnectionName())
     , m_connection(QDBusConnection::connectToBus(QDBusConnection::SessionBus, m_connectionName)) {}
 
@@ -70,7 +70,7 @@ void BusApplicationInstance::claim(const ApplicationRequest &request,
             this, [this] { settle(InstanceClaim::unknown); }, Qt::QueuedConnection);
         return;
     }
-    // Before this process owns the name: a call may come as soon as it does.
+    // Before this process owns the name: calls may arrive at once then.
     m_connection.registerObject(applicationObjectPath(), this, QDBusConnection::ExportScriptableSlots);
     requestName();
 }
@@ -100,7 +100,7 @@ void BusApplicationInstance::requestName() {
     constexpr uint primaryOwner = 1;
     --m_claimsLeft;
     const auto call = callMessageBus(m_connection, QStringLiteral("RequestName"),
-                                     {applicationBusName(), doNotQueue}, m_limits.claim);
+                                     {applicationBusName(), doNotQueue}, m_claimLimit);
     whenFinished(call, this, [this](const QDBusMessage &message) {
         const QDBusReply<uint> reply(message);
         if (!reply.isValid()) {
@@ -125,19 +125,20 @@ void BusApplicationInstance::handOver() {
         call.setArguments({platformData});
     else
         call.setArguments({QString::fromStdString(action), QVariantList(), platformData});
-    whenFinished(m_connection.asyncCall(call, static_cast<int>(m_limits.handOver.count())), this,
-                 [this](const QDBusMessage &message) {
-                     if (message.type() == QDBusMessage::ReplyMessage)
-                         settle(InstanceClaim::handedOver);
-                     else
-                         handOverFailed(message);
-                 });
+    // The other instance may be in its first load of the logs.
+    constexpr int limit = 5'000; // ms
+    whenFinished(m_connection.asyncCall(call, limit), this, [this](const QDBusMessage &message) {
+        if (message.type() == QDBusMessage::ReplyMessage)
+            settle(InstanceClaim::handedOver);
+        else
+            handOverFailed(message);
+    });
 }
 
 void BusApplicationInstance::handOverFailed(const QDBusMessage &error) {
     const bool hasEnded = error.errorName() == QDBusError::errorString(QDBusError::ServiceUnknown) ||
                           error.errorName() == QLatin1String("org.freedesktop.DBus.Error.NameHasNoOwner");
-    if (hasEnded && m_claimsLeft > 0) // between the two calls, so that the name is free again
+    if (hasEnded && m_claimsLeft > 0) // the name has no owner any more
         return requestName();
     qCWarning(instanceLog) << "Burnwick runs already, but does not answer:" << error.errorMessage();
     settle(InstanceClaim::notHandedOver);

@@ -19,9 +19,9 @@ namespace burnwick {
 
 /// Returns "com.burnwick.Burnwick", the name that the running instance owns.
 ///
-/// The desktop file is burnwick.desktop, like the icon, the window class and the status item. One that is
-/// started over the bus (DBusActivatable) would need the bus name as its file name. Burnwick is started by
-/// the Exec key instead, and a second start passes the desktop's data on.
+/// The desktop file is not DBusActivatable: its file name would have to be the bus name, and it is
+/// burnwick.desktop, like the icon, the window class and the status item. Desktops use its Exec key, and a
+/// second start forwards the desktop's data.
 [[nodiscard]] QString applicationBusName();
 /// Returns the path at which the owner of the name exports org.freedesktop.Application.
 [[nodiscard]] QString applicationObjectPath();
@@ -32,15 +32,8 @@ class BusApplicationInstance final : public QObject, public ApplicationInstance 
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
 
 public:
-    struct Limits {
-        std::chrono::milliseconds claim{2'000}; ///< for the bus's reply
-        /// For the other instance's reply, which may be in its first load of the logs.
-        std::chrono::milliseconds handOver{5'000};
-    };
-
-    BusApplicationInstance()
-        : BusApplicationInstance(Limits{}) {}
-    explicit BusApplicationInstance(const Limits &limits);
+    /// `claimLimit` is for the bus's reply.
+    explicit BusApplicationInstance(std::chrono::milliseconds claimLimit = std::chrono::seconds(2));
     ~BusApplicationInstance() override;
 
     void claim(const ApplicationRequest &request, std::function<void(InstanceClaim outcome)> answer) override;
@@ -60,7 +53,7 @@ private:
     void settle(InstanceClaim outcome);
     void receive(const ApplicationRequest &request);
 
-    Limits m_limits;
+    std::chrono::milliseconds m_claimLimit;
     QString m_connectionName;
     QDBusConnection m_connection;
     RequestHandler m_handler;

@@ -29,7 +29,7 @@ bool xAnswers(std::shared_ptr<void> &connection) {
 
 bool waylandAnswers() {
     if (!qEnvironmentVariableIsEmpty("WAYLAND_SOCKET"))
-        return true; // an open connection, which a trial would use up
+        return true; // an open connection, which a trial would consume
     if (qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
         return false;
     QByteArray path = qgetenv("WAYLAND_DISPLAY");
@@ -49,7 +49,7 @@ bool waylandAnswers() {
     return connected;
 }
 
-/// `platform` is one of Qt's, possibly with options behind a colon.
+/// `platform` is one of Qt's platform names, possibly followed by a colon and options.
 bool canBeUsed(const QByteArray &platform, std::shared_ptr<void> &connection) {
     if (platform.startsWith("xcb"))
         return xAnswers(connection);

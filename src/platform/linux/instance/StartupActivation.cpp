@@ -31,7 +31,7 @@ xcb_atom_t atom(xcb_connection_t *connection, std::string_view name) {
     return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
-/// Returns "remove: ID=" with the value in quotes, and the zero that ends the protocol's texts.
+/// Returns "remove: ID=", the quoted identifier and the protocol's terminating zero.
 std::string removalOf(std::string_view startupId) {
     std::string text = "remove: ID=\"";
     for (const char c : startupId) {
@@ -46,7 +46,7 @@ std::string removalOf(std::string_view startupId) {
 /// Notification Protocol 0.1.
 void broadcast(xcb_connection_t *connection, std::string_view text) {
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
-    // Never shown; its identifier groups the pieces.
+    // A hidden window, whose identifier groups the pieces.
     const xcb_window_t sender = xcb_generate_id(connection);
     xcb_create_window(connection, XCB_COPY_FROM_PARENT, sender, root, 0, 0, 1, 1, 0,
                       XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);

@@ -14,7 +14,7 @@ constexpr std::string_view mainGroup = "[Desktop Entry]";
 constexpr std::string_view hiddenKey = "Hidden";
 constexpr std::string_view markLine = "X-Burnwick-Autostart=true\n";
 
-/// In values of the type "string": a character, and the one that follows a backslash in its place.
+/// Escapes in values of the type "string": a character, and the one after the backslash that replaces it.
 constexpr std::pair<char, char> escapes[] = {{'\\', '\\'}, {'\n', 'n'}, {'\r', 'r'}, {'\t', 't'}};
 
 std::string escaped(std::string_view text) {
@@ -44,7 +44,7 @@ std::string_view trimmed(std::string_view text) {
                                            : text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
-/// A line with its line feed. Only lines "key=value" of the main group have a key here.
+/// A line with its line feed. The key is empty unless the line is "key=value" in the main group.
 struct Line {
     [[nodiscard]] bool keepsFromStarting() const {
         return (key == hiddenKey && (value == "true" || value == "1")) ||
@@ -81,7 +81,7 @@ std::string commandLine(std::string_view program) {
     constexpr std::string_view escapedInQuotes = "\"`$\\";
     if (program.find_first_of(reserved) == std::string_view::npos)
         return std::string(program);
-    // GLib and systemd search for the first word as written, with its percent signs doubled; "nice -n 0"
+    // GLib and systemd do not decode doubled percent signs in the first word, but in later ones: "nice -n 0"
     // starts any path.
     std::string line = program.find('%') == std::string_view::npos ? "" : "nice -n 0 ";
     line += '"';
@@ -98,7 +98,7 @@ std::string commandLine(std::string_view program) {
 } // namespace
 
 std::string autostartEntry(std::string_view program) {
-    // TryExec: desktops ignore the entry without an error once the program is uninstalled.
+    // Because of TryExec, desktops ignore the entry when the program is uninstalled.
     return std::string(mainGroup) + "\nExec=" + escaped(commandLine(program)) +
            "\nTryExec=" + escaped(program) +
            "\nType=Application\n"

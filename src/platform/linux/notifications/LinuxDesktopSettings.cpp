@@ -18,11 +18,11 @@ Q_LOGGING_CATEGORY(desktopSettingsLog, "burnwick.desktopsettings")
 
 struct SettingsPage {
     const char *command; ///< words separated by spaces
-    const char *desktop; ///< that it belongs to, as in XDG_CURRENT_DESKTOP
+    const char *desktop; ///< the desktop whose page it is, as in XDG_CURRENT_DESKTOP
     bool onlyThere = false;
 };
 
-/// In the order of preference; each desktop's first one is the newest.
+/// In the order of preference: newer pages of a desktop precede older ones.
 constexpr SettingsPage pages[] = {
     {"xfce4-notifyd-config", "XFCE"},
     {"mate-notification-properties", "MATE"},
@@ -33,7 +33,7 @@ constexpr SettingsPage pages[] = {
     {"kcmshell5 kcm_notifications", "KDE"},
     {"cinnamon-settings notifications", "X-Cinnamon", true},
     {"budgie-control-center notifications", "Budgie", true},
-    // It refuses to open on any other desktop.
+    // This one does not open on any other desktop.
     {"gnome-control-center notifications", "GNOME", true},
     {"gnome-control-center notifications", "Unity", true},
 };
@@ -57,24 +57,35 @@ QStringList notificationSettingsCommand(const QString &desktops, const FindExecu
     return {};
 }
 
-void LinuxDesktopSettings::openNotifications() {
-    QStringList arguments =
-        notificationSettingsCommand(qEnvironmentVariable("XDG_CURRENT_DESKTOP"), [](const QString &program) {
-            return QStandardPaths::findExecutable(program);
-        });
-    QProcess process;
-    if (!arguments.isEmpty()) {
-        process.setProgram(arguments.takeFirst());
-        process.setArguments(arguments);
-        process.setStandardInputFile(QProcess::nullDevice());
-        process.setStandardOutputFile(QProcess::nullDevice());
-        process.setStandardErrorFile(QProcess::nullDevice());
-        if (process.startDetached())
-            return;
+namespace {
+
+/// Runs the command of notificationSettingsCommand(), which outlives this program.
+class LinuxDesktopSettings final : public DesktopSettings {
+public:
+    void openNotifications() override {
+        QStringList arguments = notificationSettingsCommand(
+            qEnvironmentVariable("XDG_CURRENT_DESKTOP"),
+            [](const QString &program) { return QStandardPaths::findExecutable(program); });
+        QProcess process;
+        if (!arguments.isEmpty()) {
+            process.setProgram(arguments.takeFirst());
+            process.setArguments(arguments);
+            process.setStandardInputFile(QProcess::nullDevice());
+            process.setStandardOutputFile(QProcess::nullDevice());
+            process.setStandardErrorFile(QProcess::nullDevice());
+            if (process.startDetached())
+                return;
+        }
+        if (!std::exchange(m_absenceLogged, true))
+            qCWarning(desktopSettingsLog,
+                      "no program for the desktop's notification settings could be started");
     }
-    if (!std::exchange(m_absenceLogged, true))
-        qCWarning(desktopSettingsLog, "no program for the desktop's notification settings could be started");
-}
+
+private:
+    bool m_absenceLogged = false;
+};
+
+} // namespace
 
 std::unique_ptr<DesktopSettings> platform::makeDesktopSettings() {
     return std::make_unique<LinuxDesktopSettings>();

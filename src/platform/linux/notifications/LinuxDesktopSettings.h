@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/DesktopSettings.h"
 #include "platform/linux/process/FindExecutable.h"
 
 #include <QtCore/QStringList>
@@ -10,17 +9,8 @@
 namespace burnwick {
 
 /// Returns the command line that opens the settings of notifications: the desktop's, otherwise another
-/// installed one; empty without one. `desktops` is XDG_CURRENT_DESKTOP, such as "ubuntu:GNOME".
+/// installed one; empty when none is installed. `desktops` is XDG_CURRENT_DESKTOP, such as "ubuntu:GNOME".
 [[nodiscard]] QStringList notificationSettingsCommand(const QString &desktops,
                                                       const FindExecutable &findExecutable);
-
-/// Starts that command, which outlives this program.
-class LinuxDesktopSettings final : public DesktopSettings {
-public:
-    void openNotifications() override;
-
-private:
-    bool m_absenceLogged = false;
-};
 
 } // namespace burnwick

@@ -13,37 +13,19 @@
 
 namespace burnwick {
 
-/// A notification until the server has replied, which may be after the caller's answer.
-class LinuxNotificationCenter::Delivery {
-public:
-    using Answer = std::function<void(std::optional<std::string> error)>;
+/// A notification until the server's reply, which may follow the caller's answer.
+struct LinuxNotificationCenter::Delivery {
+    UserNotification notification;
+    std::function<void(std::optional<std::string> error)> answer; ///< null after its call
+    bool isReplacement = false; ///< sent with the number of an earlier notification
+    QTimer timer{};
 
-    Delivery(UserNotification notification, std::chrono::milliseconds limit, Answer answer)
-        : m_notification(std::move(notification))
-        , m_answer(std::move(answer)) {
-        m_timer.setSingleShot(true);
-        QObject::connect(&m_timer, &QTimer::timeout, &m_timer,
-                         [this] { settle("the notification server takes too long"); });
-        m_timer.start(limit);
-    }
-
-    [[nodiscard]] const UserNotification &notification() const { return m_notification; }
-    [[nodiscard]] bool isSettled() const { return m_isSettled; }
-    bool isReplacement = false; ///< of one that the server shows, as far as is known
-    /// Answers the caller the first time.
+    /// Answers the caller; ignores later calls.
     void settle(std::optional<std::string> error) {
-        if (std::exchange(m_isSettled, true))
-            return;
-        m_timer.stop();
-        if (m_answer)
-            m_answer(std::move(error));
+        timer.stop();
+        if (const auto first = std::exchange(answer, nullptr))
+            first(std::move(error));
     }
-
-private:
-    UserNotification m_notification;
-    Answer m_answer;
-    bool m_isSettled = false;
-    QTimer m_timer;
 };
 
 LinuxNotificationCenter::LinuxNotificationCenter(const QDBusConnection &bus, std::chrono::milliseconds limit)
@@ -64,7 +46,7 @@ LinuxNotificationCenter::LinuxNotificationCenter(const QDBusConnection &bus, std
 LinuxNotificationCenter::~LinuxNotificationCenter() = default;
 
 void LinuxNotificationCenter::readAuthorization(std::function<void(Authorization)> answer) {
-    // Starting a server here would start one that ended again and again, at each announcement of its end.
+    // Does not start a server: the end of one is announced, which leads to this call again.
     findOutAuthorization(false, [answer = std::move(answer)](Authorization authorization, const QString &) {
         answer(authorization);
     });
@@ -114,9 +96,14 @@ void LinuxNotificationCenter::askServer(bool mayStartServer, AuthorizationAndPro
         });
 }
 
-void LinuxNotificationCenter::add(const UserNotification &notification, Delivery::Answer answer) {
+void LinuxNotificationCenter::add(const UserNotification &notification,
+                                  std::function<void(std::optional<std::string> error)> answer) {
     auto &deliveries = m_deliveries[notification.identifier];
-    deliveries.push_back(std::make_unique<Delivery>(notification, m_limit, std::move(answer)));
+    auto &delivery = *deliveries.emplace_back(new Delivery{notification, std::move(answer)});
+    delivery.timer.setSingleShot(true);
+    QObject::connect(&delivery.timer, &QTimer::timeout, &delivery.timer,
+                     [&delivery] { delivery.settle("the notification server takes too long"); });
+    delivery.timer.start(m_limit);
     if (deliveries.size() == 1)
         deliverNext(notification.identifier);
 }
@@ -131,11 +118,11 @@ void LinuxNotificationCenter::deliver(const std::string &identifier,
                                       const NotificationServer::Capabilities &capabilities) {
     Delivery &delivery = *m_deliveries.at(identifier).front();
     // A notification that was reported as failed is not shown later.
-    if (delivery.isSettled())
+    if (!delivery.answer)
         return removeFirst(identifier);
     const auto number = m_numbers.find(identifier);
     delivery.isReplacement = number != m_numbers.end();
-    m_server.notify(delivery.notification(), delivery.isReplacement ? number->second : 0, capabilities,
+    m_server.notify(delivery.notification, delivery.isReplacement ? number->second : 0, capabilities,
                     [this, identifier](const QDBusMessage &answer, bool fromOwner) {
                         takeAnswer(identifier, answer, fromOwner);
                     });
@@ -145,7 +132,7 @@ void LinuxNotificationCenter::takeAnswer(const std::string &identifier, const QD
                                          bool fromOwner) {
     const QDBusReply<uint> number(answer);
     Delivery &delivery = *m_deliveries.at(identifier).front();
-    // The server ended before its end was announced: there is nothing to replace any more.
+    // The server had ended before its end was announced. Sends a new notification instead of a replacement.
     if (!number.isValid() && delivery.isReplacement && !m_numbers.contains(identifier))
         return deliverNext(identifier);
     if (number.isValid() && fromOwner) {
@@ -165,7 +152,7 @@ void LinuxNotificationCenter::removeFirst(const std::string &identifier) {
         deliverNext(identifier);
 }
 
-/// It stays clickable: a server may keep a list of notifications that disappeared.
+/// Keeps it clickable: a server may list notifications that disappeared.
 void LinuxNotificationCenter::forgetNumber(uint id) {
     std::erase_if(m_numbers, [id](const auto &number) { return number.second == id; });
 }

@@ -20,8 +20,8 @@
 
 namespace burnwick {
 
-/// Notifications through the desktop's server (see NotificationServer.h). Authorised: one replies, or has
-/// replied and will be started again when it is needed. Denied: see NotificationSwitch.h.
+/// Notifications through the desktop's server (see NotificationServer.h). Authorized when a server replies,
+/// or when one has replied and the bus can start it again. Denied by the switch of NotificationSwitch.h.
 class LinuxNotificationCenter final : public NotificationCenter {
 public:
     /// `limit` is for each reply of the server and of the desktop's settings.
@@ -31,7 +31,7 @@ public:
 
     /// Starts no server.
     void readAuthorization(std::function<void(Authorization)> answer) override;
-    /// Does not ask the user: a server is enough.
+    /// Does not ask the user: a server that replies is enough.
     void requestAuthorization(std::function<void(AuthorizationOutcome)> answer) override;
     void setAuthorizationChangedHandler(std::function<void()> handler) override;
     void add(const UserNotification &notification,
@@ -39,7 +39,7 @@ public:
     void setActivateHandler(ActivateHandler handler) override;
 
 private:
-    class Delivery;
+    struct Delivery;
     using AuthorizationAndProblem = std::function<void(Authorization, const QString &problem)>;
 
     void findOutAuthorization(bool mayStartServer, AuthorizationAndProblem answer);
@@ -55,12 +55,12 @@ private:
     std::function<void()> m_authorizationChanged;
     ActivateHandler m_activate;
     bool m_hasReplied = false; ///< any server, at any time
-    /// By identifier. The first one of each is being sent; the next needs the number that it will get.
+    /// By identifier. The first of each is being sent; the second replaces it by the number in its reply.
     std::map<std::string, std::deque<std::unique_ptr<Delivery>>> m_deliveries;
-    std::map<std::string, uint> m_numbers; ///< by identifier: the running server's, while shown
+    std::map<std::string, uint> m_numbers; ///< by identifier: the running server's, while displayed
     QSet<uint> m_clickable;                ///< the running server's numbers that were not clicked yet
     NotificationServer m_server;
-    QObject m_lifetime; ///< answers are dropped once it is destroyed
+    QObject m_lifetime; ///< its destruction drops answers
 };
 
 } // namespace burnwick

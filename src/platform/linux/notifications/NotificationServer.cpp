@@ -65,11 +65,11 @@ void NotificationServer::readCapabilities(std::function<void(const Capabilities 
     answerWhenFinished(m_bus.asyncCall(messageTo(serverName, QStringLiteral("GetCapabilities"))),
                        [this, answer = std::move(answer)](const QDBusMessage &message, bool fromOwner) {
                            const QDBusReply<QStringList> names(message);
-                           // Without a reply the server may read markup, and could take a text for it.
+                           // Without a reply, the server may read markup: the text is escaped.
                            Capabilities capabilities{!names.isValid(), false};
                            if (names.isValid()) {
-                               // Links are markup: dunst without a setting for it announces only these and
-                               // reads all markup.
+                               // Links are markup: dunst without a setting for markup announces only links,
+                               // and reads all markup.
                                capabilities = {names.value().contains(QLatin1String("body-markup")) ||
                                                    names.value().contains(QLatin1String("body-hyperlinks")),
                                                names.value().contains(QLatin1String("actions"))};
@@ -86,8 +86,8 @@ void NotificationServer::notify(const UserNotification &notification, uint repla
     const QStringList actions =
         capabilities.actions ? QStringList{defaultAction, QStringLiteral("Open")} : QStringList();
     constexpr int untilServerDecides = -1;
-    // A number is sent only to the server that assigned it: another one may have assigned it to another
-    // program's notification.
+    // A number is sent only to the server that assigned it: another server may have assigned the same one to
+    // another program's notification.
     QDBusMessage call = messageTo(replacedId == 0 ? serverName : owner(), QStringLiteral("Notify"));
     call.setArguments({QStringLiteral("Burnwick"), replacedId, QStringLiteral("burnwick"),
                        QString::fromStdString(notification.title),
@@ -96,7 +96,7 @@ void NotificationServer::notify(const UserNotification &notification, uint repla
     answerWhenFinished(m_bus.asyncCall(call), std::move(answer));
 }
 
-/// By the unique name: other programs may repeat the signals.
+/// Receives them by the unique name only: other programs may send the same signals.
 void NotificationServer::followSignalsOf(const QString &owner) {
     const std::pair<const char *, const char *> signalsAndSlots[] = {
         {"ActivationToken", SLOT(onActivationToken(uint, QString))},

@@ -17,8 +17,8 @@
 
 namespace burnwick {
 
-/// The desktop's notification server on the session bus (org.freedesktop.Notifications), which may be another
-/// one later. Nothing blocks; answers are dropped when this object is destroyed first.
+/// The current owner of org.freedesktop.Notifications on the session bus. Calls do not block; answers are
+/// dropped when this object is destroyed first.
 class NotificationServer final : public QObject {
     Q_OBJECT
 
@@ -32,25 +32,25 @@ public:
 
     explicit NotificationServer(const QDBusConnection &bus);
 
-    /// Returns the unique name of the running server; empty without one.
+    /// Returns the unique name of the running server; empty when none runs.
     [[nodiscard]] QString owner() const { return m_owner.name(); }
 
-    /// Calls the server, and answers with its reply or an error. Starts a server only if `mayStart`. A reply
-    /// after `limit` is an error.
+    /// Calls the server, and answers with its reply, or with an error, also when there is no reply within
+    /// `limit`. Starts a server only if `mayStart`.
     void ping(bool mayStart, std::chrono::milliseconds limit, Answer answer);
     /// Answers whether the bus can start a server.
     void findOutWhetherStartable(std::chrono::milliseconds limit, std::function<void(bool startable)> answer);
 
-    /// Answers with the server's capabilities, read once from each; possibly before the call returns. Starts
-    /// a server.
+    /// Answers with the server's capabilities, which are read once from each server; possibly before the call
+    /// returns. Starts a server.
     void readCapabilities(std::function<void(const Capabilities &capabilities)> answer);
-    /// Shows a notification in place of the running server's one of that number, or a new one for 0, for
-    /// which a server is started. The reply is the number, a uint.
+    /// Replaces the running server's notification `replacedId`; 0 shows a new one, and starts a server. The
+    /// reply is the number, a uint.
     void notify(const UserNotification &notification, uint replacedId, const Capabilities &capabilities,
                 Answer answer);
 
 Q_SIGNALS:
-    /// Emitted when another server runs, or none any more: earlier numbers are invalid.
+    /// Emitted when another server runs, and when none runs any more: earlier numbers are invalid.
     void ownerChanged();
     void closed(uint id);
     void clicked(uint id, const QString &activationToken);

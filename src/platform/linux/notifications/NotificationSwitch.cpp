@@ -22,7 +22,7 @@ bool isDesktop(const char *name) {
     return names.contains(QLatin1String(name), Qt::CaseInsensitive);
 }
 
-/// One run of GNOME's command for settings: its library would abort this program where the schema is missing.
+/// One run of GNOME's command for settings. Its library would abort this program if the schema is missing.
 class GnomeSwitchQuestion final : public QObject {
 public:
     GnomeSwitchQuestion(QObject *parent, std::chrono::milliseconds limit, std::function<void(bool)> answer)
@@ -34,7 +34,7 @@ public:
             settle(status == QProcess::NormalExit && exitCode == 0 &&
                    m_process.readAllStandardOutput().trimmed() == "false");
         });
-        // Queued, because it can be emitted while the process is being started.
+        // Queued, because start() may emit it.
         connect(
             &m_process, &QProcess::errorOccurred, this, [this] { settle(false); }, Qt::QueuedConnection);
         QTimer::singleShot(limit, this, [this] { m_process.kill(); });

@@ -10,11 +10,11 @@
 namespace burnwick {
 
 /// Answers whether the user switched this application's notifications off in the desktop's settings. GNOME
-/// and Plasma, known by XDG_CURRENT_DESKTOP, have such a switch, and accept notifications then without
-/// showing them. Only reads.
+/// and Plasma, recognized by XDG_CURRENT_DESKTOP, have such a switch; they accept notifications then, and do
+/// not show them.
 ///
-/// Answers within `limit`, after the call returned; false where the switch cannot be read. The answer is
-/// dropped when the context is destroyed first.
+/// Answers within `limit`, after the call returned; false when the switch cannot be read. Not after the
+/// context is destroyed.
 void askForNotificationSwitch(QObject *context, std::chrono::milliseconds limit,
                               std::function<void(bool switchedOff)> answer);
 

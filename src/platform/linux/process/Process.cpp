@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Process.h"
 
-#include "platform/ThreadName.h"
-
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
@@ -39,7 +37,7 @@ void runDetachedThread(std::function<void()> work) {
     try {
         std::thread(counted).detach();
     } catch (const std::system_error &) {
-        counted(); // no thread left: better a pause than no result
+        counted(); // a blocked caller is better than a lost result
     }
 }
 
@@ -47,7 +45,7 @@ ProcessScope::ProcessScope() {
     rlimit limit{};
     if (::getrlimit(RLIMIT_CORE, &limit) != 0)
         return;
-    // The hard limit stays: programs started from here may raise their own again.
+    // The hard limit is kept: child processes may raise their own limit again.
     limit.rlim_cur = 0;
     static_cast<void>(::setrlimit(RLIMIT_CORE, &limit));
 }
@@ -58,7 +56,7 @@ int ProcessScope::end(int status) const {
 }
 
 ProcessScope::~ProcessScope() {
-    // Handlers run in reverse order: registered now, it precedes the destruction of every static object.
+    // Exit handlers run in reverse order: this one runs before the destructors of static objects.
     static_cast<void>(::on_exit(endAtOnceIfThreadsWork, nullptr));
 }
 

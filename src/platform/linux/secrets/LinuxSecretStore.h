@@ -13,15 +13,15 @@
 
 namespace burnwick {
 
-/// Claude Code's login is the file ~/.claude/.credentials.json, where it exists, even if it cannot be read;
-/// otherwise, and for any other service, the keyring's item (see SecretService.h). Each call looks anew which
-/// of them it is. The session bus is used only when the keyring is needed. Blobs are up to 1 MiB.
+/// Claude Code's login is in the file ~/.claude/.credentials.json if that exists, even when it cannot be
+/// read; otherwise, as for any other service, in the keyring (see SecretService.h). Each call checks this
+/// anew. Connects to the session bus only when the keyring is needed. Blobs have at most 1 MiB.
 ///
-/// The file is read and written within the call: it is small and local. Nothing blocks for the bus or the
-/// keyring.
+/// The file, which is small and local, is read and written within the call. Calls do not block for the bus or
+/// the keyring.
 class LinuxSecretStore final : public SecretStore {
 public:
-    /// `keyringLimit` is for one whole operation, including the connection to the bus.
+    /// `keyringLimit` is for one whole operation on the keyring.
     explicit LinuxSecretStore(const std::filesystem::path &home,
                               std::chrono::milliseconds keyringLimit = std::chrono::seconds(5));
 

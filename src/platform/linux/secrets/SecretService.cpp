@@ -42,14 +42,8 @@ struct Caller {
     }
 };
 
-/// A session in which secrets travel as they are: the bus is the user's own.
-struct Session {
-    Caller caller;
-    QDBusObjectPath path;
-};
-
-/// Returns the peer that owns the keyring's name. Calls to that peer start no service, and fail at once when
-/// another one takes its place.
+/// Returns the owner of the keyring's name. Calls of its unique name start no service, and fail at once after
+/// another keyring replaced it.
 QCoro::Task<std::optional<Caller>> findKeyring(QDeadlineTimer deadline) {
     auto connecting = connectToBus(sessionBusAddress(), QStringLiteral("burnwick-keyring"));
     const auto bus = co_await connecting;
@@ -78,7 +72,7 @@ QCoro::Task<qulonglong> modificationTime(Caller caller, QDBusObjectPath item) {
     co_return time.isValid() ? time.value().variant().toULongLong() : 0;
 }
 
-/// Absent also when the newest is locked.
+/// Returns the item that was modified last; absent when that one is locked.
 QCoro::Task<std::optional<QDBusObjectPath>> findNewestItem(Caller caller, QString service) {
     const Attributes attributes{{QStringLiteral("service"), service}};
     const auto call = caller.call(servicePath, serviceInterface, QStringLiteral("SearchItems"),
@@ -100,25 +94,22 @@ QCoro::Task<std::optional<QDBusObjectPath>> findNewestItem(Caller caller, QStrin
     co_return newest < unlocked.size() ? std::optional(unlocked[newest]) : std::nullopt;
 }
 
-QCoro::Task<std::optional<Session>> openSession(Caller caller) {
+/// Opens a session without encryption: the bus is the user's.
+QCoro::Task<std::optional<QDBusObjectPath>> openSession(Caller caller) {
     const auto call = caller.call(servicePath, serviceInterface, QStringLiteral("OpenSession"),
                                   {QStringLiteral("plain"), QVariant::fromValue(QDBusVariant(QString()))});
     const QDBusMessage answer = co_await call;
     const QDBusPendingReply<QDBusVariant, QDBusObjectPath> opened(answer);
-    std::optional<Session> session;
-    if (opened.isValid())
-        session = Session{caller, opened.argumentAt<1>()};
-    co_return session;
+    co_return opened.isValid() ? std::optional(opened.argumentAt<1>()) : std::nullopt;
 }
 
-void close(const Session &session) {
-    static_cast<void>(
-        session.caller.call(session.path.path(), sessionInterface, QStringLiteral("Close"), {}));
+void closeSession(const Caller &caller, const QDBusObjectPath &session) {
+    static_cast<void>(caller.call(session.path(), sessionInterface, QStringLiteral("Close"), {}));
 }
 
-QCoro::Task<std::optional<Secret>> secretOf(Session session, QString item) {
-    const auto call = session.caller.call(item, itemInterface, QStringLiteral("GetSecret"),
-                                          {QVariant::fromValue(session.path)});
+QCoro::Task<std::optional<Secret>> secretOf(Caller caller, QDBusObjectPath session, QString item) {
+    const auto call =
+        caller.call(item, itemInterface, QStringLiteral("GetSecret"), {QVariant::fromValue(session)});
     const QDBusMessage answer = co_await call;
     const QDBusPendingReply<Secret> secret(answer);
     co_return secret.isValid() ? std::optional(secret.value()) : std::nullopt;
@@ -138,8 +129,8 @@ QCoro::Task<std::optional<ItemSecret>> readSecret(QString service, QDeadlineTime
     const auto session = co_await openSession(*keyring);
     if (!session)
         co_return found;
-    const auto secret = co_await secretOf(*session, item->path());
-    close(*session);
+    const auto secret = co_await secretOf(*keyring, *session, item->path());
+    closeSession(*keyring, *session);
     if (secret)
         found = ItemSecret{secret->value, item->path()};
     co_return found;
@@ -154,15 +145,15 @@ QCoro::Task<bool> replaceSecret(ItemSecret secret, QDeadlineTimer deadline) {
     if (!session)
         co_return false;
     bool replaced = false;
-    const auto former = co_await secretOf(*session, secret.item);
+    const auto former = co_await secretOf(*keyring, *session, secret.item);
     if (former) {
-        const Secret replacement{session->path, {}, secret.value, former->contentType};
+        const Secret replacement{*session, {}, secret.value, former->contentType};
         const auto call = keyring->call(secret.item, itemInterface, QStringLiteral("SetSecret"),
                                         {QVariant::fromValue(replacement)});
         const QDBusMessage answer = co_await call;
         replaced = answer.type() == QDBusMessage::ReplyMessage;
     }
-    close(*session);
+    closeSession(*keyring, *session);
     co_return replaced;
 }
 

@@ -12,9 +12,9 @@
 
 /// The desktop's keyring, through the Secret Service on the session bus (org.freedesktop.secrets).
 ///
-/// Only a running, unlocked keyring is asked: a started one would be locked, and unlocking opens a dialog.
-/// Nothing blocks or throws. Once connected, each call ends by the deadline; a silent bus fails after
-/// `silentBusLimit` (SessionBus.h). The coroutines use only their parameters.
+/// Does not start or unlock a keyring: a started one would be locked, and unlocking opens a dialog. Nothing
+/// blocks or throws. Connecting to the bus ends as in connectToBus() (SessionBus.h), all calls after it by
+/// the deadline. The coroutines use only their parameters.
 namespace burnwick::secretservice {
 
 /// The secret of an item, and the item's path.
@@ -23,9 +23,9 @@ struct ItemSecret {
     QString item;
 };
 
-/// Returns the secret of the item whose attribute "service" has the value; absent when there is no bus or the
-/// keyring does not provide it. Of several items the one modified last counts: when that one is locked, the
-/// others are out of date.
+/// Returns the secret of the item whose attribute "service" has the value; absent when there is no bus or no
+/// such item. Of several items, returns that of the one modified last; absent when that one is locked,
+/// because the others are out of date.
 [[nodiscard]] QCoro::Task<std::optional<ItemSecret>> readSecret(QString service, QDeadlineTimer deadline);
 
 /// Replaces that item's secret, keeping its content type. Returns whether the keyring confirmed it.

@@ -12,14 +12,14 @@
 
 namespace burnwick::secretservice {
 
-// For QtDBus, which looks them up beside the types.
+// QtDBus finds the operators by the types' namespace.
 using burnwick::operator<<;
 using burnwick::operator>>;
 
-/// What items are found by: a{ss}.
+/// The attributes of an item, by which it is searched: a{ss}.
 using Attributes = QMap<QString, QString>;
 
-/// A secret as it travels: (oayays).
+/// A secret in a message: (oayays).
 struct Secret {
     QDBusObjectPath session;
     QByteArray parameters; ///< of the encryption; empty without one
@@ -30,7 +30,7 @@ struct Secret {
         std::tuple(&Secret::session, &Secret::parameters, &Secret::value, &Secret::contentType);
 };
 
-/// Makes them known to QtDBus. Call it before the first call that carries them.
+/// Registers the types with QtDBus. Call it before the first message that contains them.
 inline void registerTypes() {
     qDBusRegisterMetaType<Attributes>();
     qDBusRegisterMetaType<Secret>();

@@ -1,75 +1,90 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "platform/linux/statusitem/LinuxStatusItem.h"
-
 #include "platform/Platform.h"
 #include "platform/linux/statusitem/NotifierState.h"
 #include "platform/linux/statusitem/StatusItemPainting.h"
+#include "platform/linux/statusitem/StatusNotifierService.h"
 
 #include <QtGui/QGuiApplication>
 #include <QtGui/QIcon>
 #include <QtGui/QPixmap>
+#include <QtWidgets/QSystemTrayIcon>
 
+#include <memory>
+#include <optional>
 #include <utility>
 
 namespace burnwick {
 
-void LinuxStatusItem::setActivateHandler(ActivateHandler handler) {
-    m_activateHandler = std::move(handler);
-}
+namespace {
 
-void LinuxStatusItem::show(const StatusItemContent &content) {
-    if (m_content == content)
-        return;
-    m_content = content;
-    if (!m_service)
-        return appear();
-    m_service->setContent(content);
-    if (m_tray)
-        updateTray();
-}
-
-void LinuxStatusItem::appear() {
-    m_service = std::make_unique<StatusNotifierService>(
-        *m_content, [this](const std::string &activationToken) { activate(activationToken); });
-    connect(m_service.get(), &StatusNotifierService::hostAppeared, this, [this] { m_tray.reset(); });
-    connect(m_service.get(), &StatusNotifierService::hostAbsent, this, &LinuxStatusItem::showInTray);
-    if (!m_service->isConnected())
-        showInTray();
-}
-
-void LinuxStatusItem::showInTray() {
-    if (m_service->isConnected() && !m_absenceLogged && !QSystemTrayIcon::isSystemTrayAvailable()) {
-        m_absenceLogged = true;
-        qCInfo(statusItemLog, "there is no status area now; the item appears once there is one");
+/// The status item of Linux desktops: on the session bus while a watcher runs, otherwise in the X11 tray.
+class LinuxStatusItem final : public QObject, public StatusItem {
+public:
+    void setActivateHandler(ActivateHandler handler) override { m_activateHandler = std::move(handler); }
+    void show(const StatusItemContent &content) override {
+        if (m_content == content)
+            return;
+        m_content = content;
+        if (!m_service)
+            return appear();
+        m_service->setContent(content);
+        if (m_tray)
+            updateTray();
     }
-    if (m_tray || QGuiApplication::platformName() != QLatin1String("xcb"))
-        return;
-    m_tray = std::make_unique<QSystemTrayIcon>();
-    connect(m_tray.get(), &QSystemTrayIcon::activated, this,
-            [this](QSystemTrayIcon::ActivationReason reason) {
-                // The second click of a double click follows a first one that was announced already.
-                if (reason != QSystemTrayIcon::DoubleClick)
-                    activate({});
-            });
-    updateTray();
-    m_tray->show();
-}
 
-void LinuxStatusItem::updateTray() const {
-    const QString text = compactQuotaText(m_content->fiveHourUsagePct);
-    QIcon icon;
-    for (const int size : statusIconSizes)
-        icon.addPixmap(QPixmap::fromImage(paintSquareIcon(m_content->indicator, text, size)));
-    m_tray->setIcon(icon);
-    m_tray->setToolTip(toolTipBody(*m_content, TrayHost::Markup::qtText));
-}
+private:
+    void appear() {
+        m_service = std::make_unique<StatusNotifierService>(
+            *m_content, [this](const std::string &activationToken) { activate(activationToken); });
+        connect(m_service.get(), &StatusNotifierService::hostAppeared, this, [this] { m_tray.reset(); });
+        connect(m_service.get(), &StatusNotifierService::hostAbsent, this, &LinuxStatusItem::showInTray);
+        if (!m_service->isConnected())
+            showInTray();
+    }
 
-void LinuxStatusItem::activate(const std::string &activationToken) const {
-    // A copy, for a handler that replaces itself.
-    if (const ActivateHandler handler = m_activateHandler)
-        handler(activationToken);
-}
+    void showInTray() {
+        if (m_service->isConnected() && !m_absenceLogged && !QSystemTrayIcon::isSystemTrayAvailable()) {
+            m_absenceLogged = true;
+            qCInfo(statusItemLog, "there is no status area now; the item appears once there is one");
+        }
+        if (m_tray || QGuiApplication::platformName() != QLatin1String("xcb"))
+            return;
+        m_tray = std::make_unique<QSystemTrayIcon>();
+        connect(m_tray.get(), &QSystemTrayIcon::activated, this,
+                [this](QSystemTrayIcon::ActivationReason reason) {
+                    // The first click of a double click was announced already.
+                    if (reason != QSystemTrayIcon::DoubleClick)
+                        activate({});
+                });
+        updateTray();
+        m_tray->show();
+    }
+
+    void updateTray() const {
+        const QString text = compactQuotaText(m_content->fiveHourUsagePct);
+        QIcon icon;
+        for (const int size : statusIconSizes)
+            icon.addPixmap(QPixmap::fromImage(paintSquareIcon(m_content->indicator, text, size)));
+        m_tray->setIcon(icon);
+        m_tray->setToolTip(toolTipBody(*m_content, TrayHost::Markup::qtText));
+    }
+
+    void activate(const std::string &activationToken) const {
+        // A copy, because the handler may replace itself.
+        if (const ActivateHandler handler = m_activateHandler)
+            handler(activationToken);
+    }
+
+    ActivateHandler m_activateHandler;
+    std::optional<StatusItemContent> m_content;
+    std::unique_ptr<StatusNotifierService> m_service;
+    /// Null while a watcher runs, with which Qt would register it.
+    std::unique_ptr<QSystemTrayIcon> m_tray;
+    bool m_absenceLogged = false;
+};
+
+} // namespace
 
 std::unique_ptr<StatusItem> platform::makeStatusItem() {
     return std::make_unique<LinuxStatusItem>();

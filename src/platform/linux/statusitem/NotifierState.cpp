@@ -23,7 +23,7 @@ NotifierPixmaps squareIcons(StatusIndicator indicator, const QString &text) {
 
 NotifierPixmaps iconFor(const StatusItemContent &content, Presentation presentation) {
     if (presentation == Presentation::wide) {
-        // Bars take the largest picture and scale it down to their height: sharp up to three times.
+        // Bars scale the largest picture down to their height. This one is sharp up to a scale of 3.
         constexpr int scale = 3;
         return {toNotifierPixmap(paintWideTitle(content.title, scale))};
     }
@@ -32,7 +32,7 @@ NotifierPixmaps iconFor(const StatusItemContent &content, Presentation presentat
                                               : QString());
 }
 
-/// Hosts draw a label in one colour, so the coloured dot is on the icon instead.
+/// Leaves the coloured dot out: hosts draw a label in one colour, and the icon has the dot.
 QString labelText(const StatusTitle &title) {
     QString text;
     for (const TitleSegment &segment : title) {
@@ -94,7 +94,7 @@ NotifierState notifierStateFor(const StatusItemContent &content, const TrayHost 
     state.icon = iconFor(content, host.presentation);
     state.toolTip.title = QStringLiteral("Burnwick");
     state.toolTip.body = toolTipBody(content, host.markup);
-    // The second path means "no menu".
+    // Hosts read the second path as "no menu".
     state.menuPath = host.clickNeedsMenu ? notifierMenuPath() : QStringLiteral("/NO_DBUSMENU");
     return state;
 }

@@ -11,11 +11,11 @@
 
 namespace burnwick {
 
-/// Everything about the item that a host can read and that depends on the content or on the host itself.
+/// The properties of the item that depend on its content or on the host.
 struct NotifierState {
     QString title;
     QString accessibleDescription;
-    QString label; ///< empty where the host shows none
+    QString label; ///< empty unless the host shows it
     QString iconName;
     QString iconThemePath;
     NotifierPixmaps icon;
@@ -23,7 +23,7 @@ struct NotifierState {
     QString menuPath;
 };
 
-/// Returns the path of the one-entry menu, which hosts that need one call.
+/// Returns the path of the one-entry menu, for hosts that need a menu.
 [[nodiscard]] QString notifierMenuPath();
 
 /// Returns the state for the host. `iconThemePath` is the directory with the icons of iconNameFor().

@@ -43,8 +43,8 @@ struct DBusMenuEvent {
         std::tuple(&DBusMenuEvent::id, &DBusMenuEvent::type, &DBusMenuEvent::data, &DBusMenuEvent::timestamp);
 };
 
-/// A com.canonical.dbusmenu of one entry, "Open Burnwick", for hosts that turn the click into a menu. It
-/// never changes, so it lacks the interface's signals.
+/// A com.canonical.dbusmenu of one entry, "Open Burnwick", for hosts where a click opens a menu. It never
+/// changes, so it does not have the interface's signals.
 class OneEntryMenu final : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "com.canonical.dbusmenu")
@@ -82,7 +82,7 @@ private:
     std::function<void()> m_chosen;
 };
 
-/// Makes the types known to QtDBus. Call it before a menu is exported or read.
+/// Registers the types with QtDBus. Call it before a menu is exported or read.
 void registerMenuTypes();
 
 } // namespace burnwick

@@ -14,7 +14,8 @@
 #include <algorithm>
 #include <cmath>
 
-// A library's resources are linked in only when named, which Qt requires outside of every namespace.
+// The linker drops a static library's resources unless this macro names them; Qt requires the global
+// namespace for it.
 static void initIconResource() {
     Q_INIT_RESOURCE(burnwick_icons);
 }
@@ -45,8 +46,8 @@ void drawGround(QPainter &painter, const QRectF &box, double radius) {
 
 void drawGlyph(QPainter &painter, const QPointF &topLeft, double side) {
     initIconResource();
-    // Rendered at the pixels it will cover, on whole pixels, then tinted: the file itself has the colour that
-    // icon themes expect of a symbolic icon.
+    // Rendered on whole pixels in its final size, then tinted: the file has the colour that icon themes
+    // require of a symbolic icon.
     const int pixels = static_cast<int>(std::lround(side));
     QImage glyph = transparentImage({pixels, pixels});
     QPainter glyphPainter(&glyph);
@@ -57,19 +58,10 @@ void drawGlyph(QPainter &painter, const QPointF &topLeft, double side) {
     painter.drawImage(topLeft.toPoint(), glyph);
 }
 
-void drawDot(QPainter &painter, const QPointF &center, double radius, StatusIndicator indicator) {
+void fillCircle(QPainter &painter, const QPointF &center, double radius, const QColor &color) {
     painter.setPen(Qt::NoPen);
-    painter.setBrush(toQColor(colorOf(indicator)));
+    painter.setBrush(color);
     painter.drawEllipse(center, radius, radius);
-}
-
-/// Paints the ground around the dot, to separate it from the glyph.
-void clearAround(QPainter &painter, const QPointF &center, double radius) {
-    painter.setCompositionMode(QPainter::CompositionMode_Source);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(ground);
-    painter.drawEllipse(center, radius, radius);
-    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
 }
 
 QFont systemFont(int pixelSize, QFont::Weight weight) {
@@ -127,18 +119,22 @@ QImage paintSquareIcon(StatusIndicator indicator, const QString &text, int size)
     QImage icon = transparentImage({size, size});
     QPainter painter(&icon);
     painter.setRenderHint(QPainter::Antialiasing);
-    const double unit = size / 16.0; // drawn on a grid of 16, edges of the text on whole pixels
+    const double unit = size / 16.0; // a grid of 16; edges of the text are on whole pixels
+    const QColor dotColor = toQColor(colorOf(indicator));
     drawGround(painter, icon.rect(), 3.5 * unit);
     if (text.isEmpty()) {
         const QPointF dotCenter(12.2 * unit, 12.2 * unit);
         drawGlyph(painter, QPointF(unit, unit), 13 * unit);
-        clearAround(painter, dotCenter, 3.8 * unit);
-        drawDot(painter, dotCenter, 2.8 * unit, indicator);
+        // A ring in the ground's colour separates the dot from the glyph.
+        painter.setCompositionMode(QPainter::CompositionMode_Source);
+        fillCircle(painter, dotCenter, 3.8 * unit, ground);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+        fillCircle(painter, dotCenter, 2.8 * unit, dotColor);
     } else {
         const double textTop = std::round(8 * unit);
         const double textBottom = size - std::round(1.2 * unit);
         drawGlyph(painter, QPointF(1.5 * unit, unit), 6.5 * unit);
-        drawDot(painter, QPointF(11.5 * unit, 4 * unit), 2.5 * unit, indicator);
+        fillCircle(painter, QPointF(11.5 * unit, 4 * unit), 2.5 * unit, dotColor);
         drawTextInto(painter, QRectF(1.5 * unit, textTop, 13 * unit, textBottom - textTop), text);
     }
     return icon;

@@ -15,7 +15,7 @@ void StatusNotifierObject::setState(NotifierState state) {
         Q_EMIT NewTitle();
     if (m_state.iconThemePath != before.iconThemePath)
         Q_EMIT NewIconThemePath(m_state.iconThemePath);
-    // The description has no signal: hosts read it again with the icon.
+    // The description has no signal; hosts read it again with the icon.
     if (m_state.icon != before.icon || m_state.iconName != before.iconName ||
         m_state.accessibleDescription != before.accessibleDescription)
         Q_EMIT NewIcon();

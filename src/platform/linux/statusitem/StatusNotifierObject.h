@@ -13,7 +13,7 @@
 
 namespace burnwick {
 
-/// The object behind the D-Bus interface org.kde.StatusNotifierItem, with Ayatana's additions.
+/// Implements the D-Bus interface org.kde.StatusNotifierItem, with Ayatana's additions.
 class StatusNotifierObject final : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
@@ -70,7 +70,7 @@ public:
     [[nodiscard]] NotifierPixmaps noPixmaps() const { return {}; }
 
 public Q_SLOTS:
-    // Named by the protocol. Positions and counts are ignored: the click is the only action.
+    // The protocol's names. Positions and counts are ignored: the click is the only action.
     Q_SCRIPTABLE void Activate(int /*x*/, int /*y*/) { activate(); }
     Q_SCRIPTABLE void SecondaryActivate(int /*x*/, int /*y*/) { activate(); }
     Q_SCRIPTABLE void ContextMenu(int /*x*/, int /*y*/) { activate(); }

@@ -23,7 +23,7 @@ namespace {
 
 constexpr QLatin1String watcherName("org.kde.StatusNotifierWatcher");
 
-/// Counts the items of this process: each has its bus name and its connection.
+/// Each item of this process has a separate bus name and connection.
 QString newServiceName() {
     static int number = 0;
     return QStringLiteral("org.kde.StatusNotifierItem-%1-%2")
@@ -91,8 +91,8 @@ void StatusNotifierService::requestName() {
     const auto call =
         callMessageBus(m_connection, QStringLiteral("RequestName"), {m_connectionName, doNotQueue});
     whenFinished(call, this, [this](const QDBusMessage &reply) {
-        // A process in another container may have the same number and so the name. Hosts take the
-        // connection's unique name as well.
+        // A process in another container may have the same number, and own the name. Hosts also accept the
+        // connection's unique name.
         const bool isOwner = QDBusReply<uint>(reply).value() == primaryOwner;
         m_serviceName = isOwner ? m_connectionName : m_connection.baseService();
         followWatcher();

@@ -18,11 +18,11 @@
 
 namespace burnwick {
 
-/// "burnwick.statusitem": why the item is not visible.
+/// "burnwick.statusitem": the reasons why the item is not visible.
 Q_DECLARE_LOGGING_CATEGORY(statusItemLog)
 
-/// The item on the session bus, on a separate connection. It registers with every watcher that appears, the
-/// owner of org.kde.StatusNotifierWatcher, and presents itself as that watcher's host can show it.
+/// The item on a separate connection to the session bus. Registers with each owner of
+/// org.kde.StatusNotifierWatcher, in the presentation for that owner's program.
 class StatusNotifierService final : public QObject {
     Q_OBJECT
 
@@ -32,13 +32,13 @@ public:
 
     void setContent(const StatusItemContent &content);
 
-    /// False: there is no session bus, and no signal is ever emitted.
+    /// Returns false when there is no session bus; no signal is emitted then.
     [[nodiscard]] bool isConnected() const { return m_connection.isConnected(); }
 
 Q_SIGNALS:
     /// Emitted for the first watcher, and for each that replaces or restarts it.
     void hostAppeared();
-    /// Emitted when no watcher owns the name: first once the bus has replied.
+    /// Emitted when no watcher owns the name: first when the bus has replied.
     void hostAbsent();
 
 private Q_SLOTS:

@@ -10,7 +10,7 @@
 
 namespace burnwick {
 
-/// A picture as the StatusNotifierItem protocol carries it: (iiay).
+/// A picture in messages of the StatusNotifierItem protocol: (iiay).
 struct NotifierPixmap {
     int width = 0;
     int height = 0;

@@ -6,7 +6,7 @@
 
 namespace burnwick {
 
-/// How a program that shows status items can show this one.
+/// The abilities of a program that shows status items.
 struct TrayHost {
     enum class Presentation {
         label,   ///< a square icon beside a plain text
@@ -22,16 +22,16 @@ struct TrayHost {
 
     Presentation presentation = Presentation::compact;
     Markup markup = Markup::plain;
-    bool clickNeedsMenu = false; ///< a single click opens the exported menu, or nothing without one
-    bool iconsByName = false;    ///< it ignores pixmaps and looks icons up in the item's theme directory
-    /// It may look for the label before it has read the properties, and then not again until the label
-    /// changes or the item registers a second time. It reads the menu afterwards.
+    bool clickNeedsMenu = false; ///< a single click opens the exported menu, and is ignored without one
+    bool iconsByName = false;    ///< it ignores pixmaps and finds icons by name in the item's theme directory
+    /// It may look for the label before it has read the properties, and then only after the label changed or
+    /// the item registered a second time. It reads the menu later than the properties.
     bool overlooksLabel = false;
 
     bool operator==(const TrayHost &) const = default;
 };
 
-/// Returns the host for the process name of the watcher's owner (/proc/PID/comm, at most 15 characters).
+/// Returns the host with that process name (/proc/PID/comm, at most 15 characters), or a default.
 [[nodiscard]] TrayHost trayHostFor(std::string_view processName);
 
 } // namespace burnwick

@@ -28,8 +28,7 @@ public:
         setChildProcessModifier([] { ::setsid(); });
         setStandardInputFile(nullDevice());
         setStandardOutputFile(nullDevice());
-        // Not a pipe, which would break with this program; a terminal's error appears beside this program's
-        // log.
+        // A terminal's errors appear in this program's log. A pipe would break when this program ends.
         setProcessChannelMode(ForwardedErrorChannel);
     }
     ~IndependentProcess() override {
@@ -38,14 +37,7 @@ public:
     }
 };
 
-/// Removes the variables of the click that started this program, with which the window has nothing to do.
-QProcessEnvironment withoutActivation(QProcessEnvironment environment) {
-    environment.remove(QStringLiteral("XDG_ACTIVATION_TOKEN"));
-    environment.remove(QStringLiteral("DESKTOP_STARTUP_ID"));
-    return environment;
-}
-
-/// One request: tries the command lines in turn, answers, and lives until the window's process has ended.
+/// One request: tries the command lines in turn, answers, and exists until the window's process has ended.
 class TerminalLaunch final : public QObject {
 public:
     using Answer = std::function<void(bool launched)>;
@@ -72,7 +64,6 @@ private:
         QStringList arguments = m_commandLines[m_next++];
         const QString program = arguments.takeFirst();
         m_process = std::make_unique<IndependentProcess>();
-        m_process->setProcessEnvironment(withoutActivation(QProcessEnvironment::systemEnvironment()));
         // Queued, because what follows destroys the sender.
         connect(
             m_process.get(), &QProcess::finished, this,

@@ -6,83 +6,44 @@
 #include <QtCore/QProcess>
 
 #include <algorithm>
-#include <array>
+#include <cstddef>
+#include <iterator>
 
 namespace burnwick {
 
 namespace {
 
 struct Terminal {
-    const char *name;
-    const char *beforeProgram; ///< arguments between the terminal and the program, separated by spaces
-    const char *desktop = "";  ///< that it belongs to, as in XDG_CURRENT_DESKTOP
+    const char *name = "";
+    const char *beforeProgram = "-e"; ///< arguments between the terminal and the program, separated by spaces
+    const char *desktop = "";         ///< the desktop whose terminal it is, as in XDG_CURRENT_DESKTOP
     bool needsWayland = false;
 };
 
-constexpr std::array choosers = {
-    Terminal{"xdg-terminal-exec", ""},
-    Terminal{"x-terminal-emulator", "-e"},
+/// The system's choosers, then the terminals in the order of preference.
+constexpr Terminal terminals[] = {
+    {"xdg-terminal-exec", ""},
+    {"x-terminal-emulator"},
+    {"kitty", ""},
+    {"alacritty"},
+    {"xterm"},
+    {"wezterm", "start --"},
+    {"gnome-terminal", "--", "GNOME"},
+    {"kgx", "--", "GNOME"},
+    {"ptyxis", "--", "GNOME"},
+    {"konsole", "-e", "KDE"},
+    {"xfce4-terminal", "-x", "XFCE"}, // its -e takes one string
+    {"foot", "", "sway", true},
 };
+constexpr std::size_t choosers = 2;
 
-/// In the order of preference, after the desktop's terminals.
-constexpr std::array terminals = {
-    Terminal{"kitty", ""},
-    Terminal{"alacritty", "-e"},
-    Terminal{"xterm", "-e"},
-    Terminal{"wezterm", "start --"},
-    Terminal{"gnome-terminal", "--", "GNOME"},
-    Terminal{"kgx", "--", "GNOME"},
-    Terminal{"ptyxis", "--", "GNOME"},
-    Terminal{"konsole", "-e", "KDE"},
-    Terminal{"xfce4-terminal", "-x", "XFCE"}, // its -e takes one string
-    Terminal{"foot", "", "sway", true},
-};
-
-/// Reads the variable TERMINAL: a name or path, possibly with arguments.
-struct ChosenTerminal {
-    explicit ChosenTerminal(const QString &variable)
-        : words(QProcess::splitCommand(variable)) {
-        if (words.isEmpty())
-            return;
-        name = QFileInfo(words.first()).fileName().toUtf8();
-        const auto hasName = [this](const Terminal &known) { return name == known.name; };
-        if (const auto known = std::find_if(terminals.begin(), terminals.end(), hasName);
-            known != terminals.end())
-            terminal = *known;
-        else if (const auto chooser = std::find_if(choosers.begin(), choosers.end(), hasName);
-                 chooser != choosers.end())
-            terminal = *chooser;
-    }
-
-    QStringList words;
-    QByteArray name;
-    Terminal terminal{"", "-e"}; ///< most terminals understand -e
-};
-
-class CommandList {
-public:
-    CommandList(const QProcessEnvironment &environment, const FindExecutable &findExecutable)
-        : m_hasWayland(!environment.value(QStringLiteral("WAYLAND_DISPLAY")).isEmpty())
-        , m_findExecutable(findExecutable) {}
-
-    void add(const Terminal &terminal) { add({QString::fromLatin1(terminal.name)}, terminal); }
-    void add(QStringList words, const Terminal &terminal) {
-        if (words.isEmpty() || (terminal.needsWayland && !m_hasWayland))
-            return;
-        words.first() = m_findExecutable(words.first());
-        if (words.first().isEmpty())
-            return;
-        words += QString::fromLatin1(terminal.beforeProgram).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-        if (std::find(commands.begin(), commands.end(), words) == commands.end())
-            commands.push_back(words);
-    }
-
-    std::vector<QStringList> commands;
-
-private:
-    bool m_hasWayland;
-    const FindExecutable &m_findExecutable;
-};
+/// Returns how to start a terminal given by name or path; most understand -e.
+Terminal terminalFor(const QString &program) {
+    const QByteArray name = QFileInfo(program).fileName().toUtf8();
+    const auto *const known =
+        std::ranges::find_if(terminals, [&](const Terminal &terminal) { return name == terminal.name; });
+    return known != std::end(terminals) ? *known : Terminal{};
+}
 
 QString loginShell(const QProcessEnvironment &environment, const FindExecutable &findExecutable) {
     static const QStringList understandLoginAndCommand = {QStringLiteral("sh"),  QStringLiteral("bash"),
@@ -101,28 +62,40 @@ QString loginShell(const QProcessEnvironment &environment, const FindExecutable 
 
 std::vector<QStringList> terminalCommands(const QProcessEnvironment &environment,
                                           const FindExecutable &findExecutable) {
-    CommandList list(environment, findExecutable);
-    const ChosenTerminal chosen(environment.value(QStringLiteral("TERMINAL")));
-    list.add(chosen.words, chosen.terminal);
-    for (const Terminal &chooser : choosers)
-        list.add(chooser);
+    std::vector<QStringList> commands;
+    const bool hasWayland = !environment.value(QStringLiteral("WAYLAND_DISPLAY")).isEmpty();
+    const auto addWords = [&](QStringList words, const Terminal &terminal) {
+        if (words.isEmpty() || (terminal.needsWayland && !hasWayland))
+            return;
+        words.first() = findExecutable(words.first());
+        if (words.first().isEmpty())
+            return;
+        words += QString::fromLatin1(terminal.beforeProgram).split(u' ', Qt::SkipEmptyParts);
+        if (std::ranges::find(commands, words) == commands.end())
+            commands.push_back(words);
+    };
+    const auto add = [&](const Terminal &terminal) {
+        addWords({QString::fromLatin1(terminal.name)}, terminal);
+    };
+    // A name or path, possibly with arguments.
+    const QStringList chosen = QProcess::splitCommand(environment.value(QStringLiteral("TERMINAL")));
+    addWords(chosen, terminalFor(chosen.value(0)));
+    std::for_each_n(std::begin(terminals), choosers, add);
     // A list such as "ubuntu:GNOME".
-    const QStringList desktops =
-        environment.value(QStringLiteral("XDG_CURRENT_DESKTOP")).split(QLatin1Char(':'), Qt::SkipEmptyParts);
-    for (const QString &desktop : desktops)
+    const QString desktops = environment.value(QStringLiteral("XDG_CURRENT_DESKTOP"));
+    for (const QString &desktop : desktops.split(u':', Qt::SkipEmptyParts))
         for (const Terminal &terminal : terminals)
             if (desktop.compare(QLatin1String(terminal.desktop), Qt::CaseInsensitive) == 0)
-                list.add(terminal);
-    for (const Terminal &terminal : terminals)
-        list.add(terminal);
-    return std::move(list.commands);
+                add(terminal);
+    std::ranges::for_each(terminals, add);
+    return commands;
 }
 
 QStringList loginShellCommand(const QProcessEnvironment &environment, const FindExecutable &findExecutable,
                               const QString &command) {
-    // Another shell waits, because the user's may have another syntax. It runs its arguments, so that nothing
-    // needs quoting. A crashed program may have left the terminal in raw mode, where Enter ends no line; stty
-    // ends that mode. The status is 0 even then: another one leads to the next terminal.
+    // /bin/sh waits, because the user's shell may have another syntax. It runs its arguments, which need no
+    // quoting then. A crashed program may have left the terminal in raw mode, in which Enter does not end a
+    // line; stty ends that mode. The status is always 0: with another one the next terminal would be tried.
     const QString runThenWaitAfterFailure = QStringLiteral(
         "\"$@\" && exit\n"
         "status=$?\n"

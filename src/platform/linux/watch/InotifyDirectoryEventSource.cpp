@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "platform/linux/watch/InotifyDirectoryEventSource.h"
-
 #include "platform/Platform.h"
 
 #include <array>
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
+#include <optional>
+#include <utility>
 
 #include <poll.h>
 #include <sys/eventfd.h>
@@ -23,42 +23,61 @@ constexpr std::uint32_t entryChanges = IN_CREATE | IN_DELETE | IN_MOVED_FROM | I
 // A hundred events with names of ordinary length; more than NAME_MAX + 1 needs for one.
 constexpr std::size_t batchBytes = 4096;
 
-} // namespace
+/// A file's device and number, which a rename keeps.
+using Identity = std::pair<dev_t, ino_t>;
 
-InotifyDirectoryEventSource::InotifyDirectoryEventSource()
-    : m_inotify(inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
-    , m_wake(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)) {}
-
-std::unique_ptr<InotifyDirectoryEventSource>
-InotifyDirectoryEventSource::open(const std::filesystem::path &path) {
-    std::unique_ptr<InotifyDirectoryEventSource> source(new InotifyDirectoryEventSource);
-    // Before the watch: a directory that replaces this one meanwhile is not isAt() the path, and is opened
-    // anew.
-    source->m_directory = identityOf(path);
-    if (source->m_inotify == -1 || source->m_wake == -1 ||
-        inotify_add_watch(source->m_inotify, path.c_str(), entryChanges | IN_MOVE_SELF | IN_ONLYDIR) == -1)
-        return nullptr;
-    return source;
-}
-
-InotifyDirectoryEventSource::~InotifyDirectoryEventSource() {
-    for (const int descriptor : {m_inotify, m_wake}) {
-        if (descriptor != -1)
-            close(descriptor);
-    }
-}
-
-std::optional<InotifyDirectoryEventSource::Identity>
-InotifyDirectoryEventSource::identityOf(const std::filesystem::path &path) {
+std::optional<Identity> identityOf(const std::filesystem::path &path) {
     struct stat status {};
     if (stat(path.c_str(), &status) == -1)
         return std::nullopt;
     return Identity(status.st_dev, status.st_ino);
 }
 
-bool InotifyDirectoryEventSource::isAt(const std::filesystem::path &path) const {
-    return m_directory && identityOf(path) == m_directory;
-}
+/// Directory events from inotify, which watches the directory and not its path.
+class InotifyDirectoryEventSource final : public DirectoryEventSource {
+public:
+    explicit InotifyDirectoryEventSource(const std::filesystem::path &path)
+        // Before the watch is added: if another directory replaces this one meanwhile, isAt() is false and
+        // the caller opens the path again.
+        : m_directory(identityOf(path))
+        , m_inotify(inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
+        , m_wake(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC))
+        , m_isOpen(m_inotify != -1 && m_wake != -1 &&
+                   inotify_add_watch(m_inotify, path.c_str(), entryChanges | IN_MOVE_SELF | IN_ONLYDIR) !=
+                       -1) {}
+    ~InotifyDirectoryEventSource() override {
+        for (const int descriptor : {m_inotify, m_wake}) {
+            if (descriptor != -1)
+                close(descriptor);
+        }
+    }
+    InotifyDirectoryEventSource(const InotifyDirectoryEventSource &) = delete;
+    InotifyDirectoryEventSource &operator=(const InotifyDirectoryEventSource &) = delete;
+
+    /// Returns false when the path is not a readable directory, or the system is out of descriptors or
+    /// watches.
+    [[nodiscard]] bool isOpen() const { return m_isOpen; }
+
+    [[nodiscard]] bool wait() override;
+    void wake() noexcept override {
+        const std::uint64_t one = 1;
+        // Fails only when the counter is full; the other thread is awake then.
+        static_cast<void>(!write(m_wake, &one, sizeof one));
+    }
+    [[nodiscard]] bool isAt(const std::filesystem::path &path) const override {
+        return m_directory && identityOf(path) == m_directory;
+    }
+    [[nodiscard]] int descriptor() const noexcept override { return m_inotify; }
+
+private:
+    [[nodiscard]] bool readBatch();
+
+    std::optional<Identity> m_directory;
+    int m_inotify;
+    int m_wake; ///< an event descriptor, readable after wake()
+    bool m_isOpen;
+    bool m_ended = false; ///< the directory was deleted or moved, or events were lost
+};
 
 bool InotifyDirectoryEventSource::wait() {
     std::array<pollfd, 2> descriptors{pollfd{m_wake, POLLIN, 0}, pollfd{m_inotify, POLLIN, 0}};
@@ -75,12 +94,6 @@ bool InotifyDirectoryEventSource::wait() {
             return true;
     }
     return false;
-}
-
-void InotifyDirectoryEventSource::wake() noexcept {
-    const std::uint64_t one = 1;
-    // Fails only when the counter is full, and then the other thread is awake already.
-    static_cast<void>(!write(m_wake, &one, sizeof one));
 }
 
 /// Returns whether the entries changed; sets m_ended after the last event.
@@ -104,8 +117,11 @@ bool InotifyDirectoryEventSource::readBatch() {
     return changed;
 }
 
+} // namespace
+
 std::unique_ptr<DirectoryEventSource> platform::openDirectoryEventSource(const std::filesystem::path &path) {
-    return InotifyDirectoryEventSource::open(path);
+    auto source = std::make_unique<InotifyDirectoryEventSource>(path);
+    return source->isOpen() ? std::move(source) : nullptr;
 }
 
 } // namespace burnwick

@@ -1,8 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
+#include "platform/Platform.h"
+#include "platform/linux/notifications/LinuxDesktopSettings.h"
 #include "platform/linux/notifications/LinuxNotificationCenter.h"
 #include "support/EnvironmentVariable.h"
 #include "support/FakeNotificationServer.h"
+#include "support/LogCapture.h"
 #include "support/LogTreeFixture.h"
 #include "support/WaitFor.h"
 
@@ -19,7 +22,7 @@ using namespace std::chrono_literals;
 namespace fs = std::filesystem;
 using Authorization = NotificationCenter::Authorization;
 
-/// For replies that never come; others come before it on a busy machine too.
+/// For missing replies; all others arrive earlier on a busy machine too.
 constexpr auto shortLimit = 500ms;
 const QString pingMethod = QStringLiteral("GetServerInformation");
 
@@ -39,7 +42,7 @@ std::string requestOf(LinuxNotificationCenter &center) {
 }
 
 /// A desktop without a name, with the user's settings in a temporary folder.
-class NotificationAuthorization : public testing::Test {
+class NotificationSettings : public testing::Test {
 protected:
     test::TemporaryDirectory m_directory;
     test::EnvironmentVariable m_config{"XDG_CONFIG_HOME", m_directory.path().c_str()};
@@ -47,7 +50,7 @@ protected:
     test::EnvironmentVariable m_desktop{"XDG_CURRENT_DESKTOP", ""};
 };
 
-TEST_F(NotificationAuthorization, DependsOnWhetherAServerReplies) {
+TEST_F(NotificationSettings, AuthorizationNeedsAServerThatReplies) {
     LinuxNotificationCenter center(QDBusConnection::sessionBus(), shortLimit);
     int announcements = 0;
     center.setAuthorizationChangedHandler([&] { ++announcements; });
@@ -70,8 +73,8 @@ TEST_F(NotificationAuthorization, DependsOnWhetherAServerReplies) {
     EXPECT_EQ(authorizationOf(center), Authorization::notDetermined);
 }
 
-TEST_F(NotificationAuthorization, IsDeniedWhereTheDesktopsSwitchIsOff) {
-    // GNOME's command answers only to the question that is expected.
+TEST_F(NotificationSettings, AuthorizationIsDeniedWhenTheDesktopsSwitchIsOff) {
+    // GNOME's command replies to this key only.
     const std::string answer = "[ \"$*\" = 'get org.gnome.desktop.notifications.application:"
                                "/org/gnome/desktop/notifications/application/burnwick/ enable' ] && echo ";
     const std::string group = "[Applications][burnwick]\n";
@@ -109,6 +112,46 @@ TEST_F(NotificationAuthorization, IsDeniedWhereTheDesktopsSwitchIsOff) {
         EXPECT_EQ(requestOf(center), row.expected == denied ? "not granted" : "granted");
         EXPECT_EQ(server.calls.contains(pingMethod), row.expected == authorized);
     }
+}
+
+TEST(LinuxDesktopSettings, UsesTheDesktopsPageOrAnotherInstalledOne) {
+    const struct {
+        const char *desktops, *installed, *command;
+    } rows[] = {
+        {"Budgie:GNOME", "gnome-control-center budgie-control-center", "budgie-control-center notifications"},
+        {"KDE", "xfce4-notifyd-config systemsettings systemsettings5", "systemsettings kcm_notifications"},
+        {"XFCE", "xfce4-notifyd-config systemsettings", "xfce4-notifyd-config"},
+        {"x-cinnamon", "cinnamon-settings", "cinnamon-settings notifications"},
+        {"sway", "gnome-control-center xfce4-notifyd-config", "xfce4-notifyd-config"},
+        {"", "mate-notification-properties", "mate-notification-properties"},
+        {"sway", "gnome-control-center cinnamon-settings", ""},
+    };
+    for (const auto &row : rows) {
+        const QStringList installed = QString::fromLatin1(row.installed).split(u' ');
+        const FindExecutable find = [&](const QString &program) {
+            return installed.contains(program) ? QStringLiteral("/bin/") + program : QString();
+        };
+        const QString command =
+            notificationSettingsCommand(QString::fromLatin1(row.desktops), find).join(u' ');
+        const std::string expected = *row.command == '\0' ? "" : std::string("/bin/") + row.command;
+        EXPECT_EQ(command.toStdString(), expected) << row.desktops << " with " << row.installed;
+    }
+}
+
+TEST_F(NotificationSettings, StartsTheSettingsOrLogsOnceThatThereAreNone) {
+    const auto opened = m_directory.path() / "opened";
+    m_desktop.set("KDE");
+    const auto settings = platform::makeDesktopSettings();
+    const test::LogCapture log;
+    settings->openNotifications();
+    settings->openNotifications();
+    EXPECT_EQ(log.lines().size(), 1);
+    test::writeProgram(m_directory.path() / "systemsettings",
+                       "#!/bin/sh\ncd \"${0%/*}\"\necho \"$@\" >part\n/bin/mv part opened\n");
+    settings->openNotifications();
+    EXPECT_TRUE(waitFor([&] { return fs::exists(opened); }));
+    EXPECT_EQ(test::bytesOf(opened), "kcm_notifications\n");
+    EXPECT_EQ(log.lines().size(), 1);
 }
 
 } // namespace
