@@ -15,20 +15,15 @@
 #include <QToolTip>
 
 #include <set>
-#include <tuple>
+#include <utility>
 
 namespace burnwick {
-
 namespace {
 
 using std::chrono::days;
 using test::pictureOf;
 
-constexpr LocalDay dayOf(int year, unsigned month, unsigned day) {
-    return LocalDay(std::chrono::year(year) / std::chrono::month(month) / std::chrono::day(day));
-}
-
-constexpr LocalDay today = dayOf(2025, 11, 21);
+constexpr LocalDay today(std::chrono::year(2025) / 11 / 21);
 constexpr HeatmapMeasures measures{.cellSize = 11, .gap = 3, .weeks = 52};
 
 HeatmapLayout layoutOf(const DailyActivity &activity, LocalDay last = today) {
@@ -36,42 +31,25 @@ HeatmapLayout layoutOf(const DailyActivity &activity, LocalDay last = today) {
 }
 
 TEST(HeatLevelTest, ABoundaryBelongsToTheLighterColour) {
-    const std::tuple<std::int64_t, std::int64_t, int> rows[] = {
-        {0, 1, 0},     {-1, 1, 0},    {1, 400, 1},   {100, 400, 1}, {101, 400, 2}, {200, 400, 2},
-        {201, 400, 3}, {300, 400, 3}, {301, 400, 4}, {400, 400, 4}, {1, 1, 4}};
-    for (const auto &[count, most, level] : rows)
-        EXPECT_EQ(heatLevel(count, most), level) << count << " of " << most;
+    for (const auto &[count, level] :
+         {std::pair(-1, 0), {0, 0}, {1, 1}, {100, 1}, {101, 2}, {200, 2}, {201, 3}, {300, 3}, {301, 4}})
+        EXPECT_EQ(heatLevel(count, 400), level) << count;
 }
 
-TEST(HeatmapLayoutTest, ColumnsAreRunsOfSevenDaysThatEndToday) {
-    const struct {
-        LocalDay last;
-        int column, row;
-        LocalDay day;
-    } rows[] = {{today, 51, 6, today},
-                {today, 51, 0, dayOf(2025, 11, 15)},
-                {today, 50, 6, dayOf(2025, 11, 14)},
-                {today, 0, 0, dayOf(2024, 11, 23)},
-                {dayOf(2024, 3, 1), 51, 5, dayOf(2024, 2, 29)}};
-    for (const auto &row : rows) {
-        const HeatmapLayout layout = layoutOf({}, row.last);
-        ASSERT_EQ(layout.cells.size(), 364U);
-        const auto &cell = layout.cells[static_cast<std::size_t>(row.column * 7 + row.row)];
-        EXPECT_EQ(dayText(cell.day), dayText(row.day));
-        EXPECT_EQ(cell.rect.left(), row.column * 14);
-        EXPECT_EQ(cell.rect.top(), layout.cells[0].rect.top() + row.row * 14);
+TEST(HeatmapLayoutTest, ColumnsOfSevenDaysEndTodayAndLevelsRelateToTheWholeHistory) {
+    const HeatmapLayout layout = layoutOf({{today - 500 * days(1), 1000}, {today, 300}});
+    ASSERT_EQ(layout.cells.size(), 364U);
+    const QPoint first = layout.cells[0].rect.topLeft();
+    for (int i = 0; i < 364; ++i) {
+        const HeatmapLayout::Cell &cell = layout.cells[static_cast<std::size_t>(i)];
+        EXPECT_EQ(cell.day, today - days(363 - i));
+        EXPECT_EQ(cell.rect.topLeft() - first, QPoint(i / 7 * 14, i % 7 * 14));
+        EXPECT_EQ(cell.count, i == 363 ? 300 : 0);
+        EXPECT_EQ(cell.level, i == 363 ? 2 : 0);
     }
 }
 
-TEST(HeatmapLayoutTest, LevelsRelateToTheMaximumOfTheWholeHistory) {
-    const HeatmapLayout layout =
-        layoutOf({{today - 500 * days(1), 1000}, {today, 300}, {today - 1 * days(1), 0}});
-    EXPECT_EQ(layout.cells.back().level, 2);
-    EXPECT_EQ(layout.cells.back().count, 300);
-    EXPECT_EQ(layout.cells[362].level, 0);
-}
-
-TEST(HeatmapLayoutTest, EachPointOfTheGridHasItsDay) {
+TEST(HeatmapLayoutTest, CellAtFindsTheDayOfEachPointInsideTheGridOnly) {
     const HeatmapLayout layout = layoutOf({});
     const double top = layout.cells[0].rect.top();
     for (const QPointF &beside : {QPointF(5, top - 3), {5, top + 98}, {-2, top + 5}, {728, top + 5}})
@@ -83,16 +61,15 @@ TEST(HeatmapLayoutTest, EachPointOfTheGridHasItsDay) {
     }
 }
 
-TEST(HeatmapLayoutTest, MonthsStandAboveTheirFirstDayInsideTheGrid) {
+TEST(HeatmapLayoutTest, NamesOfMonthsAreAboveTheirFirstDayAndInsideTheGrid) {
     const HeatmapLayout layout = layoutOf({});
     ASSERT_EQ(layout.months.size(), 12U);
     EXPECT_EQ(layout.months.front().name, QStringLiteral("Dec"));
     EXPECT_EQ(layout.months.back().name, QStringLiteral("Nov"));
     EXPECT_EQ(layout.months.back().rect.left(), 49 * 14);
-    EXPECT_EQ(layoutOf({}, dayOf(2025, 11, 22)).months.back().rect.left(), 48 * 14)
-        << "the column's last day";
+    EXPECT_EQ(layoutOf({}, today + days(1)).months.back().rect.left(), 48 * 14) << "the column's last day";
 
-    // On each day of a year, so on those too on which a month has just begun.
+    // Some of these days are the first of a month.
     for (int i = 0; i < 365; ++i) {
         const HeatmapLayout other = layoutOf({}, today + days(i));
         double end = 0;
@@ -104,50 +81,37 @@ TEST(HeatmapLayoutTest, MonthsStandAboveTheirFirstDayInsideTheGrid) {
     }
 }
 
-class ActivityHeatmapViewTest : public testing::Test {
-protected:
-    ActivityHeatmapViewTest() { m_view.setPalette(paletteOf(ColorScheme::dark)); }
-
-    ActivityHeatmapView m_view{measures};
-};
-
-TEST_F(ActivityHeatmapViewTest, CellsHaveTheirLevelsColours) {
-    m_view.setActivity({{today, 1}}, today);
-    const QImage image = pictureOf(m_view);
-    const auto at = [&](int x, int y) { return image.pixelColor(m_view.width() - x, m_view.height() - y); };
-    const ThemeColors &colors = colorsOf(ColorScheme::dark);
-    EXPECT_EQ(at(5, 5), colors.heat.back());
-    const QColor yesterday = at(5, 19);
-    EXPECT_NE(yesterday, at(5, 5));
-    EXPECT_NE(yesterday, colors.card) << "an empty day is invisible";
-    EXPECT_EQ(at(12, 5), colors.card) << "the gap";
-}
-
-TEST_F(ActivityHeatmapViewTest, CellsAreSharpAtEachScaleAndPosition) {
+TEST(ActivityHeatmapViewTest, CellsAreSharpAtEachScaleAndPosition) {
     QWidget window;
-    m_view.setParent(&window);
-    m_view.move(1, 1);
-    m_view.setActivity({}, today);
-    window.resize(m_view.size() + QSize(2, 2));
+    window.setPalette(paletteOf(ColorScheme::dark));
+    ActivityHeatmapView view(measures);
+    view.setParent(&window);
+    view.move(1, 1);
+    view.setActivity({{today, 1}}, today);
+    window.resize(view.size() + QSize(2, 2));
+    const ThemeColors &colors = colorsOf(ColorScheme::dark);
     for (const double scale : {1.0, 1.25, 1.5, 2.0}) {
+        SCOPED_TRACE(scale);
         const QImage image = pictureOf(window, scale);
         const int middle = qRound((1 + 5.5) * scale); // of the first column, and of the last row from below
         std::set<QRgb> down;
         for (int y = qRound(30 * scale); y < image.height(); ++y)
             down.insert(image.pixel(middle, y));
+        EXPECT_TRUE(down.size() == 2 && down.contains(colors.card.rgb())) << "empty days and the gaps";
         std::set<QRgb> across;
         for (int x = 0; x < image.width(); ++x)
             across.insert(image.pixel(x, image.height() - middle));
-        EXPECT_EQ(down.size(), 2U) << "cells and ground, at scale " << scale;
-        EXPECT_EQ(across, down) << "at scale " << scale;
+        EXPECT_EQ(across.size(), 3U);
+        EXPECT_EQ(image.pixel(image.width() - middle, image.height() - middle), colors.heat.back().rgb());
     }
-    m_view.setParent(nullptr);
+    view.setParent(nullptr);
 }
 
-TEST_F(ActivityHeatmapViewTest, ItsAccessibleNameSumsUpTheVisibleDays) {
-    const auto nameFor = [this](const DailyActivity &activity) {
-        m_view.setActivity(activity, today);
-        return m_view.accessibleName().toStdString();
+TEST(ActivityHeatmapViewTest, ItsAccessibleNameSumsUpTheVisibleDays) {
+    ActivityHeatmapView view(measures);
+    const auto nameFor = [&view](const DailyActivity &activity) {
+        view.setActivity(activity, today);
+        return view.accessibleName().toStdString();
     };
     const std::string start = "Activity of the last 52 weeks: ";
     EXPECT_EQ(nameFor({{today, 0}}), start + "no tokens");
@@ -157,36 +121,37 @@ TEST_F(ActivityHeatmapViewTest, ItsAccessibleNameSumsUpTheVisibleDays) {
                        {today - 2 * days(1), 0},
                        {today, 7}}),
               start + "3 active days, most on Nov 11 with 52.3M tokens");
-    EXPECT_EQ(QAccessible::queryAccessibleInterface(&m_view)->role(), QAccessible::Chart);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&view)->role(), QAccessible::Chart);
 }
 
-TEST_F(ActivityHeatmapViewTest, TheDayUnderThePointerHasAnOutlineAndAToolTip) {
-    m_view.setActivity({{today, 1'200'000}}, today);
-    test::PaintCount paints(m_view);
-    const QPoint todaysCell(m_view.width() - 5, m_view.height() - 5);
-    const QPoint edge(m_view.width() - 6, m_view.height() - 11);
+TEST(ActivityHeatmapViewTest, TheDayUnderThePointerHasAnOutlineAndAToolTip) {
+    ActivityHeatmapView view(measures);
+    view.setActivity({{today, 1'200'000}}, today);
+    test::PaintCount paints(view);
+    const QPoint todaysCell(view.width() - 5, view.height() - 5);
+    const QPoint edge(view.width() - 6, view.height() - 11);
     const auto hasOutline = [&](const QPoint &place) {
-        return pictureOf(m_view).pixelColor(place) == colorsFor(m_view).text;
+        return pictureOf(view).pixelColor(place) == colorsFor(view).text;
     };
-    QTest::mouseMove(&m_view, todaysCell);
+    QTest::mouseMove(&view, todaysCell);
     EXPECT_EQ(QToolTip::text(), QStringLiteral("Nov 21: 1.2M tokens"));
     EXPECT_EQ(paints.take(), 1);
     EXPECT_TRUE(hasOutline(edge));
     paints.take(); // of the picture
 
-    QTest::mouseMove(&m_view, todaysCell - QPoint(2, 2));
+    QTest::mouseMove(&view, todaysCell - QPoint(2, 2));
     EXPECT_EQ(paints.take(), 0) << "for the same day";
-    m_view.setActivity({{today, 1'300'000}}, today);
+    view.setActivity({{today, 1'300'000}}, today);
     EXPECT_EQ(QToolTip::text(), QStringLiteral("Nov 21: 1.3M tokens"));
 
-    QTest::mouseMove(&m_view, todaysCell - QPoint(0, 14));
+    QTest::mouseMove(&view, todaysCell - QPoint(0, 14));
     EXPECT_EQ(QToolTip::text(), QStringLiteral("Nov 20: no tokens"));
     EXPECT_FALSE(hasOutline(edge));
     EXPECT_TRUE(hasOutline(edge - QPoint(0, 14)));
 
-    m_view.setActivity({{today, 1'300'000}}, today, today);
+    view.setActivity({{today, 1'300'000}}, today, today);
     EXPECT_EQ(QToolTip::text(), QStringLiteral("Nov 20: before the chosen period"));
-    EXPECT_EQ(m_view.accessibleName(),
+    EXPECT_EQ(view.accessibleName(),
               QStringLiteral("Activity since Nov 21: 1 active day, most on Nov 21 with 1.3M tokens"));
 }
 
