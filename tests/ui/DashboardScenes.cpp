@@ -21,8 +21,8 @@ std::string lineAt(Instant instant, int input, int output, int cacheCreation, in
 }
 
 constexpr const char *up = "operational";
-const char *const extraUsage =
-    R"({"is_enabled":true,"monthly_limit":5000,"used_credits":1240,"utilization":24.8})";
+const ScriptedAnswer withExtraUsage =
+    usageAnswer(67, R"({"is_enabled":true,"monthly_limit":5000,"used_credits":1240,"utilization":24.8})");
 
 } // namespace
 
@@ -61,24 +61,10 @@ DashboardFixture &DashboardFixture::addModels(int count) {
     return *this;
 }
 
-DashboardFixture &DashboardFixture::logIn() {
+DashboardFixture &DashboardFixture::logIn(const ScriptedAnswer &usage) {
     m_store.blob = R"({"claudeAiOauth":{"accessToken":"a"}})";
+    m_server.script(usagePath, {usage});
     return *this;
-}
-
-DashboardFixture &DashboardFixture::rejectToken() {
-    m_server.script(usagePath, {{401}});
-    return *this;
-}
-
-DashboardFixture &DashboardFixture::logIn(double fiveHourPct, const std::string &extra) {
-    m_server.script(usagePath, {usageAnswer(fiveHourPct, extra)});
-    return logIn();
-}
-
-DashboardFixture &DashboardFixture::logInSlowly(double fiveHourPct) {
-    m_server.script(usagePath, {held(usageAnswer(fiveHourPct, "null"))});
-    return logIn();
 }
 
 DashboardFixture &DashboardFixture::answerStatus(const QByteArray &claudeCode, const QByteArray &api) {
@@ -135,12 +121,12 @@ const std::vector<DashboardScene> &dashboardScenes() {
          {"OAuth token not found", "EXTRA USAGE"}},
         {"extra-usage",
          [](Fixture &f) {
-             f.addHistory().logIn(67, extraUsage).answerStatus(up, "degraded_performance").settle();
+             f.addHistory().logIn(withExtraUsage).answerStatus(up, "degraded_performance").settle();
          },
          {"$12.40 spent, 25% · 20 days left", "Monthly limit: $50.00", "Current balance: $37.60",
           "Claude API (api.anthropic.com): Degraded"}},
         {"models",
-         [](Fixture &f) { f.addHistory().logIn(67, extraUsage).settle(); },
+         [](Fixture &f) { f.addHistory().logIn(withExtraUsage).settle(); },
          {"claude-sonnet-4-5-20250929"},
          {"No model data yet"},
          1},
@@ -148,12 +134,12 @@ const std::vector<DashboardScene> &dashboardScenes() {
          [](Fixture &f) { f.addHistory().logIn(130).settle(); },
          {"Session: 130% used, resets in 2h 5m"}},
         {"token-expired",
-         [](Fixture &f) { f.addHistory().logIn().rejectToken().settle(); },
+         [](Fixture &f) { f.addHistory().logIn(ScriptedAnswer{401}).settle(); },
          {"OAuth token status: Token Expired", "Re-authenticate", "OAuth token not found"}},
         {"authenticating",
          [](Fixture &f) {
              f.settle();
-             f.logInAgain();
+             f.startLogin();
          },
          {"OAuth token status: Authenticating…", "Waiting for browser…"},
          {"Re-authenticate", "Retry", "Reconnect"}},
@@ -168,7 +154,7 @@ const std::vector<DashboardScene> &dashboardScenes() {
          1},
         {"no-models", [](Fixture &f) { f.settle(); }, {"No model data yet"}, {"Tokens per day"}, 1},
         {"first-answer-awaited",
-         [](Fixture &f) { f.addHistory().logInSlowly(67).begin(); },
+         [](Fixture &f) { f.addHistory().logIn(held(usageAnswer(67))).begin(); },
          {"QUOTA", "Session: –", "Weekly: –", "Claude Design: –", "OAuth token status: Unknown", "Retry"},
          {"OAuth token not found"}},
         {"first-second",

@@ -12,7 +12,7 @@ namespace burnwick::test {
 
 struct DashboardScene;
 
-/// The dashboard over a state that is brought where a scene needs it.
+/// The dashboard's services with sample data.
 class DashboardFixture : public StateFixture {
 public:
     DashboardFixture();
@@ -21,33 +21,30 @@ public:
         return {m_state, m_preferences, m_clock, m_scheduler};
     }
 
-    /// Two months of logs that end now, as three models leave them.
+    /// Adds logs of the last two months with three models.
     DashboardFixture &addHistory();
-    /// A day's use of so many models with long names.
+    /// Adds a log with that many models, which have long names.
     DashboardFixture &addModels(int count);
-    DashboardFixture &logIn();
-    /// With what the usage endpoint will say; `extra` is the JSON of the extra usage.
-    DashboardFixture &logIn(double fiveHourPct, const std::string &extra = "null");
-    /// The usage endpoint's answer is held.
-    DashboardFixture &logInSlowly(double fiveHourPct);
-    /// What the status page will say of Claude Code and of the API.
+    /// Adds a login and scripts the usage endpoint.
+    DashboardFixture &logIn(const ScriptedAnswer &usage);
+    DashboardFixture &logIn(double fiveHourPct) { return logIn(usageAnswer(fiveHourPct)); }
+    /// Scripts the status page with the states of Claude Code and of the API.
     DashboardFixture &answerStatus(const QByteArray &claudeCode, const QByteArray &api);
-    DashboardFixture &rejectToken();
-    void logInAgain() { m_state.connect(); }
-    /// Starts the state and waits until all but the quota has come.
+    void startLogin() { m_state.connect(); }
+    /// Starts the state and waits for the logs and the status page.
     void begin();
-    /// Starts the state and waits until all that it asked for has come.
+    /// The same, and waits for the account's state.
     void settle();
-    /// Shows the window and brings it to the scene.
+    /// Shows the window in the scene's state.
     void play(const DashboardScene &scene, MainWindowView &window);
 };
 
-/// A state that people meet, to be looked at and read.
+/// A state of the dashboard for pictures and tests.
 struct DashboardScene {
     std::string name;
     void (*prepare)(DashboardFixture &fixture);
-    std::vector<std::string> texts;       ///< to be found in the window
-    std::vector<std::string> absent = {}; ///< not to be found there
+    std::vector<std::string> texts;       ///< the beginnings of visible texts
+    std::vector<std::string> absent = {}; ///< no visible text begins with these
     int tab = 0;
 
     friend std::ostream &operator<<(std::ostream &out, const DashboardScene &scene) {

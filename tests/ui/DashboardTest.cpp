@@ -15,10 +15,10 @@
 #include <QApplication>
 #include <QFontDatabase>
 #include <QScrollBar>
-#include <QShortcut>
 #include <QTest>
 
 #include <algorithm>
+#include <optional>
 
 namespace burnwick {
 namespace {
@@ -26,19 +26,24 @@ namespace {
 using namespace std::chrono_literals;
 using test::namesIn;
 
-/// Whether a visible text starts with that one.
-bool shows(QWidget &window, const std::string &text) {
-    const QString wanted = QString::fromStdString(text);
-    return std::ranges::any_of(namesIn(window), [&](const QString &name) { return name.startsWith(wanted); });
-}
-
 class DashboardTest : public test::DashboardFixture {
 protected:
-    static QAbstractButton &button(QWidget &window, const char *text) {
-        const auto buttons = window.findChildren<QAbstractButton *>();
+    MainWindowView &open() {
+        m_window.emplace(windowServices()).show();
+        return *m_window;
+    }
+    /// Whether a visible text starts with that one.
+    bool shows(const std::string &text) {
+        return std::ranges::any_of(
+            namesIn(*m_window),
+            [wanted = QString::fromStdString(text)](const QString &name) { return name.startsWith(wanted); });
+    }
+    QAbstractButton &button(const char *text) {
+        const auto buttons = m_window->findChildren<QAbstractButton *>();
         const auto found = std::ranges::find(buttons, QString::fromUtf8(text), &QAbstractButton::text);
         return found != buttons.end() ? **found : throw std::logic_error("no such button");
     }
+    void pressWithControl(Qt::Key key) { QTest::keyClick(&*m_window, key, Qt::ControlModifier); }
     /// A window that grew is painted again after its expose event; three turns of the loop without any paint.
     static bool stopsPainting(test::PaintCount &paints) {
         return waitFor([&paints, quietTurns = 0]() mutable {
@@ -46,24 +51,26 @@ protected:
             return quietTurns == 3;
         });
     }
+    /// Advances the clock to the minute and fires its timer.
     void passUntilMinute(std::chrono::seconds time) {
         m_clock.advance(time);
         m_scheduler.fire(time);
     }
-    std::size_t usageRequests() { return m_server.requestsFor("/api/oauth/usage").size(); }
+    std::size_t usageRequests() { return m_server.requestsFor(test::usagePath).size(); }
+
+    std::optional<MainWindowView> m_window;
 };
 
-class DashboardSceneTest : public test::DashboardFixture,
-                           public testing::WithParamInterface<test::DashboardScene> {};
+class DashboardSceneTest : public DashboardTest, public testing::WithParamInterface<test::DashboardScene> {};
 
 TEST_P(DashboardSceneTest, AssistiveTechnologyFindsItsTexts) {
     const test::DashboardScene &scene = GetParam();
-    MainWindowView window(windowServices());
+    MainWindowView &window = open();
     play(scene, window);
     for (const std::string &text : scene.texts)
-        EXPECT_TRUE(shows(window, text)) << text << " in\n" << namesIn(window).join(u'\n').toStdString();
+        EXPECT_TRUE(shows(text)) << text << " in\n" << namesIn(window).join(u'\n').toStdString();
     for (const std::string &text : scene.absent)
-        EXPECT_FALSE(shows(window, text)) << text;
+        EXPECT_FALSE(shows(text)) << text;
     EXPECT_EQ(test::namesWithoutRole(window).join(u'\n').toStdString(), "");
     EXPECT_FALSE(test::textsIn(window, QAccessible::Description).join(u'\n').contains(QStringLiteral("<p")))
         << "markup of a tool tip";
@@ -80,10 +87,8 @@ QStringList commonFamilies() {
 TEST_P(DashboardSceneTest, FitsOnALowScreenAndScrollsVerticallyOnALowerOne) {
     const QFont before = QApplication::font();
     QApplication::setStyle(new QuietStyle);
-    {
-        MainWindowView window(windowServices());
-        play(GetParam(), window);
-    }
+    play(GetParam(), open());
+    m_window.reset();
     for (const QString &family : commonFamilies()) {
         QApplication::setFont(QFont(family));
         int regularHeight = 0;
@@ -124,11 +129,10 @@ INSTANTIATE_TEST_SUITE_P(Scenes, DashboardSceneTest, testing::ValuesIn(test::das
 
 TEST_F(DashboardTest, UnchangedValuesAreNotPaintedAgain) {
     addHistory().logIn(67);
-    MainWindowView window(windowServices());
-    window.show();
+    open();
     settle();
-    ASSERT_TRUE(waitFor([&] { return shows(window, "Session: 67% used"); }));
-    test::PaintCount paints(window);
+    ASSERT_TRUE(waitFor([this] { return shows("Session: 67% used"); }));
+    test::PaintCount paints(*m_window); // of all children
     ASSERT_TRUE(stopsPainting(paints));
     m_state.refreshLocalData();
     m_scheduler.fire(300s);
@@ -137,105 +141,92 @@ TEST_F(DashboardTest, UnchangedValuesAreNotPaintedAgain) {
 }
 
 TEST_F(DashboardTest, TheWindowKeepsItsSizeAtTheFirstAnswer) {
-    addHistory().logInSlowly(67).begin();
-    MainWindowView window(windowServices());
-    window.show();
-    test::PaintCount paints(window);
+    addHistory().logIn(test::held(test::usageAnswer(67))).begin();
+    test::PaintCount paints(open());
     ASSERT_TRUE(stopsPainting(paints));
-    const QSize awaiting = window.size();
+    const QSize awaiting = m_window->size();
     m_server.release();
-    ASSERT_TRUE(waitFor([&] { return shows(window, "Session: 67% used"); }));
+    ASSERT_TRUE(waitFor([this] { return shows("Session: 67% used"); }));
     ASSERT_TRUE(stopsPainting(paints));
-    EXPECT_EQ(window.size(), awaiting);
+    EXPECT_EQ(m_window->size(), awaiting);
 }
 
 TEST_F(DashboardTest, AVisibleWindowUpdatesItsTimesAtEachMinute) {
     logIn(67).settle();
-    MainWindowView window(windowServices());
-    window.show();
-    EXPECT_TRUE(shows(window, "Updated just now"));
+    open();
+    EXPECT_TRUE(shows("Updated just now"));
     passUntilMinute(59s); // from 12:00:01
     passUntilMinute(60s);
-    EXPECT_TRUE(shows(window, "Updated 1 minute ago"));
-    EXPECT_TRUE(shows(window, "Session: 67% used, resets in 2h 3m"));
+    EXPECT_TRUE(shows("Updated 1 minute ago"));
+    EXPECT_TRUE(shows("Session: 67% used, resets in 2h 3m"));
 
     // The wall clock was set back: the timer fires a second before the minute.
     m_clock.advance(59s);
     m_scheduler.fire(60s);
-    EXPECT_TRUE(shows(window, "Updated 1 minute ago"));
+    EXPECT_TRUE(shows("Updated 1 minute ago"));
     passUntilMinute(1s);
-    EXPECT_TRUE(shows(window, "Updated 2 minutes ago"));
+    EXPECT_TRUE(shows("Updated 2 minutes ago"));
 
     const auto whileVisible = m_scheduler.intervals().size();
-    window.hide();
+    m_window->hide();
     EXPECT_EQ(m_scheduler.intervals().size(), whileVisible - 1) << "a hidden window has a timer";
     m_clock.advance(60min);
-    window.show();
-    EXPECT_TRUE(shows(window, "Updated 1h ago"));
+    m_window->show();
+    EXPECT_TRUE(shows("Updated 1h ago"));
 }
 
 TEST_F(DashboardTest, TheHeatmapFollowsTheTimeZoneAtTheNextMinuteAndWhenShown) {
     addHistory().settle();
-    m_state.setTimeFilter(TimeFilter::sevenDays);
-    MainWindowView window(windowServices());
-    window.show();
-    EXPECT_TRUE(shows(window, "Activity since Jun 3: "));
-    m_calendar = Calendar::inZone("Pacific/Kiritimati"); // where the next day has begun
-    passUntilMinute(59s);
-    EXPECT_TRUE(shows(window, "Activity since Jun 4: "));
-    window.hide();
-    m_calendar = Calendar::inZone("UTC");
-    window.show();
-    EXPECT_TRUE(shows(window, "Activity since Jun 3: "));
-}
-
-TEST_F(DashboardTest, FiltersAndTabsSwitchAndAClosedWindowReopensOnTheFirstTab) {
-    addHistory().settle();
-    MainWindowView window(windowServices());
-    window.show();
-    button(window, "7d").click();
+    open();
+    button("7d").click();
     EXPECT_EQ(usage().timeFilter, TimeFilter::sevenDays);
     QCoreApplication::processEvents();
-    EXPECT_TRUE(button(window, "7d").isChecked());
-    EXPECT_FALSE(button(window, "All").isChecked());
-    EXPECT_TRUE(shows(window, "Active days: 7"));
-    EXPECT_TRUE(shows(window, "Activity since Jun 3: 7 active days"));
+    EXPECT_TRUE(shows("Active days: 7"));
+    EXPECT_TRUE(shows("Activity since Jun 3: 7 active days"));
+    m_calendar = Calendar::inZone("Pacific/Kiritimati"); // where the next day has begun
+    passUntilMinute(59s);
+    EXPECT_TRUE(shows("Activity since Jun 4: "));
+    m_window->hide();
+    m_calendar = Calendar::inZone("UTC");
+    m_window->show();
+    EXPECT_TRUE(shows("Activity since Jun 3: "));
+}
 
-    QTest::keyClick(&window, Qt::Key_2, Qt::ControlModifier);
-    EXPECT_TRUE(button(window, "Models").isChecked());
-    EXPECT_FALSE(shows(window, "Sessions: "));
-    QTest::keyClick(&window, Qt::Key_W, Qt::ControlModifier);
-    EXPECT_FALSE(window.isVisible());
-    window.show();
-    EXPECT_TRUE(button(window, "Overview").isChecked());
-    EXPECT_TRUE(shows(window, "Sessions: "));
+TEST_F(DashboardTest, AClosedWindowReopensOnTheFirstTab) {
+    open();
+    settle();
+    pressWithControl(Qt::Key_2);
+    EXPECT_TRUE(button("Models").isChecked());
+    EXPECT_FALSE(shows("Sessions: "));
+    pressWithControl(Qt::Key_W);
+    EXPECT_FALSE(m_window->isVisible());
+    m_window->show();
+    EXPECT_TRUE(button("Overview").isChecked());
+    EXPECT_TRUE(shows("Sessions: "));
 }
 
 TEST_F(DashboardTest, RetryRequestsTheQuotaWithoutAutoRefreshToo) {
     logIn(67);
     m_preferences.setAutoRefreshQuota(false);
-    MainWindowView window(windowServices());
-    window.show();
+    open();
     m_state.start();
     EXPECT_EQ(usageRequests(), 0U);
-    button(window, "Retry").click();
+    button("Retry").click();
     ASSERT_TRUE(waitFor([this] { return account().oauthStatus == OAuthStatus::connected; }));
     QCoreApplication::processEvents();
-    QTest::keyClick(&window, Qt::Key_R, Qt::ControlModifier);
+    pressWithControl(Qt::Key_R);
     EXPECT_TRUE(waitFor([this] { return usageRequests() == 2; }));
 }
 
 TEST_F(DashboardTest, TheKeyboardReachesEverythingInReadingOrder) {
     addHistory().settle();
-    MainWindowView window(windowServices());
-    window.show();
+    MainWindowView &window = open();
     window.activateWindow();
     ASSERT_TRUE(waitFor([&] { return window.isActiveWindow(); }));
     const auto *ring = window.findChild<FocusRing *>();
     EXPECT_FALSE(ring->isVisible()) << "before the first key";
-    for (const auto &[key, tab] :
-         {std::pair(Qt::Key_1, QStringLiteral("Overview")), {Qt::Key_2, QStringLiteral("Models")}}) {
-        QTest::keyClick(&window, key, Qt::ControlModifier);
+    for (const auto &[key, tab] : {std::pair(Qt::Key_1, "Overview"), {Qt::Key_2, "Models"}}) {
+        pressWithControl(key);
         QStringList order;
         for (int i = 0; i < 5; ++i) {
             QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
@@ -244,15 +235,16 @@ TEST_F(DashboardTest, TheKeyboardReachesEverythingInReadingOrder) {
             EXPECT_EQ(ring->geometry().center(), focused->mapTo(&window, focused->rect().center()));
             order << (focused->text().isEmpty() ? focused->accessibleName() : focused->text());
         }
-        EXPECT_EQ(order, (QStringList{QStringLiteral("Settings"), tab, QStringLiteral("All"),
-                                      QStringLiteral("Claude"), QStringLiteral("Re-authenticate")}));
+        EXPECT_EQ(order.join(u'|').toStdString(),
+                  std::string("Settings|") + tab + "|All|Claude|Re-authenticate");
     }
-    button(window, "All").setFocus();
-    QTest::keyClick(&button(window, "All"), Qt::Key_Right);
+    button("All").setFocus();
+    QTest::keyClick(&button("All"), Qt::Key_Right);
     EXPECT_EQ(usage().timeFilter, TimeFilter::thirtyDays);
+    EXPECT_TRUE(button("30d").isChecked() && !button("All").isChecked());
     EXPECT_TRUE(ring->isVisible());
 
-    const QAbstractButton &clicked = button(window, "Overview");
+    const QAbstractButton &clicked = button("Overview");
     QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {},
                       clicked.mapTo(&window, clicked.rect().center()));
     EXPECT_TRUE(clicked.hasFocus());
@@ -260,15 +252,13 @@ TEST_F(DashboardTest, TheKeyboardReachesEverythingInReadingOrder) {
 }
 
 TEST_F(DashboardTest, ALongModelNameNeitherWidensTheWindowNorLeavesABandInItsCard) {
-    MainWindowView window(windowServices());
-    window.show();
-    const int width = window.width();
+    const int width = open().width();
     addModels(1).settle();
-    EXPECT_EQ(window.width(), width);
-    EXPECT_TRUE(shows(window, "Favorite model: b>-with-quite-a-long-name-xxx"));
-    button(window, "Models").click();
+    EXPECT_EQ(m_window->width(), width);
+    EXPECT_TRUE(shows("Favorite model: b>-with-quite-a-long-name-xxx"));
+    button("Models").click();
     QCoreApplication::processEvents();
-    const auto *row = window.findChild<ModelStatRowView *>();
+    const auto *row = m_window->findChild<ModelStatRowView *>();
     const QWidget *card = row;
     while (qobject_cast<const PanelCard *>(card) == nullptr)
         card = card->parentWidget();

@@ -17,12 +17,6 @@
 namespace burnwick {
 namespace {
 
-using test::HostileText;
-
-QString shownName(const HostileText &hostile) {
-    return QString::fromStdString(hostile.shown);
-}
-
 QString asShown(const QString &toolTip) {
     return Qt::mightBeRichText(toolTip) ? QTextDocumentFragment::fromHtml(toolTip).toPlainText() : toolTip;
 }
@@ -46,47 +40,44 @@ QStringList textsOf(const QWidget &widget) {
     return texts;
 }
 
-/// The widget shows the name's displayText(), has none of its controls, and fits into the window.
-void expectHarmless(QWidget &widget, const HostileText &hostile) {
+/// The widget shows the text without its controls, and fits into the window.
+void expectHarmless(QWidget &widget, const std::string &shown) {
+    SCOPED_TRACE(widget.metaObject()->className());
     widget.resize(800, 700);
     widget.grab();
     const QStringList texts = textsOf(widget);
     EXPECT_LE(widget.minimumSizeHint().width(), 800);
-    EXPECT_FALSE(texts.filter(shownName(hostile)).isEmpty()) << texts.join(u'\n').left(2000).toStdString();
+    EXPECT_FALSE(texts.filter(QString::fromStdString(shown)).isEmpty())
+        << texts.join(u'\n').left(2000).toStdString();
     for (const QString &text : texts)
         EXPECT_FALSE(test::hasControls(QString(text).remove(u'\n').toStdString())) << text.toStdString();
 }
 
-class HostileTextTest : public testing::TestWithParam<HostileText> {
+class HostileTextTest : public testing::TestWithParam<test::HostileText> {
 protected:
-    const HostileText &m_hostile = GetParam();
+    const std::string m_text = GetParam().text;
+    const std::string m_shown = GetParam().shown;
 };
 
-TEST_P(HostileTextTest, NamesAModel) {
+TEST_P(HostileTextTest, IsHarmlessAsTheNameOfAModelOrComponent) {
     ModelStatRowView row;
-    row.setStat({m_hostile.text, 1, 2, 50});
-    expectHarmless(row, m_hostile);
-    EXPECT_EQ(asShown(row.toolTip()), shownName(m_hostile) + QStringLiteral("\nIn: 1 token\nOut: 2 tokens"));
-}
+    row.setStat({m_text, 1, 2, 50});
+    expectHarmless(row, m_shown);
+    EXPECT_EQ(asShown(row.toolTip()).toStdString(), m_shown + "\nIn: 1 token\nOut: 2 tokens");
 
-TEST_P(HostileTextTest, NamesTheFavoriteModel) {
     HistoricalData history;
-    history.favoriteModel = m_hostile.text;
+    history.favoriteModel = m_text;
     OverviewTab tab;
     tab.setValues(history, 0, {}, {});
-    HostileText shown = m_hostile;
-    shown.shown.erase(0, shown.shown.rfind('/') + 1); // a family's name has no vendor
-    expectHarmless(tab, shown);
-}
+    expectHarmless(tab, m_shown.substr(m_shown.rfind('/') + 1)); // a family's name has no vendor
 
-TEST_P(HostileTextTest, NamesAComponent) {
     WindowClaudeStatusPanel panel;
-    panel.setComponents({{m_hostile.text, ClaudeComponentStatus::Status::degraded}});
-    expectHarmless(panel, m_hostile);
+    panel.setComponents({{m_text, ClaudeComponentStatus::Status::degraded}});
+    expectHarmless(panel, m_shown);
 }
 
-TEST_P(HostileTextTest, IsTheToolTipOfALabelThatIsTooNarrow) {
-    TextLabel label(QStringLiteral("a  b ") + shownName(m_hostile), TextStyle::body);
+TEST_P(HostileTextTest, IsHarmlessAsTheToolTipOfANarrowLabel) {
+    TextLabel label(QStringLiteral("a  b ") + QString::fromStdString(m_shown), TextStyle::body);
     label.setElidable();
     label.resize(10, 20);
     label.show();

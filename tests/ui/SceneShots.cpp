@@ -48,9 +48,7 @@ using SettingsShots = Shots<test::SettingsFixture, test::SettingsScene>;
 TEST_P(SettingsShots, AreTaken) {
     m_center.status = GetParam().authorization;
     m_preferences.setRefreshRate(RefreshRate::fiveMin);
-    SettingsView window(settingsServices());
-    window.show();
-    takePictures(window, GetParam().name);
+    takePictures(openView(), GetParam().name);
 }
 
 INSTANTIATE_TEST_SUITE_P(Scenes, SettingsShots, testing::ValuesIn(test::settingsScenes()));

@@ -4,11 +4,13 @@
 
 #include "platform/linux/login/AutostartLoginItem.h"
 #include "support/StateFixture.h"
+#include "support/VisibleControls.h"
 #include "ui/settings/SettingsView.h"
 
 #include <QCoreApplication>
 #include <QMetaObject>
 
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -19,21 +21,16 @@ namespace burnwick::test {
 class FakeNotificationCenter final : public NotificationCenter {
 public:
     void readAuthorization(std::function<void(Authorization)> answer) override {
-        const auto tell = [answer = std::move(answer), now = status] { answer(now); };
+        const auto reply = [answer = std::move(answer), now = status] { answer(now); };
         if (holdsAnswers)
-            m_held.push_back(tell);
+            m_held.push_back(reply);
         else
-            QMetaObject::invokeMethod(QCoreApplication::instance(), tell, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(QCoreApplication::instance(), reply, Qt::QueuedConnection);
     }
     void requestAuthorization(std::function<void(AuthorizationOutcome)> answer) override {
         ++requests;
         status = statusOnRequest;
-        QMetaObject::invokeMethod(
-            QCoreApplication::instance(),
-            [answer = std::move(answer), granted = status == Authorization::authorized] {
-                answer({granted, std::nullopt});
-            },
-            Qt::QueuedConnection);
+        answer({status == Authorization::authorized, std::nullopt});
     }
     void setAuthorizationChangedHandler(std::function<void()> handler) override {
         m_changed = std::move(handler);
@@ -47,10 +44,10 @@ public:
             m_changed();
     }
     void release() {
-        for (const auto &tell : std::exchange(m_held, {}))
-            tell();
+        for (const auto &reply : std::exchange(m_held, {}))
+            reply();
     }
-    [[nodiscard]] bool isFollowed() const { return static_cast<bool>(m_changed); }
+    [[nodiscard]] bool hasChangedHandler() const { return static_cast<bool>(m_changed); }
 
     Authorization status = Authorization::authorized;
     Authorization statusOnRequest = Authorization::authorized;
@@ -62,7 +59,6 @@ private:
     std::function<void()> m_changed;
 };
 
-/// Counts its calls.
 class FakeDesktopSettings final : public DesktopSettings {
 public:
     void openNotifications() override { ++opened; }
@@ -83,19 +79,29 @@ protected:
                 QUrl(QStringLiteral("https://burnwick.test/feedback")),
                 [] { return false; }};
     }
+    SettingsView &openView() {
+        m_view.emplace(settingsServices()).show();
+        QCoreApplication::processEvents();
+        return *m_view;
+    }
+    bool shows(const char *text) { return namesIn(*m_view).contains(QString::fromUtf8(text)); }
+    bool waitForText(const char *text) {
+        return waitFor([this, text] { return shows(text); });
+    }
 
     std::filesystem::path m_autostart = m_home.path() / "autostart";
     AutostartLoginItem m_loginItem{m_autostart, QCoreApplication::applicationFilePath()};
     FakeNotificationCenter m_center;
     FakeDesktopSettings m_desktop;
     QStringList m_openedPages;
+    std::optional<SettingsView> m_view;
 };
 
 /// A state of the settings for pictures and tests.
 struct SettingsScene {
     std::string name;
     NotificationCenter::Authorization authorization;
-    QString control; ///< in the row "Notifications"
+    std::string control; ///< in the row "Notifications"
 
     friend std::ostream &operator<<(std::ostream &out, const SettingsScene &scene) {
         return out << scene.name;
@@ -105,9 +111,9 @@ struct SettingsScene {
 inline const std::vector<SettingsScene> &settingsScenes() {
     using Authorization = NotificationCenter::Authorization;
     static const std::vector<SettingsScene> scenes{
-        {"settings", Authorization::authorized, QStringLiteral("Enabled")},
-        {"settings-denied", Authorization::denied, QStringLiteral("Open Settings")},
-        {"settings-undetermined", Authorization::notDetermined, QStringLiteral("Allow")},
+        {"settings", Authorization::authorized, "Enabled"},
+        {"settings-denied", Authorization::denied, "Open Settings"},
+        {"settings-undetermined", Authorization::notDetermined, "Allow"},
     };
     return scenes;
 }
