@@ -31,7 +31,7 @@ public:
 
     virtual ~StatusItem() = default;
     virtual void setActivateHandler(ActivateHandler handler) = 0;
-    /// Shows new content; the first call makes the item appear.
+    /// Shows the content; the first call makes the item appear, and equal content again has no effect.
     virtual void show(const StatusItemContent &content) = 0;
 };
 

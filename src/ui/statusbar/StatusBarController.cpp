@@ -24,10 +24,7 @@ void StatusBarController::update() {
     if (const auto &quota = snapshot.account.quotaData)
         content.fiveHourUsagePct = quota->fiveHourUsagePct;
     content.indicator = snapshot.account.statusIndicator();
-    if (m_shown == content)
-        return;
     m_statusItem->show(content);
-    m_shown = std::move(content);
 }
 
 } // namespace burnwick

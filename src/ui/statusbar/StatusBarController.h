@@ -6,7 +6,6 @@
 #include "ui/StateSubscription.h"
 
 #include <memory>
-#include <optional>
 
 namespace burnwick {
 
@@ -24,7 +23,6 @@ private:
 
     const AppState &m_appState;
     std::unique_ptr<StatusItem> m_statusItem;
-    std::optional<StatusItemContent> m_shown;
     StateSubscription m_subscription;
 };
 
