@@ -28,10 +28,15 @@ namespace {
 
 constexpr int tilesPerRow = 6;
 
-/// The round corners of a tile are those of the whole block.
-StatTile::Corners outerCorners(std::size_t index, std::size_t count) {
-    const std::size_t lastRow = count - tilesPerRow;
-    return {index == 0, index == tilesPerRow - 1, index == lastRow, index == count - 1};
+/// The tile's edges that are edges of the whole block.
+Qt::Edges outerEdges(std::size_t index, std::size_t count) {
+    const std::size_t column = index % tilesPerRow;
+    Qt::Edges edges;
+    edges.setFlag(Qt::LeftEdge, column == 0);
+    edges.setFlag(Qt::RightEdge, column == tilesPerRow - 1);
+    edges.setFlag(Qt::TopEdge, index < tilesPerRow);
+    edges.setFlag(Qt::BottomEdge, index >= count - tilesPerRow);
+    return edges;
 }
 
 TextLabel *sectionTitle(const char *text) {
@@ -88,7 +93,7 @@ OverviewTab::OverviewTab()
     tiles->setSpacing(tileSpacing);
     const auto figures = statFigures({}, 0);
     for (std::size_t i = 0; i < figures.size(); ++i) {
-        m_tiles[i] = new StatTile(textOf(figures[i].label), outerCorners(i, figures.size()));
+        m_tiles[i] = new StatTile(textOf(figures[i].label), outerEdges(i, figures.size()));
         tiles->addWidget(m_tiles[i], static_cast<int>(i) / tilesPerRow, static_cast<int>(i) % tilesPerRow);
     }
     for (int column = 0; column < tilesPerRow; ++column)

@@ -7,13 +7,12 @@
 #include "ui/theme/ThemeColors.h"
 
 #include <QPainter>
-#include <QPainterPath>
 #include <QVBoxLayout>
 
 namespace burnwick {
 
-StatTile::StatTile(const QString &label, Corners corners)
-    : m_corners(corners)
+StatTile::StatTile(const QString &label, Qt::Edges outer)
+    : m_outer(outer)
     , m_label(label)
     , m_value(new TextLabel(TextStyle::figure)) {
     constexpr int sidePadding = 14;
@@ -45,23 +44,13 @@ void StatTile::setDense(bool dense) {
 }
 
 void StatTile::paintEvent(QPaintEvent *) {
-    constexpr double radius = 12;
-    const QRectF area(rect());
-    QPainterPath shape;
-    shape.setFillRule(Qt::WindingFill);
-    shape.addRoundedRect(area, radius, radius);
-    const QSizeF square(radius, radius);
-    if (!m_corners.topLeft)
-        shape.addRect({area.topLeft(), square});
-    if (!m_corners.topRight)
-        shape.addRect({area.topRight() - QPointF(radius, 0), square});
-    if (!m_corners.bottomLeft)
-        shape.addRect({area.bottomLeft() - QPointF(0, radius), square});
-    if (!m_corners.bottomRight)
-        shape.addRect({area.bottomRight() - QPointF(radius, radius), square});
+    constexpr int radius = 12;
+    // The shape exceeds the tile at inner edges, where the widget clips its round corners.
+    const auto excess = [this](Qt::Edge edge) { return m_outer.testFlag(edge) ? 0 : radius; };
+    const QRect shape = rect().adjusted(-excess(Qt::LeftEdge), -excess(Qt::TopEdge), excess(Qt::RightEdge),
+                                        excess(Qt::BottomEdge));
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillPath(shape, colorsFor(*this).card);
+    fillRounded(painter, shape, radius, colorsFor(*this).card);
 }
 
 } // namespace burnwick

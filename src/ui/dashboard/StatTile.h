@@ -13,15 +13,8 @@ class StatTile final : public QWidget {
     Q_OBJECT
 
 public:
-    /// The round corners.
-    struct Corners {
-        bool topLeft = false;
-        bool topRight = false;
-        bool bottomLeft = false;
-        bool bottomRight = false;
-    };
-
-    StatTile(const QString &label, Corners corners);
+    /// Corners between two of the `outer` edges are round, the others square.
+    StatTile(const QString &label, Qt::Edges outer);
 
     /// Repaints only for another text.
     void setValue(const QString &value);
@@ -32,7 +25,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    Corners m_corners;
+    Qt::Edges m_outer;
     QString m_label;
     TextLabel *m_value;
 };
