@@ -11,14 +11,6 @@
 
 namespace burnwick {
 
-namespace {
-
-constexpr auto regular = TitleSegment::Weight::regular;
-constexpr auto semibold = TitleSegment::Weight::semibold;
-constexpr auto heavy = TitleSegment::Weight::heavy;
-
-} // namespace
-
 std::string hexOf(const RgbColor &color) {
     const auto component = [](double value) { return static_cast<unsigned>(std::lround(value * 255)); };
     std::array<char, 32> text{};
@@ -53,6 +45,7 @@ std::string_view nameOf(StatusIndicator indicator) noexcept {
 
 StatusTitle buildStatusTitle(const SessionTokens &tokens, double cost, const std::optional<QuotaData> &quota,
                              StatusIndicator indicator) {
+    using enum TitleSegment::Weight;
     StatusTitle title;
     const auto add = [&title](std::string text, TitleSegment::Weight weight, bool dimmed = false) {
         title.push_back({std::move(text), weight, dimmed, std::nullopt});

@@ -189,15 +189,12 @@ void MainWindowView::setDense(bool dense) {
 }
 
 void MainWindowView::addShortcuts() {
-    const auto add = [this](const QKeySequence &keys, auto action) {
-        connect(new QShortcut(keys, this), &QShortcut::activated, this, action);
-    };
-    add(Qt::CTRL | Qt::Key_1, [this] { selectTab(0); });
-    add(Qt::CTRL | Qt::Key_2, [this] { selectTab(1); });
-    add(Qt::CTRL | Qt::Key_R, [this] { refreshAll(); });
-    add(Qt::CTRL | Qt::Key_Comma, [this] { Q_EMIT settingsRequested(); });
-    add(Qt::CTRL | Qt::Key_W, [this] { close(); });
-    add(Qt::CTRL | Qt::Key_Q, [] { QApplication::quit(); });
+    new QShortcut(Qt::CTRL | Qt::Key_1, this, this, [this] { selectTab(0); });
+    new QShortcut(Qt::CTRL | Qt::Key_2, this, this, [this] { selectTab(1); });
+    new QShortcut(Qt::CTRL | Qt::Key_R, this, this, &MainWindowView::refreshAll);
+    new QShortcut(Qt::CTRL | Qt::Key_Comma, this, this, &MainWindowView::settingsRequested);
+    new QShortcut(Qt::CTRL | Qt::Key_W, this, this, &QWidget::close);
+    new QShortcut(Qt::CTRL | Qt::Key_Q, this, &QApplication::quit);
 }
 
 void MainWindowView::selectTab(int tab) {

@@ -26,9 +26,8 @@ QWidget *makeDivider() {
     return new Divider;
 }
 
-SettingsRow::SettingsRow(const QString &label, QWidget *control, QWidget *parent)
-    : QWidget(parent)
-    , m_label(new TextLabel(label, TextStyle::label)) {
+SettingsRow::SettingsRow(const QString &label, QWidget *control)
+    : m_label(new TextLabel(label, TextStyle::label)) {
     constexpr int height = 38;
     setFixedHeight(height);
     auto *line = new QHBoxLayout(this);

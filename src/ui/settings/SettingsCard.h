@@ -19,7 +19,7 @@ class SettingsRow : public QWidget {
     Q_OBJECT
 
 public:
-    SettingsRow(const QString &label, QWidget *control, QWidget *parent = nullptr);
+    SettingsRow(const QString &label, QWidget *control);
 
     void setLabel(const QString &label);
 

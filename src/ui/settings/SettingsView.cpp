@@ -186,12 +186,9 @@ void SettingsView::registerAtDesktop(bool on) {
 }
 
 void SettingsView::addShortcuts() {
-    const auto add = [this](const QKeySequence &keys, auto action) {
-        connect(new QShortcut(keys, this), &QShortcut::activated, this, action);
-    };
-    add(Qt::Key_Escape, [this] { close(); });
-    add(Qt::CTRL | Qt::Key_W, [this] { close(); });
-    add(Qt::CTRL | Qt::Key_Q, [] { QApplication::quit(); });
+    new QShortcut(Qt::Key_Escape, this, this, &QWidget::close);
+    new QShortcut(Qt::CTRL | Qt::Key_W, this, this, &QWidget::close);
+    new QShortcut(Qt::CTRL | Qt::Key_Q, this, &QApplication::quit);
 }
 
 } // namespace burnwick

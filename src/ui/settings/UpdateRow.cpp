@@ -20,14 +20,10 @@ const QString idleLabel = QStringLiteral("Check for updates");
 
 } // namespace
 
-UpdateRow::UpdateRow(Services services, QWidget *parent)
-    : UpdateRow(std::move(services), new FlatButton(QStringLiteral("Check Now"), settingsButtonLook()),
-                parent) {}
-
-UpdateRow::UpdateRow(Services services, FlatButton *button, QWidget *parent)
-    : SettingsRow(idleLabel, button, parent)
+UpdateRow::UpdateRow(Services services)
+    : SettingsRow(idleLabel, new FlatButton(QStringLiteral("Check Now"), settingsButtonLook()))
     , m_services(std::move(services)) {
-    connect(button, &QAbstractButton::clicked, this, [this] { runDetached(check()); });
+    connect(findChild<FlatButton *>(), &QAbstractButton::clicked, this, [this] { runDetached(check()); });
 }
 
 UpdateRow::~UpdateRow() = default;

@@ -31,11 +31,10 @@ public:
         std::function<void(const QUrl &)> openURL; ///< in the browser
     };
 
-    explicit UpdateRow(Services services, QWidget *parent = nullptr);
+    explicit UpdateRow(Services services);
     ~UpdateRow() override;
 
 private:
-    UpdateRow(Services services, FlatButton *button, QWidget *parent);
     [[nodiscard]] QCoro::Task<void> check();
     void showUpToDate();
     void showAvailable(const QString &version);
