@@ -41,7 +41,7 @@ struct TitleSegment {
     bool operator==(const TitleSegment &) const = default;
 };
 
-/// The status title; statusTitlePixelSize high in hosts that let the program choose.
+/// The status title. Hosts that let the program choose the font size use statusTitlePixelSize.
 using StatusTitle = std::vector<TitleSegment>;
 
 inline constexpr double dimmedOpacity = 0.48;

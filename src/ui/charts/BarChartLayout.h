@@ -34,7 +34,7 @@ struct BarChartLayout {
     struct Bar {
         LocalDay day;
         std::int64_t count; ///< tokens
-        QRectF rect;        ///< on the plot's lower edge; without height for a count of 0
+        QRectF rect;        ///< on the plot's lower edge; 0 high for a count of 0
     };
     struct DateLabel {
         QString text;

@@ -27,8 +27,8 @@ struct HeatmapMeasures {
 /// 0 for a day without tokens; otherwise 1 to 4 for up to 25 %, 50 %, 75 % and 100 % of `most`.
 [[nodiscard]] int heatLevel(std::int64_t count, std::int64_t most);
 
-/// A grid of days in columns of seven, which end with today and are no calendar weeks, below the names of the
-/// months.
+/// A grid of days in columns of seven, below the names of the months. The columns are not calendar weeks: the
+/// last ends with today.
 struct HeatmapLayout {
     struct Cell {
         LocalDay day;

@@ -8,7 +8,7 @@ namespace burnwick {
 
 struct ThemeColors;
 
-/// Draws a day of that level, 0 to 4. Leaves the painter's pen and brush changed.
+/// Draws the cell of a day with that level, 0 to 4. Changes the painter's pen and brush.
 void drawHeatCell(QPainter &painter, const QRectF &cell, int level, const ThemeColors &colors);
 
 /// The colours of the heatmap from less to more.

@@ -26,7 +26,7 @@ protected:
     /// Called after the font changed.
     virtual void layOut() = 0;
     [[nodiscard]] virtual std::optional<std::size_t> partAt(QPointF point) const = 0;
-    /// The area that looks different when the part is highlighted.
+    /// The area that the part's highlight changes.
     [[nodiscard]] virtual QRect zoneOf(std::size_t part) const = 0;
     [[nodiscard]] virtual QString tipOf(std::size_t part) const = 0;
 

@@ -17,8 +17,8 @@ public:
     /// Empty, in the accent colour.
     UsageBar();
 
-    /// Sets the filled share in percent, clamped to 0 to 100; NaN counts as 0. The least share above 0 is a
-    /// dot. Repaints only for another share.
+    /// Sets the filled share in percent, clamped to 0 to 100; NaN counts as 0. A share above 0 fills at least
+    /// a dot. Repaints only for another share.
     void setShare(double percent);
     /// Sets the role of the fill's colour. Repaints only for another role.
     void setColor(QColor ThemeColors::*role);

@@ -9,8 +9,8 @@ class QWidget;
 namespace burnwick {
 
 /// Sets the widget's role for assistive technology. By default a widget that paints itself counts as a layout
-/// container, which screen readers skip even if it has a name. For classes that are no standard controls of
-/// Qt; required before setAccessibleName(), which creates the accessible interface.
+/// container, which screen readers skip even if it has a name. Not for Qt's standard controls. Must precede
+/// setAccessibleName(), which creates the accessible interface.
 void setAccessibleRole(QWidget &widget, QAccessible::Role role);
 
 } // namespace burnwick

@@ -24,7 +24,7 @@ public:
         std::optional<TextStyle> chosenText = {}; ///< while checked; the size hint includes it
         QSize padding;                            ///< left and right, above and below
         int radius = 6;
-        QColor ThemeColors::*ground = nullptr; ///< otherwise
+        QColor ThemeColors::*ground = nullptr; ///< in all other states
         QColor ThemeColors::*hovered = nullptr;
         QColor ThemeColors::*pressed = nullptr;
         QColor ThemeColors::*chosen = nullptr; ///< while checked

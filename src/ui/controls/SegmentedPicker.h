@@ -10,7 +10,7 @@ class QButtonGroup;
 namespace burnwick {
 
 /// Makes the checked button the group's only tab stop; the arrow keys move to the others. By default Qt's tab
-/// stop is the first button. For a group with its buttons, one of which is checked.
+/// stop is the first button. The group must have all its buttons, one of them checked.
 void stopAtChosen(QButtonGroup &group);
 
 /// Radio buttons as segments side by side, with one tab stop; the arrow keys choose. The caller sets the

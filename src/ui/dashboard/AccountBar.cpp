@@ -49,7 +49,7 @@ FlatButton::Look smallButtonLook() {
             .pressed = &ThemeColors::pressed};
 }
 
-/// An open circle, which does not move.
+/// An open circle without animation.
 class ProgressRing final : public QWidget {
 public:
     ProgressRing() { setFixedSize(12, 12); }

@@ -14,7 +14,7 @@ class WindowClaudeStatusPanel;
 class WindowExtraUsagePanel;
 class WindowQuotaPanel;
 
-/// The dashboard's left side: the panels whose figures are known.
+/// The dashboard's left column. Shows the panels whose figures are known.
 class LiveColumn final : public QWidget {
     Q_OBJECT
 

@@ -63,7 +63,7 @@ public:
         double weeklyCost = 0;
         double monthlyCost = 0;
         std::optional<Instant> resetAt; ///< of the 5-hour window
-        bool awaitsReset = false;       ///< without an instant: an empty line instead of none
+        bool awaitsReset = false;       ///< shows an empty line while `resetAt` is absent
     };
     void setValues(const Values &values, Instant now);
 

@@ -62,7 +62,7 @@ private:
     QButtonGroup *m_tabs;
     QButtonGroup *m_filters;
     QStackedWidget *m_pages;
-    QVBoxLayout *m_column; ///< the whole, from top to bottom
+    QVBoxLayout *m_column; ///< all parts of the window
     QVBoxLayout *m_right = nullptr;
     LiveColumn *m_liveColumn;
     OverviewTab *m_overview;

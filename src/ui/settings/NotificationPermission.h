@@ -13,7 +13,7 @@ namespace burnwick {
 class DesktopSettings;
 class FlatButton;
 
-/// The permission to notify, and a button to get it; empty until the desktop has answered. Reads the
+/// The permission to notify, or a button to get it; empty until the desktop has answered. Reads the
 /// permission when it is shown, when its window becomes active and when the desktop announces a change. One
 /// instance at a time.
 class NotificationPermission final : public QWidget {

@@ -8,7 +8,7 @@ class QScrollBar;
 
 namespace burnwick {
 
-/// Fusion with scroll bars that are a round handle only, round menus, and outlines in the theme's colours.
+/// Qt's style Fusion with scroll bars without grooves, round menus, and outlines in the theme's colours.
 class QuietStyle final : public QProxyStyle {
     Q_OBJECT
 

@@ -39,7 +39,7 @@ struct ThemeColors {
     /// @name Translucent shapes
     QColor line;      ///< separators, guide lines, outlines
     QColor track;     ///< behind bars
-    QColor hover;     ///< a button at rest; a tab or a filter under the pointer
+    QColor hover;     ///< a button; a tab or a filter under the pointer
     QColor selected;  ///< the checked tab or filter
     QColor pressed;   ///< a button held down
     QColor emptyCell; ///< a day without activity
@@ -50,12 +50,12 @@ struct ThemeColors {
 
     /// @name The same in both schemes
     QColor accent;              ///< model bars, extra usage, switches, focus ring
-    QColor good;                ///< usage bars and the status dot, far from the limit
-    QColor near;                ///< ... near it
-    QColor over;                ///< ... at it or above
-    QColor operational;         ///< a service without trouble, a valid login
-    QColor degraded;            ///< a service in trouble, a login in progress
-    QColor outage;              ///< a service that is down, no valid login
+    QColor good;                ///< usage bars and the status dot: indicator green
+    QColor near;                ///< indicator orange
+    QColor over;                ///< indicator red
+    QColor operational;         ///< an operational service, a valid login
+    QColor degraded;            ///< a degraded service, a login in progress
+    QColor outage;              ///< a service with an outage, no valid login
     std::array<QColor, 4> heat; ///< days with activity, from little to much
 };
 
@@ -80,8 +80,8 @@ inline constexpr double badgeOpacity = 0.15;
 /// The colour with its opacity multiplied by `share` (0 to 1).
 [[nodiscard]] QColor withOpacity(QColor color, double share);
 
-/// Fills an antialiased rectangle with round corners, without an outline. Leaves pen, brush and hints
-/// changed.
+/// Fills an antialiased rectangle with round corners, without an outline. Changes the painter's pen, brush
+/// and hints.
 void fillRounded(QPainter &painter, const QRectF &shape, double radius, const QColor &color);
 
 } // namespace burnwick

@@ -23,9 +23,10 @@ ThemeController::ThemeController(const PreferencesManager &preferences, DesktopA
     QApplication::setStyle(new QuietStyle); // which becomes its owner
     apply();
     connect(&preferences, &PreferencesManager::themeChanged, this, &ThemeController::apply);
-    // The time starts with the event loop, which delivers the desktop's answer: a first load may take longer.
+    // The event loop delivers the desktop's answer, and starts after the logs' first reading: that takes
+    // longer.
     const auto startDeadline = [this, &scheduler] {
-        constexpr std::chrono::milliseconds settlingTime{300}; // an answer takes a few
+        constexpr std::chrono::milliseconds settlingTime{300}; // an answer takes a few milliseconds
         if (!m_settled)
             m_deadline = scheduler.repeat(settlingTime, [this] { settle(); });
     };

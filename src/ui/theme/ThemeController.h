@@ -33,7 +33,7 @@ public:
     /// Whether the desktop's user disabled animations.
     [[nodiscard]] bool reducedMotion() const { return m_wishes.reducedMotion; }
     /// False until the desktop has answered, or 300 ms have passed since the event loop started: a window
-    /// shown earlier might change its colours at once.
+    /// shown earlier might change its colours immediately.
     [[nodiscard]] bool isSettled() const { return m_settled; }
 
 Q_SIGNALS:
