@@ -82,8 +82,10 @@ const char *checkAppcast(std::string_view input) {
     const QByteArray body(input.data(), static_cast<qsizetype>(input.size()));
     const AppcastVerdict verdict = judgeAppcast(body, currentVersion);
     using Kind = AppcastVerdict::Kind;
-    if (!version) {
-        require(verdict.kind == Kind::couldNotCheck, "without a version element the check fails");
+    constexpr qsizetype longestVersion = 64;
+    if (!version || version->size() > longestVersion) {
+        require(verdict.kind == Kind::couldNotCheck,
+                "the check fails without a version element, or with a long one");
         return "failed";
     }
     const bool newer = isNewer(*version, currentVersion.toString());
