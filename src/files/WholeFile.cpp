@@ -31,7 +31,7 @@ public:
 
     [[nodiscard]] bool isOpen() const noexcept { return m_fd >= 0; }
     [[nodiscard]] int get() const noexcept { return m_fd; }
-    /// Returns false also where the file system reports a full disk only now.
+    /// Returns false also when the file system reports a full disk only now.
     bool close() noexcept {
         const int fd = std::exchange(m_fd, -1);
         return fd < 0 || ::close(fd) == 0;
@@ -69,51 +69,42 @@ bool isTemporaryNameFor(std::string_view file, std::string_view name) {
            name.find_first_not_of("0123456789abcdef", prefix.size()) == std::string_view::npos;
 }
 
-struct OldFile {
-    const Descriptor &file;
-    struct stat status {};
-};
-
-/// Gives the new file the old one's access list, or removes an inherited one. With a list, the mode's group
-/// bits are the most that the list grants, and the group itself may have less.
-bool takeAccessList(int old, int fd) {
+/// Copies the access list from the old file to the new one, or removes the new one's. With a list, the mode's
+/// group bits are the most that the list grants, and the group itself may have less.
+bool copyAccessList(int old, int fd) {
     constexpr const char *name = "system.posix_acl_access";
     const auto isAbsent = [] { return errno == ENODATA || errno == EOPNOTSUPP; };
     const ssize_t size = ::fgetxattr(old, name, nullptr, 0);
-    if (size < 0) // the new file may have inherited one from the folder
+    if (size < 0) // the new file may have inherited a list from the folder
         return isAbsent() && (::fremovexattr(fd, name) == 0 || isAbsent());
     std::string list(static_cast<std::size_t>(size), '\0');
     return ::fgetxattr(old, name, list.data(), list.size()) == size &&
            ::fsetxattr(fd, name, list.data(), list.size(), 0) == 0;
 }
 
-/// Gives the new file the old one's owner, group, access list and mode; false when it cannot have the owner
-/// or the list. A file without a predecessor is its owner's alone, whatever the mask and the folder's list.
-bool takeAfter(const OldFile &old, int fd) {
-    if (!old.file.isOpen())
-        return ::fchmod(fd, S_IRUSR | S_IWUSR) == 0;
+/// Copies owner, group, access list and mode; false when it cannot copy the owner or the list.
+bool copyAccess(int old, int fd) {
+    struct stat was {};
     struct stat now {};
-    if (::fstat(fd, &now) != 0)
+    if (::fstat(old, &was) != 0 || ::fstat(fd, &now) != 0)
         return false;
-    const struct stat &was = old.status;
     mode_t mode = was.st_mode & 07777U;
     if (now.st_uid != was.st_uid && ::fchown(fd, was.st_uid, static_cast<gid_t>(-1)) != 0)
         return false;
     if (now.st_gid != was.st_gid && ::fchown(fd, static_cast<uid_t>(-1), was.st_gid) != 0)
         mode &= S_IRWXU;
-    else if (!takeAccessList(old.file.get(), fd))
+    else if (!copyAccessList(old, fd))
         return false;
     return ::fchmod(fd, mode) == 0;
 }
 
-/// Leaves the error in errno.
-bool writeBeside(int directory, const std::string &temporary, const OldFile &old, std::string_view contents) {
-    // Read-only where the old file is: the mode counts for those who open the file later.
-    const mode_t mode = old.status.st_mode & (S_IRUSR | S_IWUSR);
+/// Leaves the error in errno. `mode` is that of the new file until it has the access of the old one, if any.
+bool writeBeside(int directory, const std::string &temporary, mode_t mode, const Descriptor &old,
+                 std::string_view contents) {
     Descriptor file(
         ::openat(directory, temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
-    return file.isOpen() && writeAll(file.get(), contents) && takeAfter(old, file.get()) &&
-           ::fsync(file.get()) == 0 && file.close();
+    return file.isOpen() && writeAll(file.get(), contents) &&
+           (!old.isOpen() || copyAccess(old.get(), file.get())) && ::fsync(file.get()) == 0 && file.close();
 }
 
 enum class Missing { isAnError, isCreated };
@@ -124,31 +115,35 @@ std::error_code write(const std::filesystem::path &file, std::string_view conten
                                                       : std::filesystem::canonical(file, error);
     if (error)
         return error;
-    // Everything below is done relative to the directory, which may be moved meanwhile.
+    // All that follows is relative to the directory, which may be moved meanwhile.
     const Descriptor directory(::open(target.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!directory.isOpen())
         return lastError();
     const std::string name = target.filename();
-    const Descriptor present(
+    const Descriptor old(
         ::openat(directory.get(), name.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_NOFOLLOW | O_CLOEXEC));
-    OldFile old{present};
-    old.status.st_mode = S_IFREG | S_IRUSR | S_IWUSR;
-    if (present.isOpen() ? ::fstat(present.get(), &old.status) != 0
-                         : missing == Missing::isAnError || errno != ENOENT)
+    mode_t mode = S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH;
+    if (old.isOpen()) {
+        struct stat status {};
+        if (::fstat(old.get(), &status) != 0)
+            return lastError();
+        if (!S_ISREG(status.st_mode))
+            return std::make_error_code(std::errc::invalid_argument);
+        mode = status.st_mode & (S_IRUSR | S_IWUSR); // private before copyAccess()
+    } else if (missing == Missing::isAnError || errno != ENOENT) {
         return lastError();
-    if (!S_ISREG(old.status.st_mode))
-        return std::make_error_code(std::errc::invalid_argument);
+    }
 
     const std::string temporary = temporaryName(name);
-    if (!writeBeside(directory.get(), temporary, old, contents) ||
+    if (!writeBeside(directory.get(), temporary, mode, old, contents) ||
         ::renameat(directory.get(), temporary.c_str(), directory.get(), name.c_str()) != 0) {
         error = lastError();
         if (error != std::errc::file_exists)
             ::unlinkat(directory.get(), temporary.c_str(), 0);
         return error;
     }
-    // An error here is ignored: the new contents have the name already. Without this call a power failure may
-    // bring the old ones back.
+    // Without this call a power failure may restore the old contents. An error is ignored, because the new
+    // ones have the name already.
     static_cast<void>(::fsync(directory.get()));
     return {};
 }

@@ -6,10 +6,10 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <cstdint>
 #include <cstring>
-#include <functional>
+#include <ctime>
+#include <set>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -21,7 +21,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Reading is tested by SecretStoreTest, errors and crashes in between by WriteFaultsTest.
+// SecretStoreTest tests reading; WriteFaultsTest tests errors and crashes of a replacement.
 
 struct stat statusOf(const fs::path &file) {
     struct stat status {};
@@ -29,32 +29,28 @@ struct stat statusOf(const fs::path &file) {
     return status;
 }
 
-mode_t modeOf(const fs::path &file) {
-    return statusOf(file).st_mode & 07777U;
-}
-
-TEST(WholeFile, TheNewFileHasTheModeOfTheOldOneWhateverTheMask) {
+TEST(WholeFile, AReplacedFileKeepsItsModeAndOnlyANewOneIsMasked) {
     const test::TemporaryDirectory directory;
     const fs::path file = directory.path() / "file";
-    for (const mode_t mask : {0U, 0777U}) {
+    for (const mode_t mask : {0U, 0077U}) {
+        const mode_t before = ::umask(mask);
+        EXPECT_EQ(writeWholeFile(file, "created"), std::error_code());
+        EXPECT_EQ(fs::status(file).permissions(), fs::perms(0644U & ~mask));
+        EXPECT_EQ(test::bytesOf(file), "created");
         for (const mode_t mode : {0600U, 0644U, 0400U, 0666U}) {
-            test::writeFile(file, "old");
             ASSERT_EQ(::chmod(file.c_str(), mode), 0);
-            const mode_t before = ::umask(mask);
-            EXPECT_EQ(replaceWholeFile(file, "new"), std::error_code());
-            EXPECT_EQ(modeOf(file), mode);
-            EXPECT_EQ(test::bytesOf(file), "new");
-            fs::remove(file);
-            EXPECT_EQ(writeWholeFile(file, "created"), std::error_code());
-            ::umask(before);
-            EXPECT_EQ(modeOf(file), 0600U);
-            EXPECT_EQ(test::bytesOf(file), "created");
+            EXPECT_EQ((mode == 0644U ? writeWholeFile : replaceWholeFile)(file, std::to_string(mode)),
+                      std::error_code());
+            EXPECT_EQ(fs::status(file).permissions(), fs::perms(mode));
+            EXPECT_EQ(test::bytesOf(file), std::to_string(mode));
             EXPECT_EQ(test::entriesOf(directory.path()), 1);
         }
+        ::umask(before);
+        fs::remove(file);
     }
 }
 
-TEST(WholeFile, TheOwnerIsKeptOrTheOldFile) {
+TEST(WholeFile, KeepsTheOwnerOrFails) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root gives files away";
     constexpr uid_t somebody = 65534;
@@ -85,13 +81,13 @@ TEST(WholeFile, TheOwnerIsKeptOrTheOldFile) {
         EXPECT_EQ(test::bytesOf(file), row.replaced ? "new" : "old");
         EXPECT_EQ(statusOf(file).st_uid, row.owner);
         EXPECT_EQ(statusOf(file).st_gid, row.mode == 0600U ? somebody : row.group);
-        EXPECT_EQ(modeOf(file), row.mode);
+        EXPECT_EQ(fs::status(file).permissions(), fs::perms(row.mode));
         EXPECT_EQ(test::entriesOf(directory.path()), 1);
     }
 }
 
-/// With a list, the mode's bits for the group say what others than the group may do.
-TEST(WholeFile, AnAccessListIsKeptAndNoneIsInherited) {
+/// With a list, the mode's bits for the group are the list's mask.
+TEST(WholeFile, KeepsAnAccessListAndInheritsNone) {
     struct Entry {
         std::uint16_t tag, permissions;
         std::uint32_t id;
@@ -118,72 +114,51 @@ TEST(WholeFile, AnAccessListIsKeptAndNoneIsInherited) {
     EXPECT_LT(::getxattr(plain.c_str(), access, nullptr, 0), 0);
 }
 
-TEST(WholeFile, TemporaryFilesOfACrashAreRemovedAndNothingElse) {
+TEST(WholeFile, OnlyTemporaryFilesOfACrashAreRemoved) {
     const test::TemporaryDirectory home;
-    const fs::path folder = home.path() / ".claude";
-    const std::string temporary = "..credentials.json.0123456789abcdef";
-    const auto old = fs::file_time_type::clock::now() - std::chrono::seconds(70);
-    const fs::path target = home.path() / "kept";
-    test::writeFile(target, "kept");
-    fs::last_write_time(target, old);
-    const struct {
-        const char *what;
-        std::string name;
-        std::function<void(const fs::path &)> change;
-        bool removed;
-    } rows[] = {
-        {"left", temporary, [](auto &) {}, true},
-        {"under way", temporary,
-         [](auto &file) { fs::last_write_time(file, fs::file_time_type::clock::now()); }, false},
-        {"the file", ".credentials.json", [](auto &) {}, false},
-        {"another file's", "..credentials.json2.0123456789abcdef", [](auto &) {}, false},
-        {"another program's digits", "..credentials.json.0123456789ABCDEF", [](auto &) {}, false},
-        {"another program's length", temporary + "0", [](auto &) {}, false},
-        {"a directory", temporary,
-         [&](auto &file) {
-             fs::remove(file);
-             fs::create_directory(file);
-             fs::last_write_time(file, old);
-         },
-         false},
-        {"a link", temporary,
-         [&](auto &file) {
-             fs::remove(file);
-             fs::create_symlink(target, file);
-             const timespec times[] = {{0, 0}, {0, 0}};
-             EXPECT_EQ(::utimensat(AT_FDCWD, file.c_str(), times, AT_SYMLINK_NOFOLLOW), 0);
-         },
-         false},
-        {"another user's", temporary, [](auto &file) { EXPECT_EQ(::chown(file.c_str(), 1234, 1234), 0); },
-         false},
-    };
-    for (const auto &row : rows) {
-        SCOPED_TRACE(row.what);
-        if (std::string_view(row.what) == "another user's" && ::geteuid() != 0)
-            continue;
-        fs::remove_all(folder);
-        const fs::path file = folder / row.name;
-        test::writeFile(file, "secret");
-        fs::last_write_time(file, old);
-        row.change(file);
-        static_cast<void>(platform::makeSecretStore(home.path()));
-        EXPECT_NE(fs::exists(fs::symlink_status(file)), row.removed);
-        EXPECT_EQ(test::bytesOf(target), "kept");
-    }
-    // Beside the file, where its name is a link.
-    test::writeFile(home.path() / "dotfiles" / "login", "x");
-    const fs::path left = home.path() / "dotfiles" / ".login.0123456789abcdef";
-    test::writeFile(left, "secret");
-    fs::last_write_time(left, old);
-    fs::remove_all(folder);
+    const fs::path folder = home.path() / "dotfiles";
     fs::create_directory(folder);
-    fs::create_symlink(home.path() / "dotfiles" / "login", folder / ".credentials.json");
+    fs::create_directory(home.path() / ".claude");
+    fs::create_symlink(folder / "login", home.path() / ".claude" / ".credentials.json");
+    const auto age = [](const fs::path &file, time_t seconds) {
+        const timespec time{std::time(nullptr) - seconds, 0};
+        const timespec times[] = {time, time};
+        EXPECT_EQ(::utimensat(AT_FDCWD, file.c_str(), times, AT_SYMLINK_NOFOLLOW), 0) << file;
+    };
+    std::set<std::string> kept{
+        "login",                    // the file
+        ".login.0000000000000001",  // recent
+        ".login2.0000000000000002", // another file's
+        ".login.000000000000000A",  // another program's digits
+        ".login.00000000000000003", // another program's length
+        ".login.0000000000000004",  // a directory
+        ".login.0000000000000005",  // a link
+    };
+    for (const std::string &name : kept) {
+        if (name.ends_with('4'))
+            fs::create_directory(folder / name);
+        else if (name.ends_with('5'))
+            fs::create_symlink("login", folder / name);
+        else
+            test::writeFile(folder / name, "kept");
+        age(folder / name, name.ends_with('1') ? 10 : 70);
+    }
+    for (const char *name : {".login.0123456789abcdef", ".login.0000000000000006"}) {
+        test::writeFile(folder / name, "secret");
+        age(folder / name, 70);
+    }
+    if (::geteuid() == 0) { // another user's
+        ASSERT_EQ(::chown((folder / ".login.0000000000000006").c_str(), 1234, 1234), 0);
+        kept.insert(".login.0000000000000006");
+    }
     static_cast<void>(platform::makeSecretStore(home.path()));
-    EXPECT_FALSE(fs::exists(left));
-    EXPECT_EQ(test::bytesOf(home.path() / "dotfiles" / "login"), "x");
+    std::set<std::string> left;
+    for (const auto &entry : fs::directory_iterator(folder))
+        left.insert(entry.path().filename());
+    EXPECT_EQ(left, kept);
 }
 
-TEST(WholeFile, OnlyAFileIsReplaced) {
+TEST(WholeFile, ReplacesOnlyRegularFiles) {
     const test::TemporaryDirectory directory;
     const fs::path &folder = directory.path();
     fs::create_directory(folder / "directory");
