@@ -8,7 +8,6 @@
 #include "platform/linux/login/AutostartLoginItem.h"
 #include "platform/linux/secrets/LinuxSecretStore.h"
 #include "prefs/UserDefaults.h"
-#include "quota/KeychainManager.h"
 
 #include <algorithm>
 #include <cstring>
@@ -21,49 +20,25 @@
 namespace {
 
 namespace fs = std::filesystem;
-using burnwick::StoredSecret;
 
 bool shortWrites = false;
-bool complained = false;
-
-/// The program's store, which also records whether the last replacement succeeded.
-class WatchedStore final : public burnwick::SecretStore {
-public:
-    explicit WatchedStore(const fs::path &home)
-        : m_store(home) {}
-
-    void read(const std::string &service,
-              std::function<void(std::optional<StoredSecret> secret)> answer) override {
-        m_store.read(service, std::move(answer));
-    }
-    void replace(const std::string &service, const StoredSecret &secret,
-                 std::function<void(bool replaced)> answer) override {
-        m_store.replace(service, secret, [this, answer = std::move(answer)](bool replaced) {
-            m_replaced = replaced;
-            answer(replaced);
-        });
-    }
-    [[nodiscard]] bool hasReplaced() const { return m_replaced; }
-
-private:
-    burnwick::LinuxSecretStore m_store;
-    bool m_replaced = false;
-};
 
 bool changeSettings(const fs::path &file) {
+    static bool failed = false;
     burnwick::UserDefaults settings(QString::fromStdString(file));
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &context, const QString &) {
-        complained |= std::strcmp(context.category, "burnwick.defaults") == 0;
+        failed |= std::strcmp(context.category, "burnwick.defaults") == 0;
     });
     settings.set(QStringLiteral("refreshRate"), qint64(60));
-    return !complained;
+    return !failed;
 }
 
-bool renewTokens(const fs::path &file) {
-    WatchedStore store(file.parent_path().parent_path());
-    burnwick::KeychainManager keychain(store);
-    static_cast<void>(keychain.updateCredentials("r", {"new-access", "new-refresh", burnwick::Instant()}));
-    return store.hasReplaced();
+bool replaceLogin(const fs::path &file) {
+    burnwick::LinuxSecretStore store(file.parent_path().parent_path());
+    bool inPlace = false;
+    store.replace(burnwick::claudeCodeService, {"a login that needs several short writes", file},
+                  [&inPlace](bool replaced) { inPlace = replaced; });
+    return inPlace;
 }
 
 bool registerLoginItem(const fs::path &file) {
@@ -73,7 +48,7 @@ bool registerLoginItem(const fs::path &file) {
 
 } // namespace
 
-/// Replaces the C library's function, also for the libraries.
+/// Replaces the C library's function in all libraries.
 extern "C" ssize_t write(int fd, const void *bytes, size_t count) {
     constexpr size_t few = 7;
     return ::syscall(SYS_write, fd, bytes, shortWrites ? std::min(few, count) : count);
@@ -82,7 +57,7 @@ extern "C" ssize_t write(int fd, const void *bytes, size_t count) {
 int main(int argc, char **argv) {
     const std::map<std::string, std::function<bool(const fs::path &)>> kinds{
         {"settings", changeSettings},
-        {"credentials", renewTokens},
+        {"credentials", replaceLogin},
         {"autostart", registerLoginItem},
     };
     const auto kind = argc >= 3 ? kinds.find(argv[1]) : kinds.end();

@@ -12,7 +12,7 @@
 
 namespace burnwick {
 
-/// A keyring. It replies as gnome-keyring does, and only to sessions without encryption.
+/// A keyring with gnome-keyring's replies. Supports sessions without encryption only.
 class FakeSecretService final : public FakeService {
 public:
     struct Item {
@@ -30,15 +30,7 @@ public:
     }
 
     std::vector<Item> items;
-    QString leavesAfter; ///< the keyring ends after its reply to that method
     int openSessions = 0;
-
-    bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override {
-        FakeService::handleMessage(message, connection);
-        if (message.member() == leavesAfter)
-            QMetaObject::invokeMethod(this, &FakeService::leave, Qt::QueuedConnection);
-        return true;
-    }
 
 private:
     [[nodiscard]] QDBusMessage answerTo(const QDBusMessage &message) override {

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/FakeSecretService.h"
 #include "platform/linux/secrets/LinuxSecretStore.h"
-#include "quota/KeychainManager.h"
 #include "support/EnvironmentVariable.h"
 #include "support/LogCapture.h"
 #include "support/LogTreeFixture.h"
@@ -27,7 +26,7 @@ using test::writeFile;
 
 constexpr auto service = claudeCodeService;
 constexpr std::size_t mebibyte = 1024UL * 1024;
-/// Longer than any test waits: an answer that comes has not come by the limit.
+/// Longer than any test waits: no answer is caused by it.
 constexpr auto noLimit = 1h;
 constexpr auto shortLimit = 50ms;
 
@@ -41,32 +40,29 @@ struct Store {
     std::unique_ptr<LinuxSecretStore> store;
     int answers = 0;
     std::optional<std::string> blob;
-    std::string place; ///< of the last blob
+    std::string place = "/org/freedesktop/secrets/collection/login/0"; ///< of the last blob
     bool replaced = false;
 
-    void ask(const std::string &name = service) {
+    void startReading(const std::string &name = service) {
         store->read(name, [this](std::optional<StoredSecret> answer) {
             ++answers;
-            blob.reset();
-            if (answer) {
-                blob = answer->blob;
-                place = answer->place;
-            }
+            blob = answer ? std::optional(answer->blob) : std::nullopt;
+            place = answer ? answer->place : place;
         });
     }
-    void put(const std::string &newBlob, const std::string &name = service) {
+    void startReplacing(const std::string &newBlob, const std::string &name = service) {
         store->replace(name, {newBlob, place}, [this](bool answer) {
             ++answers;
             replaced = answer;
         });
     }
     std::optional<std::string> read(const std::string &name = service) {
-        ask(name);
+        startReading(name);
         EXPECT_TRUE(waitForAnswer());
         return blob;
     }
     bool replace(const std::string &newBlob, const std::string &name = service) {
-        put(newBlob, name);
+        startReplacing(newBlob, name);
         EXPECT_TRUE(waitForAnswer());
         return replaced;
     }
@@ -78,7 +74,7 @@ struct Store {
     }
 };
 
-TEST(SecretStore, TheFileComesFirstEvenWhenItCannotBeRead) {
+TEST(SecretStore, ReadsTheKeyringOnlyWithoutAFile) {
     FakeSecretService keyring;
     keyring.items = {{"from the keyring"}};
     const std::string longest(mebibyte, 'x');
@@ -107,7 +103,7 @@ TEST(SecretStore, TheFileComesFirstEvenWhenItCannotBeRead) {
     }
 }
 
-TEST(SecretStore, AReplacementGoesWhereTheBlobWasRead) {
+TEST(SecretStore, ReplacesOnlyWhereTheBlobWasRead) {
     const QString json = QStringLiteral("application/json");
     FakeSecretService keyring;
     keyring.items = {{"in the keyring", 0, false, QString::fromLatin1(service), json},
@@ -133,7 +129,7 @@ TEST(SecretStore, AReplacementGoesWhereTheBlobWasRead) {
     EXPECT_FALSE(fs::exists(store.file));
     EXPECT_EQ(keyring.items[0].secret, "1");
     fs::rename(store.file.string() + ".away", store.file);
-    // The file is Claude Code's alone.
+    // Another service is never in the file.
     EXPECT_EQ(store.read("other service"), "other");
     EXPECT_TRUE(store.replace("5", "other service"));
     EXPECT_EQ(keyring.items[1].secret, "5");
@@ -141,7 +137,7 @@ TEST(SecretStore, AReplacementGoesWhereTheBlobWasRead) {
     EXPECT_TRUE(waitFor([&] { return keyring.openSessions == 0; }));
 }
 
-TEST(SecretStore, OfSeveralItemsTheNewestCounts) {
+TEST(SecretStore, OfSeveralItemsTheNewestIsUsed) {
     using Item = FakeSecretService::Item;
     const struct {
         const char *what;
@@ -174,7 +170,7 @@ TEST(SecretStore, OfSeveralItemsTheNewestCounts) {
     }
 }
 
-TEST(SecretStore, AKeyringThatDoesNotReplyEndsTheCallAtTheLimit) {
+TEST(SecretStore, AKeyringThatDoesNotReplyFailsAtTheLimit) {
     for (const char *method : {"SearchItems", "Get", "OpenSession", "GetSecret", "SetSecret"}) {
         SCOPED_TRACE(method);
         FakeSecretService keyring;
@@ -183,11 +179,10 @@ TEST(SecretStore, AKeyringThatDoesNotReplyEndsTheCallAtTheLimit) {
         keyring.held = QStringList{QLatin1String(method)};
         const test::LogCapture log;
         Store store(shortLimit);
-        store.place = "/org/freedesktop/secrets/collection/login/0";
         if (keyring.held.contains(QLatin1String("SetSecret")))
-            store.put("new-token");
+            store.startReplacing("new-token");
         else
-            store.ask();
+            store.startReading();
         EXPECT_EQ(store.answers, 0) << "the call itself waited";
         EXPECT_TRUE(store.waitForAnswer()) << "the event loop was blocked, or the limit is ignored";
         EXPECT_EQ(store.blob, std::nullopt);
@@ -196,35 +191,25 @@ TEST(SecretStore, AKeyringThatDoesNotReplyEndsTheCallAtTheLimit) {
     }
 }
 
-TEST(SecretStore, AKeyringThatEndsOrIsReplacedEndsTheReadingAtOnce) {
-    for (const char *method : {"SearchItems", "OpenSession", "GetSecret"}) {
-        SCOPED_TRACE(method);
+TEST(SecretStore, AKeyringThatIsReplacedIsUsedToTheEnd) {
+    for (const bool ends : {false, true}) {
         FakeSecretService first(QStringLiteral("first-keyring"));
         first.items = {{"first"}};
-        first.held = QStringList{QLatin1String(method)};
+        first.held = QStringList{QStringLiteral("SearchItems")};
         Store store;
-        store.ask();
-        ASSERT_TRUE(waitFor([&] { return first.calls.contains(first.held.first()); }));
+        store.startReading();
+        ASSERT_TRUE(waitFor([&] { return first.calls.contains(QStringLiteral("SearchItems")); }));
         FakeSecretService second(QStringLiteral("second-keyring"));
         second.items = {{"second"}};
-        first.leave(); // during a call
+        ends ? first.leave() : first.release();
         EXPECT_TRUE(store.waitForAnswer());
-        EXPECT_EQ(store.blob, std::nullopt);
+        EXPECT_EQ(store.blob, ends ? std::nullopt : std::optional<std::string>("first"));
         EXPECT_EQ(second.calls, QStringList()) << "called with the first one's paths";
         EXPECT_EQ(store.read(), "second");
     }
-    FakeSecretService keyring;
-    keyring.items = {{"secret"}};
-    keyring.leavesAfter = QStringLiteral("SearchItems"); // between two calls
-    Store store;
-    EXPECT_EQ(store.read(), std::nullopt);
-    store.place = "/org/freedesktop/secrets/collection/login/0";
-    EXPECT_FALSE(store.replace("new"));
-    EXPECT_FALSE(fs::exists(store.file)) << "made a login";
 }
 
-/// A runtime directory instead of the session bus's address, while it lives. The keyring's connection is made
-/// anew there.
+/// Replaces the session bus's address by a runtime directory, and closes the keyring's connection.
 struct BusMoved {
     BusMoved() { QDBusConnection::disconnectFromBus(QStringLiteral("burnwick-keyring")); }
 
@@ -237,12 +222,12 @@ struct BusMoved {
 TEST(SecretStore, NoBusIsStarted) {
     const BusMoved moved;
     Store store;
-    store.ask();
+    store.startReading();
     EXPECT_EQ(store.answers, 1);
     EXPECT_EQ(store.blob, std::nullopt);
 }
 
-TEST(SecretStore, ASilentBusEndsTheCallAndTheNextOneTriesAgain) {
+TEST(SecretStore, ASilentBusFailsAndTheNextCallTriesAgain) {
     FakeSecretService keyring;
     keyring.items = {{"in the keyring"}};
     const BusMoved moved;
@@ -251,9 +236,9 @@ TEST(SecretStore, ASilentBusEndsTheCallAndTheNextOneTriesAgain) {
     {
         QLocalServer silent;
         ASSERT_TRUE(silent.listen(moved.socket));
-        gone.ask();
+        gone.startReading();
         gone.store.reset();
-        store.ask();
+        store.startReading();
         EXPECT_EQ(store.answers, 0) << "the call itself waited";
         EXPECT_TRUE(store.waitForAnswer());
         EXPECT_EQ(store.blob, std::nullopt);
@@ -262,46 +247,6 @@ TEST(SecretStore, ASilentBusEndsTheCallAndTheNextOneTriesAgain) {
     ASSERT_TRUE(QFile::link(path.match(sessionBusOfTests().address()).captured(1), moved.socket));
     EXPECT_EQ(store.read(), "in the keyring");
     EXPECT_EQ(gone.answers, 0);
-}
-
-TEST(KeychainManager, RenewedTokensGoIntoTheDocumentAsItIsThen) {
-    Store store;
-    KeychainManager keychain(*store.store);
-    writeFile(store.file, R"({"claudeAiOauth":{"accessToken":"a","n":12345678901234567890123}})");
-    EXPECT_EQ(QCoro::waitFor(keychain.readCredentials()),
-              (OAuthCredentials{"a", std::nullopt, std::nullopt}));
-
-    // Claude Code writes between our reading and our writing: its other keys are kept.
-    const std::string meanwhile =
-        R"({"claudeAiOauth":{"accessToken":"b","refreshToken":"c","n":9007199254740993},"mcp":[1.0]})";
-    writeFile(store.file, meanwhile);
-    EXPECT_EQ(QCoro::waitFor(keychain.updateCredentials("c", {"new", std::nullopt, Instant(1500us)})),
-              std::nullopt);
-    EXPECT_EQ(
-        bytesOf(store.file),
-        R"({"claudeAiOauth":{"accessToken":"new","refreshToken":"c","n":9007199254740993,"expiresAt":1.5},"mcp":[1.0]})");
-
-    // A login that it has stored meanwhile is not replaced, not even in part.
-    writeFile(store.file, meanwhile);
-    EXPECT_EQ(QCoro::waitFor(keychain.updateCredentials("a", {"new", "new", Instant()})),
-              (OAuthCredentials{"b", "c", std::nullopt}));
-    EXPECT_EQ(bytesOf(store.file), meanwhile);
-}
-
-TEST(KeychainManager, WithoutALoginNothingIsWritten) {
-    FakeSecretService keyring;
-    keyring.items = {{R"({"claudeAiOauth":7})"}};
-    for (const char *what : {"something else in its place", "nothing in its place"}) {
-        SCOPED_TRACE(what);
-        Store store;
-        KeychainManager keychain(*store.store);
-        EXPECT_EQ(QCoro::waitFor(keychain.readCredentials()), std::nullopt);
-        QCoro::waitFor(keychain.updateCredentials("old", {"new", "new", Instant()}));
-        EXPECT_FALSE(fs::exists(store.file.parent_path()));
-        EXPECT_FALSE(keyring.calls.contains(QStringLiteral("SetSecret")));
-        EXPECT_FALSE(keyring.calls.contains(QStringLiteral("CreateItem")));
-        keyring.items.clear();
-    }
 }
 
 } // namespace
