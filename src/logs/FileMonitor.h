@@ -4,45 +4,31 @@
 
 #include "platform/DirectoryEventSource.h"
 
-#include <filesystem>
-#include <functional>
-#include <memory>
-#include <thread>
-
 namespace burnwick {
 
 /// Calls a handler when the entries of one directory change: files or folders in it were created, removed or
-/// moved. Changes inside them are ignored. Reports no errors.
-///
-/// The handler runs on a private thread, once for each batch of events, and never twice at a time, even
-/// across stop() and start(). A running call may outlast stop(), but not the destructor. The functions here
-/// are called by one thread at a time; the handler may call all but the destructor.
+/// moved. Changes inside them are ignored. Reports no errors. The handler runs on the main thread, once for
+/// each batch of events, and may call start() and stop(). Main thread only.
 class FileMonitor final {
 public:
     /// Does not start watching.
     FileMonitor(std::filesystem::path path, std::function<void()> onChange, OpenDirectoryEventSource open);
-    FileMonitor(const FileMonitor &) = delete;
-    FileMonitor &operator=(const FileMonitor &) = delete;
-    /// Stops, and waits for a running handler to return.
-    ~FileMonitor();
 
     /// Starts watching. Does nothing if the directory at the path is watched already; replaces a watch on
     /// another one, as when a folder above it was moved. Does nothing if no directory at the path can be
     /// read. Never retries, also not after the watched directory was deleted: call start() again.
     void start();
-    /// Stops watching. The private thread closes the descriptor soon afterwards.
-    void stop();
+    /// Stops watching and closes the descriptor.
+    void stop() { m_source.reset(); }
 
-    /// The open descriptor; -1 when it is closed.
-    [[nodiscard]] int fileDescriptor() const;
+    /// Returns the open descriptor; -1 when it is closed.
+    [[nodiscard]] int fileDescriptor() const { return m_source ? m_source->descriptor() : -1; }
 
 private:
-    class Worker;
-
     std::filesystem::path m_path;
+    std::function<void()> m_onChange;
     OpenDirectoryEventSource m_open;
-    std::unique_ptr<Worker> m_worker;
-    std::thread m_thread; ///< from the first successful start on
+    std::unique_ptr<DirectoryEventSource> m_source; ///< null when not watching
 };
 
 } // namespace burnwick

@@ -15,6 +15,7 @@
 #include "platform/TerminalLauncher.h"
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -35,9 +36,9 @@ namespace burnwick::platform {
 /// temporary files that a crash has left beside it.
 [[nodiscard]] std::unique_ptr<SecretStore> makeSecretStore(const std::filesystem::path &home);
 
-/// See OpenDirectoryEventSource. Needs no application object.
+/// See OpenDirectoryEventSource.
 [[nodiscard]] std::unique_ptr<DirectoryEventSource>
-openDirectoryEventSource(const std::filesystem::path &path);
+openDirectoryEventSource(const std::filesystem::path &directory, std::function<void()> onChange);
 
 /// Needs no application object.
 [[nodiscard]] ReleaseForm releaseForm();

@@ -11,9 +11,6 @@ namespace burnwick::platform {
 /// it.
 void runDetachedThread(std::function<void()> work);
 
-/// Names the calling thread for debuggers and process viewers. At most 15 characters.
-void nameThisThread(const char *name) noexcept;
-
 /// The first object in main(), for the process's whole life.
 ///
 /// A crash leaves no core dump behind, which would contain the user's tokens. After main() has returned, no

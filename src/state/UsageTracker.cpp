@@ -41,7 +41,11 @@ void UsageTracker::start() {
     updateSession(m_figures, m_history->entries, now);
     Q_EMIT refreshed();
     m_fileMonitor = std::make_unique<FileMonitor>(
-        m_services.parser.projectsURL(), [this] { onDirectoryChange(); },
+        m_services.parser.projectsURL(),
+        [this] {
+            refreshLocalData();
+            refreshOnceMore();
+        },
         m_services.openDirectoryEventSource);
     m_fileMonitor->start();
     startJSONLTimer();
@@ -65,18 +69,6 @@ void UsageTracker::startJSONLTimer() {
 void UsageTracker::restartTimer() {
     if (m_jsonlTimer)
         startJSONLTimer();
-}
-
-/// Runs on the monitor's thread. A queued refresh serves all events that come before it runs.
-void UsageTracker::onDirectoryChange() {
-    if (m_refreshQueued.exchange(true))
-        return;
-    const auto refresh = [this] {
-        m_refreshQueued = false;
-        refreshLocalData();
-        refreshOnceMore();
-    };
-    QMetaObject::invokeMethod(this, refresh, Qt::QueuedConnection);
 }
 
 /// A file or folder is announced before it is filled, and what follows inside it is not announced.

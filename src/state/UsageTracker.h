@@ -7,7 +7,6 @@
 
 #include <QObject>
 
-#include <atomic>
 #include <functional>
 #include <memory>
 #include <thread>
@@ -69,7 +68,6 @@ private:
     void takeResult(Result result);
     void replaceHistory(std::shared_ptr<const LogHistory> history);
     void recomputeHistory();
-    void onDirectoryChange();
     void refreshOnceMore();
 
     Services m_services;
@@ -77,13 +75,11 @@ private:
     std::shared_ptr<const LogHistory> m_history;  ///< only of the recent files before the first job has ended
     std::unique_ptr<RepeatingTimer> m_jsonlTimer; ///< null before start() and after stop()
     std::unique_ptr<RepeatingTimer> m_settleTimer; ///< fires once after a change of the directory
-    std::atomic<bool> m_refreshQueued = false;
     bool m_stopped = false;
     bool m_jobRunning = false;
-    bool m_refreshDue = false; ///< requested while a job was running
-    // Joined before the members above are destroyed.
-    std::unique_ptr<FileMonitor> m_fileMonitor;
-    std::jthread m_job;
+    bool m_refreshDue = false;                  ///< requested while a job was running
+    std::unique_ptr<FileMonitor> m_fileMonitor; ///< null before start()
+    std::jthread m_job;                         ///< joined before the members above are destroyed
 };
 
 } // namespace burnwick

@@ -9,7 +9,6 @@
 #include <thread>
 #include <utility>
 
-#include <pthread.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -58,10 +57,6 @@ int ProcessScope::end(int status) const {
 ProcessScope::~ProcessScope() {
     // Exit handlers run in reverse order: this one runs before the destructors of static objects.
     static_cast<void>(::on_exit(endAtOnceIfThreadsWork, nullptr));
-}
-
-void nameThisThread(const char *name) noexcept {
-    pthread_setname_np(pthread_self(), name);
 }
 
 } // namespace burnwick::platform
