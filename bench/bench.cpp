@@ -87,6 +87,8 @@ LogFacts factsOf(const LogHistory &history) {
     LogFacts facts;
     facts.files = static_cast<std::int64_t>(history.files.size());
     for (const LogEntries &entries : history.entries) {
+        if (entries == nullptr)
+            throw std::runtime_error("a log cannot be read");
         for (const JSONLEntry &entry : *entries) {
             const auto instant = entry.timestamp();
             const SessionTokens &counts = entry.counts();

@@ -11,7 +11,8 @@
 
 namespace burnwick {
 
-/// The usage lines of one log file in their order; null if the file cannot be read.
+/// The usage lines of one log file in their order; null if it is not a regular file, could not be read to its
+/// end, or memory was short.
 using LogEntries = std::shared_ptr<const std::vector<JSONLEntry>>;
 
 /// The usage lines of a log tree, each held once. Never modified once made, so that threads can share it.

@@ -25,7 +25,7 @@ struct UsageFigures {
     TimeFilter timeFilter = TimeFilter::all; ///< the history's period
 
     std::optional<Instant> sessionReadAt{}; ///< absent before the first reading
-    std::size_t recentFileCount = 0;        ///< files modified within the last day, of which the session is
+    std::size_t recentFileCount = 0;        ///< the number of files in the session
     bool hasJSONLData = false;              ///< whether the recent files have any usage line
     SessionTokens sessionTokens{};
     double sessionCost = 0;

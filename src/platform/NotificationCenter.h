@@ -45,7 +45,7 @@ public:
     virtual void setAuthorizationChangedHandler(std::function<void()> handler) = 0;
 
     /// Shows it, also while the application is in front. The answer's error is absent when the desktop has
-    /// accepted the notification.
+    /// accepted the notification. `answer` must not be null.
     virtual void add(const UserNotification &notification,
                      std::function<void(std::optional<std::string> error)> answer) = 0;
     virtual void setActivateHandler(ActivateHandler handler) = 0;

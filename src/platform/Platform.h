@@ -20,8 +20,8 @@
 #include <string>
 
 /// Makes the backends of the system that the program was built for; the rooms of each system define these
-/// functions. They need a running application object. A program links only the rooms whose functions it
-/// calls, so that the report loads no widgets.
+/// functions. Those named make... and openDirectoryEventSource() need a running application object. A program
+/// links only the rooms whose functions it calls, so that the report loads no widgets.
 namespace burnwick::platform {
 
 [[nodiscard]] std::unique_ptr<ApplicationInstance> makeApplicationInstance();

@@ -28,7 +28,7 @@ class HttpClient;
 /// Exchanges a refresh token for a new access token at the token endpoint. Stores nothing. Main thread only.
 class OAuthRefresher final {
 public:
-    /// The referenced objects must outlive this one.
+    /// The referenced objects must outlive this one, and the clock a running exchange, too.
     OAuthRefresher(HttpClient &http, QUrl tokenURL, const Clock &clock);
 
     /// Throws RefreshError; TransportError when there is no response; DecodeError when the response is not

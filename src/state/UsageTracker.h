@@ -72,8 +72,9 @@ private:
 
     Services m_services;
     UsageFigures m_figures;
-    std::shared_ptr<const LogHistory> m_history;  ///< only of the recent files before the first job has ended
-    std::unique_ptr<RepeatingTimer> m_jsonlTimer; ///< null before start() and after stop()
+    std::shared_ptr<const LogHistory>
+        m_history; ///< null before start(), then of the recent files until the first job ends
+    std::unique_ptr<RepeatingTimer> m_jsonlTimer;  ///< null before start() and after stop()
     std::unique_ptr<RepeatingTimer> m_settleTimer; ///< fires once after a change of the directory
     bool m_stopped = false;
     bool m_jobRunning = false;

@@ -120,6 +120,7 @@ protected:
     void expectWhole() const {
         const std::string now = bytesOf(m_file);
         EXPECT_TRUE(now == m_old || now == m_new) << now;
+        EXPECT_TRUE(!now.empty() || !fs::exists(m_file)) << "an empty file";
         if (!m_old.empty()) {
             EXPECT_EQ(fs::status(m_file).permissions(), fs::perms(0600));
         }

@@ -248,5 +248,10 @@ TEST_F(UsageTrackerTest, AnotherRateRestartsBothTimersAndStoppingEndsAll) {
     EXPECT_EQ(announced, 0);
 }
 
+TEST(RecentSince, IsTheSameTimeOfYesterdayAlsoAfterANightOf25Hours) {
+    EXPECT_EQ(recentSince(Calendar::inZone("Europe/Berlin"), test::at("2025-10-26T11:00:00Z")),
+              test::at("2025-10-25T10:00:00Z"));
+}
+
 } // namespace
 } // namespace burnwick

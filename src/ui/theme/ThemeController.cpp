@@ -23,8 +23,8 @@ ThemeController::ThemeController(const PreferencesManager &preferences, DesktopA
     QApplication::setStyle(new QuietStyle); // which becomes its owner
     apply();
     connect(&preferences, &PreferencesManager::themeChanged, this, &ThemeController::apply);
-    // The event loop delivers the desktop's answer, and starts after the logs' first reading: that takes
-    // longer.
+    // The event loop delivers the desktop's answer, and starts after the first reading of the logs, which may
+    // take longer than the deadline.
     const auto startDeadline = [this, &scheduler] {
         constexpr std::chrono::milliseconds settlingTime{300}; // an answer takes a few milliseconds
         if (!m_settled)

@@ -20,8 +20,8 @@ QDBusPendingCall callMessageBus(const QDBusConnection &connection, const QString
 
 void whenFinished(const QDBusPendingCall &call, QObject *context,
                   std::function<void(const QDBusMessage &replyOrError)> handler) {
-    // A watcher never emits finished() for a call without a bus, which is finished already. So may be a call
-    // with a fast reply; signals received before that reply are delivered before the timer fires.
+    // A watcher never emits finished() for a call that is finished already: one without a bus, or with a fast
+    // reply. Signals received before that reply are delivered before the timer fires.
     if (call.isFinished()) {
         QTimer::singleShot(0, context,
                            [handler = std::move(handler), reply = call.reply()] { handler(reply); });

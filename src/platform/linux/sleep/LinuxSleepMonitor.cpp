@@ -62,7 +62,7 @@ private:
             return;
         m_cancelled.emplace(m_timer, QSocketNotifier::Read);
         connect(&*m_cancelled, &QSocketNotifier::activated, this, [this] {
-            // Returns ECANCELED, and rearms the timer.
+            // Fails with ECANCELED, and rearms the timer.
             std::uint64_t expirations = 0;
             static_cast<void>(!read(m_timer, &expirations, sizeof expirations));
             m_onWake();

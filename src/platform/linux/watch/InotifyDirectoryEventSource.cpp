@@ -81,7 +81,8 @@ void InotifyDirectoryEventSource::readEvents() {
         }
     }
     // A moved directory is no longer at the path. An overflow may hide such an event.
-    if ((seen & (IN_IGNORED | IN_MOVE_SELF | IN_Q_OVERFLOW)) != 0 || (errno != EAGAIN && errno != EINTR))
+    const bool canContinue = size < 0 && (errno == EAGAIN || errno == EINTR);
+    if (!canContinue || (seen & (IN_IGNORED | IN_MOVE_SELF | IN_Q_OVERFLOW)) != 0)
         m_notifier->setEnabled(false);
     if ((seen & entryChanges) != 0) {
         const auto onChange = m_onChange; // the call may destroy this object
