@@ -33,12 +33,6 @@ void forEachEntry(std::span<const LogEntries> lists, Use use) {
 
 } // namespace
 
-std::span<const LogEntries> LogHistory::entriesSince(Instant instant) const {
-    const auto first = std::ranges::partition_point(
-        files, [instant](const LogFile &file) { return !file.modified || *file.modified < instant; });
-    return std::span(entries).subspan(static_cast<std::size_t>(first - files.begin()));
-}
-
 JSONLParser::JSONLParser(const std::filesystem::path &home, unsigned threads)
     : m_projectsURL(home / ".claude" / "projects")
     , m_threads(threads != 0 ? threads : std::max(1U, std::thread::hardware_concurrency())) {}

@@ -42,6 +42,10 @@ bool isBefore(const LogFile &file, const LogFile &other) {
     return std::tie(file.modified, file.path.native()) < std::tie(other.modified, other.path.native());
 }
 
+bool isModifiedSince(const LogFile &file, Instant instant) {
+    return file.modified && *file.modified >= instant;
+}
+
 std::vector<LogFile> allLogFiles(const fs::path &root, const std::stop_token &stop) {
     std::vector<LogFile> files;
     std::vector<fs::path> pending{root};
@@ -65,7 +69,7 @@ std::vector<LogFile> allLogFiles(const fs::path &root, const std::stop_token &st
 
 std::vector<LogFile> recentLogFiles(const fs::path &root, Instant since) {
     auto files = allLogFiles(root);
-    std::erase_if(files, [since](const LogFile &file) { return !file.modified || *file.modified < since; });
+    std::erase_if(files, [since](const LogFile &file) { return !isModifiedSince(file, since); });
     return files;
 }
 

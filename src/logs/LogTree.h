@@ -23,6 +23,9 @@ struct LogFile {
 /// Whether the file comes first in the order by time of modification and then by path, bytewise.
 [[nodiscard]] bool isBefore(const LogFile &file, const LogFile &other);
 
+/// Whether the file was modified at or after that instant; false if its time is unknown.
+[[nodiscard]] bool isModifiedSince(const LogFile &file, Instant instant);
+
 /// Returns every file named *.jsonl below the directory, hidden or not, at any depth, in the order of
 /// isBefore(). Links to directories are not followed; directories that cannot be listed are ignored. A stop
 /// request ends the walk early.

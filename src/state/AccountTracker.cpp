@@ -147,7 +147,7 @@ void AccountTracker::takeQuota(const OAuthFetcher::Usage &usage) {
         m_figures.extraUsage = usage.second;
         m_figures.extraUsageReadAt = now;
     }
-    // A login that began meanwhile goes on: this answer is of an older request.
+    // A login started after this request keeps its state.
     if (m_figures.oauthStatus != OAuthStatus::authenticating)
         m_figures.oauthStatus = OAuthStatus::connected;
 }

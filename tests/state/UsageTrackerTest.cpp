@@ -224,6 +224,9 @@ TEST_F(UsageTrackerTest, ANewDayAndAnotherZoneMoveStreaksAndHoursWithoutNewLogs)
     EXPECT_EQ(usage().historicalData.peakHour, 21) << "not at once";
     EXPECT_TRUE(usage().calendar == m_calendar);
     EXPECT_GT(announced, 0);
+    m_calendar = Calendar::inZone("UTC");
+    m_state.wakeUp();
+    EXPECT_EQ(usage().historicalData.peakHour, 12) << "not after waking";
 }
 
 TEST_F(UsageTrackerTest, AnotherRateRestartsBothTimersAndStoppingEndsAll) {
