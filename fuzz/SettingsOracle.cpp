@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "fuzz/Oracles.h"
 #include "fuzz/PlainJson.h"
-#include "prefs/UserDefaults.h"
+#include "platform/linux/defaults/JsonUserDefaults.h"
 
 #include <QDir>
 #include <QFile>
@@ -127,7 +127,7 @@ const char *checkSettings(std::string_view input) {
                 "the file can be written");
     }
     const auto valuesBefore = before.isEmpty() ? QJsonObject() : objectIn(before);
-    UserDefaults defaults(path);
+    JsonUserDefaults defaults(path);
     if (!hasByteOrderMark(input))
         readAll(defaults, valuesBefore.value_or(QJsonObject()));
     defaults.set(key, value);
@@ -137,7 +137,7 @@ const char *checkSettings(std::string_view input) {
     expected.insert(key, value);
     require(objectIn(after) == expected || hasByteOrderMark(input),
             "a change changes its key and nothing else");
-    require(UserDefaults(path).get<qint64>(key) == value, "the value is read back");
+    require(JsonUserDefaults(path).get<qint64>(key) == value, "the value is read back");
     const QStringList names = QDir(directory.path()).entryList(QDir::Files | QDir::Hidden);
     require(names.size() == (valuesBefore ? 1 : 2), "no temporary file remains");
     if (!valuesBefore) {

@@ -24,15 +24,15 @@ void openInBrowser(const QUrl &url) {
 } // namespace
 
 AppDelegate::AppDelegate()
-    : m_defaults(UserDefaults::defaultPath())
-    , m_preferences(m_defaults)
-    , m_endpoints(Endpoints::load(m_defaults))
+    : m_defaults(platform::makeUserDefaults(UserDefaults::Access::readWrite))
+    , m_preferences(*m_defaults)
+    , m_endpoints(Endpoints::load(*m_defaults))
     , m_secretStore(platform::makeSecretStore(homeDirectory()))
     , m_terminal(platform::makeTerminalLauncher())
     , m_account(m_endpoints, *m_secretStore, m_clock, Calendar::current())
     , m_exchangeGuard{m_account.oauthFetcher}
     , m_notificationCenter(platform::makeNotificationCenter())
-    , m_notifications(*m_notificationCenter, m_preferences, m_defaults, m_clock)
+    , m_notifications(*m_notificationCenter, m_preferences, *m_defaults, m_clock)
     , m_updateChecker(m_scheduler)
     , m_userDriverDelegate(
           [this] { showMainWindow({}); },
@@ -42,12 +42,13 @@ AppDelegate::AppDelegate()
     , m_desktopSettings(platform::makeDesktopSettings())
     , m_desktopAppearance(platform::makeDesktopAppearance())
     , m_theme(m_preferences, *m_desktopAppearance, m_scheduler)
+    , m_windowChrome(platform::makeWindowChrome())
     , m_appState(stateServices())
     , m_sleepMonitor(platform::makeSleepMonitor())
     , m_settingsWindow(settingsServices()) {}
 
 StandardUpdaterController::Services AppDelegate::updaterServices() {
-    return {m_account.http,  m_defaults,          m_clock, m_scheduler, m_endpoints.productBaseURL,
+    return {m_account.http,  *m_defaults,         m_clock, m_scheduler, m_endpoints.productBaseURL,
             m_updateChecker, m_userDriverDelegate};
 }
 
@@ -65,7 +66,8 @@ SettingsView::Services AppDelegate::settingsServices() {
             *m_desktopSettings,
             {m_account.http, m_scheduler, m_endpoints.productBaseURL, platform::releaseForm(), openInBrowser},
             m_endpoints.feedbackURL,
-            [this] { return m_theme.reducedMotion(); }};
+            [this] { return m_theme.reducedMotion(); },
+            m_windowChrome.get()};
 }
 
 void AppDelegate::launch(const ApplicationRequest &start) {
@@ -83,7 +85,8 @@ void AppDelegate::launch(const ApplicationRequest &start) {
     // The desktop may refuse; the preference stays unchanged.
     static_cast<void>(m_loginItem->restoreChoice(m_preferences.launchAtStartup()));
     // After the first reading of the logs, so that the window's first frame has the figures.
-    m_mainWindow.emplace(MainWindowView::Services{m_appState, m_preferences, m_clock, m_scheduler});
+    m_mainWindow.emplace(
+        MainWindowView::Services{m_appState, m_preferences, m_clock, m_scheduler, m_windowChrome.get()});
     m_mainWindow->setWindowTitle(QStringLiteral("Burnwick"));
     m_mainWindow->setWindowIcon(applicationIcon());
     QObject::connect(&*m_mainWindow, &MainWindowView::settingsRequested, &*m_mainWindow,

@@ -13,9 +13,10 @@
 #include "platform/SecretStore.h"
 #include "platform/SleepMonitor.h"
 #include "platform/TerminalLauncher.h"
+#include "platform/UserDefaults.h"
+#include "platform/WindowChrome.h"
 #include "prefs/Endpoints.h"
 #include "prefs/PreferencesManager.h"
-#include "prefs/UserDefaults.h"
 #include "state/AppState.h"
 #include "ui/dashboard/MainWindowView.h"
 #include "ui/settings/SettingsWindowController.h"
@@ -57,7 +58,7 @@ private:
 
     SystemClock m_clock;
     EventLoopScheduler m_scheduler{m_clock};
-    UserDefaults m_defaults;
+    std::unique_ptr<UserDefaults> m_defaults;
     PreferencesManager m_preferences;
     Endpoints m_endpoints;
     std::unique_ptr<SecretStore> m_secretStore;
@@ -73,6 +74,7 @@ private:
     std::unique_ptr<DesktopSettings> m_desktopSettings;
     std::unique_ptr<DesktopAppearance> m_desktopAppearance;
     ThemeController m_theme;
+    std::unique_ptr<WindowChrome> m_windowChrome; ///< may be null
     AppState m_appState;
     std::unique_ptr<SleepMonitor> m_sleepMonitor;
     SettingsWindowController m_settingsWindow;

@@ -36,7 +36,7 @@ void describeApplication() {
 }
 
 /// Runs the program, or forwards the request to the running instance.
-int run(const ApplicationRequest &request, bool newInstance) {
+int run(ApplicationStartup &startup, const ApplicationRequest &request, bool newInstance) {
     const TerminationSignals signals;
     QObject::connect(&signals, &TerminationSignals::received, qApp, &QApplication::quit);
     std::optional<AppDelegate> delegate;
@@ -54,7 +54,7 @@ int run(const ApplicationRequest &request, bool newInstance) {
     const auto instance = platform::makeApplicationInstance();
     instance->claim(request, [&](InstanceClaim outcome) {
         if (outcome == InstanceClaim::handedOver || outcome == InstanceClaim::notHandedOver) {
-            platform::concludeStartup(request.activation);
+            startup.endWithoutWindow();
             QApplication::exit(outcome == InstanceClaim::handedOver ? exitSuccess : exitFailure);
             return;
         }
@@ -77,16 +77,13 @@ int main(int argc, char **argv) {
         std::cout << information->toStdString();
         return burnwick::exitSuccess;
     }
-    auto display = burnwick::platform::tryDisplay();
-    if (!display.fault.empty()) {
-        std::cerr << "burnwick: " << display.fault << " In a terminal burnwick-report prints the figures.\n";
+    const auto startup = burnwick::platform::makeApplicationStartup();
+    if (const auto fault = startup->prepare()) {
+        std::cerr << "burnwick: " << *fault << " In a terminal burnwick-report prints the figures.\n";
         return burnwick::exitFailure;
     }
-    burnwick::platform::disableUnresponsiveBus();
-    const burnwick::StartupActivation activation = burnwick::platform::startupActivation();
     QApplication application(argc, argv);
-    display.connection.reset();
-    burnwick::platform::forgetStartupActivation();
+    const burnwick::StartupActivation activation = startup->begin();
     burnwick::describeApplication();
 
     const auto options = burnwick::parseStartOptions(QApplication::arguments());
@@ -95,5 +92,5 @@ int main(int argc, char **argv) {
         return burnwick::exitWrongOptions;
     }
     const auto &start = std::get<burnwick::StartOptions>(options);
-    return process.end(burnwick::run({start.action, activation}, start.newInstance));
+    return process.end(burnwick::run(*startup, {start.action, activation}, start.newInstance));
 }

@@ -46,7 +46,7 @@ std::shared_ptr<const LogHistory> JSONLParser::parseRecentEntries(Instant since)
 }
 
 std::shared_ptr<const LogHistory> JSONLParser::parseAllEntries(const LogHistory *last,
-                                                               const std::stop_token &stop) const {
+                                                               const StopRequest &stop) const {
     auto history = std::make_shared<LogHistory>();
     // Listed first: a file that changes before it is read differs in the next comparison.
     history->files = allLogFiles(m_projectsURL, stop);
@@ -54,7 +54,7 @@ std::shared_ptr<const LogHistory> JSONLParser::parseAllEntries(const LogHistory 
     if (last != nullptr)
         shareEntries(*history, *last);
     readMissingEntries(*history, m_threads, stop);
-    if (stop.stop_requested() || (last != nullptr && history->entries == last->entries))
+    if (stop.isMade() || (last != nullptr && history->entries == last->entries))
         return nullptr;
     return history;
 }

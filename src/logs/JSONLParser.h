@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "async/StoppableThread.h"
 #include "logs/LogHistory.h"
 #include "model/HistoricalData.h"
 #include "model/SessionTokens.h"
@@ -10,7 +11,6 @@
 #include <filesystem>
 #include <memory>
 #include <span>
-#include <stop_token>
 
 namespace burnwick {
 
@@ -30,7 +30,7 @@ public:
     /// same as in the last history from there, and reads the others. Null if nothing changed since, or a stop
     /// was requested. Throws std::bad_alloc.
     [[nodiscard]] std::shared_ptr<const LogHistory> parseAllEntries(const LogHistory *last = nullptr,
-                                                                    const std::stop_token &stop = {}) const;
+                                                                    const StopRequest &stop = {}) const;
 
     /// Returns the sums over the entries; terminates the program if one overflows.
     [[nodiscard]] static SessionTokens calculateSessionTokens(std::span<const LogEntries> entries);

@@ -61,7 +61,7 @@ LogFileReader::LogFileReader(LineSelection selection, std::size_t blockSize, std
     , m_longestLine(longestLine)
     , m_blocks(blockSize, longestLine) {}
 
-LogEntries LogFileReader::readFile(const std::filesystem::path &file, const std::stop_token &stop) {
+LogEntries LogFileReader::readFile(const std::filesystem::path &file, const StopRequest &stop) {
     const OpenFile open(file);
     const auto size = open.size();
     if (!size)
@@ -91,11 +91,11 @@ LogEntries LogFileReader::readFile(const std::filesystem::path &file, const std:
 }
 
 std::optional<std::vector<JSONLEntry>> LogFileReader::read(const BlockReader::Read &source,
-                                                           const std::stop_token &stop) {
+                                                           const StopRequest &stop) {
     std::vector<JSONLEntry> entries;
     bool isUtf8 = true;
     const bool complete = m_blocks.readAll(
-        [&](char *data, std::size_t size) { return stop.stop_requested() ? -1 : source(data, size); },
+        [&](char *data, std::size_t size) { return stop.isMade() ? -1 : source(data, size); },
         [&](std::string_view bytes, BlockReader::Content content) {
             isUtf8 = simdjson::validate_utf8(bytes);
             if (isUtf8 && content == BlockReader::Content::lines)
@@ -123,7 +123,7 @@ void LogFileReader::readLines(std::string_view lines, std::vector<JSONLEntry> &e
     }
 }
 
-void readMissingEntries(LogHistory &history, unsigned threads, const std::stop_token &stop) {
+void readMissingEntries(LogHistory &history, unsigned threads, const StopRequest &stop) {
     std::vector<std::size_t> missing;
     std::uint64_t bytes = 0;
     for (std::size_t i = 0; i < history.files.size(); ++i) {
@@ -136,7 +136,7 @@ void readMissingEntries(LogHistory &history, unsigned threads, const std::stop_t
     const auto work = [&] {
         try {
             LogFileReader reader(LineSelection::usageOnly);
-            for (std::size_t i = next++; i < missing.size() && !stop.stop_requested(); i = next++)
+            for (std::size_t i = next++; i < missing.size() && !stop.isMade(); i = next++)
                 history.entries[missing[i]] = reader.readFile(history.files[missing[i]].path, stop);
         } catch (const std::bad_alloc &) {
             // Not enough memory for the reader itself. The other threads go on.
@@ -146,7 +146,7 @@ void readMissingEntries(LogHistory &history, unsigned threads, const std::stop_t
     constexpr std::uint64_t bytesWorthAThread = 1U << 20U;
     const std::uint64_t workers =
         std::min({std::uint64_t{threads}, std::uint64_t{missing.size()}, 1 + bytes / bytesWorthAThread});
-    std::vector<std::jthread> helpers;
+    std::vector<StoppableThread> helpers;
     try {
         for (std::uint64_t i = 1; i < workers; ++i)
             helpers.emplace_back(work);

@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "async/StoppableThread.h"
 #include "logs/BlockReader.h"
 #include "logs/JSONLDecoder.h"
 #include "logs/LogHistory.h"
 
 #include <filesystem>
 #include <optional>
-#include <stop_token>
 #include <string_view>
 #include <vector>
 
@@ -32,11 +32,11 @@ public:
     /// Returns the file's entries in line order with the session that its name gives, the extension excluded;
     /// an empty list if it is not UTF-8 throughout. Null if it is not a regular file, cannot be read to its
     /// end, a stop is requested meanwhile, or memory is short. Lines longer than the longest are ignored.
-    [[nodiscard]] LogEntries readFile(const std::filesystem::path &file, const std::stop_token &stop = {});
+    [[nodiscard]] LogEntries readFile(const std::filesystem::path &file, const StopRequest &stop = {});
     /// The same for any stream of bytes, without sessions; nullopt instead of null. Throws std::bad_alloc
     /// when memory is short; the next stream can be read all the same.
     [[nodiscard]] std::optional<std::vector<JSONLEntry>> read(const BlockReader::Read &source,
-                                                              const std::stop_token &stop = {});
+                                                              const StopRequest &stop = {});
 
 private:
     void readLines(std::string_view lines, std::vector<JSONLEntry> &entries);
@@ -49,6 +49,6 @@ private:
 
 /// Reads the usage lines of the files whose entries are null, on up to `threads` threads. After a stop
 /// request entries stay null. Files that are not regular ones are not opened.
-void readMissingEntries(LogHistory &history, unsigned threads, const std::stop_token &stop);
+void readMissingEntries(LogHistory &history, unsigned threads, const StopRequest &stop);
 
 } // namespace burnwick

@@ -46,7 +46,7 @@ bool isModifiedSince(const LogFile &file, Instant instant) {
     return file.modified && *file.modified >= instant;
 }
 
-std::vector<LogFile> allLogFiles(const fs::path &root, const std::stop_token &stop) {
+std::vector<LogFile> allLogFiles(const fs::path &root, const StopRequest &stop) {
     std::vector<LogFile> files;
     std::vector<fs::path> pending{root};
     while (!pending.empty()) {
@@ -54,8 +54,7 @@ std::vector<LogFile> allLogFiles(const fs::path &root, const std::stop_token &st
         std::error_code error;
         fs::directory_iterator entry(pending.back(), error);
         pending.pop_back();
-        for (; !error && entry != fs::directory_iterator() && !stop.stop_requested();
-             entry.increment(error)) {
+        for (; !error && entry != fs::directory_iterator() && !stop.isMade(); entry.increment(error)) {
             std::error_code unknownType;
             if (entry->path().extension() == ".jsonl")
                 files.push_back(describe(*entry));

@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "async/StoppableThread.h"
 #include "model/Instant.h"
 
 #include <cstdint>
 #include <filesystem>
 #include <optional>
-#include <stop_token>
 #include <vector>
 
 namespace burnwick {
@@ -30,7 +30,7 @@ struct LogFile {
 /// isBefore(). Links to directories are not followed; directories that cannot be listed are ignored. A stop
 /// request ends the walk early.
 [[nodiscard]] std::vector<LogFile> allLogFiles(const std::filesystem::path &root,
-                                               const std::stop_token &stop = {});
+                                               const StopRequest &stop = {});
 /// Returns those of them that were modified at or after `since`.
 [[nodiscard]] std::vector<LogFile> recentLogFiles(const std::filesystem::path &root, Instant since);
 

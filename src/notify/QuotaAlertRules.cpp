@@ -4,8 +4,10 @@
 
 #include "model/Clock.h"
 #include "model/QuotaWindow.h"
+#include "platform/UserDefaults.h"
 #include "prefs/PreferencesManager.h"
-#include "prefs/UserDefaults.h"
+
+#include <QtCore/QByteArray>
 
 #include <array>
 #include <charconv>
@@ -40,11 +42,12 @@ std::string secondsText(Instant instant) {
 
 /// Parses a result of secondsText(); returns null for other text.
 std::optional<Instant> instantIn(const std::string &text) {
-    double seconds = 0;
-    const char *textEnd = text.data() + text.size();
-    const auto [end, error] = std::from_chars(text.data(), textEnd, seconds, std::chars_format::fixed);
+    bool valid = false;
+    const double seconds = QByteArray::fromStdString(text).toDouble(&valid);
     constexpr double limit = 9e9; // within the range of Instant
-    if (error != std::errc() || end != textEnd || !(std::abs(seconds) < limit))
+    // Unlike secondsText(), toDouble() also knows exponents and white space.
+    valid = valid && text.find_first_not_of("-.0123456789") == std::string::npos;
+    if (!valid || !(std::abs(seconds) < limit))
         return std::nullopt;
     return Instant(std::chrono::round<std::chrono::nanoseconds>(std::chrono::duration<double>(seconds)));
 }

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/ApplicationStartup.h"
+
 #include <functional>
 #include <optional>
 #include <string>
@@ -24,15 +26,6 @@ enum class ApplicationAction {
     return action == ApplicationAction::showSettings ? "settings" : "";
 }
 
-/// The desktop's permission to raise a window, and its identifier of the click; empty when the desktop sets
-/// none. Each can be used once.
-struct StartupActivation {
-    std::string token;     ///< Wayland's
-    std::string startupId; ///< X11's; Qt uses it itself in the started process
-
-    bool operator==(const StartupActivation &) const = default;
-};
-
 /// What a start of the program, or the desktop, requests of the running program.
 struct ApplicationRequest {
     ApplicationAction action = ApplicationAction::showWindow;
@@ -44,7 +37,7 @@ struct ApplicationRequest {
 /// The outcome of a start.
 enum class InstanceClaim {
     first,        ///< this process is the instance
-    unknown,      ///< without a bus that replies, other instances are not found
+    unknown,      ///< other instances cannot be found, for instance without a bus that replies
     handedOver,   ///< another process is the instance and has accepted the request
     notHandedOver ///< another process is the instance and did not reply
 };

@@ -27,6 +27,10 @@ public:
     /// The first call has no time limit. On the main thread, after this call returned; not after this object
     /// is destroyed. Call follow() at most once.
     virtual void follow(Handler handler) = 0;
+    /// Shows what the system draws for the program, such as title bars, in these colours; noPreference
+    /// follows the desktop again. While colours are imposed, the handler may be called with them. Without
+    /// effect where the window manager decides.
+    virtual void impose(AppearanceWishes::Colors colors) = 0;
 };
 
 } // namespace burnwick

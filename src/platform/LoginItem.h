@@ -12,13 +12,19 @@ struct LoginItemFailure {
     std::string reason;
 };
 
+enum class LoginItemState {
+    off,
+    on,
+    requiresApproval, ///< registered; the user has to allow it in the system's settings first
+};
+
 /// The system's record that the desktop starts this program when the user logs in. The user may change it
 /// elsewhere, so it is read anew by each call. A failure changes nothing. Main thread only.
 class LoginItem {
 public:
     virtual ~LoginItem() = default;
 
-    [[nodiscard]] virtual bool isRegistered() const = 0;
+    [[nodiscard]] virtual LoginItemState state() const = 0;
     /// Makes the desktop start the program at login, as the user demands now: also when the user had disabled
     /// the record elsewhere. A record by which the desktop starts it already stays unchanged.
     [[nodiscard]] virtual std::optional<LoginItemFailure> registerItem() = 0;

@@ -19,12 +19,13 @@ struct UserNotification {
 
 /// The desktop's notifications. Main thread only.
 ///
-/// Operations call `answer` exactly once, within seconds, on the main thread and after the call returned; not
-/// after the center is destroyed. Neither answers nor handlers may destroy it.
+/// Operations call `answer` exactly once, on the main thread and after the call returned; not after the
+/// center is destroyed. They take seconds at most, unless they wait for the user. Neither answers nor
+/// handlers may destroy it.
 class NotificationCenter {
 public:
     enum class Authorization {
-        notDetermined, ///< no server replies
+        notDetermined, ///< no server replies, or the user was not asked yet
         denied,        ///< the user switched this application's notifications off
         authorized,
     };

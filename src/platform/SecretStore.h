@@ -19,9 +19,9 @@ struct StoredSecret {
 
 /// Keeps one secret blob under a service's name, shared with other programs. Main thread only.
 ///
-/// Both operations call `answer` exactly once, within a few seconds and on the main thread, possibly before
-/// they return; not after the store is destroyed. They do not block, and never ask the user to unlock
-/// anything.
+/// Both operations call `answer` exactly once, on the main thread, possibly before they return; not after the
+/// store is destroyed. They do not block. On Linux they take a few seconds at most and never ask the user to
+/// unlock anything; macOS may ask the user for access, which takes as long as the user does.
 class SecretStore {
 public:
     virtual ~SecretStore() = default;

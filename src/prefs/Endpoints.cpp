@@ -3,7 +3,7 @@
 #include "prefs/Endpoints.h"
 
 #include "net/Loopback.h"
-#include "prefs/UserDefaults.h"
+#include "platform/UserDefaults.h"
 
 #include <QLoggingCategory>
 

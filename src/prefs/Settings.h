@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/UserDefaults.h"
 #include "prefs/RefreshRate.h"
 #include "prefs/Theme.h"
-#include "prefs/UserDefaults.h"
 
 #include <QLatin1String>
 

@@ -5,8 +5,8 @@
 #include "async/Scheduler.h"
 #include "platform/Platform.h"
 #include "platform/TerminalLauncher.h"
+#include "platform/UserDefaults.h"
 #include "prefs/PreferencesManager.h"
-#include "prefs/UserDefaults.h"
 #include "report/SignalHold.h"
 #include "state/AccountTracker.h"
 
@@ -38,13 +38,13 @@ AccountFigures fetchAccount(const std::filesystem::path &home, const Clock &cloc
     char *arguments[] = {name, nullptr};
     const QCoreApplication application(argumentCount, arguments);
     const auto store = platform::makeSecretStore(home);
-    UserDefaults defaults(UserDefaults::defaultPath(), UserDefaults::Access::readOnly);
-    const PreferencesManager preferences(defaults);
+    const auto defaults = platform::makeUserDefaults(UserDefaults::Access::readOnly);
+    const PreferencesManager preferences(*defaults);
     EventLoopScheduler scheduler(clock);
     NoTerminal terminal;
     // The server accepts a refresh token once: an end before the new one is stored would lose the login.
     std::optional<SignalHold> hold;
-    AccountServices services(Endpoints::load(defaults), *store, clock, calendar);
+    AccountServices services(Endpoints::load(*defaults), *store, clock, calendar);
     QObject::connect(&services.oauthFetcher, &OAuthFetcher::exchangeBegan, [&hold] { hold.emplace(); });
     QObject::connect(&services.oauthFetcher, &OAuthFetcher::exchangeEnded, [&hold] { hold.reset(); });
     AccountTracker tracker({preferences, clock, scheduler, services, terminal, [] {}});

@@ -58,7 +58,7 @@ void UsageTracker::stop() {
         m_fileMonitor->stop();
     m_jsonlTimer.reset();
     m_settleTimer.reset();
-    m_job.request_stop();
+    m_job.requestStop();
 }
 
 void UsageTracker::startJSONLTimer() {
@@ -117,13 +117,12 @@ void UsageTracker::startJob() {
     if (m_jobRunning)
         return;
     auto read = [this, &parser = m_services.parser, last = m_history, former = m_figures,
-                 now = m_services.clock.now(),
-                 result = std::make_shared<Result>()](const std::stop_token &stop) {
+                 now = m_services.clock.now(), result = std::make_shared<Result>()](const StopRequest &stop) {
         try {
             const Calendar &calendar = former.calendar;
             result->history = parser.parseAllEntries(last.get(), stop);
             const LogHistory *history = result->history ? result->history.get() : last.get();
-            if (history != nullptr && !stop.stop_requested()) {
+            if (history != nullptr && !stop.isMade()) {
                 const auto recentEntries = history->entriesSince(recentSince(calendar, now));
                 // Files become old, and streaks and periods end, also without new entries.
                 const bool isNewDay = calendar.dayOf(former.lastUpdated) != calendar.dayOf(now);
@@ -142,7 +141,7 @@ void UsageTracker::startJob() {
             this, [this, result] { takeResult(std::move(*result)); }, Qt::QueuedConnection);
     };
     try {
-        m_job = std::jthread(std::move(read));
+        m_job = StoppableThread(std::move(read));
         m_jobRunning = true;
     } catch (const std::system_error &) {
         // No thread is available; the next refresh tries again.

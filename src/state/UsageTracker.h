@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "async/StoppableThread.h"
 #include "logs/FileMonitor.h"
 #include "state/LogFigures.h"
 
@@ -9,7 +10,6 @@
 
 #include <functional>
 #include <memory>
-#include <thread>
 
 namespace burnwick {
 
@@ -80,7 +80,7 @@ private:
     bool m_jobRunning = false;
     bool m_refreshDue = false;                  ///< requested while a job was running
     std::unique_ptr<FileMonitor> m_fileMonitor; ///< null before start()
-    std::jthread m_job;                         ///< joined before the members above are destroyed
+    StoppableThread m_job;                      ///< joined before the members above are destroyed
 };
 
 } // namespace burnwick

@@ -3,6 +3,7 @@
 #include "ui/WindowActivation.h"
 
 #include <QGuiApplication>
+#include <QLayout>
 #include <QWidget>
 
 namespace burnwick {
@@ -25,6 +26,12 @@ void bringToFront(QWidget &window, const std::string &activationToken) {
     // The token is used up, and child processes must not inherit it.
     if (hasToken)
         qunsetenv(tokenVariable);
+}
+
+void leaveTopTo(int titleBarHeight, QWidget &window) {
+    // Newer versions of Qt would add the title bar to the margins again.
+    window.setAttribute(Qt::WA_ContentsMarginsRespectsSafeArea, false);
+    window.layout()->setContentsMargins(0, titleBarHeight, 0, 0);
 }
 
 } // namespace burnwick

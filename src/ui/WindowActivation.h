@@ -13,4 +13,7 @@ namespace burnwick {
 /// new windows only. Main thread only.
 void bringToFront(QWidget &window, const std::string &activationToken);
 
+/// Moves the window's layout below a title bar of that height, in logical pixels, which covers its top.
+void leaveTopTo(int titleBarHeight, QWidget &window);
+
 } // namespace burnwick

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "model/Clock.h"
-#include "prefs/UserDefaults.h"
+#include "platform/UserDefaults.h"
 
 #include <chrono>
 

@@ -5,9 +5,9 @@
 /// contents are in place, otherwise 3. With "short" no call writes more than a few bytes. A call of getppid()
 /// before and after marks the calls in between for strace.
 
+#include "platform/linux/defaults/JsonUserDefaults.h"
 #include "platform/linux/login/AutostartLoginItem.h"
 #include "platform/linux/secrets/LinuxSecretStore.h"
-#include "prefs/UserDefaults.h"
 
 #include <algorithm>
 #include <cstring>
@@ -25,7 +25,7 @@ bool shortWrites = false;
 
 bool changeSettings(const fs::path &file) {
     static bool failed = false;
-    burnwick::UserDefaults settings(QString::fromStdString(file));
+    burnwick::JsonUserDefaults settings(QString::fromStdString(file));
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &context, const QString &) {
         failed |= std::strcmp(context.category, "burnwick.defaults") == 0;
     });

@@ -102,10 +102,10 @@ TEST_F(JSONLParserTest, SessionsAreNamedByTheirFiles) {
 
 TEST_F(JSONLParserTest, AStopRequestEndsTheReading) {
     m_home.add("a.jsonl", usageLine(noon, 1, 0), m_clock.now());
-    std::stop_source stop;
-    stop.request_stop();
-    EXPECT_EQ(parser().parseAllEntries(nullptr, stop.get_token()), nullptr);
-    EXPECT_TRUE(allLogFiles(m_home.projects(), stop.get_token()).empty());
+    const StopRequest stop;
+    stop.make();
+    EXPECT_EQ(parser().parseAllEntries(nullptr, stop), nullptr);
+    EXPECT_TRUE(allLogFiles(m_home.projects(), stop).empty());
 }
 
 TEST_F(JSONLParserTest, OnlyChangedFilesAreReadAgain) {

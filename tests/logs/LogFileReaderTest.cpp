@@ -76,16 +76,16 @@ TEST(LogFileReader, AFailureAfterSomeLinesYieldsNothing) {
 }
 
 TEST(LogFileReader, AStopRequestEndsTheReadingAtTheNextBlock) {
-    std::stop_source stop;
+    const StopRequest stop;
     int reads = 0;
     const auto threeLines = [&](char *data, std::size_t) -> ssize_t {
         if (++reads == 2)
-            stop.request_stop();
+            stop.make();
         if (reads > 3)
             return 0;
         return static_cast<ssize_t>(line.copy(data, line.size()));
     };
-    EXPECT_EQ(LogFileReader(LineSelection::usageOnly).read(threeLines, stop.get_token()), std::nullopt);
+    EXPECT_EQ(LogFileReader(LineSelection::usageOnly).read(threeLines, stop), std::nullopt);
     EXPECT_EQ(reads, 2);
 }
 

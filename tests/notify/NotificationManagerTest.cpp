@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "notify/NotificationManager.h"
 
+#include "platform/linux/defaults/JsonUserDefaults.h"
 #include "prefs/PreferencesManager.h"
 #include "prefs/SettingsFile.h"
-#include "prefs/UserDefaults.h"
 #include "support/LogCapture.h"
 #include "support/ManualClock.h"
 
@@ -62,7 +62,7 @@ struct ProgramRun {
         : defaults(file) {}
 
     test::ManualClock clock{"2025-11-16T12:00:00.25Z"};
-    UserDefaults defaults;
+    JsonUserDefaults defaults;
     PreferencesManager preferences{defaults};
     RecordingCenter center;
     NotificationManager manager{center, preferences, defaults, clock};

@@ -98,8 +98,9 @@ TEST(ApplicationInstance, TheHandlerGetsEarlierRequests) {
 TEST(StartupActivation, IsReadAndThenRemovedFromTheEnvironment) {
     const test::EnvironmentVariable token("XDG_ACTIVATION_TOKEN", "token");
     const test::EnvironmentVariable startup("DESKTOP_STARTUP_ID", "id_TIME5");
-    EXPECT_EQ(platform::startupActivation(), (StartupActivation{"token", "id_TIME5"}));
-    platform::forgetStartupActivation();
+    const auto start = platform::makeApplicationStartup();
+    ASSERT_EQ(start->prepare(), std::nullopt);
+    EXPECT_EQ(start->begin(), (StartupActivation{"token", "id_TIME5"}));
     EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
     EXPECT_FALSE(qEnvironmentVariableIsSet("DESKTOP_STARTUP_ID"));
 }

@@ -100,7 +100,7 @@ protected:
 };
 
 TEST_F(LoginItemTest, WritesOnlyChangesAndNoLink) {
-    EXPECT_FALSE(m_item.isRegistered());
+    EXPECT_EQ(m_item.state(), LoginItemState::off);
     EXPECT_FALSE(m_item.unregisterItem()) << "nothing to do";
     EXPECT_FALSE(fs::exists(m_folder));
     EXPECT_FALSE(m_item.registerItem());
@@ -112,7 +112,7 @@ TEST_F(LoginItemTest, WritesOnlyChangesAndNoLink) {
     fs::create_symlink(m_directory.path() / "dotfile", m_file);
     EXPECT_FALSE(m_item.registerItem());
     EXPECT_TRUE(m_item.unregisterItem()) << "other programs may use the link's target";
-    EXPECT_TRUE(m_item.isRegistered());
+    EXPECT_EQ(m_item.state(), LoginItemState::on);
     EXPECT_TRUE(fs::is_symlink(m_file));
 }
 
@@ -159,7 +159,7 @@ TEST_F(LoginItemTest, FailuresChangeNothing) {
         const std::string before = picture();
         const auto failure = m_item.registerItem();
         EXPECT_TRUE(failure && failure->reason.find("/config") != std::string::npos);
-        EXPECT_FALSE(m_item.isRegistered());
+        EXPECT_EQ(m_item.state(), LoginItemState::off);
         EXPECT_EQ(!m_item.unregisterItem(), row.startsNothing);
         EXPECT_FALSE(m_item.restoreChoice(false));
         EXPECT_EQ(picture(), before);

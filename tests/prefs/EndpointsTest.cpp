@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "prefs/Endpoints.h"
 
+#include "platform/linux/defaults/JsonUserDefaults.h"
 #include "prefs/SettingsFile.h"
-#include "prefs/UserDefaults.h"
 #include "support/LogCapture.h"
 
 #include <gtest/gtest.h>
@@ -15,7 +15,7 @@ namespace {
 Endpoints endpointsWith(const char *key, const QByteArray &json) {
     const test::SettingsFile file;
     file.write(QByteArray("{\"") + key + "\":" + json + '}');
-    return Endpoints::load(UserDefaults(file.path));
+    return Endpoints::load(JsonUserDefaults(file.path));
 }
 
 TEST(Endpoints, TheBuildDefinesTheDefaults) {

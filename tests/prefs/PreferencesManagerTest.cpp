@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "prefs/PreferencesManager.h"
 
+#include "platform/linux/defaults/JsonUserDefaults.h"
 #include "prefs/SettingsFile.h"
-#include "prefs/UserDefaults.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@ namespace {
 class PreferencesManagerTest : public testing::Test {
 protected:
     test::SettingsFile m_file;
-    UserDefaults m_defaults{m_file.path};
+    JsonUserDefaults m_defaults{m_file.path};
     PreferencesManager m_preferences{m_defaults};
 };
 
@@ -69,7 +69,7 @@ TEST_F(PreferencesManagerTest, AnInvalidValueGivesTheFallbackAndStays) {
         for (const QByteArray &value : row.invalid + QByteArrayList{"null", "[1]", row.other}) {
             const QByteArray before = "{\"" + QByteArray(row.key) + "\":" + value + "}";
             m_file.write(before);
-            UserDefaults defaults(m_file.path);
+            JsonUserDefaults defaults(m_file.path);
             const P preferences(defaults);
             for (const auto &each : rows)
                 EXPECT_EQ(each.isFallback(preferences), &each != &row || value != row.other)

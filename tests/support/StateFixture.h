@@ -3,8 +3,8 @@
 #pragma once
 
 #include "platform/Platform.h"
+#include "platform/linux/defaults/JsonUserDefaults.h"
 #include "prefs/PreferencesManager.h"
-#include "prefs/UserDefaults.h"
 #include "state/AppState.h"
 #include "support/LogTreeFixture.h"
 #include "support/ManualClock.h"
@@ -67,7 +67,7 @@ protected:
     ManualClock m_clock{"2025-06-10T12:00:00.000Z"};
     LogHome m_home;
     Calendar m_calendar = Calendar::inZone("UTC");
-    UserDefaults m_defaults{QString::fromStdString((m_home.path() / "settings.json").string())};
+    JsonUserDefaults m_defaults{QString::fromStdString((m_home.path() / "settings.json").string())};
     PreferencesManager m_preferences{m_defaults};
     ManualScheduler m_scheduler;
     ScriptedServer m_server;

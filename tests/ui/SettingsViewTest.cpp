@@ -93,10 +93,36 @@ TEST_F(SettingsViewTest, LaunchAtStartupShowsTheDesktopsStateAndKeepsTheUsersEnt
     for (const bool on : {false, true}) {
         press(*m_view, checkBox, launch);
         EXPECT_EQ(isOn(checkBox, launch), on);
-        EXPECT_EQ(m_loginItem.isRegistered(), on);
+        EXPECT_EQ(m_loginItem.state() == LoginItemState::on, on);
         EXPECT_EQ(stored("launchAtStartup"), on);
     }
     EXPECT_EQ(test::bytesOf(file), entry);
+}
+
+TEST_F(SettingsViewTest, AnItemThatRequiresApprovalShowsAHintUntilItIsAllowed) {
+    class ItemWithApproval final : public LoginItem {
+    public:
+        LoginItemState current = LoginItemState::requiresApproval;
+
+    private:
+        LoginItemState state() const override { return current; }
+        std::optional<LoginItemFailure> registerItem() override { return std::nullopt; }
+        std::optional<LoginItemFailure> unregisterItem() override { return std::nullopt; }
+        std::optional<LoginItemFailure> restoreChoice(bool) override { return std::nullopt; }
+    } item;
+    const SettingsView::Services services = settingsServices();
+    m_view
+        .emplace(SettingsView::Services{services.preferences, item, services.notifications, services.desktop,
+                                        services.updates, services.feedbackURL, services.reducedMotion})
+        .show();
+    EXPECT_TRUE(isOn(checkBox, launch));
+    EXPECT_TRUE(shows("Launch at startup: allow it in the system's settings"));
+    item.current = LoginItemState::on;
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    m_view->activateWindow();
+    EXPECT_TRUE(waitForText(launch));
 }
 
 TEST_F(SettingsViewTest, LaunchAtStartupFlipsBackWhenTheDesktopRefuses) {
@@ -110,7 +136,7 @@ TEST_F(SettingsViewTest, LaunchAtStartupFlipsBackWhenTheDesktopRefuses) {
         EXPECT_EQ(announced, (QList<bool>{to, !to}));
         EXPECT_EQ(stored("launchAtStartup"), !to);
         EXPECT_EQ(isOn(checkBox, launch), !to);
-        EXPECT_EQ(m_loginItem.isRegistered(), !to);
+        EXPECT_EQ(m_loginItem.state() == LoginItemState::on, !to);
     };
     // A file in the folder's place stops the superuser too, unlike missing permissions.
     test::writeFile(m_autostart, "");

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "ui/theme/ThemeController.h"
 
+#include "platform/linux/defaults/JsonUserDefaults.h"
 #include "prefs/PreferencesManager.h"
 #include "prefs/SettingsFile.h"
-#include "prefs/UserDefaults.h"
 #include "support/ManualScheduler.h"
 #include "support/WaitFor.h"
 #include "ui/theme/QuietStyle.h"
@@ -28,7 +28,10 @@ using Colors = AppearanceWishes::Colors;
 class FakeDesktop final : public DesktopAppearance {
 public:
     void follow(Handler handler) override { m_handler = std::move(handler); }
+    void impose(Colors colors) override { imposed.push_back(colors); }
     void send(Colors colors, bool reducedMotion = false) const { m_handler({colors, reducedMotion}); }
+
+    std::vector<Colors> imposed;
 
 private:
     Handler m_handler;
@@ -65,7 +68,7 @@ protected:
     [[nodiscard]] static ColorScheme shown() { return schemeOf(QApplication::palette()); }
 
     test::SettingsFile m_file;
-    UserDefaults m_defaults{m_file.path};
+    JsonUserDefaults m_defaults{m_file.path};
     PreferencesManager m_preferences{m_defaults};
     FakeDesktop m_desktop;
     test::ManualScheduler m_scheduler;
@@ -77,11 +80,15 @@ TEST_F(ThemeControllerTest, TheThemePrecedesTheDesktopsColoursAndThosePrecedeThe
         const bool dark = platform == ColorScheme::dark;
         QApplication::setPalette(paletteOf(platform));
         m_preferences.setTheme(dark ? Theme::light : Theme::dark);
+        m_controller.reset();
+        m_desktop.imposed.clear();
         start();
         m_desktop.send(dark ? Colors::dark : Colors::light);
         EXPECT_NE(shown(), platform);
         m_preferences.setTheme(Theme::system);
         EXPECT_EQ(shown(), platform);
+        EXPECT_EQ(m_desktop.imposed,
+                  (std::vector{dark ? Colors::light : Colors::dark, Colors::noPreference}));
         m_desktop.send(dark ? Colors::light : Colors::dark);
         EXPECT_NE(shown(), platform);
         m_desktop.send(Colors::noPreference);

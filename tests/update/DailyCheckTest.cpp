@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "update/DailyCheck.h"
+#include "platform/linux/defaults/JsonUserDefaults.h"
 
 #include "prefs/SettingsFile.h"
 #include "support/ManualClock.h"
@@ -19,7 +20,7 @@ protected:
         int checks = 0;
         for (auto passed = 0h; passed < time; passed += 1h) {
             m_clock.advance(1h);
-            UserDefaults defaults(m_file.path);
+            JsonUserDefaults defaults(m_file.path);
             DailyCheck check(defaults, m_clock);
             if (check.isDue()) {
                 check.record(check.now());

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "update/StandardUpdaterController.h"
+#include "platform/linux/defaults/JsonUserDefaults.h"
 
 #include "net/HttpClient.h"
 #include "prefs/SettingsFile.h"
@@ -61,7 +62,7 @@ protected:
     std::size_t requests() const { return m_server.requestsFor(target).size(); }
 
     test::SettingsFile m_file;
-    UserDefaults m_defaults{m_file.path};
+    JsonUserDefaults m_defaults{m_file.path};
     test::ManualClock m_clock{"2025-06-10T12:00:00.000Z"};
     test::ManualScheduler m_scheduler;
     ScriptedServer m_server;

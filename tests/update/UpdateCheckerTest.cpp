@@ -62,7 +62,7 @@ TEST_F(UpdateCheckerTest, CallsFromOtherThreadsTakeEffectInOrderOnTheMainThread)
         EXPECT_EQ(state, m_checker.state());
         announced.push_back(state);
     });
-    std::jthread([this] {
+    std::thread([this] {
         m_checker.updaterDidNotFindUpdate();
         m_checker.updaterDidNotFindUpdate(QStringLiteral("why"));
         m_checker.updaterDidFindValidUpdate({QStringLiteral("2.0")});

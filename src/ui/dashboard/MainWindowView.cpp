@@ -7,8 +7,10 @@
 #include "model/Calendar.h"
 #include "model/Clock.h"
 #include "model/TimeFilter.h"
+#include "platform/WindowChrome.h"
 #include "prefs/PreferencesManager.h"
 #include "state/AppState.h"
+#include "ui/WindowActivation.h"
 #include "ui/controls/AccessibleRole.h"
 #include "ui/controls/FlatButton.h"
 #include "ui/controls/FocusRing.h"
@@ -31,6 +33,8 @@
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace burnwick {
 
@@ -105,6 +109,14 @@ MainWindowView::MainWindowView(Services services)
     showState();
 }
 
+void MainWindowView::decorate() {
+    if (m_services.chrome == nullptr || std::exchange(m_decorated, true))
+        return;
+    m_services.chrome->decorateDashboard(
+        winId(), [this] { Q_EMIT settingsRequested(); }, [this](int height) { leaveTopTo(height, *this); });
+}
+
+/// With the settings button, unless the window's own title bar has it.
 QWidget *MainWindowView::makeHeader() {
     constexpr int height = 28;
     constexpr int logoSize = 24;
@@ -116,6 +128,8 @@ QWidget *MainWindowView::makeHeader() {
     line->addWidget(makeLogo(logoSize));
     line->addWidget(new TextLabel(QStringLiteral("Burnwick"), TextStyle::figure));
     line->addStretch();
+    if (m_services.chrome != nullptr)
+        return header;
     auto *settings =
         new IconButton(QStringLiteral(":/burnwick/icons/settings-symbolic.svg"), QStringLiteral("Settings"));
     connect(settings, &QAbstractButton::clicked, this, &MainWindowView::settingsRequested);
@@ -219,6 +233,7 @@ void MainWindowView::showEvent(QShowEvent *event) {
     followTime();
     m_ticks.start();
     QWidget::showEvent(event);
+    decorate();
 }
 
 void MainWindowView::hideEvent(QHideEvent *event) {

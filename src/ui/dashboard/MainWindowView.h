@@ -22,6 +22,7 @@ class ModelsTab;
 class OverviewTab;
 class PreferencesManager;
 class TextLabel;
+class WindowChrome;
 
 /// The dashboard's content. Follows the state always, and the time while it is visible. Main thread only.
 class MainWindowView final : public QWidget {
@@ -34,6 +35,7 @@ public:
         const PreferencesManager &preferences;
         const Clock &clock;
         Scheduler &scheduler;
+        WindowChrome *chrome = nullptr; ///< null where the window manager decorates windows
     };
 
     explicit MainWindowView(Services services);
@@ -51,6 +53,7 @@ private:
     [[nodiscard]] QWidget *makeTabBar();
     [[nodiscard]] QWidget *makeBody();
     void addShortcuts();
+    void decorate();
     void setDense(bool dense);
     void selectTab(int tab);
     void refreshQuota();
@@ -70,6 +73,7 @@ private:
     AccountBar *m_accountBar;
     TextLabel *m_updated;
     std::optional<bool> m_dense;
+    bool m_decorated = false;
     StateSubscription m_subscription;
     MinuteTicks m_ticks;
 };

@@ -18,6 +18,7 @@
 #include "ui/theme/QuietStyle.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QScreen>
 #include <QScrollArea>
@@ -103,14 +104,23 @@ QWidget *SettingsView::makeCards() {
     };
     Switch *launch = makeSwitch("Launch at startup",
                                 {&P::launchAtStartup, &P::setLaunchAtStartup, &P::launchAtStartupChanged});
-    launch->setOn(m_services.loginItem.isRegistered());
-    connect(launch, &Switch::flipped, this, [this, launch](bool on) {
+    SettingsRow *launchRow = rowOf(launch);
+    const auto showLaunch = [this, launch, launchRow] {
+        const LoginItemState state = m_services.loginItem.state();
+        launch->setOn(state != LoginItemState::off);
+        launchRow->setLabel(state == LoginItemState::requiresApproval
+                                ? QStringLiteral("Launch at startup: allow it in the system's settings")
+                                : launch->accessibleName());
+    };
+    showLaunch();
+    m_showLaunch = showLaunch;
+    connect(launch, &Switch::flipped, this, [this, showLaunch](bool on) {
         registerAtDesktop(on);
-        launch->setOn(m_services.loginItem.isRegistered());
+        showLaunch();
     });
     auto *permission = new NotificationPermission(m_services.notifications, m_services.desktop);
 
-    add({rowOf(launch), new UpdateRow(m_services.updates)});
+    add({launchRow, new UpdateRow(m_services.updates)});
     add({rowOf(makePicker<Theme>("Theme", allThemes, {&P::theme, &P::setTheme, &P::themeChanged}))});
     add({rowOf(makeSwitch("Auto-refresh quota data",
                           {&P::autoRefreshQuota, &P::setAutoRefreshQuota, &P::autoRefreshQuotaChanged})),
@@ -182,7 +192,14 @@ SettingsRow *SettingsView::makeFeedbackRow() {
 void SettingsView::registerAtDesktop(bool on) {
     LoginItem &item = m_services.loginItem;
     static_cast<void>(on ? item.registerItem() : item.unregisterItem());
-    m_services.preferences.setLaunchAtStartup(item.isRegistered());
+    m_services.preferences.setLaunchAtStartup(item.state() != LoginItemState::off);
+}
+
+void SettingsView::changeEvent(QEvent *event) {
+    // The user may come back from the system's settings.
+    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        m_showLaunch();
+    QWidget::changeEvent(event);
 }
 
 void SettingsView::addShortcuts() {

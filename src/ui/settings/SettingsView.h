@@ -16,6 +16,7 @@ class NotificationCenter;
 class PreferencesManager;
 class SegmentedPicker;
 class Switch;
+class WindowChrome;
 
 /// The preferences' controls. Each control writes to the preferences at once and follows them. Main thread
 /// only.
@@ -32,6 +33,7 @@ public:
         UpdateRow::Services updates;
         QUrl feedbackURL;
         std::function<bool()> reducedMotion;
+        WindowChrome *chrome = nullptr; ///< null where the window manager decorates windows
     };
 
     explicit SettingsView(Services services);
@@ -39,6 +41,9 @@ public:
     /// Limits the window's height to the screen's room. Called by the view itself for the screen that shows
     /// it.
     void fitTo(const QScreen &screen);
+
+protected:
+    void changeEvent(QEvent *event) override;
 
 private:
     template <typename Value>
@@ -60,6 +65,7 @@ private:
     void addShortcuts();
 
     Services m_services;
+    std::function<void()> m_showLaunch; ///< shows the login item's state
 };
 
 } // namespace burnwick

@@ -2,11 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "ui/settings/SettingsWindowController.h"
 
+#include "platform/WindowChrome.h"
 #include "ui/WindowActivation.h"
 #include "ui/controls/SvgIcon.h"
 #include "ui/layout/ScreenRoom.h"
 
 #include <QGuiApplication>
+#include <QPointer>
 #include <QScreen>
 #include <QWindow>
 
@@ -31,7 +33,8 @@ SettingsWindowController::SettingsWindowController(SettingsView::Services servic
 SettingsWindowController::~SettingsWindowController() = default;
 
 void SettingsWindowController::show(const std::string &activationToken) {
-    if (!m_window || !m_window->isVisible()) {
+    const bool isNew = !m_window || !m_window->isVisible();
+    if (isNew) {
         m_window.reset(); // first, because NotificationPermission allows one instance
         m_window = std::make_unique<SettingsView>(m_services);
         m_window->setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
@@ -48,6 +51,12 @@ void SettingsWindowController::show(const std::string &activationToken) {
         }
     }
     bringToFront(*m_window, activationToken);
+    if (isNew && m_services.chrome != nullptr)
+        m_services.chrome->decorateSettings(m_window->winId(),
+                                            [window = QPointer(m_window.get())](int height) {
+                                                if (window)
+                                                    leaveTopTo(height, *window);
+                                            });
 }
 
 } // namespace burnwick

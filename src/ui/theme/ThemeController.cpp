@@ -18,11 +18,16 @@ namespace burnwick {
 ThemeController::ThemeController(const PreferencesManager &preferences, DesktopAppearance &desktop,
                                  Scheduler &scheduler)
     : m_preferences(preferences)
+    , m_desktop(desktop)
     , m_platformScheme(schemeOf(QApplication::palette()))
     , m_settled(preferences.theme() != Theme::system) {
     QApplication::setStyle(new QuietStyle); // which becomes its owner
+    impose();
     apply();
-    connect(&preferences, &PreferencesManager::themeChanged, this, &ThemeController::apply);
+    connect(&preferences, &PreferencesManager::themeChanged, this, [this] {
+        impose();
+        apply();
+    });
     // The event loop delivers the desktop's answer, and starts after the first reading of the logs, which may
     // take longer than the deadline.
     const auto startDeadline = [this, &scheduler] {
@@ -54,6 +59,14 @@ ColorScheme ThemeController::currentScheme() const {
     if (theme == Theme::dark || (follows && m_wishes.colors == Colors::dark))
         return ColorScheme::dark;
     return m_platformScheme;
+}
+
+void ThemeController::impose() {
+    using Colors = AppearanceWishes::Colors;
+    const Theme theme = m_preferences.theme();
+    m_desktop.impose(theme == Theme::light  ? Colors::light
+                     : theme == Theme::dark ? Colors::dark
+                                            : Colors::noPreference);
 }
 
 void ThemeController::apply() {

@@ -43,10 +43,12 @@ Q_SIGNALS:
 private:
     void take(const AppearanceWishes &wishes);
     [[nodiscard]] ColorScheme currentScheme() const;
+    void impose();
     void apply();
     void settle();
 
     const PreferencesManager &m_preferences;
+    DesktopAppearance &m_desktop;
     const ColorScheme m_platformScheme;
     AppearanceWishes m_wishes;
     std::optional<ColorScheme> m_scheme;

@@ -56,6 +56,7 @@ class LinuxDesktopAppearance final : public QObject, public DesktopAppearance {
 
 public:
     void follow(Handler handler) override;
+    void impose(AppearanceWishes::Colors) override {}
 
 private:
     void readAll();

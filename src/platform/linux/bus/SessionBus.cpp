@@ -95,7 +95,7 @@ QFuture<Bus> connectToBus(const QString &address, const QString &name) {
 
 /// Blocks, because Qt itself may call the bus in the constructor of the application object (under Plasma it
 /// does), and a connection that hangs blocks all others of the process.
-void platform::disableUnresponsiveBus() {
+void disableUnresponsiveBus() {
     if (!isSilentBus(sessionBusAddress(), silentBusLimit))
         return;
     qCWarning(busLog, "The session bus does not answer and is done without until the next start: no status "

@@ -23,6 +23,11 @@ namespace burnwick {
 /// The limit of this program's calls of isSilentBus().
 inline constexpr std::chrono::seconds silentBusLimit{2};
 
+/// Disables the session bus for this process when the bus does not respond: calls would block for long or
+/// without limit. Takes a few milliseconds, or `silentBusLimit` when the bus does not respond. Call it before
+/// the application object exists, and before this process uses any of the desktop's services.
+void disableUnresponsiveBus();
+
 /// Returns a working connection of that name: the present one at once, or a new one, which is made on another
 /// thread. Absent when the address is empty, and when the bus rejects the connection or is silent for
 /// `silentBusLimit`; the next call tries again.

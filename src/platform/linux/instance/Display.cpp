@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "platform/Platform.h"
+#include "platform/linux/instance/Display.h"
 
 #include <QtCore/QByteArrayList>
 
@@ -58,7 +58,7 @@ bool canBeUsed(const QByteArray &platform, std::shared_ptr<void> &connection) {
 
 } // namespace
 
-platform::DisplayTrial platform::tryDisplay() {
+DisplayTrial tryDisplay() {
     DisplayTrial trial;
     const auto usable = [&trial](const QByteArray &name) { return canBeUsed(name, trial.connection); };
     const QByteArrayList chosen = qgetenv("QT_QPA_PLATFORM").split(';');

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/login/AutostartLoginItem.h"
 
-#include "files/WholeFile.h"
 #include "platform/Platform.h"
+#include "platform/linux/files/WholeFile.h"
 #include "platform/linux/login/AutostartEntry.h"
 
 #include <QtCore/QCoreApplication>
@@ -40,8 +40,8 @@ AutostartLoginItem::AutostartLoginItem(const fs::path &folder, QString program)
     : m_file(folder / "burnwick.desktop")
     , m_program(std::move(program)) {}
 
-bool AutostartLoginItem::isRegistered() const {
-    return startsAtLogin(entry().value_or(""));
+LoginItemState AutostartLoginItem::state() const {
+    return startsAtLogin(entry().value_or("")) ? LoginItemState::on : LoginItemState::off;
 }
 
 std::optional<LoginItemFailure> AutostartLoginItem::registerItem() {

@@ -27,7 +27,7 @@ public:
     /// `program` is a path or a name, as programNameForEntry() returns it. The folder need not exist.
     AutostartLoginItem(const std::filesystem::path &folder, QString program);
 
-    [[nodiscard]] bool isRegistered() const override;
+    [[nodiscard]] LoginItemState state() const override;
     [[nodiscard]] std::optional<LoginItemFailure> registerItem() override;
     [[nodiscard]] std::optional<LoginItemFailure> unregisterItem() override;
     [[nodiscard]] std::optional<LoginItemFailure> restoreChoice(bool on) override;

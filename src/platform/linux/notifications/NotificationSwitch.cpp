@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/notifications/NotificationSwitch.h"
 
-#include "files/WholeFile.h"
+#include "platform/linux/files/WholeFile.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QProcess>

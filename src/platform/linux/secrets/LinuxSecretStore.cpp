@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/secrets/LinuxSecretStore.h"
 
-#include "files/WholeFile.h"
 #include "platform/Platform.h"
+#include "platform/linux/files/WholeFile.h"
 #include "platform/linux/secrets/SecretService.h"
 
 #include <QtCore/QDeadlineTimer>

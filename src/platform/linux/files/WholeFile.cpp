@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "files/WholeFile.h"
+#include "platform/linux/files/WholeFile.h"
 
 #include <QtCore/QRandomGenerator>
 

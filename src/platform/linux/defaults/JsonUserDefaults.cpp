@@ -1,22 +1,26 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "prefs/UserDefaults.h"
+#include "platform/linux/defaults/JsonUserDefaults.h"
 
-#include <QDateTime>
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QJsonDocument>
-#include <QLoggingCategory>
-#include <QSaveFile>
-#include <QStandardPaths>
+#include "platform/Platform.h"
+
+#include <QtCore/QDateTime>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QLoggingCategory>
+#include <QtCore/QSaveFile>
+#include <QtCore/QStandardPaths>
 
 #include <cerrno>
 #include <chrono>
 #include <filesystem>
+#include <memory>
 #include <system_error>
 #include <thread>
 #include <utility>
+#include <variant>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -129,7 +133,7 @@ QString writeFile(const QString &path, const QJsonObject &values) {
 
 } // namespace
 
-UserDefaults::UserDefaults(QString path, Access access)
+JsonUserDefaults::JsonUserDefaults(QString path, Access access)
     : m_path(std::move(path))
     , m_access(access) {
     const QString file = followLinks(m_path);
@@ -146,18 +150,28 @@ UserDefaults::UserDefaults(QString path, Access access)
         report(contents.problem);
 }
 
-QString UserDefaults::defaultPath() {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
-           QStringLiteral("/burnwick/burnwick.json");
+std::optional<UserDefaults::Value> JsonUserDefaults::value(const QString &key) const {
+    const QJsonValue value = m_values.value(key);
+    if (value.isBool())
+        return value.toBool();
+    if (value.isString())
+        return value.toString();
+    if (!value.isDouble())
+        return std::nullopt;
+    // Only an integer ignores both defaults.
+    if (value.toInteger(0) == value.toInteger(1))
+        return value.toInteger();
+    return value.toDouble();
 }
 
-void UserDefaults::change(const QString &key, const QJsonValue &value) {
-    m_unsaved.insert(key, value);
-    m_values.insert(key, value);
+void JsonUserDefaults::setValue(const QString &key, const Value &value) {
+    const QJsonValue json = std::visit([](const auto &stored) { return QJsonValue(stored); }, value);
+    m_unsaved.insert(key, json);
+    m_values.insert(key, json);
     save();
 }
 
-void UserDefaults::save() {
+void JsonUserDefaults::save() {
     if (m_access == Access::readOnly)
         return;
     const QString file = followLinks(m_path);
@@ -184,7 +198,7 @@ void UserDefaults::save() {
 }
 
 /// Returns false when the file cannot be renamed and so must not be overwritten.
-bool UserDefaults::setAside(const QString &file, const QString &problem) {
+bool JsonUserDefaults::setAside(const QString &file, const QString &problem) {
     const QString name = file + QStringLiteral(".corrupt-") +
                          QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMdd'T'HHmmss'Z'"));
     QString free = name;
@@ -200,11 +214,19 @@ bool UserDefaults::setAside(const QString &file, const QString &problem) {
 }
 
 /// Logs a problem once, because every write encounters it again.
-void UserDefaults::report(const QString &problem) {
+void JsonUserDefaults::report(const QString &problem) {
     if (problem == m_reported)
         return;
     m_reported = problem;
     qCWarning(defaultsLog).noquote() << "Settings are kept in memory only:" << m_path + u':' << problem;
+}
+
+/// $XDG_CONFIG_HOME/burnwick/burnwick.json
+std::unique_ptr<UserDefaults> platform::makeUserDefaults(UserDefaults::Access access) {
+    return std::make_unique<JsonUserDefaults>(
+        QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+            QStringLiteral("/burnwick/burnwick.json"),
+        access);
 }
 
 } // namespace burnwick

@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "platform/Platform.h"
+#include "platform/linux/bus/SessionBus.h"
+#include "platform/linux/instance/Display.h"
 
 #include <QtGui/QGuiApplication>
 
@@ -10,6 +12,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include <xcb/xcb.h>
 
@@ -68,23 +71,45 @@ void broadcast(xcb_connection_t *connection, std::string_view text) {
     xcb_flush(connection);
 }
 
+class LinuxApplicationStartup final : public ApplicationStartup {
+public:
+    std::optional<std::string> prepare() override {
+        DisplayTrial trial = tryDisplay();
+        if (!trial.fault.empty())
+            return trial.fault;
+        m_displayConnection = std::move(trial.connection);
+        disableUnresponsiveBus();
+        // Qt removes a part of it.
+        m_activation = {qgetenv(tokenVariable).toStdString(), qgetenv(startupIdVariable).toStdString()};
+        return std::nullopt;
+    }
+
+    StartupActivation begin() override {
+        m_displayConnection.reset();
+        // Programs started by this one must not inherit it.
+        qunsetenv(tokenVariable);
+        qunsetenv(startupIdVariable);
+        return m_activation;
+    }
+
+    /// X11's desktops would show a busy pointer for a while.
+    void endWithoutWindow() override {
+        const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+        // The offscreen platform has the interface and no connection.
+        xcb_connection_t *const connection = x11 != nullptr ? x11->connection() : nullptr;
+        if (connection != nullptr && !m_activation.startupId.empty())
+            broadcast(connection, removalOf(m_activation.startupId));
+    }
+
+private:
+    std::shared_ptr<void> m_displayConnection;
+    StartupActivation m_activation;
+};
+
 } // namespace
 
-StartupActivation platform::startupActivation() {
-    return {qgetenv(tokenVariable).toStdString(), qgetenv(startupIdVariable).toStdString()};
-}
-
-void platform::forgetStartupActivation() {
-    qunsetenv(tokenVariable);
-    qunsetenv(startupIdVariable);
-}
-
-void platform::concludeStartup(const StartupActivation &activation) {
-    const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    // The offscreen platform has the interface and no connection.
-    xcb_connection_t *const connection = x11 != nullptr ? x11->connection() : nullptr;
-    if (connection != nullptr && !activation.startupId.empty())
-        broadcast(connection, removalOf(activation.startupId));
+std::unique_ptr<ApplicationStartup> platform::makeApplicationStartup() {
+    return std::make_unique<LinuxApplicationStartup>();
 }
 
 } // namespace burnwick

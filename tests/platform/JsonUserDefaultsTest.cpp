@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "prefs/UserDefaults.h"
+#include "platform/linux/defaults/JsonUserDefaults.h"
+#include "async/StoppableThread.h"
 
 #include "prefs/SettingsFile.h"
 #include "support/EnvironmentVariable.h"
@@ -42,10 +43,10 @@ QJsonObject object(const char *json) {
     return QJsonDocument::fromJson(json).object();
 }
 
-TEST(UserDefaults, AWriteChangesOnlyItsKeyAndKeepsEdits) {
+TEST(JsonUserDefaults, AWriteChangesOnlyItsKeyAndKeepsEdits) {
     const test::SettingsFile file;
     file.write(R"({"a": "old", "b": "old", "future": {"list": [1, 2.5, null]}, "big": 9223372036854775807})");
-    UserDefaults defaults(file.path);
+    JsonUserDefaults defaults(file.path);
     file.write(R"({"a": "old", "c": "edit", "future": {"list": [3]}, "big": 9223372036854775807})");
     defaults.set(a, QStringLiteral("new"));
     EXPECT_EQ(file.values(),
@@ -59,7 +60,7 @@ TEST(UserDefaults, AWriteChangesOnlyItsKeyAndKeepsEdits) {
     EXPECT_EQ(file.values(), object(R"({"a": "edited", "b": true, "future": 1})"));
 }
 
-TEST(UserDefaults, ConcurrentWritersKeepEachOthersValues) {
+TEST(JsonUserDefaults, ConcurrentWritersKeepEachOthersValues) {
     constexpr int writers = 4;
     constexpr int keysOfEach = 10;
     // In memory where possible: on a slow disk one writer may hold the lock for longer than others wait.
@@ -68,10 +69,10 @@ TEST(UserDefaults, ConcurrentWritersKeepEachOthersValues) {
     const test::SettingsFile file;
     {
         // Each has its own store, and so its own lock like another process.
-        std::vector<std::jthread> threads;
+        std::vector<StoppableThread> threads;
         for (int writer = 0; writer < writers; ++writer) {
             threads.emplace_back([&file, writer] {
-                UserDefaults defaults(file.path);
+                JsonUserDefaults defaults(file.path);
                 for (int key = 0; key < keysOfEach; ++key)
                     defaults.set(QStringLiteral("%1-%2").arg(writer).arg(key), true);
             });
@@ -81,21 +82,21 @@ TEST(UserDefaults, ConcurrentWritersKeepEachOthersValues) {
     EXPECT_EQ(file.names(), QStringList(QStringLiteral("burnwick.json")));
 }
 
-TEST(UserDefaults, WritesWithoutALockThatIsNeverReleased) {
+TEST(JsonUserDefaults, WritesWithoutALockThatIsNeverReleased) {
     const test::SettingsFile file;
     file.write("{}");
     const int folder = open(file.folder.c_str(), O_RDONLY | O_DIRECTORY);
     ASSERT_EQ(flock(folder, LOCK_EX), 0);
-    UserDefaults(file.path).set(a, true);
+    JsonUserDefaults(file.path).set(a, true);
     EXPECT_EQ(file.values(), object(R"({"a": true})"));
     close(folder);
 }
 
-TEST(UserDefaults, ChangesReplaceTheFileByOneForTheOwnerAlone) {
+TEST(JsonUserDefaults, ChangesReplaceTheFileByOneForTheOwnerAlone) {
     const test::SettingsFile file;
     const fs::path path = file.path.toStdString();
     const mode_t before = umask(0);
-    UserDefaults defaults(file.path);
+    JsonUserDefaults defaults(file.path);
     defaults.set(a, true);
     EXPECT_EQ(statusOf(file.folder).st_mode & 07777, 0700u);
     EXPECT_EQ(statusOf(path).st_mode & 07777, 0600u);
@@ -109,11 +110,11 @@ TEST(UserDefaults, ChangesReplaceTheFileByOneForTheOwnerAlone) {
     umask(before);
 }
 
-TEST(UserDefaults, AFileDamagedMeanwhileIsSetAsideAndAllKnownValuesAreWritten) {
+TEST(JsonUserDefaults, AFileDamagedMeanwhileIsSetAsideAndAllKnownValuesAreWritten) {
     const test::SettingsFile file;
     for (const char *damaged : {"{", "[1]", "oops"}) {
         file.write(R"({"a": 1, "future": [2]})");
-        UserDefaults defaults(file.path);
+        JsonUserDefaults defaults(file.path);
         file.write(damaged);
         const test::LogCapture log;
         defaults.set(b, qint64(3));
@@ -124,18 +125,18 @@ TEST(UserDefaults, AFileDamagedMeanwhileIsSetAsideAndAllKnownValuesAreWritten) {
     EXPECT_EQ(file.names().filter(name).size(), 3) << "one of the same second was replaced";
 }
 
-TEST(UserDefaults, ReadOnlyAccessKeepsChangesInMemory) {
+TEST(JsonUserDefaults, ReadOnlyAccessKeepsChangesInMemory) {
     const test::SettingsFile file;
-    UserDefaults(file.path, UserDefaults::Access::readOnly).set(a, true);
+    JsonUserDefaults(file.path, UserDefaults::Access::readOnly).set(a, true);
     EXPECT_FALSE(fs::exists(file.folder));
     file.write(R"({"b":1})");
-    UserDefaults defaults(file.path, UserDefaults::Access::readOnly);
+    JsonUserDefaults defaults(file.path, UserDefaults::Access::readOnly);
     defaults.set(a, true);
     EXPECT_EQ(defaults.get<bool>(a), true);
     EXPECT_EQ(file.bytes(), R"({"b":1})");
 }
 
-TEST(UserDefaults, AnUnreadableFileIsLeftAloneAndLoggedOnce) {
+TEST(JsonUserDefaults, AnUnreadableFileIsLeftAloneAndLoggedOnce) {
     const struct {
         const char *what;
         int (*make)(const char *path);
@@ -156,7 +157,7 @@ TEST(UserDefaults, AnUnreadableFileIsLeftAloneAndLoggedOnce) {
         ASSERT_EQ(row.make(path.c_str()), 0);
         const ino_t inode = statusOf(path).st_ino;
         const test::LogCapture log;
-        UserDefaults defaults(file.path);
+        JsonUserDefaults defaults(file.path);
         EXPECT_EQ(log.lines().size(), 1);
         defaults.set(a, true);
         defaults.set(b, qint64(2));
@@ -172,11 +173,11 @@ TEST(UserDefaults, AnUnreadableFileIsLeftAloneAndLoggedOnce) {
     }
 }
 
-TEST(UserDefaults, WithoutAFolderChangesStayInMemory) {
+TEST(JsonUserDefaults, WithoutAFolderChangesStayInMemory) {
     const test::SettingsFile file;
     test::writeFile(file.folder, "a file in the folder's place");
     const test::LogCapture log;
-    UserDefaults defaults(file.path);
+    JsonUserDefaults defaults(file.path);
     defaults.set(a, true);
     defaults.set(b, true);
     EXPECT_EQ(log.lines().size(), 1);
@@ -185,7 +186,7 @@ TEST(UserDefaults, WithoutAFolderChangesStayInMemory) {
     EXPECT_EQ(file.values(), object(R"({"a": true, "b": true, "c": true})"));
 }
 
-TEST(UserDefaults, LinksStayAlsoToAMissingOrDamagedFile) {
+TEST(JsonUserDefaults, LinksStayAlsoToAMissingOrDamagedFile) {
     const test::SettingsFile file;
     const fs::path target = file.directory.path() / "dotfiles/burnwick.json";
     fs::create_directories(file.folder);
@@ -194,7 +195,7 @@ TEST(UserDefaults, LinksStayAlsoToAMissingOrDamagedFile) {
     for (const bool isMissing : {true, false}) {
         if (!isMissing)
             test::writeFile(target, "damaged");
-        UserDefaults(file.path).set(a, isMissing);
+        JsonUserDefaults(file.path).set(a, isMissing);
         EXPECT_EQ(QJsonDocument::fromJson(QByteArray::fromStdString(test::bytesOf(target))).object(),
                   (QJsonObject{{a, isMissing}}));
         EXPECT_TRUE(QFileInfo(file.path).isSymLink());
