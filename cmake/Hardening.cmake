@@ -14,5 +14,7 @@ if(CMAKE_BUILD_TYPE STREQUAL "Release")
             add_compile_options(${flag})
         endif()
     endforeach()
-    add_link_options(-Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)
+    if(NOT APPLE) # where these are the default
+        add_link_options(-Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)
+    endif()
 endif()

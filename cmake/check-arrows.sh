@@ -14,7 +14,7 @@ named() { # "FOLDER USED" for each name behind USES, and for what programs use
 }
 
 included() { # "FOLDER USED" for each include of another folder's header
-    grep -r --include='*.h' --include='*.cpp' '^#include ".*/' . |
+    grep -r --include='*.h' --include='*.cpp' --include='*.mm' '^#include ".*/' . |
         sed -E 's|^\./(.*)/[^/:]*:#include "(.*)/[^/"]*".*|\1 \2|' | awk '$1 != $2' | sort -u
 }
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "platform/linux/terminal/TerminalCommands.h"
-#include "platform/macos/TerminalScript.h"
+#include "platform/macos/rules/TerminalScript.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "platform/macos/TerminalScript.h"
+#include "platform/macos/rules/TerminalScript.h"
 
 namespace burnwick {
 
