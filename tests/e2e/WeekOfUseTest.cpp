@@ -118,8 +118,10 @@ protected:
         const QByteArray figure = text.mid(text.indexOf("\nAnonymous:") + 11).trimmed();
         return {entriesIn("fd"), entriesIn("task"), figure.split(' ').first().toLongLong()};
     }
-    /// Returns the least needs within a second after an answer, without idle connections and idle threads.
-    Needs needsAtRest() {
+    /// Returns the least needs within a second after an answer, without idle connections and idle threads;
+    /// waits longer for the threads and descriptors of an earlier call, because a busy machine ends threads
+    /// late.
+    Needs needsAtRest(const std::optional<Needs> &earlier = {}) {
         m_server.script("/api/oauth/usage", {usage(42, stamp(2h))});
         EXPECT_TRUE(passUntilRequest(5min));
         EXPECT_TRUE(shows42());
@@ -133,9 +135,10 @@ protected:
                 least.descriptors = std::min(least.descriptors, now.descriptors);
                 least.threads = std::min(least.threads, now.threads);
                 least.kilobytes = std::min(least.kilobytes, now.kilobytes);
-                return false;
+                return earlier && least.descriptors <= earlier->descriptors &&
+                       least.threads <= earlier->threads && least.kilobytes <= earlier->kilobytes;
             },
-            1s));
+            earlier ? 5s : 1s));
         return least;
     }
 
@@ -163,7 +166,7 @@ TEST_F(WeekOfUseTest, NeedsNoMoreAtItsEndThanAfterItsFirstHour) {
         const bool isNight = step % 16 == 0;
         ASSERT_TRUE(passUntilRequest(isNight ? 9h : 1h)) << "no request after step " << step;
     }
-    const Needs last = needsAtRest();
+    const Needs last = needsAtRest(first);
     SCOPED_TRACE("first " + testing::PrintToString(first) + "; last " + testing::PrintToString(last));
     ASSERT_GT(first.descriptors, 3);
     EXPECT_LE(last.descriptors, first.descriptors);

@@ -1,6 +1,5 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "platform/WindowChrome.h"
 #include "support/PaintCount.h"
 #include "support/Screens.h"
 #include "support/VisibleControls.h"
@@ -16,7 +15,6 @@
 #include <QApplication>
 #include <QFontDatabase>
 #include <QScrollBar>
-#include <QSignalSpy>
 #include <QTest>
 
 #include <algorithm>
@@ -62,41 +60,6 @@ protected:
 
     std::optional<MainWindowView> m_window;
 };
-
-/// A system whose title bars cover the windows' contents.
-class FakeWindowChrome final : public WindowChrome {
-public:
-    void decorateDashboard(std::uintptr_t, std::function<void()> open, HeightHandler onHeight) override {
-        openSettings = std::move(open);
-        onHeight(titleBarHeight);
-        ++decorations;
-    }
-    void decorateSettings(std::uintptr_t, HeightHandler) override {}
-
-    static constexpr int titleBarHeight = 52;
-    std::function<void()> openSettings;
-    int decorations = 0;
-};
-
-TEST_F(DashboardTest, ContentsBeginBelowASystemsTitleBarThatHasTheSettingsButton) {
-    const auto top = [this] { return m_window->findChild<FittedArea *>()->mapTo(&*m_window, QPoint()).y(); };
-    open();
-    EXPECT_NE(test::findIn(*m_window, QAccessible::Button, "Settings"), nullptr);
-    const int without = top();
-    FakeWindowChrome chrome;
-    auto services = windowServices();
-    services.chrome = &chrome;
-    m_window.emplace(services).show();
-    QCoreApplication::processEvents();
-    EXPECT_EQ(test::findIn(*m_window, QAccessible::Button, "Settings"), nullptr);
-    EXPECT_EQ(top(), without + FakeWindowChrome::titleBarHeight);
-    QSignalSpy requested(&*m_window, &MainWindowView::settingsRequested);
-    chrome.openSettings();
-    EXPECT_EQ(requested.size(), 1);
-    m_window->hide();
-    m_window->show();
-    EXPECT_EQ(chrome.decorations, 1);
-}
 
 class DashboardSceneTest : public DashboardTest, public testing::WithParamInterface<test::DashboardScene> {};
 

@@ -100,11 +100,8 @@ TEST_F(SettingsViewTest, LaunchAtStartupShowsTheDesktopsStateAndKeepsTheUsersEnt
 }
 
 TEST_F(SettingsViewTest, AnItemThatRequiresApprovalShowsAHintUntilItIsAllowed) {
-    class ItemWithApproval final : public LoginItem {
-    public:
+    struct ItemWithApproval final : LoginItem {
         LoginItemState current = LoginItemState::requiresApproval;
-
-    private:
         LoginItemState state() const override { return current; }
         std::optional<LoginItemFailure> registerItem() override { return std::nullopt; }
         std::optional<LoginItemFailure> unregisterItem() override { return std::nullopt; }
