@@ -113,13 +113,14 @@ TEST_F(SettingsViewTest, AnItemThatRequiresApprovalShowsAHintUntilItIsAllowed) {
                                         services.updates, services.feedbackURL, services.reducedMotion})
         .show();
     EXPECT_TRUE(isOn(checkBox, launch));
-    EXPECT_TRUE(shows("Launch at startup: allow it in the system's settings"));
+    constexpr const char *hint = "Launch at startup: allow it in the system's settings";
+    EXPECT_TRUE(shows(hint));
     item.current = LoginItemState::on;
     QWidget other;
     other.show();
     other.activateWindow();
     m_view->activateWindow();
-    EXPECT_TRUE(waitForText(launch));
+    EXPECT_TRUE(waitFor([this] { return !shows(hint); }));
 }
 
 TEST_F(SettingsViewTest, LaunchAtStartupFlipsBackWhenTheDesktopRefuses) {
