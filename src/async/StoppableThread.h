@@ -37,9 +37,7 @@ public:
                 run();
         });
     }
-    StoppableThread(StoppableThread &&other) noexcept
-        : m_stop(other.m_stop)
-        , m_thread(std::move(other.m_thread)) {}
+    StoppableThread(StoppableThread &&other) noexcept { *this = std::move(other); }
     StoppableThread &operator=(StoppableThread &&other) noexcept {
         end();
         m_stop = other.m_stop;
