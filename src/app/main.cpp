@@ -75,12 +75,12 @@ int main(int argc, char **argv) {
     // Before the application object, which needs a display.
     if (const auto information = burnwick::informationAskedFor(burnwick::toStringList(argc, argv))) {
         std::cout << information->toStdString();
-        return burnwick::exitSuccess;
+        return process.end(burnwick::exitSuccess);
     }
     const auto startup = burnwick::platform::makeApplicationStartup();
     if (const auto fault = startup->prepare()) {
         std::cerr << "burnwick: " << *fault << " In a terminal burnwick-report prints the figures.\n";
-        return burnwick::exitFailure;
+        return process.end(burnwick::exitFailure);
     }
     QApplication application(argc, argv);
     const burnwick::StartupActivation activation = startup->begin();
@@ -89,7 +89,7 @@ int main(int argc, char **argv) {
     const auto options = burnwick::parseStartOptions(QApplication::arguments());
     if (const auto *wrong = std::get_if<burnwick::WrongStart>(&options)) {
         std::cerr << "burnwick: " << wrong->reason.toStdString() << " See burnwick --help.\n";
-        return burnwick::exitWrongOptions;
+        return process.end(burnwick::exitWrongOptions);
     }
     const auto &start = std::get<burnwick::StartOptions>(options);
     return process.end(burnwick::run(*startup, {start.action, activation}, start.newInstance));

@@ -13,14 +13,14 @@ void runDetachedThread(std::function<void()> work);
 
 /// The first object in main(), for the process's whole life.
 ///
-/// A crash leaves no core dump behind, which would contain the user's tokens. After main() has returned, no
-/// static object is destroyed while a detached thread works: libraries would block there until its end.
+/// A crash leaves no core dump behind, which would contain the user's tokens. After end(), no static object
+/// is destroyed while a detached thread works: libraries would block there until its end.
 class ProcessScope final {
 public:
     ProcessScope();
-    ~ProcessScope();
     /// Returns the status, for main() to return it; while a detached thread works, ends the process with it
-    /// instead. Call it before the application object is destroyed, on whose resources libraries depend.
+    /// instead. main() returns each status by this function, before it destroys the application object, on
+    /// whose resources libraries depend.
     [[nodiscard]] int end(int status) const;
     ProcessScope(const ProcessScope &) = delete;
     ProcessScope &operator=(const ProcessScope &) = delete;

@@ -133,9 +133,9 @@ int run(int argumentCount, char *arguments[]) {
 int main(int argc, char *argv[]) {
     const burnwick::platform::ProcessScope process;
     try {
-        return burnwick::run(argc, argv);
+        return process.end(burnwick::run(argc, argv));
     } catch (const std::exception &error) {
         burnwick::complain(error.what());
-        return burnwick::exitFailure;
+        return process.end(burnwick::exitFailure);
     }
 }

@@ -4,7 +4,6 @@
 
 #include <atomic>
 #include <cstdio>
-#include <cstdlib>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -17,13 +16,6 @@ namespace burnwick::platform {
 namespace {
 
 std::atomic<int> workingThreads = 0;
-
-void endAtOnceIfThreadsWork(int status, void *) {
-    if (workingThreads == 0)
-        return;
-    std::fflush(nullptr);
-    ::_exit(status);
-}
 
 } // namespace
 
@@ -50,13 +42,11 @@ ProcessScope::ProcessScope() {
 }
 
 int ProcessScope::end(int status) const {
-    endAtOnceIfThreadsWork(status, nullptr);
+    if (workingThreads != 0) {
+        std::fflush(nullptr);
+        ::_exit(status);
+    }
     return status;
-}
-
-ProcessScope::~ProcessScope() {
-    // Exit handlers run in reverse order: this one runs before the destructors of static objects.
-    static_cast<void>(::on_exit(endAtOnceIfThreadsWork, nullptr));
 }
 
 } // namespace burnwick::platform
