@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <optional>
 
 namespace burnwick {
 namespace {
@@ -32,28 +31,20 @@ TEST(MacLoginItemRules, AnEarlierChoiceIsAppliedUnlessTheUserSwitchedTheItemOffE
     }
 }
 
-TEST(MacLoginItemRules, AStepThatIsDoneAlreadyOrWaitsForApprovalIsNoFailure) {
-    constexpr long notFound = 6;
-    constexpr long deniedByUser = 11;
-    constexpr long alreadyRegistered = 12;
+TEST(MacLoginItemRules, AStepSucceedsByTheStatusAfterIt) {
     const struct {
-        Step step;
-        bool succeeded;
-        std::optional<long> code;
-        bool fails;
+        Service after;
+        bool registered, unregistered;
     } rows[] = {
-        {Step::registerItem, true, std::nullopt, false},
-        {Step::registerItem, false, std::nullopt, true},
-        {Step::registerItem, false, deniedByUser, false},
-        {Step::registerItem, false, alreadyRegistered, false},
-        {Step::registerItem, false, notFound, true},
-        {Step::unregisterItem, false, notFound, false},
-        {Step::unregisterItem, false, alreadyRegistered, true},
-        {Step::unregisterItem, false, deniedByUser, true},
+        {Service::notFound, false, true},
+        {Service::notRegistered, false, true},
+        {Service::enabled, true, false},
+        {Service::requiresApproval, true, true},
     };
     for (const auto &row : rows) {
-        const auto failure = failureOf(row.step, row.succeeded, row.code, "why");
-        EXPECT_EQ(failure ? failure->reason : "", row.fails ? "why" : "") << row.code.value_or(0);
+        EXPECT_EQ(hasSucceeded(Step::registerItem, row.after), row.registered);
+        EXPECT_EQ(hasSucceeded(Step::unregisterItem, row.after), row.unregistered);
+        EXPECT_TRUE(hasSucceeded(Step::keep, row.after));
     }
 }
 

@@ -87,8 +87,6 @@ typedef struct {
 + (instancetype)dataWithBytes:(nullable const void *)bytes length:(NSUInteger)length;
 @end
 @interface NSError : NSObject
-@property(readonly) NSInteger code;
-@property(readonly, copy) NSString *domain;
 @property(readonly, copy) NSString *localizedDescription;
 @end
 @interface NSURL : NSObject

@@ -42,16 +42,14 @@ public:
 
 private:
     static std::optional<LoginItemFailure> perform(LoginItemStep step) {
-        if (step == LoginItemStep::keep)
-            return std::nullopt;
         NSError *error = nil;
-        SMAppService *service = SMAppService.mainAppService;
-        const BOOL succeeded = step == LoginItemStep::registerItem
-                                   ? [service registerAndReturnError:&error]
-                                   : [service unregisterAndReturnError:&error];
-        const bool isServices = [error.domain isEqualToString:@"SMAppServiceErrorDomain"];
-        return failureOf(step, succeeded == YES, isServices ? std::optional<long>(error.code) : std::nullopt,
-                         fromNSString(error.localizedDescription));
+        if (step == LoginItemStep::registerItem)
+            [SMAppService.mainAppService registerAndReturnError:&error];
+        else if (step == LoginItemStep::unregisterItem)
+            [SMAppService.mainAppService unregisterAndReturnError:&error];
+        if (hasSucceeded(step, serviceStatus()))
+            return std::nullopt;
+        return LoginItemFailure{fromNSString(error.localizedDescription)};
     }
 };
 

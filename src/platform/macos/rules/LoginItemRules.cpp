@@ -4,15 +4,6 @@
 
 namespace burnwick {
 
-namespace {
-
-// ServiceManagement's constants of these names, with the prefix kSM.
-constexpr long errorJobNotFound = 6;
-constexpr long errorLaunchDeniedByUser = 11;
-constexpr long errorAlreadyRegistered = 12;
-
-} // namespace
-
 LoginItemState stateOf(LoginItemService service) noexcept {
     switch (service) {
     case LoginItemService::enabled:
@@ -35,14 +26,16 @@ LoginItemStep stepToRestore(bool on, LoginItemService service) noexcept {
     return LoginItemStep::keep;
 }
 
-std::optional<LoginItemFailure> failureOf(LoginItemStep step, bool succeeded, std::optional<long> code,
-                                          const std::string &reason) {
-    const bool registers = step == LoginItemStep::registerItem;
-    const bool isDone = registers ? code == errorAlreadyRegistered || code == errorLaunchDeniedByUser
-                                  : code == errorJobNotFound;
-    if (succeeded || isDone)
-        return std::nullopt;
-    return LoginItemFailure{reason};
+bool hasSucceeded(LoginItemStep step, LoginItemService after) noexcept {
+    switch (step) {
+    case LoginItemStep::registerItem:
+        return stateOf(after) != LoginItemState::off;
+    case LoginItemStep::unregisterItem:
+        return stateOf(after) != LoginItemState::on;
+    case LoginItemStep::keep:
+        break;
+    }
+    return true;
 }
 
 } // namespace burnwick

@@ -4,9 +4,6 @@
 
 #include "platform/LoginItem.h"
 
-#include <optional>
-#include <string>
-
 namespace burnwick {
 
 /// The status of the program's login item in the system.
@@ -24,9 +21,8 @@ enum class LoginItemStep { keep, registerItem, unregisterItem };
 /// Returns what applies an earlier choice, and leaves what the user chose in the system's settings.
 [[nodiscard]] LoginItemStep stepToRestore(bool on, LoginItemService service) noexcept;
 
-/// Returns the failure of a step; null when it succeeded, and when the code says that it was already done or
-/// waits for the user's approval. `code` is that of an error of ServiceManagement; null for other errors.
-[[nodiscard]] std::optional<LoginItemFailure> failureOf(LoginItemStep step, bool succeeded,
-                                                        std::optional<long> code, const std::string &reason);
+/// Returns whether a step has succeeded, by the status after it: the system returns errors also for a step
+/// that was done before, or that waits for the user's approval.
+[[nodiscard]] bool hasSucceeded(LoginItemStep step, LoginItemService after) noexcept;
 
 } // namespace burnwick
