@@ -96,7 +96,8 @@ public:
     }
 
     void setAuthorizationChangedHandler(std::function<void()> handler) override {
-        m_delegate->mayHaveChanged = handler ? m_calls.queued(std::move(handler)) : std::function<void()>();
+        // Called at once: a queued call of a replaced handler could follow the end of what it captured.
+        m_delegate->mayHaveChanged = std::move(handler);
     }
 
     void add(const UserNotification &notification,
