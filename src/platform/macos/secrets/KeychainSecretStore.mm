@@ -8,11 +8,14 @@
 #include "platform/macos/foundation/MainThreadCalls.h"
 #include "platform/macos/foundation/Text.h"
 
+#include <functional>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace burnwick {
 
@@ -49,12 +52,21 @@ bool updateItem(const std::string &service, const std::string &blob) {
 /// Generic passwords of the login Keychain. A secret has no place besides its service.
 ///
 /// The system's calls block while the system asks the user for access. Each runs on a detached thread, for
-/// which the program does not wait at its end; one after the other.
+/// which the program does not wait at its end; one after the other. Readings that are requested while one
+/// waits for the user share its answer: otherwise a refusal would be followed by further questions.
 class KeychainSecretStore final : public SecretStore {
 public:
     void read(const std::string &service,
               std::function<void(std::optional<StoredSecret> secret)> answer) override {
-        runInTurn([deliver = m_calls.queued(std::move(answer)), service] { deliver(readItem(service)); });
+        auto &readers = m_readers[service];
+        readers.push_back(m_calls.queued(std::move(answer)));
+        if (readers.size() > 1)
+            return;
+        const auto deliver = m_calls.queued([this, service](const std::optional<StoredSecret> &secret) {
+            for (const auto &reader : std::exchange(m_readers[service], {}))
+                reader(secret);
+        });
+        runInTurn([deliver, service] { deliver(readItem(service)); });
     }
 
     void replace(const std::string &service, const StoredSecret &secret,
@@ -74,6 +86,7 @@ private:
         });
     }
 
+    std::map<std::string, std::vector<std::function<void(std::optional<StoredSecret>)>>> m_readers;
     std::shared_ptr<std::mutex> m_turn = std::make_shared<std::mutex>();
     MainThreadCalls m_calls;
 };
