@@ -34,10 +34,11 @@ extern NSAppearanceName const NSAppearanceNameAqua;
 extern NSAppearanceName const NSAppearanceNameDarkAqua;
 extern NSNotificationName const NSApplicationDidBecomeActiveNotification;
 extern NSNotificationName const NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification;
+extern NSNotificationName const NSWindowDidResizeNotification;
 extern NSNotificationName const NSWorkspaceDidWakeNotification;
 extern NSToolbarItemIdentifier const NSToolbarFlexibleSpaceItemIdentifier;
 }
-typedef NS_ENUM(NSUInteger, NSCellImagePosition) { NSImageLeft = 2 };
+typedef NS_ENUM(NSUInteger, NSCellImagePosition) { NSImageOnly = 1, NSImageLeft = 2 };
 typedef NS_ENUM(NSUInteger, NSImageScaling) { NSImageScaleProportionallyDown = 0 };
 typedef NS_ENUM(NSUInteger, NSBezelStyle) { NSBezelStyleTexturedRounded = 11 };
 typedef NS_ENUM(NSUInteger, NSWindowButton) { NSWindowCloseButton = 0, NSWindowMiniaturizeButton = 1, NSWindowZoomButton = 2 };
@@ -69,6 +70,7 @@ typedef NS_OPTIONS(NSUInteger, NSWindowCollectionBehavior) { NSWindowCollectionB
 - (void)setFrameOrigin:(NSPoint)origin;
 @end
 @interface NSButton : NSView
+@property(copy) NSString *title;
 @property(nullable, strong) NSImage *image;
 @property NSCellImagePosition imagePosition;
 @property NSImageScaling imageScaling;

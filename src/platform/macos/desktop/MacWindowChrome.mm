@@ -14,11 +14,26 @@
     std::function<void()> openSettings;
 }
 - (void)openSettingsFromToolbar;
+- (void)windowDidResize:(NSNotification *)notification;
 @end
 
 static NSToolbarItemIdentifier const settingsItem = @"com.burnwick.settings";
 
+static void moveTitleBarButtons(NSWindow *window) {
+    constexpr CGFloat firstX = 16;
+    constexpr CGFloat distance = 20;
+    CGFloat x = firstX;
+    for (const NSWindowButton kind : {NSWindowCloseButton, NSWindowMiniaturizeButton, NSWindowZoomButton}) {
+        NSButton *button = [window standardWindowButton:kind];
+        [button setFrameOrigin:NSMakePoint(x, NSMinY(button.frame))];
+        x += distance;
+    }
+}
+
 @implementation BWToolbarDelegate
+- (void)windowDidResize:(NSNotification *)notification {
+    moveTitleBarButtons(notification.object);
+}
 - (NSArray<NSToolbarItemIdentifier> *)toolbarDefaultItemIdentifiers:(NSToolbar *)toolbar {
     return @[ NSToolbarFlexibleSpaceItemIdentifier, settingsItem ];
 }
@@ -42,6 +57,8 @@ static NSToolbarItemIdentifier const settingsItem = @"com.burnwick.settings";
     [image setTemplate:YES]; // in the toolbar's own colour
     NSButton *button = [[NSButton alloc] initWithFrame:NSMakeRect(0, 0, 28, 28)];
     button.image = image;
+    button.imagePosition = NSImageOnly;
+    button.title = @"Settings"; // for assistive technology
     button.target = self;
     button.action = @selector(openSettingsFromToolbar);
     button.imageScaling = NSImageScaleProportionallyDown;
@@ -74,20 +91,12 @@ int titleBarHeight(NSWindow *window) {
     return static_cast<int>(std::ceil(covered));
 }
 
-void moveTitleBarButtons(NSWindow *window) {
-    constexpr CGFloat firstX = 16;
-    constexpr CGFloat distance = 20;
-    CGFloat x = firstX;
-    for (const NSWindowButton kind : {NSWindowCloseButton, NSWindowMiniaturizeButton, NSWindowZoomButton}) {
-        NSButton *button = [window standardWindowButton:kind];
-        [button setFrameOrigin:NSMakePoint(x, NSMinY(button.frame))];
-        x += distance;
-    }
-}
-
 class MacWindowChrome final : public WindowChrome {
 public:
-    ~MacWindowChrome() override { m_toolbarDelegate->openSettings = nullptr; }
+    ~MacWindowChrome() override {
+        [NSNotificationCenter.defaultCenter removeObserver:m_toolbarDelegate];
+        m_toolbarDelegate->openSettings = nullptr;
+    }
 
     void decorateDashboard(std::uintptr_t id, std::function<void()> openSettings,
                            HeightHandler onHeight) override {
@@ -103,7 +112,11 @@ public:
         toolbar.showsBaselineSeparator = NO;
         window.toolbar = toolbar;
         window.toolbarStyle = NSWindowToolbarStyleUnified;
-        // The system lays the toolbar and the buttons out before.
+        // The system lays the buttons out with the toolbar, and again when the content makes room for it.
+        [NSNotificationCenter.defaultCenter addObserver:m_toolbarDelegate
+                                               selector:@selector(windowDidResize:)
+                                                   name:NSWindowDidResizeNotification
+                                                 object:window];
         m_calls.queued([window, onHeight = std::move(onHeight)] {
             moveTitleBarButtons(window);
             onHeight(titleBarHeight(window));
