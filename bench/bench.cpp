@@ -58,7 +58,7 @@ public:
     explicit Floor(std::vector<LogFile> files)
         : m_files(std::move(files)) {
         for (const LogFile &file : m_files)
-            m_size = std::max<std::size_t>(m_size, file.size);
+            m_size = std::max<std::size_t>(m_size, file.status.size);
         m_buffer = std::make_unique<char[]>(m_size);
     }
 
@@ -71,7 +71,7 @@ public:
                    (count = ::read(descriptor, m_buffer.get() + filled, m_size - filled)) > 0)
                 filled += static_cast<std::size_t>(count);
             ::close(descriptor);
-            if (filled != file.size || !simdjson::validate_utf8(m_buffer.get(), filled))
+            if (filled != file.status.size || !simdjson::validate_utf8(m_buffer.get(), filled))
                 throw std::runtime_error("cannot read " + file.path.native());
         }
     }

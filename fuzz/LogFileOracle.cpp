@@ -44,7 +44,7 @@ Entries entriesInBlocks(std::string_view file, LineSelection selection, std::siz
         file.remove_prefix(count);
         return static_cast<ssize_t>(count);
     };
-    return LogFileReader(selection, blockSize, longestLine).read(source).value();
+    return LogFileReader(selection, blockSize, longestLine).read(source).value().entries;
 }
 
 } // namespace

@@ -7,19 +7,33 @@
 
 #include <algorithm>
 #include <thread>
+#include <unordered_map>
 #include <unordered_set>
 
 namespace burnwick {
 
+namespace fs = std::filesystem;
+
 namespace {
 
-/// Sets the entries of the files that are the same in the other history, which is sorted alike.
+std::shared_ptr<LogHistory> historyOf(std::vector<LogFile> files) {
+    auto history = std::make_shared<LogHistory>();
+    history->files = std::move(files);
+    history->entries.resize(history->files.size());
+    history->positions.resize(history->files.size());
+    return history;
+}
+
+/// Sets entries and positions of the files that the other history has, too.
 void shareEntries(LogHistory &history, const LogHistory &last) {
+    std::unordered_map<std::string_view, std::size_t> indexes;
+    for (std::size_t i = 0; i < last.files.size(); ++i)
+        indexes.emplace(last.files[i].path.native(), i);
     for (std::size_t i = 0; i < history.files.size(); ++i) {
-        const LogFile &file = history.files[i];
-        const auto found = std::ranges::lower_bound(last.files, file, isBefore);
-        if (found != last.files.end() && !isBefore(file, *found) && found->size == file.size)
-            history.entries[i] = last.entries[static_cast<std::size_t>(found - last.files.begin())];
+        if (const auto found = indexes.find(history.files[i].path.native()); found != indexes.end()) {
+            history.entries[i] = last.entries[found->second];
+            history.positions[i] = last.positions[found->second];
+        }
     }
 }
 
@@ -37,26 +51,51 @@ JSONLParser::JSONLParser(const std::filesystem::path &home, unsigned threads)
     : m_projectsURL(home / ".claude" / "projects")
     , m_threads(threads != 0 ? threads : std::max(1U, std::thread::hardware_concurrency())) {}
 
-std::shared_ptr<const LogHistory> JSONLParser::parseRecentEntries(Instant since) const {
-    auto history = std::make_shared<LogHistory>();
-    history->files = recentLogFiles(m_projectsURL, since);
-    history->entries.resize(history->files.size());
-    readMissingEntries(*history, m_threads, {});
+std::shared_ptr<const LogHistory> JSONLParser::parseRecentEntries(Instant since, ReadingStore *store) const {
+    auto history = historyOf(recentLogFiles(m_projectsURL, since));
+    if (store != nullptr)
+        store->recall(*history);
+    readMissingEntries(*history, m_threads, Watch::none, nullptr, {});
     return history;
 }
 
-std::shared_ptr<const LogHistory> JSONLParser::parseAllEntries(const LogHistory *last,
+std::shared_ptr<const LogHistory> JSONLParser::parseAllEntries(const LogHistory *last, ReadingStore *store,
                                                                const StopRequest &stop) const {
-    auto history = std::make_shared<LogHistory>();
     // Listed first: a file that changes before it is read differs in the next comparison.
-    history->files = allLogFiles(m_projectsURL, stop);
-    history->entries.resize(history->files.size());
+    auto history = historyOf(allLogFiles(m_projectsURL, stop));
     if (last != nullptr)
         shareEntries(*history, *last);
-    readMissingEntries(*history, m_threads, stop);
-    if (stop.isMade() || (last != nullptr && history->entries == last->entries))
-        return nullptr;
-    return history;
+    return readChanges(std::move(history), last, Watch::none, store, stop);
+}
+
+std::shared_ptr<const LogHistory> JSONLParser::parseChangedEntries(const LogHistory &last,
+                                                                   const std::set<fs::path> &changed,
+                                                                   ReadingStore *store,
+                                                                   const StopRequest &stop) const {
+    std::vector<LogFile> files;
+    std::ranges::copy_if(last.files, std::back_inserter(files),
+                         [&](const LogFile &file) { return !changed.contains(file.path); });
+    for (const fs::path &path : changed) {
+        if (const auto file = logFileAt(path))
+            files.insert(std::ranges::upper_bound(files, *file, isBefore), *file);
+    }
+    auto history = historyOf(std::move(files));
+    shareEntries(*history, last);
+    return readChanges(std::move(history), &last, Watch::continuous, store, stop);
+}
+
+std::shared_ptr<const LogHistory> JSONLParser::readChanges(std::shared_ptr<LogHistory> history,
+                                                           const LogHistory *last, Watch watch,
+                                                           ReadingStore *store,
+                                                           const StopRequest &stop) const {
+    if (store != nullptr)
+        store->recall(*history);
+    readMissingEntries(*history, m_threads, watch, store, stop);
+    if (store != nullptr)
+        store->finish(stop.isMade() ? nullptr : history.get());
+    const bool isEqual =
+        last != nullptr && history->entries == last->entries && history->positions == last->positions;
+    return stop.isMade() || isEqual ? nullptr : history;
 }
 
 SessionTokens JSONLParser::calculateSessionTokens(std::span<const LogEntries> entries) {

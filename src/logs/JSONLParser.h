@@ -3,13 +3,14 @@
 #pragma once
 
 #include "async/StoppableThread.h"
-#include "logs/LogHistory.h"
+#include "logs/ReadingStore.h"
 #include "model/HistoricalData.h"
 #include "model/SessionTokens.h"
 #include "model/TimeFilter.h"
 
 #include <filesystem>
 #include <memory>
+#include <set>
 #include <span>
 
 namespace burnwick {
@@ -24,13 +25,21 @@ public:
     /// The directory of the logs: ".claude/projects" of the home directory.
     [[nodiscard]] const std::filesystem::path &projectsURL() const noexcept { return m_projectsURL; }
 
-    /// Returns the files modified at or after `since`, and their usage lines.
-    [[nodiscard]] std::shared_ptr<const LogHistory> parseRecentEntries(Instant since) const;
-    /// Returns all files and their usage lines. Takes the entries of files whose path, size and time are the
-    /// same as in the last history from there, and reads the others. Null if nothing changed since, or a stop
-    /// was requested. Throws std::bad_alloc.
+    /// Returns the files modified at or after `since`, and their usage lines. Reads only what the store does
+    /// not know, and stores nothing.
+    [[nodiscard]] std::shared_ptr<const LogHistory> parseRecentEntries(Instant since,
+                                                                       ReadingStore *store = nullptr) const;
+    /// Returns all files and their usage lines. Reads only what neither the last history nor the store knows,
+    /// and stores that. Null if nothing changed since the last history, or a stop was requested. Throws
+    /// std::bad_alloc.
     [[nodiscard]] std::shared_ptr<const LogHistory> parseAllEntries(const LogHistory *last = nullptr,
+                                                                    ReadingStore *store = nullptr,
                                                                     const StopRequest &stop = {}) const;
+    /// The same where at most the named files changed since the last history, and each change was announced.
+    /// Ignores names that are no log files.
+    [[nodiscard]] std::shared_ptr<const LogHistory>
+    parseChangedEntries(const LogHistory &last, const std::set<std::filesystem::path> &changed,
+                        ReadingStore *store = nullptr, const StopRequest &stop = {}) const;
 
     /// Returns the sums over the entries; terminates the program if one overflows.
     [[nodiscard]] static SessionTokens calculateSessionTokens(std::span<const LogEntries> entries);
@@ -46,6 +55,11 @@ public:
                                                               const Calendar &calendar, Instant now);
 
 private:
+    [[nodiscard]] std::shared_ptr<const LogHistory> readChanges(std::shared_ptr<LogHistory> history,
+                                                                const LogHistory *last, Watch watch,
+                                                                ReadingStore *store,
+                                                                const StopRequest &stop) const;
+
     std::filesystem::path m_projectsURL;
     unsigned m_threads;
 };

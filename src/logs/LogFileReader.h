@@ -5,7 +5,7 @@
 #include "async/StoppableThread.h"
 #include "logs/BlockReader.h"
 #include "logs/JSONLDecoder.h"
-#include "logs/LogHistory.h"
+#include "logs/ReadingStore.h"
 
 #include <filesystem>
 #include <optional>
@@ -30,16 +30,27 @@ public:
                            std::size_t longestLine = defaultLongestLine);
 
     /// Returns the file's entries in line order with the session that its name gives, the extension excluded;
-    /// an empty list if it is not UTF-8 throughout. Null if it is not a regular file, cannot be read to its
-    /// end, a stop is requested meanwhile, or memory is short. Lines longer than the longest are ignored.
-    [[nodiscard]] LogEntries readFile(const std::filesystem::path &file, const StopRequest &stop = {});
-    /// The same for any stream of bytes, without sessions; nullopt instead of null. Throws std::bad_alloc
-    /// when memory is short; the next stream can be read all the same.
-    [[nodiscard]] std::optional<std::vector<JSONLEntry>> read(const BlockReader::Read &source,
-                                                              const StopRequest &stop = {});
+    /// no entries if it is not UTF-8 throughout. Null if it is not a regular file, cannot be read to its end,
+    /// a stop is requested meanwhile, or memory is short. Lines longer than the longest are ignored. Where
+    /// the file has only grown since the former reading, only its new lines are read; see hasGrown().
+    [[nodiscard]] std::optional<FileReading> readFile(const std::filesystem::path &file,
+                                                      const FileReading *former = nullptr,
+                                                      Watch watch = Watch::none,
+                                                      const StopRequest &stop = {});
+
+    struct Lines {
+        std::vector<JSONLEntry> entries;   ///< without sessions
+        std::vector<UsageDetails> details; ///< of each entry
+        std::uint64_t wholeBytes = 0;      ///< up to the last line feed
+        std::size_t wholeEntries = 0;      ///< the number of entries in these bytes
+        bool isUtf8 = true;                ///< otherwise all others are empty
+    };
+    /// Returns the lines of any stream of bytes; null if it cannot be read to its end or a stop is requested
+    /// meanwhile. Throws std::bad_alloc when memory is short; the next stream can be read all the same.
+    [[nodiscard]] std::optional<Lines> read(const BlockReader::Read &source, const StopRequest &stop = {});
 
 private:
-    void readLines(std::string_view lines, std::vector<JSONLEntry> &entries);
+    void readLines(std::string_view bytes, Lines &lines);
 
     LineSelection m_selection;
     std::size_t m_longestLine;
@@ -47,8 +58,11 @@ private:
     BlockReader m_blocks;
 };
 
-/// Reads the usage lines of the files whose entries are null, on up to `threads` threads. After a stop
-/// request entries stay null. Files that are not regular ones are not opened.
-void readMissingEntries(LogHistory &history, unsigned threads, const StopRequest &stop);
+/// Reads the usage lines of those files whose entries are null or whose position is not that of the file's
+/// present contents, on up to `threads` threads; entries that stay equal are not replaced. Gives each reading
+/// to the store unless it is null. After a stop request entries may be missing. Files that are not regular
+/// ones are not opened.
+void readMissingEntries(LogHistory &history, unsigned threads, Watch watch, ReadingStore *store,
+                        const StopRequest &stop);
 
 } // namespace burnwick

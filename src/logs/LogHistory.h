@@ -4,6 +4,7 @@
 
 #include "logs/JSONLEntry.h"
 #include "logs/LogTree.h"
+#include "logs/ReadingPosition.h"
 
 #include <memory>
 #include <span>
@@ -17,8 +18,9 @@ using LogEntries = std::shared_ptr<const std::vector<JSONLEntry>>;
 
 /// The usage lines of a log tree, each held once. Never modified once made, so that threads can share it.
 struct LogHistory {
-    std::vector<LogFile> files;      ///< the tree as it was before it was read, by time, then by path
-    std::vector<LogEntries> entries; ///< of each file
+    std::vector<LogFile> files;             ///< the tree as it was before it was read, by time, then by path
+    std::vector<LogEntries> entries;        ///< of each file
+    std::vector<ReadingPosition> positions; ///< of each file that has entries
 
     /// Returns the entries of the files modified at or after that instant.
     [[nodiscard]] std::span<const LogEntries> entriesSince(Instant instant) const;

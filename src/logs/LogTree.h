@@ -3,21 +3,18 @@
 #pragma once
 
 #include "async/StoppableThread.h"
-#include "model/Instant.h"
+#include "logs/FileStatus.h"
 
-#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <vector>
 
 namespace burnwick {
 
-/// A file of the log tree as the walk found it.
+/// A file of the log tree as the walk found it. Only regular ones are opened.
 struct LogFile {
     std::filesystem::path path;
-    std::optional<Instant> modified; ///< null if unknown
-    std::uint64_t size = 0;
-    bool regular = false; ///< a regular file, or a link to one; others are never opened
+    FileStatus status;
 };
 
 /// Whether the file comes first in the order by time of modification and then by path, bytewise.
@@ -31,7 +28,9 @@ struct LogFile {
 /// request ends the walk early.
 [[nodiscard]] std::vector<LogFile> allLogFiles(const std::filesystem::path &root,
                                                const StopRequest &stop = {});
-/// Returns those of them that were modified at or after `since`.
+/// Returns the log file at a path that allLogFiles() would reach; null if there is none now.
+[[nodiscard]] std::optional<LogFile> logFileAt(const std::filesystem::path &path);
+/// Returns those of all that were modified at or after `since`.
 [[nodiscard]] std::vector<LogFile> recentLogFiles(const std::filesystem::path &root, Instant since);
 
 } // namespace burnwick

@@ -120,7 +120,7 @@ void UsageTracker::startJob() {
                  now = m_services.clock.now(), result = std::make_shared<Result>()](const StopRequest &stop) {
         try {
             const Calendar &calendar = former.calendar;
-            result->history = parser.parseAllEntries(last.get(), stop);
+            result->history = parser.parseAllEntries(last.get(), nullptr, stop);
             const LogHistory *history = result->history ? result->history.get() : last.get();
             if (history != nullptr && !stop.isMade()) {
                 const auto recentEntries = history->entriesSince(recentSince(calendar, now));

@@ -12,6 +12,8 @@
 #include <fstream>
 #include <functional>
 #include <limits>
+#include <set>
+#include <thread>
 
 #include <fcntl.h>
 #include <sys/resource.h>
@@ -104,47 +106,103 @@ TEST_F(JSONLParserTest, AStopRequestEndsTheReading) {
     m_home.add("a.jsonl", usageLine(noon, 1, 0), m_clock.now());
     const StopRequest stop;
     stop.make();
-    EXPECT_EQ(parser().parseAllEntries(nullptr, stop), nullptr);
+    EXPECT_EQ(parser().parseAllEntries(nullptr, nullptr, stop), nullptr);
     EXPECT_TRUE(allLogFiles(m_home.projects(), stop).empty());
 }
 
-TEST_F(JSONLParserTest, OnlyChangedFilesAreReadAgain) {
+/// Notes what was read.
+class ReadingNotes final : public ReadingStore {
+public:
+    void recall(LogHistory &) override {}
+    void keep(const std::filesystem::path &file, const ReadingPosition *continued,
+              const FileReading &) override {
+        notes += file.stem().string() + (continued != nullptr ? "+ " : " ");
+    }
+    void finish(const LogHistory *) override {}
+
+    std::string notes;
+};
+
+/// Waits until no change can leave the file with its present status.
+void settle(const std::filesystem::path &file) {
+    const auto isPast = [&] {
+        return isSettled(statusOf(file),
+                         std::chrono::time_point_cast<Instant::duration>(std::chrono::system_clock::now()));
+    };
+    while (!isPast())
+        std::this_thread::yield();
+}
+
+TEST_F(JSONLParserTest, OnlyChangedFilesAreReadAgainAndGrownOnesWhereTheyGrew) {
     const auto add = [this](const char *name, int input, std::chrono::seconds age) {
-        return m_home.add(name, usageLine(noon, input, 0), m_clock.now() - age);
+        const auto file = m_home.add(name, usageLine(noon, input, 0), m_clock.now() - age);
+        settle(file);
+        return file;
     };
-    // The same size and time: their contents show which of them are read.
-    const auto change = [&] {
-        add("a.jsonl", 5, 10s);
-        add("b.jsonl", 6, 10s);
-    };
-    add("a.jsonl", 1, 10s);
+    const auto a = add("a.jsonl", 1, 10s);
     add("b.jsonl", 2, 10s);
     std::filesystem::create_directory(m_home.projects() / "directory.jsonl");
-    std::shared_ptr<const LogHistory> last = parser().parseAllEntries();
-    change();
-    EXPECT_EQ(parser().parseAllEntries(last.get()), nullptr);
+    ReadingNotes read;
+    std::shared_ptr<const LogHistory> last = parser(1).parseAllEntries(nullptr, &read);
+    EXPECT_EQ(read.notes, "a b ");
     const struct {
         const char *what;
         std::function<void()> act;
         std::vector<std::int64_t> expected;
+        const char *read;
     } rows[] = {
-        {"a new file", [&] { add("c.jsonl", 3, 5s); }, {1, 2, 3}},
-        {"a grown file", [&] { add("c.jsonl", 30, 5s); }, {1, 2, 30}},
-        {"a rewritten file", [&] { add("c.jsonl", 40, 4s); }, {1, 2, 40}},
-        {"an older file, which comes first", [&] { add("d.jsonl", 4, 20s); }, {4, 1, 2, 40}},
-        {"a removed file", [&] { std::filesystem::remove(m_home.projects() / "d.jsonl"); }, {1, 2, 40}},
-        {"another file in the place of one",
-         [&] { std::filesystem::rename(m_home.projects() / "a.jsonl", m_home.projects() / "e.jsonl"); },
-         {2, 5, 40}},
+        {"nothing", [] {}, {}, ""},
+        {"a new file", [&] { add("c.jsonl", 3, 5s); }, {1, 2, 3}, "c "},
+        {"the same in another file", [&] { add("c.jsonl", 3, 5s); }, {1, 2, 3}, "c "},
+        {"another time", [&] { test::setModified(a, m_clock.now() - 9s); }, {2, 1, 3}, "a "},
+        {"a longer line", [&] { add("c.jsonl", 30, 5s); }, {2, 1, 30}, "c "},
+        {"an older file, which comes first", [&] { add("d.jsonl", 4, 20s); }, {4, 2, 1, 30}, "d "},
+        {"a removed file", [&] { std::filesystem::remove(m_home.projects() / "d.jsonl"); }, {2, 1, 30}, ""},
+        {"a grown file",
+         [&] {
+             std::ofstream(a, std::ios::app) << usageLine(noon, 5, 0);
+             test::setModified(a, m_clock.now() - 9s);
+         },
+         {2, 1, 5, 30},
+         "a+ "},
+        {"a shrunk file",
+         [&] {
+             std::filesystem::resize_file(a, usageLine(noon, 1, 0).size());
+             test::setModified(a, m_clock.now() - 9s);
+         },
+         {2, 1, 30},
+         "a "},
     };
     for (const auto &row : rows) {
+        read.notes.clear();
         row.act();
-        const auto history = parser().parseAllEntries(last.get());
-        ASSERT_NE(history, nullptr) << row.what;
-        std::vector<std::int64_t> found = inputs(*history);
-        EXPECT_EQ(found, row.expected) << row.what;
+        settle(a);
+        const auto history = parser(1).parseAllEntries(last.get(), &read);
+        EXPECT_EQ(read.notes, row.read) << row.what;
+        EXPECT_EQ(history != nullptr, !row.expected.empty()) << row.what;
+        if (history == nullptr)
+            continue;
+        EXPECT_EQ(inputs(*history), row.expected) << row.what;
         last = history;
     }
+}
+
+TEST_F(JSONLParserTest, NamedFilesAloneAreComparedWithTheLastHistory) {
+    const auto a = m_home.add("a.jsonl", usageLine(noon, 1, 0), m_clock.now());
+    const auto b = m_home.add("b.jsonl", usageLine(noon, 2, 0), m_clock.now());
+    settle(b);
+    const auto last = parser().parseAllEntries();
+    const auto c = m_home.add("c.jsonl", usageLine(noon, 3, 0), m_clock.now() - 1s);
+    m_home.add("b.jsonl", usageLine(noon, 20, 0), m_clock.now());
+    std::filesystem::remove(a);
+    settle(c);
+    const auto named = [&](const std::set<std::filesystem::path> &files) {
+        const auto history = parser().parseChangedEntries(*last, files);
+        return history != nullptr ? inputs(*history) : std::vector<std::int64_t>();
+    };
+    EXPECT_EQ(named({c, m_home.projects() / "c.txt"}), (std::vector<std::int64_t>{3, 1, 2}));
+    EXPECT_EQ(named({a, b, c, a / "none.jsonl"}), (std::vector<std::int64_t>{3, 20}));
+    EXPECT_EQ(named({}), std::vector<std::int64_t>());
 }
 
 TEST_F(JSONLParserTest, AFileTimeBeyondAllInstantsBecomesTheNearest) {
@@ -153,7 +211,7 @@ TEST_F(JSONLParserTest, AFileTimeBeyondAllInstantsBecomesTheNearest) {
     const timespec year2286[] = {{10'000'000'000, 0}, {10'000'000'000, 0}};
     ASSERT_EQ(::utimensat(AT_FDCWD, file.c_str(), year2286, 0), 0);
     EXPECT_EQ(inputs(*parser().parseRecentEntries(m_clock.now())), (std::vector<std::int64_t>{1, 2}));
-    EXPECT_EQ(allLogFiles(m_home.projects()).back().modified, Instant::max());
+    EXPECT_EQ(allLogFiles(m_home.projects()).back().status.modified, Instant::max());
 }
 
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) // these need all of the address space
@@ -193,7 +251,7 @@ std::vector<LogEntries> entriesOf(std::string_view lines) {
     while (!lines.empty()) {
         const std::size_t size = lines.find('\n') + 1;
         test::writeFile(directory.path() / "x.jsonl", lines.substr(0, size));
-        entries.push_back(reader.readFile(directory.path() / "x.jsonl"));
+        entries.push_back(reader.readFile(directory.path() / "x.jsonl").value().entries);
         lines.remove_prefix(size);
     }
     return entries;

@@ -38,7 +38,7 @@ private:
 
 std::vector<JSONLEntry> read(const std::string &bytes,
                              std::size_t blockSize = LogFileReader::defaultBlockSize) {
-    return LogFileReader(LineSelection::usageOnly, blockSize).read(Source(bytes)).value();
+    return LogFileReader(LineSelection::usageOnly, blockSize).read(Source(bytes)).value().entries;
 }
 
 const std::string line = usageLine("2025-06-01T12:00:00.000Z", 1, 2);
@@ -57,7 +57,7 @@ TEST(LogFileReader, TheLineFilterLosesNoUsageLine) {
                  R"(","type":"assistant","message":{"content":"\"usage\""}})"
                  "\n";
     }
-    std::vector<JSONLEntry> all = LogFileReader(LineSelection::all).read(Source(bytes)).value();
+    std::vector<JSONLEntry> all = LogFileReader(LineSelection::all).read(Source(bytes)).value().entries;
     std::erase_if(all, [](const JSONLEntry &entry) { return !entry.isUsageLine(); });
     EXPECT_EQ(all.size(), 600U);
     EXPECT_EQ(read(bytes, 100), all);
@@ -70,9 +70,9 @@ TEST(LogFileReader, TheLineFilterLosesNoUsageLine) {
 
 TEST(LogFileReader, AFailureAfterSomeLinesYieldsNothing) {
     LogFileReader reader(LineSelection::usageOnly);
-    EXPECT_EQ(reader.read(Source(line + line, true)), std::nullopt);
+    EXPECT_FALSE(reader.read(Source(line + line, true)));
     // The next stream is not affected.
-    EXPECT_EQ(reader.read(Source(line)).value().size(), 1U);
+    EXPECT_EQ(reader.read(Source(line)).value().entries.size(), 1U);
 }
 
 TEST(LogFileReader, AStopRequestEndsTheReadingAtTheNextBlock) {
@@ -85,7 +85,7 @@ TEST(LogFileReader, AStopRequestEndsTheReadingAtTheNextBlock) {
             return 0;
         return static_cast<ssize_t>(line.copy(data, line.size()));
     };
-    EXPECT_EQ(LogFileReader(LineSelection::usageOnly).read(threeLines, stop), std::nullopt);
+    EXPECT_FALSE(LogFileReader(LineSelection::usageOnly).read(threeLines, stop));
     EXPECT_EQ(reads, 2);
 }
 
