@@ -5,7 +5,9 @@
 # stub-library.sh NAME LIBRARY: prints a linker's stub for macOS with the names that the Linux library exports.
 set -euo pipefail
 
-symbols=$(nm --dynamic --defined-only --format=posix "$2" | sed 's/@.*//' | awk '{ print "\x27_" $1 "\x27" }' |
+table=--dynamic
+[[ $2 == *.a ]] && table=--extern-only
+symbols=$(nm $table --defined-only --format=posix "$2" | sed 's/@.*//' | awk '{ print "\x27_" $1 "\x27" }' |
     LC_ALL=C sort -u | paste -sd, -)
 cat <<TBD
 --- !tapi-tbd

@@ -1,0 +1,272 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "ledger/EntryCodec.h"
+
+#include <array>
+
+namespace burnwick {
+
+namespace {
+
+class Writer {
+public:
+    void addUnsigned(std::uint64_t value) {
+        for (; value >= 0x80; value >>= 7U)
+            bytes += static_cast<char>(value | 0x80U);
+        bytes += static_cast<char>(value);
+    }
+    /// Numbers near 0 of either sign become short.
+    void add(std::int64_t value) {
+        const auto bits = static_cast<std::uint64_t>(value);
+        addUnsigned(value < 0 ? ~(bits << 1U) : bits << 1U);
+    }
+    void addKey(std::uint64_t key) {
+        for (unsigned i = 0; i < 8; ++i)
+            bytes += static_cast<char>(key >> (8 * i) & 0xFFU);
+    }
+
+    std::string bytes;
+};
+
+/// After malformed bytes every value is 0 and failed() true.
+class Reader {
+public:
+    explicit Reader(std::string_view bytes)
+        : m_bytes(bytes) {}
+
+    [[nodiscard]] bool atEnd() const { return m_bytes.empty() || m_failed; }
+    [[nodiscard]] bool failed() const { return m_failed; }
+    std::uint64_t readUnsigned() {
+        std::uint64_t value = 0;
+        for (unsigned shift = 0; shift < 64; shift += 7) {
+            const std::uint64_t byte = next();
+            value |= (byte & 0x7FU) << shift;
+            if (byte < 0x80)
+                return value;
+        }
+        return fail();
+    }
+    std::int64_t read() {
+        const std::uint64_t value = readUnsigned();
+        return static_cast<std::int64_t>((value & 1U) != 0 ? ~(value >> 1U) : value >> 1U);
+    }
+    std::uint64_t readKey() {
+        std::uint64_t key = 0;
+        for (unsigned i = 0; i < 8; ++i)
+            key |= next() << (8 * i);
+        return key;
+    }
+    std::uint64_t fail() {
+        m_failed = true;
+        return 0;
+    }
+
+private:
+    std::uint64_t next() {
+        if (atEnd())
+            return fail();
+        const auto byte = static_cast<unsigned char>(m_bytes.front());
+        m_bytes.remove_prefix(1);
+        return byte;
+    }
+
+    std::string_view m_bytes;
+    bool m_failed = false;
+};
+
+/// A time that is the sum of differences, modulo 2^64.
+std::int64_t wrappingSum(std::int64_t a, std::int64_t b) {
+    return static_cast<std::int64_t>(static_cast<std::uint64_t>(a) + static_cast<std::uint64_t>(b));
+}
+std::int64_t wrappingDifference(std::int64_t a, std::int64_t b) {
+    return static_cast<std::int64_t>(static_cast<std::uint64_t>(a) - static_cast<std::uint64_t>(b));
+}
+
+using Flags = std::uint64_t;
+
+// Of an entry.
+constexpr Flags hasTime = 1;
+constexpr Flags hasOtherModel = 2;
+
+// Of details.
+constexpr Flags isSidechain = 1;
+constexpr Flags isApiError = 2;
+constexpr Flags hasLineKey = 4;
+constexpr Flags hasMessageKey = 8;
+constexpr Flags hasRequestKey = 16;
+constexpr Flags hasWrite5m = 32;
+constexpr Flags hasWrite1h = 64;
+constexpr Flags hasSearches = 128;
+constexpr Flags hasCost = 256;
+constexpr Flags hasAdvisors = 512;
+constexpr Flags hasOtherNames = 1024;
+
+Flags flagIf(bool condition, Flags flag) {
+    return condition ? flag : 0;
+}
+
+constexpr std::array nameMembers{&UsageDetails::session, &UsageDetails::folder, &UsageDetails::serviceTier,
+                                 &UsageDetails::speed, &UsageDetails::geography};
+
+struct KeyMember {
+    Flags flag;
+    std::uint64_t UsageDetails::*member;
+};
+constexpr std::array keyMembers{KeyMember{hasLineKey, &UsageDetails::lineKey},
+                                KeyMember{hasMessageKey, &UsageDetails::messageKey},
+                                KeyMember{hasRequestKey, &UsageDetails::requestKey}};
+
+struct CountMember {
+    Flags flag;
+    std::int64_t UsageDetails::*member;
+};
+constexpr std::array countMembers{CountMember{hasWrite5m, &UsageDetails::cacheWrite5m},
+                                  CountMember{hasWrite1h, &UsageDetails::cacheWrite1h},
+                                  CountMember{hasSearches, &UsageDetails::webSearches}};
+
+constexpr std::array tokenMembers{&SessionTokens::input, &SessionTokens::output,
+                                  &SessionTokens::cacheCreation, &SessionTokens::cacheRead};
+
+bool haveEqualNames(const UsageDetails &a, const UsageDetails &b) {
+    for (const auto member : nameMembers) {
+        if (a.*member != b.*member)
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+std::string encodeEntries(std::span<const JSONLEntry> entries, NameTable &names) {
+    Writer out;
+    std::int64_t lastTime = 0;
+    InternedString lastModel;
+    for (const JSONLEntry &entry : entries) {
+        const auto instant = entry.timestamp();
+        const bool isOtherModel = entry.model() != lastModel;
+        out.addUnsigned(flagIf(instant.has_value(), hasTime) | flagIf(isOtherModel, hasOtherModel));
+        if (instant) {
+            const std::int64_t time = instant->time_since_epoch().count();
+            out.add(wrappingDifference(time, lastTime));
+            lastTime = time;
+        }
+        if (isOtherModel)
+            out.add(names.numberOf(entry.model()));
+        lastModel = entry.model();
+        for (const auto member : tokenMembers)
+            out.add(entry.counts().*member);
+    }
+    return out.bytes;
+}
+
+bool decodeEntries(std::string_view bytes, NameTable &names, InternedString session,
+                   std::vector<JSONLEntry> &entries) {
+    Reader in(bytes);
+    static const InternedString assistant("assistant");
+    std::int64_t time = 0;
+    InternedString model;
+    while (!in.atEnd()) {
+        const Flags flags = in.readUnsigned();
+        std::optional<Instant> instant;
+        if ((flags & hasTime) != 0) {
+            time = wrappingSum(time, in.read());
+            instant = Instant(Instant::duration(time));
+        }
+        if ((flags & hasOtherModel) != 0) {
+            const auto known = names.named(in.read());
+            if (!known)
+                return false;
+            model = *known;
+        }
+        SessionTokens counts;
+        for (const auto member : tokenMembers)
+            counts.*member = in.read();
+        if (in.failed())
+            return false;
+        entries.emplace_back(assistant, instant, model, counts).setSessionId(session);
+    }
+    return true;
+}
+
+std::string encodeDetails(std::span<const UsageDetails> list, NameTable &names) {
+    Writer out;
+    UsageDetails last;
+    for (const UsageDetails &details : list) {
+        const bool areOtherNames = !haveEqualNames(details, last);
+        Flags flags = flagIf(details.isSidechain, isSidechain) | flagIf(details.isApiError, isApiError) |
+                      flagIf(details.cost.has_value(), hasCost) |
+                      flagIf(!details.advisors.empty(), hasAdvisors) | flagIf(areOtherNames, hasOtherNames);
+        for (const auto &[flag, member] : keyMembers)
+            flags |= flagIf(details.*member != 0, flag);
+        for (const auto &[flag, member] : countMembers)
+            flags |= flagIf(details.*member != 0, flag);
+        out.addUnsigned(flags);
+        for (const auto &[flag, member] : keyMembers) {
+            if ((flags & flag) != 0)
+                out.addKey(details.*member);
+        }
+        for (const auto &[flag, member] : countMembers) {
+            if ((flags & flag) != 0)
+                out.add(details.*member);
+        }
+        if (areOtherNames) {
+            for (const auto member : nameMembers)
+                out.add(names.numberOf(details.*member));
+        }
+        if (details.cost)
+            out.add(*details.cost);
+        if (!details.advisors.empty()) {
+            out.addUnsigned(details.advisors.size());
+            for (const AdvisorUsage &advisor : details.advisors) {
+                out.add(names.numberOf(advisor.model));
+                for (const auto member : tokenMembers)
+                    out.add(advisor.counts.*member);
+            }
+        }
+        last = details;
+    }
+    return out.bytes;
+}
+
+bool decodeDetails(std::string_view bytes, NameTable &names, std::vector<UsageDetails> &list) {
+    Reader in(bytes);
+    UsageDetails last;
+    const auto readName = [&](InternedString &name) {
+        const auto known = names.named(in.read());
+        name = known.value_or(InternedString());
+        return known.has_value();
+    };
+    while (!in.atEnd()) {
+        UsageDetails details;
+        const Flags flags = in.readUnsigned();
+        details.isSidechain = (flags & isSidechain) != 0;
+        details.isApiError = (flags & isApiError) != 0;
+        for (const auto &[flag, member] : keyMembers)
+            details.*member = (flags & flag) != 0 ? in.readKey() : 0;
+        for (const auto &[flag, member] : countMembers)
+            details.*member = (flags & flag) != 0 ? in.read() : 0;
+        for (const auto member : nameMembers) {
+            details.*member = last.*member;
+            if ((flags & hasOtherNames) != 0 && !readName(details.*member))
+                return false;
+        }
+        if ((flags & hasCost) != 0)
+            details.cost = in.read();
+        if ((flags & hasAdvisors) != 0) {
+            for (std::uint64_t left = in.readUnsigned(); left > 0 && !in.failed(); --left) {
+                AdvisorUsage &advisor = details.advisors.emplace_back();
+                if (!readName(advisor.model))
+                    return false;
+                for (const auto member : tokenMembers)
+                    advisor.counts.*member = in.read();
+            }
+        }
+        if (in.failed())
+            return false;
+        last = details;
+        list.push_back(std::move(details));
+    }
+    return true;
+}
+
+} // namespace burnwick
