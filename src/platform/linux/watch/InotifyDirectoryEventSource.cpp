@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
+#include "platform/FileIdentity.h"
 #include "platform/Platform.h"
 
 #include <QtCore/QSocketNotifier>
@@ -12,7 +13,6 @@
 #include <utility>
 
 #include <sys/inotify.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace burnwick {
@@ -23,21 +23,11 @@ constexpr std::uint32_t entryChanges = IN_CREATE | IN_DELETE | IN_MOVED_FROM | I
 // A hundred events with names of ordinary length; more than NAME_MAX + 1 needs for one.
 constexpr std::size_t batchBytes = 4096;
 
-/// A file's device and number, which a rename keeps.
-using Identity = std::pair<dev_t, ino_t>;
-
-std::optional<Identity> identityOf(const std::filesystem::path &path) {
-    struct stat status {};
-    if (stat(path.c_str(), &status) == -1)
-        return std::nullopt;
-    return Identity(status.st_dev, status.st_ino);
-}
-
 /// Directory events from inotify, which watches the directory and not its path.
 class InotifyDirectoryEventSource final : public DirectoryEventSource {
 public:
     /// Takes the descriptor over.
-    InotifyDirectoryEventSource(int inotify, const std::optional<Identity> &directory,
+    InotifyDirectoryEventSource(int inotify, const std::optional<FileIdentity> &directory,
                                 std::function<void()> onChange)
         : m_inotify(inotify)
         , m_directory(directory)
@@ -62,7 +52,7 @@ private:
     void readEvents();
 
     int m_inotify;
-    std::optional<Identity> m_directory;
+    std::optional<FileIdentity> m_directory;
     std::function<void()> m_onChange;
     QSocketNotifier *m_notifier; ///< enabled until the watch ends
 };
