@@ -14,6 +14,7 @@
 #include "platform/SleepMonitor.h"
 #include "platform/StatusItem.h"
 #include "platform/TerminalLauncher.h"
+#include "platform/TreeEventSource.h"
 #include "platform/UserDefaults.h"
 #include "platform/WindowChrome.h"
 
@@ -23,9 +24,9 @@
 #include <string>
 
 /// Makes the backends of the system that the program was built for; the rooms of each system define these
-/// functions. Those named make..., except makeApplicationStartup(), and openDirectoryEventSource() need a
-/// running application object. A program links only the rooms whose functions it calls, so that the report
-/// loads no widgets.
+/// functions. Those named make..., except makeApplicationStartup(), and those named open... need a running
+/// application object. A program links only the rooms whose functions it calls, so that the report loads no
+/// widgets.
 namespace burnwick::platform {
 
 [[nodiscard]] std::unique_ptr<ApplicationInstance> makeApplicationInstance();
@@ -47,6 +48,9 @@ namespace burnwick::platform {
 /// See OpenDirectoryEventSource.
 [[nodiscard]] std::unique_ptr<DirectoryEventSource>
 openDirectoryEventSource(const std::filesystem::path &directory, std::function<void()> onChange);
+/// See OpenTreeEventSource.
+[[nodiscard]] std::unique_ptr<TreeEventSource> openTreeEventSource(const std::filesystem::path &root,
+                                                                   std::function<void()> onChange);
 
 /// Needs no application object.
 [[nodiscard]] ReleaseForm releaseForm();

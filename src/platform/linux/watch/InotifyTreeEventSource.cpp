@@ -1,0 +1,222 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "platform/FileIdentity.h"
+#include "platform/Platform.h"
+
+#include <QtCore/QLoggingCategory>
+#include <QtCore/QSocketNotifier>
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdint>
+#include <cstring>
+#include <map>
+#include <utility>
+#include <vector>
+
+#include <sys/inotify.h>
+#include <unistd.h>
+
+namespace burnwick {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+Q_LOGGING_CATEGORY(watchLog, "burnwick.watch")
+
+constexpr std::uint32_t folderEvents =
+    IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_MODIFY | IN_ATTRIB | IN_ONLYDIR;
+constexpr std::uint32_t rootEvents = folderEvents | IN_MOVE_SELF;
+constexpr std::size_t batchBytes = 4096;
+constexpr std::size_t longestEvent = sizeof(inotify_event) + NAME_MAX + 1;
+
+/// Events of a tree from inotify, with one watch for each folder. A watch belongs to the folder and not to
+/// its path, so that moved folders lose their watches and get new ones.
+class InotifyTreeEventSource final : public TreeEventSource {
+public:
+    /// Takes the descriptor over, which watches the root already.
+    InotifyTreeEventSource(int inotify, int rootWatch, fs::path root,
+                           const std::optional<FileIdentity> &identity, std::function<void()> onChange)
+        : m_inotify(inotify)
+        , m_rootWatch(rootWatch)
+        , m_root(std::move(root))
+        , m_identity(identity)
+        , m_onChange(std::move(onChange))
+        , m_notifier(new QSocketNotifier(inotify, QSocketNotifier::Read)) {
+        QObject::connect(m_notifier, &QSocketNotifier::activated, m_notifier, [this] {
+            m_notifier->setEnabled(false);
+            const auto call = m_onChange; // the call may destroy this object
+            call();
+        });
+        watchTree(m_root);
+    }
+    ~InotifyTreeEventSource() override {
+        m_notifier->setEnabled(false);
+        m_notifier->deleteLater(); // it may be the caller
+        close(m_inotify);
+    }
+    InotifyTreeEventSource(const InotifyTreeEventSource &) = delete;
+    InotifyTreeEventSource &operator=(const InotifyTreeEventSource &) = delete;
+
+    [[nodiscard]] bool isAt(const fs::path &path) const override {
+        return !m_hasEnded && m_identity && identityOf(path) == m_identity;
+    }
+    [[nodiscard]] bool isComplete() const override { return m_isComplete; }
+    [[nodiscard]] TreeChanges take() override;
+
+private:
+    void watchTree(const fs::path &top);
+    void unwatchTree(const fs::path &top);
+    void watchAgain();
+    void forget(int watch);
+    void noteFailure(int error);
+    void apply(const inotify_event &event, const char *name, TreeChanges &changes);
+
+    int m_inotify;
+    int m_rootWatch;
+    fs::path m_root;
+    std::optional<FileIdentity> m_identity;
+    std::function<void()> m_onChange;
+    QSocketNotifier *m_notifier;       ///< disabled between the handler's call and take()
+    std::map<int, fs::path> m_folders; ///< by watch
+    /// The same with a slash behind the path: a folder and those below it are neighbours.
+    std::set<std::pair<std::string, int>> m_watches;
+    bool m_hasEnded = false;
+    bool m_isComplete = true;
+    bool m_hasWarned = false;
+};
+
+/// Watches the folder and those below it, except what is watched under that path already.
+void InotifyTreeEventSource::watchTree(const fs::path &top) {
+    std::vector<fs::path> pending{top};
+    while (!pending.empty()) {
+        const fs::path folder = std::move(pending.back());
+        pending.pop_back();
+        const int watch = inotify_add_watch(m_inotify, folder.c_str(),
+                                            folder == m_root ? rootEvents : folderEvents | IN_DONT_FOLLOW);
+        if (watch == -1) {
+            noteFailure(errno);
+            continue;
+        }
+        if (const auto known = m_folders.find(watch); known != m_folders.end() && known->second == folder)
+            continue;
+        forget(watch); // under its former path: it was found here before the event of its move was read
+        m_folders.emplace(watch, folder);
+        m_watches.emplace(folder.native() + '/', watch);
+        // After the watch was added: what is created meanwhile is in this list or reported.
+        std::error_code error;
+        fs::directory_iterator entry(folder, error);
+        for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+            std::error_code unknownType;
+            if (!entry->is_symlink(unknownType) && entry->is_directory(unknownType))
+                pending.push_back(entry->path());
+        }
+        if (error)
+            noteFailure(error.value());
+    }
+}
+
+void InotifyTreeEventSource::unwatchTree(const fs::path &top) {
+    const std::string prefix = top.native() + '/';
+    for (auto next = m_watches.lower_bound({prefix, 0});
+         next != m_watches.end() && next->first.starts_with(prefix);) {
+        const int watch = (next++)->second;
+        inotify_rm_watch(m_inotify, watch);
+        forget(watch);
+    }
+}
+
+void InotifyTreeEventSource::forget(int watch) {
+    const auto folder = m_folders.find(watch);
+    if (folder == m_folders.end())
+        return;
+    m_watches.erase({folder->second.native() + '/', watch});
+    m_folders.erase(folder);
+}
+
+/// After lost events: watches all folders that are now in the tree, and no others.
+void InotifyTreeEventSource::watchAgain() {
+    const auto before = std::exchange(m_folders, {});
+    m_watches.clear();
+    watchTree(m_root);
+    for (const auto &[watch, folder] : before) {
+        if (!m_folders.contains(watch))
+            inotify_rm_watch(m_inotify, watch);
+    }
+    if (!m_folders.contains(m_rootWatch))
+        m_hasEnded = true;
+}
+
+void InotifyTreeEventSource::noteFailure(int error) {
+    if (error == ENOENT || error == ENOTDIR)
+        return; // removed or replaced meanwhile, which is reported
+    m_isComplete = false;
+    if (error == ENOSPC && !std::exchange(m_hasWarned, true))
+        qCWarning(watchLog,
+                  "Changes below %s may be seen late: the limit fs.inotify.max_user_watches is reached",
+                  m_root.c_str());
+}
+
+void InotifyTreeEventSource::apply(const inotify_event &event, const char *name, TreeChanges &changes) {
+    const auto watched = m_folders.find(event.wd);
+    if ((event.mask & IN_Q_OVERFLOW) != 0) {
+        changes.isEverything = true;
+        watchAgain();
+    } else if (watched == m_folders.end()) {
+        // Its watch was removed.
+    } else if (event.len == 0) { // of the folder itself
+        changes.isEverything = true;
+        if (event.wd == m_rootWatch && (event.mask & (IN_IGNORED | IN_MOVE_SELF)) != 0)
+            m_hasEnded = true;
+        if ((event.mask & IN_IGNORED) != 0)
+            forget(event.wd);
+    } else if (const fs::path path = watched->second / name; (event.mask & IN_ISDIR) == 0) {
+        changes.files.insert(path);
+    } else {
+        changes.isEverything = true;
+        if ((event.mask & (IN_MOVED_FROM | IN_DELETE)) != 0)
+            unwatchTree(path);
+        else
+            watchTree(path);
+    }
+}
+
+TreeChanges InotifyTreeEventSource::take() {
+    TreeChanges changes;
+    std::array<char, batchBytes> batch;
+    ssize_t size = 0;
+    do {
+        size = read(m_inotify, batch.data(), batch.size());
+        for (std::size_t at = 0; size > 0 && at < static_cast<std::size_t>(size);) {
+            inotify_event event;
+            std::memcpy(&event, batch.data() + at, sizeof event);
+            apply(event, batch.data() + at + sizeof event, changes);
+            at += sizeof event + event.len;
+        }
+        // A batch with room for another event was all that was pending. Reading until nothing is left would
+        // not end while another program writes fast.
+    } while (size > static_cast<ssize_t>(batchBytes - longestEvent));
+    m_notifier->setEnabled(!m_hasEnded);
+    return changes;
+}
+
+} // namespace
+
+std::unique_ptr<TreeEventSource> platform::openTreeEventSource(const fs::path &root,
+                                                               std::function<void()> onChange) {
+    // Before the watch is added: if another directory replaces this one meanwhile, isAt() is false.
+    const auto identity = identityOf(root);
+    const int inotify = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+    if (inotify == -1)
+        return nullptr;
+    const int rootWatch = inotify_add_watch(inotify, root.c_str(), rootEvents);
+    if (rootWatch == -1) {
+        close(inotify);
+        return nullptr;
+    }
+    return std::make_unique<InotifyTreeEventSource>(inotify, rootWatch, root, identity, std::move(onChange));
+}
+
+} // namespace burnwick
