@@ -6,7 +6,8 @@
 Compares with the description of macOS' frameworks (TypeScript declarations in the folder FRAMEWORKS):
 - every method, property and enumerator of the headers below DECLARATIONS: that its class has it, of that type and
   value;
-- every selector, class and constant that the Mach-O objects name.
+- every constant named k... there: that it exists;
+- every selector, class, C function and constant that the Mach-O objects name.
 Prints what differs, and fails then.
 """
 import pathlib
@@ -14,8 +15,8 @@ import re
 import struct
 import sys
 
-FRAMEWORKS = ["AppKit", "CoreFoundation", "Foundation", "Runtime", "Security", "ServiceManagement",
-              "UserNotifications"]
+FRAMEWORKS = ["AppKit", "CoreFoundation", "CoreServices", "Foundation", "Runtime", "Security",
+              "ServiceManagement", "UserNotifications"]
 OWN_PREFIX = "BW"
 SCALARS = {"CGFloat", "NSInteger", "NSUInteger", "NSTimeInterval", "NSStringEncoding", "NSFontWeight", "double",
            "long long", "int", "unichar"}
@@ -129,6 +130,8 @@ def check_declarations(description, folder):
     wrong, texts = [], [header.read_text() for header in sorted(folder.rglob("*.h"))]
     enums = {name for text in texts for name in re.findall(r"NS_(?:ENUM|OPTIONS)\(\w+, (\w+)\)", text)}
     for text in texts:
+        constants = set(re.findall(r"\bk(?:Sec|FS)\w+", text))
+        wrong += [f"there is no constant {name}" for name in sorted(constants - description.words)]
         for name, members in re.findall(r"typedef NS_(?:ENUM|OPTIONS)\(\w+, (\w+)\) \{(.*?)\}", text):
             wrong += check_enum(description, name, members)
         for owner, body in re.findall(r"^@(?:interface|protocol) (\w+)(.*?)^@end", text, re.M | re.S):
@@ -178,7 +181,7 @@ def check_object(description, path):
         if not (names & description.words or selector.startswith(".cxx") or re.match(r"T[#@Q].*,R", selector)):
             yield f"{path.name}: selector {selector}"
     for symbol in symbols:
-        name = re.fullmatch(r"_OBJC_CLASS_\$_(\w+)|_((?:NS|UN|SM|CF|kSec|Sec)\w+)", symbol)
+        name = re.fullmatch(r"_OBJC_CLASS_\$_(\w+)|_((?:NS|UN|SM|CF|FS|kSec|Sec)\w+)", symbol)
         name = name and (name.group(1) or name.group(2))
         if name and not name.startswith(OWN_PREFIX) and name not in description.words:
             yield f"{path.name}: name {name}"

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/macos/rules/LoginItemRules.h"
 #include "platform/macos/rules/NumberRules.h"
+#include "platform/macos/rules/TreeEventRules.h"
 
 #include <gtest/gtest.h>
 
@@ -64,6 +65,38 @@ TEST(MacNumberRules, WholeNumbersOf64BitsAreIntegers) {
     for (const auto &row : rows)
         EXPECT_EQ(valueOf(row.number), row.value) << row.number;
     EXPECT_TRUE(std::holds_alternative<double>(valueOf(std::numeric_limits<double>::quiet_NaN())));
+}
+
+TEST(MacTreeEventRules, OnlyAnEventOfAFileBelowTheRootThatLostNothingIsThatFile) {
+    using namespace fsevents;
+    constexpr std::uint32_t itemModified = 0x1000;
+    const struct {
+        const char *path;
+        std::uint32_t flags;
+        const char *file; ///< null for everything
+    } rows[] = {
+        {"/private/logs/a/log", itemModified | ItemIsFile, "/logs/a/log"},
+        {"/private/logs/log", ItemIsSymlink, "/logs/log"},
+        {"/private/logs/a", itemModified | ItemIsDir, nullptr},
+        {"/private/logs/a", ItemIsDir | ItemIsFile, nullptr},
+        {"/private/logs/a", 0, nullptr},
+        {"/private/logs", ItemIsFile, nullptr},
+        {"/private/logs2/log", ItemIsFile, nullptr},
+        {"/private/mail/log", ItemIsFile, nullptr},
+        {"/private/logs/log", ItemIsFile | MustScanSubDirs, nullptr},
+        {"/private/logs/log", ItemIsFile | UserDropped, nullptr},
+        {"/private/logs/log", ItemIsFile | KernelDropped, nullptr},
+        {"/private/logs/log", ItemIsFile | EventIdsWrapped, nullptr},
+        {"/private/logs/log", ItemIsFile | RootChanged, nullptr},
+        {"/private/logs/log", ItemIsFile | Mount, nullptr},
+        {"/private/logs/log", ItemIsFile | Unmount, nullptr},
+    };
+    for (const auto &row : rows) {
+        TreeChanges changes;
+        addTreeEvent(changes, {"/logs", "/private/logs"}, row.path, row.flags);
+        EXPECT_EQ(changes.isEverything, row.file == nullptr) << row.path << ' ' << row.flags;
+        EXPECT_EQ(changes.files.contains(row.file != nullptr ? row.file : ""), row.file != nullptr);
+    }
 }
 
 } // namespace

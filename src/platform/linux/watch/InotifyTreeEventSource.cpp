@@ -110,7 +110,7 @@ void InotifyTreeEventSource::watchTree(const fs::path &top) {
         fs::directory_iterator entry(folder, error);
         for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
             std::error_code unknownType;
-            if (!entry->is_symlink(unknownType) && entry->is_directory(unknownType))
+            if (entry->is_directory(unknownType))
                 pending.push_back(entry->path());
         }
         if (error)
@@ -170,8 +170,6 @@ void InotifyTreeEventSource::apply(const inotify_event &event, const char *name,
         changes.isEverything = true;
         if (event.wd == m_rootWatch && (event.mask & (IN_IGNORED | IN_MOVE_SELF)) != 0)
             m_hasEnded = true;
-        if ((event.mask & IN_IGNORED) != 0)
-            forget(event.wd);
     } else if (const fs::path path = watched->second / name; (event.mask & IN_ISDIR) == 0) {
         changes.files.insert(path);
     } else {
