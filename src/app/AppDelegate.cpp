@@ -54,7 +54,7 @@ StandardUpdaterController::Services AppDelegate::updaterServices() {
 
 AppState::Services AppDelegate::stateServices() {
     return {{m_preferences, JSONLParser(homeDirectory()), [] { return Calendar::current(); }, m_clock,
-             m_scheduler, platform::openDirectoryEventSource},
+             m_scheduler, platform::openDirectoryEventSource, platform::openTreeEventSource, &m_ledger},
             {m_preferences, m_clock, m_scheduler, m_account, *m_terminal,
              [this] { openInBrowser(m_endpoints.loginURL); }}};
 }

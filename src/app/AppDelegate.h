@@ -3,6 +3,7 @@
 #pragma once
 
 #include "async/Scheduler.h"
+#include "ledger/Ledger.h"
 #include "model/Clock.h"
 #include "notify/NotificationManager.h"
 #include "platform/ApplicationInstance.h"
@@ -75,6 +76,7 @@ private:
     std::unique_ptr<DesktopAppearance> m_desktopAppearance;
     ThemeController m_theme;
     std::unique_ptr<WindowChrome> m_windowChrome; ///< may be null
+    Ledger m_ledger{Ledger::userFolder()};
     AppState m_appState;
     std::unique_ptr<SleepMonitor> m_sleepMonitor;
     SettingsWindowController m_settingsWindow;

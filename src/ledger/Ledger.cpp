@@ -5,6 +5,7 @@
 #include "ledger/LedgerDatabase.h"
 
 #include <QtCore/QLoggingCategory>
+#include <QtCore/QStandardPaths>
 
 #include <string_view>
 #include <system_error>
@@ -28,6 +29,10 @@ Ledger::Ledger(std::filesystem::path folder)
     : m_file(std::move(folder) / "ledger.sqlite") {}
 
 Ledger::~Ledger() = default;
+
+std::filesystem::path Ledger::userFolder() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation).toStdString() + "/burnwick";
+}
 
 /// Calls the function with the open database unless this series has failed.
 template <typename Work>

@@ -22,6 +22,9 @@ public:
     explicit Ledger(std::filesystem::path folder);
     ~Ledger() override;
 
+    /// Returns the ledger's folder in the user's data folder.
+    [[nodiscard]] static std::filesystem::path userFolder();
+
     void recall(LogHistory &history) override;
     void keep(const std::filesystem::path &file, const ReadingPosition *continued,
               const FileReading &reading) override;

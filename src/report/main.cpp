@@ -5,6 +5,7 @@
 #include "forms/JsonForm.h"
 #include "forms/TableForm.h"
 #include "forms/TerminalText.h"
+#include "ledger/Ledger.h"
 #include "model/Clock.h"
 #include "model/Version.h"
 #include "platform/Process.h"
@@ -70,13 +71,15 @@ Snapshot readSnapshot(const ReportOptions &options, const Clock &clock) {
             complain("no quota: " + printableText(account.quotaFailure));
     }
     const JSONLParser parser(homeDirectory());
+    Ledger ledger(Ledger::userFolder());
     const Instant now = clock.now();
     if (options.form == Form::table || options.form == Form::json) {
-        const auto history = parser.parseAllEntries();
+        const auto history = parser.parseAllEntries(nullptr, &ledger);
         updateSession(usage, history->entriesSince(recentSince(usage.calendar, now)), now);
         updateHistory(usage, *history, now);
     } else {
-        updateSession(usage, parser.parseRecentEntries(recentSince(usage.calendar, now))->entries, now);
+        const auto history = parser.parseRecentEntries(recentSince(usage.calendar, now), &ledger);
+        updateSession(usage, history->entries, now);
     }
     return snapshot;
 }

@@ -19,11 +19,15 @@ namespace {
 /// By then a new file has its first lines.
 constexpr std::chrono::milliseconds settleTime{1500};
 
+/// Changes of the tree are gathered for so long, so that many lines a second cost two updates.
+constexpr std::chrono::milliseconds gatherTime{500};
+
 } // namespace
 
 struct UsageTracker::Result {
-    std::optional<UsageFigures> figures; ///< in the filter and zone of the job's start; absent if unchanged
-    std::shared_ptr<const LogHistory> history; ///< null if the last one still holds
+    std::optional<UsageFigures> figures{}; ///< in the filter and zone of the job's start; absent if unchanged
+    std::shared_ptr<const LogHistory> history{}; ///< null if the last one still holds
+    bool isIncomplete = false;                   ///< memory was short
 };
 
 UsageTracker::UsageTracker(Services services)
@@ -37,7 +41,7 @@ UsageTracker::~UsageTracker() = default;
 void UsageTracker::start() {
     // Not in the background: the first picture has the session's figures.
     const Instant now = m_services.clock.now();
-    m_history = m_services.parser.parseRecentEntries(recentSince(m_figures.calendar, now));
+    m_history = m_services.parser.parseRecentEntries(recentSince(m_figures.calendar, now), m_services.store);
     updateSession(m_figures, m_history->entries, now);
     Q_EMIT refreshed();
     m_fileMonitor = std::make_unique<FileMonitor>(
@@ -48,8 +52,32 @@ void UsageTracker::start() {
         },
         m_services.openDirectoryEventSource);
     m_fileMonitor->start();
+    watchTree();
     startJSONLTimer();
     startJob();
+}
+
+/// Watches the tree before the next job compares it.
+void UsageTracker::watchTree() {
+    const std::filesystem::path &root = m_services.parser.projectsURL();
+    if (m_treeEvents && m_treeEvents->isAt(root))
+        return;
+    m_changes.isEverything = true;
+    m_treeEvents = m_services.openTreeEventSource(root, [this] {
+        m_changesTimer = m_services.scheduler.repeat(gatherTime, [this] {
+            m_changesTimer.reset();
+            takeChanges();
+            startJob();
+        });
+    });
+}
+
+void UsageTracker::takeChanges() {
+    if (!m_treeEvents)
+        return;
+    TreeChanges changes = m_treeEvents->take();
+    m_changes.files.merge(changes.files);
+    m_changes.isEverything |= changes.isEverything;
 }
 
 void UsageTracker::stop() {
@@ -58,6 +86,8 @@ void UsageTracker::stop() {
         m_fileMonitor->stop();
     m_jsonlTimer.reset();
     m_settleTimer.reset();
+    m_changesTimer.reset();
+    m_treeEvents.reset();
     m_job.requestStop();
 }
 
@@ -85,8 +115,11 @@ void UsageTracker::refreshLocalData() {
     if (m_stopped)
         return;
     followTimeZone();
-    if (m_fileMonitor)
+    if (m_fileMonitor) {
         m_fileMonitor->start();
+        watchTree();
+    }
+    m_changes.isEverything = true;
     startJob();
 }
 
@@ -116,17 +149,25 @@ void UsageTracker::startJob() {
     m_refreshDue = m_jobRunning;
     if (m_jobRunning)
         return;
-    auto read = [this, &parser = m_services.parser, last = m_history, former = m_figures,
-                 now = m_services.clock.now(), result = std::make_shared<Result>()](const StopRequest &stop) {
+    auto read = [this, &services = m_services, last = m_history, former = m_figures,
+                 changes = std::exchange(m_changes, {}), now = m_services.clock.now(),
+                 result = std::make_shared<Result>()](const StopRequest &stop) {
         try {
             const Calendar &calendar = former.calendar;
-            result->history = parser.parseAllEntries(last.get(), nullptr, stop);
+            // The first history has the recent files alone, which are not stored yet.
+            const LogHistory *known =
+                former.historyReadAt || services.store == nullptr ? last.get() : nullptr;
+            result->history =
+                known == nullptr || changes.isEverything
+                    ? services.parser.parseAllEntries(known, services.store, stop)
+                    : services.parser.parseChangedEntries(*known, changes.files, services.store, stop);
             const LogHistory *history = result->history ? result->history.get() : last.get();
             if (history != nullptr && !stop.isMade()) {
                 const auto recentEntries = history->entriesSince(recentSince(calendar, now));
                 // Files become old, and streaks and periods end, also without new entries.
                 const bool isNewDay = calendar.dayOf(former.lastUpdated) != calendar.dayOf(now);
-                if (result->history || !former.historyReadAt || isNewDay ||
+                const bool isOther = last == nullptr || history->entries != last->entries;
+                if (isOther || !former.historyReadAt || isNewDay ||
                     recentEntries.size() != former.recentFileCount) {
                     UsageFigures &figures = result->figures.emplace(former);
                     updateSession(figures, recentEntries, now);
@@ -135,7 +176,7 @@ void UsageTracker::startJob() {
                 }
             }
         } catch (const std::bad_alloc &) {
-            *result = {}; // the next refresh tries again
+            *result = {.isIncomplete = true};
         }
         QMetaObject::invokeMethod(
             this, [this, result] { takeResult(std::move(*result)); }, Qt::QueuedConnection);
@@ -144,7 +185,7 @@ void UsageTracker::startJob() {
         m_job = StoppableThread(std::move(read));
         m_jobRunning = true;
     } catch (const std::system_error &) {
-        // No thread is available; the next refresh tries again.
+        m_changes.isEverything = true; // no thread is available; the next refresh tries again
     }
 }
 
@@ -157,6 +198,7 @@ void UsageTracker::replaceHistory(std::shared_ptr<const LogHistory> history) {
 
 void UsageTracker::takeResult(Result result) {
     m_jobRunning = false;
+    m_changes.isEverything |= result.isIncomplete;
     if (m_stopped)
         return;
     if (result.history)

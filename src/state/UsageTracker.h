@@ -4,6 +4,7 @@
 
 #include "async/StoppableThread.h"
 #include "logs/FileMonitor.h"
+#include "platform/TreeEventSource.h"
 #include "state/LogFigures.h"
 
 #include <QObject>
@@ -32,6 +33,8 @@ public:
         const Clock &clock;
         Scheduler &scheduler;
         OpenDirectoryEventSource openDirectoryEventSource;
+        OpenTreeEventSource openTreeEventSource;
+        ReadingStore *store = nullptr; ///< null: each run reads all logs
     };
 
     /// Starts nothing.
@@ -64,6 +67,8 @@ Q_SIGNALS:
 private:
     struct Result;
 
+    void watchTree();
+    void takeChanges();
     void startJob();
     void takeResult(Result result);
     void replaceHistory(std::shared_ptr<const LogHistory> history);
@@ -74,13 +79,16 @@ private:
     UsageFigures m_figures;
     std::shared_ptr<const LogHistory>
         m_history; ///< null before start(), then of the recent files until the first job ends
-    std::unique_ptr<RepeatingTimer> m_jsonlTimer;  ///< null before start() and after stop()
-    std::unique_ptr<RepeatingTimer> m_settleTimer; ///< fires once after a change of the directory
+    std::unique_ptr<RepeatingTimer> m_jsonlTimer;   ///< null before start() and after stop()
+    std::unique_ptr<RepeatingTimer> m_settleTimer;  ///< fires once after a change of the directory
+    std::unique_ptr<RepeatingTimer> m_changesTimer; ///< fires once after a change in the tree
+    TreeChanges m_changes{{}, true};                ///< since the last job began
     bool m_stopped = false;
     bool m_jobRunning = false;
-    bool m_refreshDue = false;                  ///< requested while a job was running
-    std::unique_ptr<FileMonitor> m_fileMonitor; ///< null before start()
-    StoppableThread m_job;                      ///< joined before the members above are destroyed
+    bool m_refreshDue = false;                     ///< requested while a job was running
+    std::unique_ptr<FileMonitor> m_fileMonitor;    ///< null before start()
+    std::unique_ptr<TreeEventSource> m_treeEvents; ///< null when the tree is not watched
+    StoppableThread m_job;                         ///< joined before the members above are destroyed
 };
 
 } // namespace burnwick

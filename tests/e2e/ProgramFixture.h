@@ -29,6 +29,7 @@ protected:
         set({{"HOME", home},
              {"XDG_CONFIG_HOME", home + QStringLiteral("/.config")},
              {"XDG_CACHE_HOME", home + QStringLiteral("/.cache")},
+             {"XDG_DATA_HOME", home + QStringLiteral("/.local/share")},
              {"DBUS_SESSION_BUS_ADDRESS", bus.address()}});
         m_program.setProcessChannelMode(QProcess::MergedChannels);
     }

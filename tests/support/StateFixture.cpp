@@ -31,7 +31,7 @@ Endpoints StateFixture::endpoints() const {
 
 AppState::Services StateFixture::services(const std::filesystem::path &home) {
     return {{m_preferences, JSONLParser(home), [this] { return m_calendar; }, m_clock, m_scheduler,
-             platform::openDirectoryEventSource},
+             platform::openDirectoryEventSource, platform::openTreeEventSource, &m_ledger},
             {m_preferences, m_clock, m_scheduler, m_account, m_terminal, [this] { ++m_loginPagesOpened; }}};
 }
 

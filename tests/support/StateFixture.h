@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "ledger/Ledger.h"
 #include "platform/Platform.h"
 #include "platform/linux/defaults/JsonUserDefaults.h"
 #include "prefs/PreferencesManager.h"
@@ -74,6 +75,7 @@ protected:
     MemorySecretStore m_store;
     AccountServices m_account;
     FakeTerminal m_terminal;
+    Ledger m_ledger{m_home.path() / "data"};
     int m_loginPagesOpened = 0;
     AppState m_state;
 
