@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <fstream>
 #include <stdexcept>
 
 #include <fcntl.h>
@@ -34,6 +35,8 @@ ProcessCost runProcess(const std::vector<std::string> &command, const std::vecto
     ::posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, output.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
                                        0644);
 
+    // A process's figures include those of its ended children.
+    const std::uint64_t readBefore = numberIn("/proc/self/io", "rchar");
     const auto begin = std::chrono::steady_clock::now();
     pid_t child = 0;
     const int error = ::posix_spawn(&child, arguments.front().c_str(), &actions, nullptr,
@@ -46,7 +49,17 @@ ProcessCost runProcess(const std::vector<std::string> &command, const std::vecto
     const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - begin;
     if (!WIFEXITED(status) || WEXITSTATUS(status) != 0)
         throw std::runtime_error(command.front() + " failed");
-    return {elapsed.count(), static_cast<std::uint64_t>(usage.ru_maxrss) * 1024};
+    return {elapsed.count(), static_cast<std::uint64_t>(usage.ru_maxrss) * 1024,
+            numberIn("/proc/self/io", "rchar") - readBefore};
+}
+
+std::uint64_t numberIn(const std::string &file, const std::string &key) {
+    std::ifstream lines(file);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with(key + ':'))
+            return std::stoull(line.substr(key.size() + 1));
+    }
+    throw std::runtime_error("no " + key + " in " + file);
 }
 
 } // namespace burnwick::bench

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "ProgramOnDisplay.h"
 
+#include "ChildProcess.h"
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -14,22 +16,6 @@
 #include <unistd.h>
 
 namespace burnwick::bench {
-
-namespace {
-
-/// The number after a key of a file of /proc.
-std::uint64_t numberIn(const QString &path, const QByteArray &key) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw std::runtime_error("cannot read " + path.toStdString());
-    for (QByteArray line = file.readLine(); !line.isEmpty(); line = file.readLine()) {
-        if (line.startsWith(key + ':'))
-            return line.mid(key.size() + 1).simplified().split(' ').first().toULongLong();
-    }
-    throw std::runtime_error("no " + key.toStdString() + " in " + path.toStdString());
-}
-
-} // namespace
 
 ProgramOnDisplay::ProgramOnDisplay(const QString &program, const QProcessEnvironment &environment) {
     m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
@@ -54,21 +40,27 @@ double ProgramOnDisplay::secondsSinceStart() const {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - m_started).count();
 }
 
-QString ProgramOnDisplay::fileOf(const char *name) const {
-    return QStringLiteral("/proc/%1/%2").arg(m_process.processId()).arg(QLatin1String(name));
+std::string ProgramOnDisplay::fileOf(const std::string &name) const {
+    return "/proc/" + std::to_string(m_process.processId()) + '/' + name;
+}
+
+double ProgramOnDisplay::processorSeconds() const {
+    QFile file(QString::fromStdString(fileOf("stat")));
+    if (!file.open(QIODevice::ReadOnly))
+        throw std::runtime_error("the program ended");
+    const QByteArray line = file.readAll();
+    const auto fields = line.mid(line.lastIndexOf(')') + 2).split(' ');
+    return static_cast<double>(fields.at(11).toULongLong() + fields.at(12).toULongLong()) /
+           static_cast<double>(::sysconf(_SC_CLK_TCK));
+}
+
+std::uint64_t ProgramOnDisplay::readBytes() const {
+    return numberIn(fileOf("io"), "rchar");
 }
 
 void ProgramOnDisplay::waitUntilIdle() const {
-    const auto processorTime = [this] {
-        QFile file(fileOf("stat"));
-        if (!file.open(QIODevice::ReadOnly))
-            throw std::runtime_error("the program ended");
-        const QByteArray line = file.readAll();
-        const auto fields = line.mid(line.lastIndexOf(')') + 2).split(' ');
-        return fields.at(11).toULongLong() + fields.at(12).toULongLong();
-    };
-    std::uint64_t before = 0;
-    for (std::uint64_t now = processorTime(); now != before; now = processorTime()) {
+    double before = -1;
+    for (double now = processorSeconds(); now > before; now = processorSeconds()) {
         before = now;
         runFor(std::chrono::seconds(1));
     }
@@ -79,17 +71,17 @@ std::uint64_t ProgramOnDisplay::residentBytes() const {
 }
 
 std::uint64_t ProgramOnDisplay::privateBytes() const {
-    const QString file = fileOf("smaps_rollup");
+    const std::string file = fileOf("smaps_rollup");
     return (numberIn(file, "Private_Clean") + numberIn(file, "Private_Dirty")) * 1024;
 }
 
 /// A thread that waits once more has been woken in between.
 std::map<QString, std::uint64_t> ProgramOnDisplay::waitsOfThreads() const {
     std::map<QString, std::uint64_t> waits;
-    const QDir threads(fileOf("task"));
+    const QDir threads(QString::fromStdString(fileOf("task")));
     for (const QString &thread : threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
         waits[thread] =
-            numberIn(threads.filePath(thread + QLatin1String("/status")), "voluntary_ctxt_switches");
+            numberIn(fileOf("task/" + thread.toStdString() + "/status"), "voluntary_ctxt_switches");
     return waits;
 }
 

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <string>
 
 namespace burnwick::bench {
 
@@ -30,12 +31,16 @@ public:
     /// Resident memory now, in bytes: all of it, and what no other process shares.
     [[nodiscard]] std::uint64_t residentBytes() const;
     [[nodiscard]] std::uint64_t privateBytes() const;
+    /// Of all its threads, in steps of 10 ms.
+    [[nodiscard]] double processorSeconds() const;
+    /// What its read calls have returned.
+    [[nodiscard]] std::uint64_t readBytes() const;
     /// How often a thread of its was woken within the time, for which the event loop runs.
     [[nodiscard]] std::uint64_t wakeUpsWithin(std::chrono::milliseconds time) const;
 
 private:
     [[nodiscard]] std::map<QString, std::uint64_t> waitsOfThreads() const;
-    [[nodiscard]] QString fileOf(const char *name) const;
+    [[nodiscard]] std::string fileOf(const std::string &name) const;
 
     QProcess m_process;
     std::chrono::steady_clock::time_point m_started;

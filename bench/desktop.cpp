@@ -1,17 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
+#include "BenchDesktop.h"
 #include "LogTreeWriter.h"
 #include "ProgramOnDisplay.h"
 #include "ResultTable.h"
 #include "WindowWatch.h"
+#include "live.h"
 
 #include "support/FakeStatusNotifierWatcher.h"
-#include "support/PrivateBus.h"
-#include "support/VirtualDisplay.h"
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QFile>
-#include <QtCore/QTemporaryDir>
 
 #include <algorithm>
 #include <cstdlib>
@@ -33,45 +31,6 @@ constexpr double never = std::numeric_limits<double>::infinity();
 constexpr std::string_view usage =
     "Usage: burnwick-bench-desktop LOGS-DIRECTORY BURNWICK EMPTY-WINDOW REPETITIONS\n"
     "The logs are made there unless they are there already.\n";
-
-/// A home with its own settings: unreachable services, and the defaults otherwise.
-class Settings {
-public:
-    Settings() {
-        QFile file(m_directory.filePath(QStringLiteral("burnwick/burnwick.json")));
-        if (!QDir(m_directory.path()).mkdir(QStringLiteral("burnwick")) || !file.open(QIODevice::WriteOnly))
-            throw std::runtime_error("cannot write settings");
-        file.write(R"({"apiBaseURL":"http://127.0.0.1:9","statusBaseURL":"http://127.0.0.1:9"})");
-    }
-    [[nodiscard]] QString path() const { return m_directory.path(); }
-
-private:
-    QTemporaryDir m_directory;
-};
-
-/// A desktop of the benchmark's own: a screen, a message bus and a status area.
-struct Desktop {
-    Desktop() {
-        if (display.name().isEmpty() || bus.address().isEmpty())
-            throw std::runtime_error("cannot start an X server and a message bus");
-        bus.becomeSessionBus();
-    }
-
-    [[nodiscard]] QProcessEnvironment environment(const std::filesystem::path &home) const {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("HOME"), QString::fromStdString(home.string()));
-        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), settings.path());
-        environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), settings.path());
-        environment.insert(QStringLiteral("DISPLAY"), display.name());
-        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
-        environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
-        return environment;
-    }
-
-    Settings settings;
-    test::VirtualDisplay display;
-    PrivateBus bus;
-};
 
 struct StartTimes {
     double window = never;     ///< seconds from the process's start to the window's first pixels
@@ -111,8 +70,9 @@ void measureStart(Desktop &desktop, const QString &program, const QString &empty
     table.addFigure("start to an empty window", empty.window * 1000, "ms", 0);
     table.addFigure("start to the status item, 100 MB of recent logs", burnwick.statusItem * 1000, "ms", 0);
     table.addAtMost("start to the status item / empty window", burnwick.statusItem / empty.window, 5, "x", 2);
-    table.addFigure("start to the painted window", burnwick.window * 1000, "ms", 0);
-    table.addAtMost("start to the painted window / empty window", burnwick.window / empty.window, 5, "x", 2);
+    table.addFigure("start to the painted window, logs known", burnwick.window * 1000, "ms", 0);
+    table.addAtMost("start to the painted window / empty window", burnwick.window / empty.window, 2.5, "x",
+                    2);
 }
 
 void measureMemory(Desktop &desktop, const QString &program, const QString &emptyWindow,
@@ -151,7 +111,7 @@ void measureWakeUps(Desktop &desktop, const QString &program, const std::filesys
     table.addFigure("wake-ups in a minute, window visible", waitsInAMinute(), "", 0);
     desktop.display.close("Burnwick");
     runUntil([&] { return !desktop.display.shows("Burnwick"); }, "the window to close");
-    table.addFigure("wake-ups in a minute, window hidden", waitsInAMinute(), "", 0);
+    table.addAtMost("wake-ups in a minute, window hidden", waitsInAMinute(), 1, "", 0);
 }
 
 int run(std::span<char *> arguments) {
@@ -168,6 +128,7 @@ int run(std::span<char *> arguments) {
     measureStart(desktop, program, emptyWindow, logs / "recent", repetitions, table);
     measureMemory(desktop, program, emptyWindow, logs / "history", table);
     measureWakeUps(desktop, program, logs / "history", table);
+    measureLiveLines(desktop, program, logs, table);
     return table.anyMissed() ? EXIT_FAILURE : EXIT_SUCCESS;
 }
 

@@ -84,6 +84,23 @@ void HistoryBuilder::add(const JSONLEntry &entry) {
         ++model->datedEntries;
 }
 
+void HistoryBuilder::add(const HistoryBuilder &other) {
+    m_messageCount += other.m_messageCount;
+    addCounts(m_totalTokens, other.m_totalTokens);
+    for (const auto &[day, tokens] : other.m_days) {
+        std::int64_t &sum = tokensOn(day);
+        sum = addTokens(sum, tokens);
+    }
+    for (std::size_t hour = 0; hour < m_entriesPerHour.size(); ++hour)
+        m_entriesPerHour[hour] += other.m_entriesPerHour[hour];
+    for (const auto &[model, sums] : other.m_models) {
+        ModelSums &total = sumsOf(model);
+        total.datedEntries += sums.datedEntries;
+        total.input = addTokens(total.input, sums.input);
+        total.output = addTokens(total.output, sums.output);
+    }
+}
+
 HistoricalData HistoryBuilder::finish(std::int64_t sessionCount, LocalDay today) const {
     HistoricalData history;
     history.sessionCount = sessionCount;

@@ -18,7 +18,12 @@ public:
     explicit HistoryBuilder(const Calendar &calendar)
         : m_cursor(calendar) {}
 
+    HistoryBuilder(const HistoryBuilder &) = delete;
+    HistoryBuilder &operator=(const HistoryBuilder &) = delete;
+
     void add(const JSONLEntry &entry);
+    /// Adds all entries of the other builder, which has the same calendar.
+    void add(const HistoryBuilder &other);
 
     /// Returns the history of the entries added; the current streak ends on `today`.
     [[nodiscard]] HistoricalData finish(std::int64_t sessionCount, LocalDay today) const;

@@ -9,6 +9,8 @@
 
 #include <charconv>
 #include <cmath>
+#include <locale>
+#include <sstream>
 
 namespace burnwick {
 
@@ -50,10 +52,14 @@ std::int64_t integerOf(std::string_view json) {
 
 /// Null if it is no number, or too large.
 std::optional<std::int64_t> picodollarsOf(std::string_view json) {
+    if (json.empty() || json.front() == '"')
+        return std::nullopt;
+    // Not from_chars, which libc++ lacks for this type. Only old versions of Claude Code write costs.
+    std::istringstream in{std::string(json)};
+    in.imbue(std::locale::classic());
     double dollars = 0;
-    const auto [end, error] = std::from_chars(json.data(), json.data() + json.size(), dollars);
     constexpr double limit = 9e6;
-    if (json.empty() || error != std::errc() || end != json.data() + json.size() || std::abs(dollars) > limit)
+    if (!(in >> dollars) || std::abs(dollars) > limit)
         return std::nullopt;
     return std::llround(dollars * 1e12);
 }

@@ -3,12 +3,12 @@
 #include "logs/JSONLParser.h"
 
 #include "logs/HistoryBuilder.h"
+#include "logs/HistorySums.h"
 #include "logs/LogFileReader.h"
 
 #include <algorithm>
 #include <thread>
 #include <unordered_map>
-#include <unordered_set>
 
 namespace burnwick {
 
@@ -125,20 +125,7 @@ double JSONLParser::calculateBurnRate(std::span<const LogEntries> entries) {
 
 HistoricalData JSONLParser::computeHistoricalData(const LogHistory &history, TimeFilter filter,
                                                   const Calendar &calendar, Instant now) {
-    const auto cutOff = cutOffOf(filter, now, calendar);
-    HistoryBuilder builder(calendar);
-    std::unordered_set<InternedString> sessions;
-    forEachEntry(history.entries, [&](const JSONLEntry &entry) {
-        if (cutOff) {
-            const auto instant = entry.timestamp();
-            if (!instant || *instant < *cutOff)
-                return;
-            sessions.insert(entry.sessionId());
-        }
-        builder.add(entry);
-    });
-    const std::size_t sessionCount = cutOff ? sessions.size() : history.files.size();
-    return builder.finish(static_cast<std::int64_t>(sessionCount), calendar.dayOf(now));
+    return HistorySums(history, calendar).within(filter, now);
 }
 
 } // namespace burnwick

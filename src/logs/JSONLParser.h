@@ -48,9 +48,7 @@ public:
     /// sum overflows.
     [[nodiscard]] static double calculateBurnRate(std::span<const LogEntries> entries);
 
-    /// Returns the history of the entries in the filter's period before `now`. With `all` the sessions are
-    /// the log files, otherwise the distinct sessions of those entries. Terminates the program if a sum
-    /// overflows.
+    /// Returns the history of the entries in the filter's period before `now`; see HistorySums::within().
     [[nodiscard]] static HistoricalData computeHistoricalData(const LogHistory &history, TimeFilter filter,
                                                               const Calendar &calendar, Instant now);
 

@@ -76,7 +76,7 @@ Snapshot readSnapshot(const ReportOptions &options, const Clock &clock) {
     if (options.form == Form::table || options.form == Form::json) {
         const auto history = parser.parseAllEntries(nullptr, &ledger);
         updateSession(usage, history->entriesSince(recentSince(usage.calendar, now)), now);
-        updateHistory(usage, *history, now);
+        updateHistory(usage, HistorySums(*history, usage.calendar), now);
     } else {
         const auto history = parser.parseRecentEntries(recentSince(usage.calendar, now), &ledger);
         updateSession(usage, history->entries, now);

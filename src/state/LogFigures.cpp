@@ -26,9 +26,8 @@ void updateSession(UsageFigures &figures, std::span<const LogEntries> recentEntr
     figures.projectedMonthlyCost = projected.month;
 }
 
-void updateHistory(UsageFigures &figures, const LogHistory &history, Instant now) {
-    figures.historicalData =
-        JSONLParser::computeHistoricalData(history, figures.timeFilter, figures.calendar, now);
+void updateHistory(UsageFigures &figures, const HistorySums &sums, Instant now) {
+    figures.historicalData = sums.within(figures.timeFilter, now);
     figures.lastUpdated = now;
 }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "logs/HistorySums.h"
 #include "logs/JSONLParser.h"
 #include "model/Snapshot.h"
 
@@ -16,7 +17,8 @@ namespace burnwick {
 /// overflows.
 void updateSession(UsageFigures &figures, std::span<const LogEntries> recentEntries, Instant readAt);
 
-/// Sets the history of the figures' period in their calendar. Terminates the program when a sum overflows.
-void updateHistory(UsageFigures &figures, const LogHistory &history, Instant now);
+/// Sets the history of the figures' period. The sums are those of their calendar. Terminates the program when
+/// a sum overflows.
+void updateHistory(UsageFigures &figures, const HistorySums &sums, Instant now);
 
 } // namespace burnwick

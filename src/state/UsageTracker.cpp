@@ -27,6 +27,7 @@ constexpr std::chrono::milliseconds gatherTime{500};
 struct UsageTracker::Result {
     std::optional<UsageFigures> figures{}; ///< in the filter and zone of the job's start; absent if unchanged
     std::shared_ptr<const LogHistory> history{}; ///< null if the last one still holds
+    std::shared_ptr<const HistorySums> sums{};   ///< present with figures
     bool isIncomplete = false;                   ///< memory was short
 };
 
@@ -141,15 +142,22 @@ void UsageTracker::setTimeFilter(TimeFilter filter) {
 void UsageTracker::recomputeHistory() {
     m_figures.lastUpdated = m_services.clock.now();
     if (m_figures.historyReadAt)
-        updateHistory(m_figures, *m_history, m_figures.lastUpdated);
+        updateHistory(m_figures, *currentSums(), m_figures.lastUpdated);
     Q_EMIT refreshed();
+}
+
+/// Returns the sums of the history in the figures' calendar.
+const std::shared_ptr<const HistorySums> &UsageTracker::currentSums() {
+    if (m_sums->calendar() != m_figures.calendar)
+        m_sums = std::make_shared<const HistorySums>(*m_history, m_figures.calendar);
+    return m_sums;
 }
 
 void UsageTracker::startJob() {
     m_refreshDue = m_jobRunning;
     if (m_jobRunning)
         return;
-    auto read = [this, &services = m_services, last = m_history, former = m_figures,
+    auto read = [this, &services = m_services, last = m_history, lastSums = m_sums, former = m_figures,
                  changes = std::exchange(m_changes, {}), now = m_services.clock.now(),
                  result = std::make_shared<Result>()](const StopRequest &stop) {
         try {
@@ -171,7 +179,8 @@ void UsageTracker::startJob() {
                     recentEntries.size() != former.recentFileCount) {
                     UsageFigures &figures = result->figures.emplace(former);
                     updateSession(figures, recentEntries, now);
-                    updateHistory(figures, *history, now);
+                    result->sums = std::make_shared<const HistorySums>(*history, calendar, lastSums.get());
+                    updateHistory(figures, *result->sums, now);
                     figures.historyReadAt = now;
                 }
             }
@@ -189,21 +198,16 @@ void UsageTracker::startJob() {
     }
 }
 
-/// A former history may hold a million entries, which take a while to destroy.
-void UsageTracker::replaceHistory(std::shared_ptr<const LogHistory> history) {
-    m_history.swap(history);
-    const auto former = std::make_shared<std::shared_ptr<const LogHistory>>(std::move(history));
-    platform::runDetachedThread([former] { former->reset(); });
-}
-
 void UsageTracker::takeResult(Result result) {
     m_jobRunning = false;
     m_changes.isEverything |= result.isIncomplete;
     if (m_stopped)
         return;
+    const auto former = std::make_shared<std::pair<decltype(m_history), decltype(m_sums)>>(m_history, m_sums);
     if (result.history)
-        replaceHistory(std::move(result.history));
+        m_history = std::move(result.history);
     if (result.figures) {
+        m_sums = std::move(result.sums);
         const TimeFilter filter = m_figures.timeFilter;
         const Calendar calendar = m_figures.calendar;
         m_figures = std::move(*result.figures);
@@ -211,9 +215,11 @@ void UsageTracker::takeResult(Result result) {
             // Changed while the job was running.
             m_figures.timeFilter = filter;
             m_figures.calendar = calendar;
-            updateHistory(m_figures, *m_history, m_services.clock.now());
+            updateHistory(m_figures, *currentSums(), m_services.clock.now());
         }
     }
+    // It may hold a million entries, which take a while to destroy.
+    platform::runDetachedThread([former] { *former = {}; });
     Q_EMIT refreshed();
     if (m_refreshDue)
         startJob();

@@ -71,7 +71,7 @@ private:
     void takeChanges();
     void startJob();
     void takeResult(Result result);
-    void replaceHistory(std::shared_ptr<const LogHistory> history);
+    const std::shared_ptr<const HistorySums> &currentSums();
     void recomputeHistory();
     void refreshOnceMore();
 
@@ -79,6 +79,7 @@ private:
     UsageFigures m_figures;
     std::shared_ptr<const LogHistory>
         m_history; ///< null before start(), then of the recent files until the first job ends
+    std::shared_ptr<const HistorySums> m_sums;      ///< of the history; null before the first job ends
     std::unique_ptr<RepeatingTimer> m_jsonlTimer;   ///< null before start() and after stop()
     std::unique_ptr<RepeatingTimer> m_settleTimer;  ///< fires once after a change of the directory
     std::unique_ptr<RepeatingTimer> m_changesTimer; ///< fires once after a change in the tree

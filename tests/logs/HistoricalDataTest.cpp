@@ -3,6 +3,7 @@
 #include "logs/HistoryBuilder.h"
 
 #include "display/StatFigures.h"
+#include "logs/HistorySums.h"
 #include "logs/JSONLParser.h"
 #include "model/Timestamp.h"
 #include "support/LogTreeFixture.h"
@@ -138,8 +139,9 @@ TEST(HistoricalData, ModelsAreSortedByShareThenByName) {
 }
 
 TEST(HistoricalData, FiltersKeepEntriesDatedWithinThePeriod) {
-    LogHistory log;
+    LogHistory log; // of one file for each row
     log.files.resize(9);
+    std::vector<JSONLEntry> all;
     for (const Row &row : std::initializer_list<Row>{
              {"2025-06-03T11:59:59.999Z", 1, 0, "m", "old"},
              {"2025-06-03T12:00:00.000Z", 2, 0, "m", "a"},
@@ -148,19 +150,45 @@ TEST(HistoricalData, FiltersKeepEntriesDatedWithinThePeriod) {
              {"2025-06-09T12:00:00Z", 16, 0, "m", "undated"},
              {"2025-05-11T12:00:00.000Z", 64, 0, "m", "month"},
              {"2025-05-11T11:59:59.999Z", 128, 0, "m", "older"},
-         })
-        log.entries.push_back(std::make_shared<const std::vector<JSONLEntry>>(1, entryOf(row)));
+         }) {
+        all.push_back(entryOf(row));
+        log.entries.push_back(std::make_shared<const std::vector<JSONLEntry>>(1, all.back()));
+    }
+    LogHistory together = log; // all rows in one file
+    together.entries = {nullptr, std::make_shared<const std::vector<JSONLEntry>>(all)};
 
     const struct {
         TimeFilter filter;
         std::int64_t sessions, input;
     } rows[] = {{TimeFilter::all, 9, 223}, {TimeFilter::sevenDays, 2, 14}, {TimeFilter::thirtyDays, 4, 79}};
     for (const auto &row : rows) {
-        const HistoricalData history = JSONLParser::computeHistoricalData(
-            log, row.filter, Calendar::inZone("UTC"), at("2025-06-10T12:00:00Z"));
-        EXPECT_EQ(history.sessionCount, row.sessions) << nameOf(row.filter);
-        EXPECT_EQ(history.totalTokens.input, row.input) << nameOf(row.filter);
+        for (const LogHistory &files : {log, together}) {
+            const HistoricalData history = JSONLParser::computeHistoricalData(
+                files, row.filter, Calendar::inZone("UTC"), at("2025-06-10T12:00:00Z"));
+            EXPECT_EQ(history.sessionCount, row.sessions) << nameOf(row.filter);
+            EXPECT_EQ(history.totalTokens.input, row.input) << nameOf(row.filter);
+        }
     }
+}
+
+TEST(HistorySums, TakeOverTheSumsOfUnchangedFilesOnlyInTheSameCalendar) {
+    const auto list = [](const char *time, std::int64_t input) {
+        return std::make_shared<const std::vector<JSONLEntry>>(1, entryOf({time, input, 0, "m", "s"}));
+    };
+    LogHistory log;
+    log.files.resize(2);
+    log.entries = {list("2025-06-09T23:30:00.0Z", 1), list("2025-06-09T12:00:00.0Z", 2)};
+    const HistorySums first(log, Calendar::inZone("UTC"));
+    log.entries[1] = list("2025-06-09T13:00:00.0Z", 4);
+    const Calendar calendars[] = {Calendar::inZone("UTC"), Calendar::inZone("Asia/Tokyo")};
+    for (const Calendar &calendar : calendars) {
+        const Instant now = at("2025-06-10T12:00:00Z");
+        EXPECT_EQ(HistorySums(log, calendar, &first).within(TimeFilter::all, now),
+                  HistorySums(log, calendar).within(TimeFilter::all, now));
+    }
+    EXPECT_EQ(
+        HistorySums(log, calendars[1], &first).within(TimeFilter::all, at("2025-06-10T12:00:00Z")).activeDays,
+        2);
 }
 
 TEST(StatFigures, HaveLabelsAndFormattedValuesInOrder) {
