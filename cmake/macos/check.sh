@@ -119,8 +119,8 @@ stub c++ $llvm/lib/libc++.so.1
 stub c++abi $llvm/lib/libc++abi.so.1
 
 # Names of the system's frameworks were compared above; Linux' libraries lack what Qt has for macOS alone, and export
-# other names for the standard library.
-defined_elsewhere='^_(OBJC_|_?objc_|NS|UN|kSec|SecItem|FSEvent|CF|__CFConstant)|^__ZNK?7QString[0-9]+(to|from)NSString|^__ZNK10QByteArray11toStdStringEv$|^__Z.*NSt3__1'
+# other names for the standard library, and for 64-bit integers, which are long long on macOS.
+defined_elsewhere='^_(OBJC_|_?objc_|NS|UN|kSec|SecItem|FSEvent|CF|__CFConstant)|^__ZNK?7QString[0-9]+(to|from)NSString|^__ZNK10QByteArray11toStdStringEv$|^__Z.*NSt3__1|^__ZN6SQLite9Statement4bindEix$'
 
 # link PROGRAM OBJECT...: fails with the names that nothing defines. Our own are defined nowhere else.
 link() {
