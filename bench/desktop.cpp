@@ -111,6 +111,8 @@ void measureWakeUps(Desktop &desktop, const QString &program, const std::filesys
     table.addFigure("wake-ups in a minute, window visible", waitsInAMinute(), "", 0);
     desktop.display.close("Burnwick");
     runUntil([&] { return !desktop.display.shows("Burnwick"); }, "the window to close");
+    // Threads of Qt's that helped at the start end after half a minute.
+    static_cast<void>(waitsInAMinute());
     table.addAtMost("wake-ups in a minute, window hidden", waitsInAMinute(), 1, "", 0);
 }
 

@@ -4,11 +4,12 @@
 
 namespace burnwick::fuzz {
 
-const std::array<Oracle, 7> &allOracles() {
-    static constexpr std::array<Oracle, 7> oracles{{
+const std::array<Oracle, 8> &allOracles() {
+    static constexpr std::array<Oracle, 8> oracles{{
         {"appcast", checkAppcast},
         {"credentials", checkCredentials},
         {"log-file", checkLogFile},
+        {"log-growth", checkLogGrowth},
         {"log-line", checkLogLine},
         {"settings", checkSettings},
         {"timestamp", checkTimestamp},

@@ -27,6 +27,9 @@ inline void require(bool holds, const char *claim) {
 [[nodiscard]] const char *checkLogLine(std::string_view input);
 /// "counted" when the file has usage lines, otherwise "nothing".
 [[nodiscard]] const char *checkLogFile(std::string_view input);
+/// "continued" when a reading continued behind an earlier one of the growing file, otherwise "anew". Also
+/// encodes and decodes the lines as the ledger does.
+[[nodiscard]] const char *checkLogGrowth(std::string_view input);
 /// "accepted" or "refused".
 [[nodiscard]] const char *checkTimestamp(std::string_view input);
 /// "patched" or "refused".
@@ -43,6 +46,6 @@ struct Oracle {
     const char *(*check)(std::string_view input);
 };
 
-[[nodiscard]] const std::array<Oracle, 7> &allOracles();
+[[nodiscard]] const std::array<Oracle, 8> &allOracles();
 
 } // namespace burnwick::fuzz
