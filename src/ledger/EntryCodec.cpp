@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "ledger/EntryCodec.h"
 
+#include <algorithm>
 #include <array>
 
 namespace burnwick {
@@ -24,8 +25,23 @@ public:
         for (unsigned i = 0; i < 8; ++i)
             bytes += static_cast<char>(key >> (8 * i) & 0xFFU);
     }
+    /// 0 for null; otherwise the text's ordinal, which the text follows when it is new.
+    void addName(InternedString name) {
+        if (!name.hasValue())
+            return addUnsigned(0);
+        const auto known = std::ranges::find(m_names, name);
+        addUnsigned(static_cast<std::uint64_t>(known - m_names.begin()) + 1);
+        if (known != m_names.end())
+            return;
+        m_names.push_back(name);
+        addUnsigned(name.view().size());
+        bytes += name.view();
+    }
 
     std::string bytes;
+
+private:
+    std::vector<InternedString> m_names;
 };
 
 /// After malformed bytes every value is 0 and failed() true.
@@ -56,12 +72,28 @@ public:
             key |= next() << (8 * i);
         return key;
     }
+    InternedString readName() {
+        const std::uint64_t ordinal = readUnsigned();
+        if (ordinal == m_names.size() + 1) {
+            const std::uint64_t size = readUnsigned();
+            if (m_failed || size > m_bytes.size()) {
+                fail();
+                return {};
+            }
+            m_names.emplace_back(m_bytes.substr(0, size));
+            m_bytes.remove_prefix(size);
+        } else if (ordinal > m_names.size()) {
+            fail();
+            return {};
+        }
+        return ordinal != 0 ? m_names[ordinal - 1] : InternedString();
+    }
+
+private:
     std::uint64_t fail() {
         m_failed = true;
         return 0;
     }
-
-private:
     std::uint64_t next() {
         if (atEnd())
             return fail();
@@ -71,6 +103,7 @@ private:
     }
 
     std::string_view m_bytes;
+    std::vector<InternedString> m_names;
     bool m_failed = false;
 };
 
@@ -137,7 +170,7 @@ bool haveEqualNames(const UsageDetails &a, const UsageDetails &b) {
 
 } // namespace
 
-std::string encodeEntries(std::span<const JSONLEntry> entries, NameTable &names) {
+std::string encodeEntries(std::span<const JSONLEntry> entries) {
     Writer out;
     std::int64_t lastTime = 0;
     InternedString lastModel;
@@ -151,7 +184,7 @@ std::string encodeEntries(std::span<const JSONLEntry> entries, NameTable &names)
             lastTime = time;
         }
         if (isOtherModel)
-            out.add(names.numberOf(entry.model()));
+            out.addName(entry.model());
         lastModel = entry.model();
         for (const auto member : tokenMembers)
             out.add(entry.counts().*member);
@@ -159,8 +192,7 @@ std::string encodeEntries(std::span<const JSONLEntry> entries, NameTable &names)
     return out.bytes;
 }
 
-bool decodeEntries(std::string_view bytes, NameTable &names, InternedString session,
-                   std::vector<JSONLEntry> &entries) {
+bool decodeEntries(std::string_view bytes, InternedString session, std::vector<JSONLEntry> &entries) {
     Reader in(bytes);
     static const InternedString assistant("assistant");
     std::int64_t time = 0;
@@ -172,12 +204,8 @@ bool decodeEntries(std::string_view bytes, NameTable &names, InternedString sess
             time = wrappingSum(time, in.read());
             instant = Instant(Instant::duration(time));
         }
-        if ((flags & hasOtherModel) != 0) {
-            const auto known = names.named(in.read());
-            if (!known)
-                return false;
-            model = *known;
-        }
+        if ((flags & hasOtherModel) != 0)
+            model = in.readName();
         SessionTokens counts;
         for (const auto member : tokenMembers)
             counts.*member = in.read();
@@ -188,7 +216,7 @@ bool decodeEntries(std::string_view bytes, NameTable &names, InternedString sess
     return true;
 }
 
-std::string encodeDetails(std::span<const UsageDetails> list, NameTable &names) {
+std::string encodeDetails(std::span<const UsageDetails> list) {
     Writer out;
     UsageDetails last;
     for (const UsageDetails &details : list) {
@@ -211,14 +239,14 @@ std::string encodeDetails(std::span<const UsageDetails> list, NameTable &names) 
         }
         if (areOtherNames) {
             for (const auto member : nameMembers)
-                out.add(names.numberOf(details.*member));
+                out.addName(details.*member);
         }
         if (details.cost)
             out.add(*details.cost);
         if (!details.advisors.empty()) {
             out.addUnsigned(details.advisors.size());
             for (const AdvisorUsage &advisor : details.advisors) {
-                out.add(names.numberOf(advisor.model));
+                out.addName(advisor.model);
                 for (const auto member : tokenMembers)
                     out.add(advisor.counts.*member);
             }
@@ -228,14 +256,9 @@ std::string encodeDetails(std::span<const UsageDetails> list, NameTable &names) 
     return out.bytes;
 }
 
-bool decodeDetails(std::string_view bytes, NameTable &names, std::vector<UsageDetails> &list) {
+bool decodeDetails(std::string_view bytes, std::vector<UsageDetails> &list) {
     Reader in(bytes);
     UsageDetails last;
-    const auto readName = [&](InternedString &name) {
-        const auto known = names.named(in.read());
-        name = known.value_or(InternedString());
-        return known.has_value();
-    };
     while (!in.atEnd()) {
         UsageDetails details;
         const Flags flags = in.readUnsigned();
@@ -245,18 +268,14 @@ bool decodeDetails(std::string_view bytes, NameTable &names, std::vector<UsageDe
             details.*member = (flags & flag) != 0 ? in.readKey() : 0;
         for (const auto &[flag, member] : countMembers)
             details.*member = (flags & flag) != 0 ? in.read() : 0;
-        for (const auto member : nameMembers) {
-            details.*member = last.*member;
-            if ((flags & hasOtherNames) != 0 && !readName(details.*member))
-                return false;
-        }
+        for (const auto member : nameMembers)
+            details.*member = (flags & hasOtherNames) != 0 ? in.readName() : last.*member;
         if ((flags & hasCost) != 0)
             details.cost = in.read();
         if ((flags & hasAdvisors) != 0) {
             for (std::uint64_t left = in.readUnsigned(); left > 0 && !in.failed(); --left) {
                 AdvisorUsage &advisor = details.advisors.emplace_back();
-                if (!readName(advisor.model))
-                    return false;
+                advisor.model = in.readName();
                 for (const auto member : tokenMembers)
                     advisor.counts.*member = in.read();
             }

@@ -12,7 +12,11 @@
 #include <unordered_set>
 #include <utility>
 
+#include <fcntl.h>
 #include <sqlite3.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace burnwick {
 
@@ -22,6 +26,58 @@ Q_LOGGING_CATEGORY(ledgerLog, "burnwick.ledger")
 
 /// Others wait while a transaction is open.
 constexpr std::size_t filesPerTransaction = 64;
+
+/// Keeps other processes from moving the folder's files (LOCK_SH) or from opening them (LOCK_EX). Never
+/// waits.
+class FolderLock {
+public:
+    FolderLock(const std::filesystem::path &folder, int kind)
+        : m_folder(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+        , m_error(::flock(m_folder, kind | LOCK_NB) == 0 ? 0 : errno) {}
+    ~FolderLock() {
+        if (m_folder >= 0)
+            ::close(m_folder);
+    }
+    FolderLock(const FolderLock &) = delete;
+    FolderLock &operator=(const FolderLock &) = delete;
+
+    [[nodiscard]] bool isHeld() const { return m_error == 0; }
+    [[nodiscard]] bool isHeldByOthers() const { return m_error == EWOULDBLOCK; }
+
+private:
+    int m_folder;
+    int m_error;
+};
+
+/// Makes the file for its owner alone; SQLite gives the files beside it the same mode.
+void createIfMissing(const std::filesystem::path &file) {
+    std::error_code ignored; // SQLite fails on what is missing
+    std::filesystem::create_directories(file.parent_path().parent_path(), ignored);
+    ::mkdir(file.parent_path().c_str(), S_IRWXU);
+    // An existing file is not opened: closing it would drop the locks that this process has on it.
+    const int flags = O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOCTTY;
+    if (const int descriptor = ::open(file.c_str(), flags, S_IRUSR | S_IWUSR); descriptor >= 0)
+        ::close(descriptor);
+}
+
+bool isSameFile(const FileStatus &a, const FileStatus &b) {
+    return a.device == b.device && a.inode == b.inode;
+}
+
+/// Whether a failure of SQLite is due to the file's contents.
+bool isDamage(const SQLite::Exception &error) {
+    switch (error.getErrorCode()) {
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+    case SQLITE_ERROR:      // an altered schema, in which the statements have errors
+    case SQLITE_CONSTRAINT: // so does an altered index
+    case SQLITE_MISMATCH:
+    case SQLITE_TOOBIG:
+        return true;
+    default:
+        return false;
+    }
+}
 
 } // namespace
 
@@ -39,51 +95,70 @@ template <typename Work>
 void Ledger::attempt(Work work) {
     if (m_hasFailed)
         return;
+    m_hasFailed = true;
     try {
         if (m_database == nullptr)
-            m_database = std::make_unique<LedgerDatabase>(m_file);
+            open();
         work(*m_database);
-        return;
+        m_hasFailed = false;
     } catch (const DamagedLedger &error) {
-        complain(std::string("damaged, moved aside and begun anew: ") + error.what());
-        setAside();
+        abandon(error.what(), true);
     } catch (const SQLite::Exception &error) {
-        const bool isDamaged =
-            error.getErrorCode() == SQLITE_CORRUPT || error.getErrorCode() == SQLITE_NOTADB;
-        complain(isDamaged ? std::string("damaged, moved aside and begun anew: ") + error.what()
-                           : std::string("not used now: ") + error.what());
-        if (isDamaged)
-            setAside();
-    } catch (const ForeignLedger &error) {
-        complain(std::string("not used: ") + error.what());
+        abandon(error.what(), isDamage(error));
+    } catch (const std::exception &error) {
+        abandon(error.what(), false);
     }
-    m_hasFailed = true;
-    m_isWriting = false;
-    m_database.reset();
 }
 
-void Ledger::complain(const std::string &reason) {
-    if (std::exchange(m_complaint, reason) != reason)
-        qCWarning(ledgerLog, "%s: %s", m_file.c_str(), reason.c_str());
+void Ledger::open() {
+    createIfMissing(m_file);
+    const FolderLock lock(m_file.parent_path(), LOCK_SH);
+    if (lock.isHeldByOthers())
+        throw SQLite::Exception("another program is moving it aside", SQLITE_BUSY);
+    m_opened = statusOf(m_file);
+    m_database = std::make_unique<LedgerDatabase>(m_file);
 }
 
-void Ledger::setAside() {
+/// Undoes what was not committed, and closes the file.
+void Ledger::abandon(const std::string &reason, bool isDamaged) {
     m_database.reset();
-    std::error_code ignored;
+    m_filesInTransaction = 0;
+    const std::string outcome = !isDamaged   ? "not used now: "
+                                : setAside() ? "damaged and moved aside: "
+                                             : "damaged and not used: ";
+    if (m_complaints.insert(outcome + reason).second)
+        qCWarning(ledgerLog, "%s: %s%s", m_file.c_str(), outcome.c_str(), reason.c_str());
+}
+
+/// Moves the file that was opened. Returns false if it is still in its place.
+bool Ledger::setAside() const {
+    const FolderLock lock(m_file.parent_path(), LOCK_EX);
+    if (!lock.isHeld())
+        return false;
+    // Another process may have moved it aside and made a new one.
+    if (!isSameFile(statusOf(m_file), m_opened))
+        return true;
     for (const std::string_view suffix : {"", "-wal", "-shm"}) {
         std::filesystem::path former = m_file;
         std::filesystem::path aside = m_file;
         former += suffix;
         aside += std::string(".damaged").append(suffix);
-        std::filesystem::remove(aside, ignored);
-        std::filesystem::rename(former, aside, ignored);
+        std::error_code error;
+        std::filesystem::remove(aside, error);
+        std::filesystem::rename(former, aside, error);
+        if (error && suffix.empty())
+            return false;
     }
+    return true;
 }
 
 void Ledger::recall(LogHistory &history) {
     const std::lock_guard lock(m_mutex);
     m_hasFailed = false;
+    if (m_database != nullptr && !isSameFile(statusOf(m_file), m_opened))
+        m_database.reset();
     attempt([&](LedgerDatabase &database) {
+        database.beginSeries();
         database.beginReading();
         for (std::size_t i = 0; i < history.files.size(); ++i) {
             if (history.entries[i] != nullptr || !history.files[i].status.regular)
@@ -101,31 +176,39 @@ void Ledger::keep(const std::filesystem::path &file, const ReadingPosition *cont
                   const FileReading &reading) {
     const std::lock_guard lock(m_mutex);
     attempt([&](LedgerDatabase &database) {
-        if (!m_isWriting)
+        if (m_filesInTransaction == 0)
             database.beginWriting();
-        m_isWriting = true;
+        ++m_filesInTransaction;
         database.keep(file, continued, reading);
-        if (++m_filesToCommit % filesPerTransaction == 0) {
-            database.commit();
-            m_isWriting = false;
-        }
+        if (m_filesInTransaction == filesPerTransaction)
+            commit(database);
     });
 }
 
 void Ledger::finish(const LogHistory *history) {
     const std::lock_guard lock(m_mutex);
     attempt([&](LedgerDatabase &database) {
-        if (m_isWriting)
-            database.commit();
-        m_isWriting = false;
+        if (m_filesInTransaction > 0)
+            commit(database);
         if (history == nullptr)
             return;
         std::unordered_set<std::string_view> paths;
         for (const LogFile &file : history->files)
             paths.insert(file.path.native());
-        database.forgetUnless(
+        const auto unneeded = database.filesUnless(
             [&paths](const std::filesystem::path &path) { return paths.contains(path.native()); });
+        if (unneeded.empty())
+            return;
+        database.beginWriting();
+        for (const std::int64_t file : unneeded)
+            database.forget(file);
+        commit(database);
     });
+}
+
+void Ledger::commit(LedgerDatabase &database) {
+    database.commit();
+    m_filesInTransaction = 0;
 }
 
 } // namespace burnwick

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <memory>
 #include <mutex>
+#include <set>
 #include <string>
 
 namespace burnwick {
@@ -14,8 +15,9 @@ namespace burnwick {
 class LedgerDatabase;
 
 /// The readings of this and earlier runs, in a SQLite file. Several processes may use it at once. A damaged
-/// file is moved aside and begun anew; each other failure leaves it alone until the next series of calls. A
-/// kind of failure is logged once.
+/// file is moved aside, and the next series of calls begins a new one; each other failure leaves it alone
+/// until the next series. Each kind of failure is logged once. A series waits at most a fifth of a second for
+/// others.
 class Ledger final : public ReadingStore {
 public:
     /// Touches nothing until the first call. The folder is made for the user alone if it is missing.
@@ -33,17 +35,18 @@ public:
 private:
     template <typename Work>
     void attempt(Work work);
-    void begin();
-    void setAside();
-    void complain(const std::string &reason);
+    void open();
+    void commit(LedgerDatabase &database);
+    void abandon(const std::string &reason, bool isDamaged);
+    bool setAside() const;
 
     std::filesystem::path m_file;
     std::mutex m_mutex;
     std::unique_ptr<LedgerDatabase> m_database; ///< null before the first use and after a failure
-    bool m_isWriting = false;                   ///< in a transaction
+    FileStatus m_opened;                        ///< the file's when it was opened
+    std::size_t m_filesInTransaction = 0;       ///< 0 if none is open
     bool m_hasFailed = false;                   ///< in this series
-    std::size_t m_filesToCommit = 0;
-    std::string m_complaint; ///< the last one
+    std::set<std::string> m_complaints;         ///< those in the log
 };
 
 } // namespace burnwick

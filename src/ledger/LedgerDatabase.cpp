@@ -2,16 +2,15 @@
 // SPDX-License-Identifier: MIT
 #include "ledger/LedgerDatabase.h"
 
+#include "ledger/EntryCodec.h"
+
 #define XXH_INLINE_ALL
 #include <xxhash.h>
 
 #include <algorithm>
 #include <array>
-#include <system_error>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include <sqlite3.h>
 
 namespace burnwick {
 
@@ -19,7 +18,9 @@ namespace {
 
 constexpr int applicationId = 0x4275726E; // "Burn"
 constexpr int presentVersion = 1;
-constexpr int busyMilliseconds = 200;
+
+constexpr int waitMilliseconds = 5;
+constexpr int waitsPerSeries = 40;
 
 /// Small enough to be written anew with each appended line, large enough for short keys.
 constexpr std::size_t entriesPerChunk = 256;
@@ -27,12 +28,12 @@ constexpr std::int64_t chunksPerFile = std::int64_t{1} << 24U;
 
 /// The statements that bring a ledger from the version of their index to the next one.
 constexpr std::array<const char *, presentVersion> migrations{R"(
-    CREATE TABLE name(id INTEGER PRIMARY KEY, text BLOB NOT NULL UNIQUE, checksum INTEGER NOT NULL);
+    -- An identifier is never used again, so that an old chunk that came back is not taken for a new one.
     CREATE TABLE file(
-        id INTEGER PRIMARY KEY, path BLOB NOT NULL UNIQUE, device INTEGER NOT NULL, inode INTEGER NOT NULL,
-        size INTEGER NOT NULL, modified INTEGER NOT NULL, changed INTEGER NOT NULL, position INTEGER NOT NULL,
-        fingerprint INTEGER NOT NULL, entries INTEGER NOT NULL, settled INTEGER NOT NULL,
-        checksum INTEGER NOT NULL);
+        id INTEGER PRIMARY KEY AUTOINCREMENT, path BLOB NOT NULL UNIQUE, device INTEGER NOT NULL,
+        inode INTEGER NOT NULL, size INTEGER NOT NULL, modified INTEGER NOT NULL, changed INTEGER NOT NULL,
+        position INTEGER NOT NULL, fingerprint INTEGER NOT NULL, entries INTEGER NOT NULL,
+        settled INTEGER NOT NULL, checksum INTEGER NOT NULL);
     -- A chunk's identifier is the file's, times 2^24, plus its number; details are those of its entries.
     CREATE TABLE chunk(id INTEGER PRIMARY KEY, entries BLOB NOT NULL, checksum INTEGER NOT NULL);
     CREATE TABLE detail(id INTEGER PRIMARY KEY, details BLOB NOT NULL, checksum INTEGER NOT NULL);
@@ -139,21 +140,14 @@ void storeBytes(SQLite::Statement &replace, std::int64_t id, std::string_view by
     Use(replace, id, bytes, checksumOf(bytes, id)).run();
 }
 
-/// Returns a number for a new row.
-std::int64_t nextId(SQLite::Statement &newest) {
-    Use use(newest);
-    return use.next() ? use.integer(0) + 1 : 1;
-}
-
-/// Makes the file for its owner alone; SQLite gives the files beside it the same mode.
-std::string preparedFile(const std::filesystem::path &file) {
-    std::error_code error;
-    std::filesystem::create_directories(file.parent_path().parent_path(), error);
-    ::mkdir(file.parent_path().c_str(), S_IRWXU);
-    const int descriptor = ::open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOCTTY, S_IRUSR | S_IWUSR);
-    if (descriptor >= 0)
-        ::close(descriptor);
-    return file.string();
+/// SQLite calls this while another process has a lock; 0 ends the attempt.
+int waitForOthers(void *waitsLeft, int /*attempt*/) {
+    int &left = *static_cast<int *>(waitsLeft);
+    if (left == 0)
+        return 0;
+    --left;
+    sqlite3_sleep(waitMilliseconds);
+    return 1;
 }
 
 } // namespace
@@ -168,7 +162,8 @@ struct LedgerDatabase::Statements {
                                   "fingerprint, entries, settled, id, checksum, path) "
                                   "VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"};
     SQLite::Statement paths{database, "SELECT id, path FROM file"};
-    SQLite::Statement newestFile{database, "SELECT coalesce(max(id), 0) FROM file"};
+    SQLite::Statement newestFile{database,
+                                 "SELECT coalesce(max(seq), 0) FROM sqlite_sequence WHERE name = 'file'"};
     SQLite::Statement removeFile{database, "DELETE FROM file WHERE id = ?"};
     SQLite::Statement removeChunks{database, "DELETE FROM chunk WHERE id >= ? AND id < ?"};
     SQLite::Statement removeDetails{database, "DELETE FROM detail WHERE id >= ? AND id < ?"};
@@ -176,53 +171,59 @@ struct LedgerDatabase::Statements {
     SQLite::Statement findDetails{database, "SELECT details, checksum FROM detail WHERE id = ?"};
     SQLite::Statement replaceChunk{database, "REPLACE INTO chunk(id, entries, checksum) VALUES(?, ?, ?)"};
     SQLite::Statement replaceDetails{database, "REPLACE INTO detail(id, details, checksum) VALUES(?, ?, ?)"};
-    SQLite::Statement findName{database, "SELECT text, checksum FROM name WHERE id = ?"};
-    SQLite::Statement findNumber{database, "SELECT id FROM name WHERE text = ?"};
-    SQLite::Statement newestName{database, "SELECT coalesce(max(id), 0) FROM name"};
-    SQLite::Statement replaceName{database, "REPLACE INTO name(id, text, checksum) VALUES(?, ?, ?)"};
 };
 
 LedgerDatabase::LedgerDatabase(const std::filesystem::path &file)
-    : m_database(preparedFile(file), SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX, busyMilliseconds) {
+    : m_waitsLeft(waitsPerSeries)
+    , m_database(file.string(), SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX) {
+    sqlite3 *const handle = m_database.getHandle();
+    // SQLite could read it, and would leave files beside it.
+    if (sqlite3_db_readonly(handle, "main") != 0)
+        throw SQLite::Exception("it cannot be written", SQLITE_READONLY);
+    sqlite3_busy_handler(handle, waitForOthers, &m_waitsLeft);
+    // Otherwise closing a foreign file could alter it.
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     m_database.exec("PRAGMA synchronous = NORMAL");
     migrate();
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
     m_statements.reset(new Statements{m_database});
 }
 
 LedgerDatabase::~LedgerDatabase() = default;
 
+void LedgerDatabase::beginSeries() {
+    m_waitsLeft = waitsPerSeries;
+}
+
+int LedgerDatabase::storedVersion() {
+    const auto integer = [this](const char *query) { return m_database.execAndGet(query).getInt(); };
+    const int owner = integer("PRAGMA application_id");
+    const int version = integer("PRAGMA user_version");
+    if (owner == 0 && version == 0 && integer("SELECT count(*) FROM sqlite_master") == 0)
+        return 0;
+    if (owner != applicationId)
+        throw ForeignLedger("it is no ledger of Burnwick");
+    if (version > presentVersion)
+        throw ForeignLedger("a later version of Burnwick wrote it");
+    if (version < 1 || sqlite3_db_readonly(m_database.getHandle(), "main") != 0)
+        throw DamagedLedger("its header is altered");
+    return version;
+}
+
 void LedgerDatabase::migrate() {
-    const auto pragma = [this](const char *name) {
-        return m_database.execAndGet(std::string("PRAGMA ") + name).getInt();
-    };
-    if (pragma("user_version") == presentVersion && pragma("application_id") == applicationId)
+    beginReading();
+    const int version = storedVersion();
+    commit();
+    if (version == presentVersion)
         return;
     m_database.exec("PRAGMA journal_mode = WAL");
     beginWriting();
-    try {
-        // Asked again: another process may have been first.
-        const int version = pragma("user_version");
-        const bool isNew = version == 0 && pragma("application_id") == 0 &&
-                           m_database.execAndGet("SELECT count(*) FROM sqlite_master").getInt() == 0;
-        if (!isNew && pragma("application_id") != applicationId)
-            throw ForeignLedger("it is no ledger of Burnwick");
-        if (version > presentVersion)
-            throw ForeignLedger("a later version of Burnwick wrote it");
-        for (int i = version; i < presentVersion; ++i)
-            m_database.exec(migrations.at(static_cast<std::size_t>(i)));
-        m_database.exec("PRAGMA application_id = " + std::to_string(applicationId));
-        m_database.exec("PRAGMA user_version = " + std::to_string(presentVersion));
-        commit();
-    } catch (...) {
-        rollBack();
-        throw;
-    }
-}
-
-void LedgerDatabase::rollBack() noexcept {
-    m_database.tryExec("ROLLBACK");
-    m_numbers.clear();
-    m_names.clear();
+    // Another process may have been first.
+    for (int i = storedVersion(); i < presentVersion; ++i)
+        m_database.exec(migrations.at(static_cast<std::size_t>(i)));
+    m_database.exec("PRAGMA application_id = " + std::to_string(applicationId));
+    m_database.exec("PRAGMA user_version = " + std::to_string(presentVersion));
+    commit();
 }
 
 LedgerDatabase::Row LedgerDatabase::rowOf(const std::filesystem::path &file) {
@@ -248,7 +249,7 @@ std::optional<FileReading> LedgerDatabase::find(const std::filesystem::path &fil
     auto entries = std::make_shared<std::vector<JSONLEntry>>();
     entries->reserve(row.position.entries);
     for (std::int64_t chunk = row.id * chunksPerFile; entries->size() < row.position.entries; ++chunk) {
-        if (!decodeEntries(checkedBytes(m_statements->findChunk, chunk), *this, session, *entries))
+        if (!decodeEntries(checkedBytes(m_statements->findChunk, chunk), session, *entries))
             throw DamagedLedger("entries are malformed");
     }
     if (entries->size() != row.position.entries)
@@ -261,20 +262,16 @@ void LedgerDatabase::keep(const std::filesystem::path &file, const ReadingPositi
     Row row = rowOf(file);
     if (continued != nullptr && (row.id == 0 || !isSamePlace(row.position, *continued))) {
         // The details of its first lines are not known here; they are read again when the file is unknown.
-        if (row.id != 0)
-            remove(row.id);
+        forget(row.id);
         return;
     }
-    std::size_t first = 0;
-    if (continued != nullptr) {
-        first = continued->entries;
-    } else {
-        if (row.id != 0)
-            remove(row.id);
-        else
-            row.id = nextId(m_statements->newestFile);
+    if (continued == nullptr) {
+        forget(row.id);
+        Use newest(m_statements->newestFile);
+        newest.next();
+        row.id = newest.integer(0) + 1;
     }
-    row.position = reading.position;
+    std::size_t first = continued != nullptr ? continued->entries : 0;
     auto added = std::span(reading.newDetails);
     while (!added.empty()) {
         const std::size_t begin = first / entriesPerChunk * entriesPerChunk;
@@ -282,16 +279,17 @@ void LedgerDatabase::keep(const std::filesystem::path &file, const ReadingPositi
         const std::int64_t chunk =
             row.id * chunksPerFile + static_cast<std::int64_t>(first / entriesPerChunk);
         std::vector<UsageDetails> details;
-        if (first > begin && !decodeDetails(checkedBytes(m_statements->findDetails, chunk), *this, details))
+        if (first > begin && (!decodeDetails(checkedBytes(m_statements->findDetails, chunk), details) ||
+                              details.size() != first - begin))
             throw DamagedLedger("details are malformed");
         details.insert(details.end(), added.begin(), added.begin() + static_cast<std::ptrdiff_t>(count));
         first += count;
         storeBytes(m_statements->replaceChunk, chunk,
-                   encodeEntries(std::span(*reading.entries).subspan(begin, first - begin), *this));
-        storeBytes(m_statements->replaceDetails, chunk, encodeDetails(details, *this));
+                   encodeEntries(std::span(*reading.entries).subspan(begin, first - begin)));
+        storeBytes(m_statements->replaceDetails, chunk, encodeDetails(details));
         added = added.subspan(count);
     }
-    const RowNumbers numbers = numbersOf(row.position);
+    const RowNumbers numbers = numbersOf(reading.position);
     Use replace(m_statements->replaceFile);
     int index = 0;
     for (const std::int64_t number : numbers)
@@ -302,45 +300,22 @@ void LedgerDatabase::keep(const std::filesystem::path &file, const ReadingPositi
     replace.run();
 }
 
-void LedgerDatabase::remove(std::int64_t row) {
-    for (SQLite::Statement *statement : {&m_statements->removeChunks, &m_statements->removeDetails})
-        Use(*statement, row * chunksPerFile, (row + 1) * chunksPerFile).run();
-    Use(m_statements->removeFile, row).run();
-}
-
-void LedgerDatabase::forgetUnless(const std::function<bool(const std::filesystem::path &)> &isNeeded) {
+std::vector<std::int64_t>
+LedgerDatabase::filesUnless(const std::function<bool(const std::filesystem::path &)> &isNeeded) {
     std::vector<std::int64_t> unneeded;
     for (Use paths(m_statements->paths); paths.next();) {
         if (!isNeeded(std::filesystem::path(paths.bytes(1))))
             unneeded.push_back(paths.integer(0));
     }
-    for (const std::int64_t row : unneeded)
-        remove(row);
+    return unneeded;
 }
 
-std::int64_t LedgerDatabase::numberOf(InternedString name) {
-    if (!name.hasValue())
-        return 0;
-    std::int64_t &number = m_numbers[name];
-    if (number != 0)
-        return number;
-    Use find(m_statements->findNumber, name.view());
-    if (find.next()) {
-        number = find.integer(0);
-    } else {
-        number = nextId(m_statements->newestName);
-        storeBytes(m_statements->replaceName, number, name.view());
-    }
-    return number;
-}
-
-std::optional<InternedString> LedgerDatabase::named(std::int64_t number) {
-    if (number == 0)
-        return InternedString();
-    InternedString &name = m_names[number];
-    if (!name.hasValue())
-        name = InternedString(checkedBytes(m_statements->findName, number));
-    return name;
+void LedgerDatabase::forget(std::int64_t id) {
+    if (id == 0)
+        return;
+    for (SQLite::Statement *statement : {&m_statements->removeChunks, &m_statements->removeDetails})
+        Use(*statement, id * chunksPerFile, (id + 1) * chunksPerFile).run();
+    Use(m_statements->removeFile, id).run();
 }
 
 } // namespace burnwick

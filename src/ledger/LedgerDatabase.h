@@ -2,18 +2,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ledger/EntryCodec.h"
 #include "logs/ReadingStore.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
-#include <unordered_map>
+#include <vector>
 
 namespace burnwick {
 
@@ -30,50 +30,51 @@ public:
 };
 
 /// The ledger's tables. Each row carries a checksum, because SQLite does not notice altered contents. All
-/// operations throw SQLite::Exception and DamagedLedger. For one thread at a time.
-class LedgerDatabase final : private NameTable {
+/// operations throw SQLite::Exception and DamagedLedger; the object is of no use afterwards. Destroying it
+/// undoes an open transaction. For one thread at a time.
+class LedgerDatabase final {
 public:
-    /// Opens the file or creates it, with mode 0600, and brings an older one to the present version. Throws
-    /// ForeignLedger, too. Waits at most a fifth of a second for other processes, here and later.
+    /// Opens the file, which may be empty, and brings an older one to the present version. Throws
+    /// ForeignLedger, too, and leaves such a file as it is. Begins a series.
     explicit LedgerDatabase(const std::filesystem::path &file);
-    ~LedgerDatabase() override;
+    ~LedgerDatabase();
+
+    /// Begins a series of operations, which wait at most a fifth of a second altogether for other processes.
+    void beginSeries();
 
     /// Returns the file's reading without new details; null if it is unknown.
     [[nodiscard]] std::optional<FileReading> find(const std::filesystem::path &file);
+    /// Returns the numbers of all files for which the function returns false.
+    [[nodiscard]] std::vector<std::int64_t>
+    filesUnless(const std::function<bool(const std::filesystem::path &)> &isNeeded);
 
     // These need an open transaction.
 
     /// See ReadingStore::keep(). Forgets the file if the reading continues another one than the stored one.
     void keep(const std::filesystem::path &file, const ReadingPosition *continued,
               const FileReading &reading);
-    /// Forgets all files for which the function returns false.
-    void forgetUnless(const std::function<bool(const std::filesystem::path &)> &isNeeded);
+    /// Forgets the file of that number. Does nothing without one.
+    void forget(std::int64_t id);
 
     /// Begin a transaction, which sees one state of the file.
     void beginReading() { m_database.exec("BEGIN"); }
     void beginWriting() { m_database.exec("BEGIN IMMEDIATE"); }
     void commit() { m_database.exec("COMMIT"); }
-    /// Undoes what was written in the transaction. Does nothing without a transaction.
-    void rollBack() noexcept;
 
 private:
     struct Row {
         std::int64_t id = 0; ///< 0 if unknown
         ReadingPosition position;
     };
-
-    void migrate();
-    Row rowOf(const std::filesystem::path &file);
-    void remove(std::int64_t row);
-    std::int64_t numberOf(InternedString name) override;
-    std::optional<InternedString> named(std::int64_t number) override;
-
     struct Statements;
 
+    int storedVersion();
+    void migrate();
+    Row rowOf(const std::filesystem::path &file);
+
+    int m_waitsLeft;
     SQLite::Database m_database;
     std::unique_ptr<Statements> m_statements;
-    std::unordered_map<InternedString, std::int64_t> m_numbers;
-    std::unordered_map<std::int64_t, InternedString> m_names;
 };
 
 } // namespace burnwick
