@@ -5,8 +5,6 @@
 #include "logs/LogFileReader.h"
 
 #include <algorithm>
-#include <array>
-#include <map>
 #include <string>
 
 #include <sys/mman.h>
@@ -37,38 +35,18 @@ private:
     int m_descriptor;
 };
 
-class Names final : public NameTable {
-public:
-    std::int64_t numberOf(InternedString name) override {
-        const auto number = static_cast<std::int64_t>(m_texts.size()) + 1;
-        return name.hasValue() ? m_texts.emplace(name.view(), number).first->second : 0;
-    }
-    std::optional<InternedString> named(std::int64_t number) override {
-        if (number == 0)
-            return InternedString();
-        const auto found = std::ranges::find(m_texts, number, [](const auto &text) { return text.second; });
-        return found != m_texts.end() ? std::optional(InternedString(found->first)) : std::nullopt;
-    }
-
-private:
-    std::map<std::string, std::int64_t, std::less<>> m_texts;
-};
-
 void checkCodec(std::string_view input, const FileReading &reading) {
-    Names names;
     std::vector<JSONLEntry> entries;
     const InternedString session =
         reading.entries->empty() ? InternedString() : reading.entries->front().sessionId();
-    require(decodeEntries(encodeEntries(*reading.entries, names), names, session, entries) &&
-                entries == *reading.entries,
+    require(decodeEntries(encodeEntries(*reading.entries), session, entries) && entries == *reading.entries,
             "entries survive the ledger");
     std::vector<UsageDetails> details;
-    require(decodeDetails(encodeDetails(reading.newDetails, names), names, details) &&
-                details == reading.newDetails,
+    require(decodeDetails(encodeDetails(reading.newDetails), details) && details == reading.newDetails,
             "details survive the ledger");
     // Any bytes are refused or decoded, and nothing else.
-    static_cast<void>(decodeEntries(input, names, session, entries));
-    static_cast<void>(decodeDetails(input, names, details));
+    static_cast<void>(decodeEntries(input, session, entries));
+    static_cast<void>(decodeDetails(input, details));
 }
 
 } // namespace

@@ -154,7 +154,8 @@ bool Ledger::setAside() const {
 
 void Ledger::recall(LogHistory &history) {
     const std::lock_guard lock(m_mutex);
-    m_hasFailed = false;
+    // Without logs there is nothing to remember; then nothing is created.
+    m_hasFailed = history.files.empty() && !statusOf(m_file).regular;
     if (m_database != nullptr && !isSameFile(statusOf(m_file), m_opened))
         m_database.reset();
     attempt([&](LedgerDatabase &database) {

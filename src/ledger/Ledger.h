@@ -45,7 +45,7 @@ private:
     std::unique_ptr<LedgerDatabase> m_database; ///< null before the first use and after a failure
     FileStatus m_opened;                        ///< the file's when it was opened
     std::size_t m_filesInTransaction = 0;       ///< 0 if none is open
-    bool m_hasFailed = false;                   ///< in this series
+    bool m_hasFailed = false;                   ///< in this series, or there is nothing to do
     std::set<std::string> m_complaints;         ///< those in the log
 };
 

@@ -20,6 +20,7 @@ TEST_F(ProgramTest, RunsWithoutLogsAndCreatesNothingInTheHome) {
     EXPECT_TRUE(endsAt(SIGINT));
     EXPECT_FALSE(std::filesystem::exists(m_home.path() / ".claude"));
     EXPECT_FALSE(std::filesystem::exists(m_home.path() / ".config" / "burnwick"));
+    EXPECT_FALSE(std::filesystem::exists(m_home.path() / ".local"));
 }
 
 TEST_F(ProgramTest, StartedByNohupItOutlivesItsTerminal) {
