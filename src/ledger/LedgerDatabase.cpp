@@ -9,6 +9,8 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
+#include <thread>
 
 #include <sqlite3.h>
 
@@ -19,8 +21,9 @@ namespace {
 constexpr int applicationId = 0x4275726E; // "Burn"
 constexpr int presentVersion = 1;
 
-constexpr int waitMilliseconds = 5;
-constexpr int waitsPerSeries = 40;
+using std::chrono::microseconds;
+using namespace std::chrono_literals;
+constexpr microseconds waitPerSeries = 200ms;
 
 /// Small enough to be written anew with each appended line, large enough for short keys.
 constexpr std::size_t entriesPerChunk = 256;
@@ -140,17 +143,35 @@ void storeBytes(SQLite::Statement &replace, std::int64_t id, std::string_view by
     Use(replace, id, bytes, checksumOf(bytes, id)).run();
 }
 
-/// SQLite calls this while another process has a lock; 0 ends the attempt.
-int waitForOthers(void *waitsLeft, int /*attempt*/) {
-    int &left = *static_cast<int *>(waitsLeft);
-    if (left == 0)
-        return 0;
-    --left;
-    sqlite3_sleep(waitMilliseconds);
-    return 1;
-}
-
 } // namespace
+
+/// SQLite's access to files, with a limit on the time that a series sleeps while others have locks. SQLite's
+/// own limit does not apply to locks in the file "-shm", which it tries for ten seconds.
+struct LedgerDatabase::FileAccess : sqlite3_vfs {
+    FileAccess()
+        : sqlite3_vfs(*sqlite3_vfs_find(nullptr))
+        , name("burnwick-" + std::to_string(reinterpret_cast<std::uintptr_t>(this))) { // NOLINT: unique
+        zName = name.c_str();
+        xSleep = [](sqlite3_vfs *self, int time) {
+            return static_cast<FileAccess *>(self)->sleep(microseconds(time));
+        };
+        sqlite3_vfs_register(this, 0);
+    }
+    ~FileAccess() { sqlite3_vfs_unregister(this); }
+    FileAccess(const FileAccess &) = delete;
+    FileAccess &operator=(const FileAccess &) = delete;
+
+    /// Returns the time in microseconds; 0 when the series must not wait longer.
+    int sleep(microseconds time) {
+        time = std::min(time, left);
+        left -= time;
+        std::this_thread::sleep_for(time);
+        return static_cast<int>(time.count());
+    }
+
+    const std::string name;
+    microseconds left = waitPerSeries;
+};
 
 struct LedgerDatabase::Statements {
     SQLite::Database &database;
@@ -174,13 +195,16 @@ struct LedgerDatabase::Statements {
 };
 
 LedgerDatabase::LedgerDatabase(const std::filesystem::path &file)
-    : m_waitsLeft(waitsPerSeries)
-    , m_database(file.string(), SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX) {
+    : m_files(std::make_unique<FileAccess>())
+    , m_database(file.string(), SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX, 0, m_files->name) {
     sqlite3 *const handle = m_database.getHandle();
     // SQLite could read it, and would leave files beside it.
     if (sqlite3_db_readonly(handle, "main") != 0)
         throw SQLite::Exception("it cannot be written", SQLITE_READONLY);
-    sqlite3_busy_handler(handle, waitForOthers, &m_waitsLeft);
+    const auto wait = [](void *files, int /*attempt*/) {
+        return static_cast<FileAccess *>(files)->sleep(5ms) > 0 ? 1 : 0;
+    };
+    sqlite3_busy_handler(handle, wait, m_files.get());
     // Otherwise closing a foreign file could alter it.
     sqlite3_db_config(handle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     m_database.exec("PRAGMA synchronous = NORMAL");
@@ -192,7 +216,7 @@ LedgerDatabase::LedgerDatabase(const std::filesystem::path &file)
 LedgerDatabase::~LedgerDatabase() = default;
 
 void LedgerDatabase::beginSeries() {
-    m_waitsLeft = waitsPerSeries;
+    m_files->left = waitPerSeries;
 }
 
 int LedgerDatabase::storedVersion() {

@@ -66,13 +66,14 @@ private:
         std::int64_t id = 0; ///< 0 if unknown
         ReadingPosition position;
     };
+    struct FileAccess;
     struct Statements;
 
     int storedVersion();
     void migrate();
     Row rowOf(const std::filesystem::path &file);
 
-    int m_waitsLeft;
+    std::unique_ptr<FileAccess> m_files;
     SQLite::Database m_database;
     std::unique_ptr<Statements> m_statements;
 };

@@ -1,23 +1,19 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "support/LogTreeFixture.h"
+#include "faults/Strace.h"
 
 #include <gtest/gtest.h>
 
-#include <QProcess>
-
 #include <algorithm>
-#include <map>
 #include <regex>
 #include <set>
-#include <sstream>
-#include <vector>
 
 namespace burnwick {
 namespace {
 
 namespace fs = std::filesystem;
 using test::bytesOf;
+using test::Call;
 using test::writeFile;
 
 constexpr const char *oldSettings = R"({"refreshRate": 30, "future": [1, 2]})";
@@ -38,42 +34,22 @@ std::ostream &operator<<(std::ostream &out, const File &file) {
     return out << file.name;
 }
 
-/// A call of the kernel, with its ordinal among the program's calls of that name.
-struct Call {
-    std::string name;
-    int number;
-    std::string text;
-};
-
-/// Returns the calls between the program's two calls of getppid().
-std::vector<Call> callsIn(const std::string &trace) {
-    std::vector<Call> calls;
-    std::map<std::string, int> counts;
-    std::istringstream lines(trace);
-    bool between = false;
-    for (std::string line; std::getline(lines, line);) {
-        const auto begin = line.find_first_not_of("0123456789 ");
-        const auto end = line.find('(');
-        if (begin == std::string::npos || end == std::string::npos || end < begin)
-            continue;
-        const std::string name = line.substr(begin, end - begin);
-        const int number = ++counts[name];
-        if (name == "getppid")
-            between = !between;
-        else if (between)
-            calls.push_back({name, number, line});
-    }
-    return calls;
+/// Returns those between the program's two calls of getppid().
+std::vector<Call> callsBetweenMarks(const std::vector<Call> &calls) {
+    const auto isMark = [](const Call &call) { return call.name == "getppid"; };
+    const auto first = std::ranges::find_if(calls, isMark);
+    return first == calls.end() ? std::vector<Call>()
+                                : std::vector(first + 1, std::find_if(first + 1, calls.end(), isMark));
 }
 
 class WriteFaults : public testing::TestWithParam<File> {
 protected:
     void SetUp() override {
-        if (strace({QStringLiteral("true")}) != 0)
+        if (!m_strace.isAvailable())
             GTEST_SKIP() << "strace is not installed, or is not permitted to trace";
         putOldFile();
-        ASSERT_EQ(strace(command()), 0);
-        m_calls = callsIn(bytesOf(m_trace));
+        ASSERT_EQ(m_strace.run(command()), 0);
+        m_calls = callsBetweenMarks(m_strace.calls());
         ASSERT_FALSE(m_calls.empty());
         m_new = bytesOf(m_file);
         ASSERT_NE(m_new, "");
@@ -98,22 +74,9 @@ protected:
         return {QStringLiteral(BURNWICK_WRITE_ONCE), QString::fromUtf8(GetParam().kind),
                 QString::fromStdString(m_file)};
     }
-    /// Runs the command under strace. Returns its exit code; negative when a signal ended it.
-    int strace(const QStringList &command, const QStringList &options = {}) const {
-        const QStringList trace{QStringLiteral("-f"), QStringLiteral("-o"), QString::fromStdString(m_trace)};
-        QProcess process;
-        process.start(QStringLiteral("strace"), trace + options + command);
-        process.waitForFinished();
-        return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-    }
     int runWith(const Call &call, const std::string &fault) {
         putOldFile();
-        const auto name = QString::fromStdString(call.name);
-        const QStringList options{
-            QStringLiteral("-e"), QStringLiteral("trace=") + name, QStringLiteral("-e"),
-            QStringLiteral("inject=%1:%2:when=%3")
-                .arg(name, QString::fromStdString(fault), QString::number(call.number))};
-        return strace(command(), options);
+        return m_strace.runWithFault(command(), call, fault);
     }
 
     /// Expects the old file or the new one, with the same mode, and the same link.
@@ -137,12 +100,12 @@ protected:
     }
 
     const test::TemporaryDirectory m_directory;
-    const fs::path m_trace = m_directory.path() / "trace";
     const fs::path m_home = m_directory.path() / "home";
     const fs::path m_file = m_home / GetParam().file;
     const fs::path m_target = GetParam().linked ? m_home / "dotfiles" / "file" : m_file;
     const std::string m_old = GetParam().old;
     std::string m_new;
+    test::Strace m_strace;
     std::vector<Call> m_calls;
 };
 
@@ -171,7 +134,7 @@ TEST_P(WriteFaults, AnErrorOfAnyCallLeavesTheOldFileOrTheNewAndNothingElse) {
         for (const char *error : {"ENOSPC", "EIO", "EINTR"}) {
             SCOPED_TRACE(error + (": " + call.text));
             const int outcome = runWith(call, std::string("error=") + error);
-            EXPECT_NE(bytesOf(m_trace).find("INJECTED"), std::string::npos) << "nothing failed";
+            EXPECT_TRUE(m_strace.hasFailedACall()) << "nothing failed";
             expectWhole();
             EXPECT_EQ(outcome, bytesOf(m_file) == m_new ? 0 : 3) << "another result than reported";
             EXPECT_EQ(others(), std::vector<fs::path>());
@@ -181,9 +144,10 @@ TEST_P(WriteFaults, AnErrorOfAnyCallLeavesTheOldFileOrTheNewAndNothingElse) {
 
 TEST_P(WriteFaults, ShortWritesAreContinued) {
     putOldFile();
-    ASSERT_EQ(strace(command() + QStringList{QStringLiteral("short")}), 0);
+    ASSERT_EQ(m_strace.run(command() + QStringList{QStringLiteral("short")}), 0);
     EXPECT_EQ(bytesOf(m_file), m_new);
-    EXPECT_GT(std::ranges::count(callsIn(bytesOf(m_trace)), "write", &Call::name), 2) << "no short write";
+    EXPECT_GT(std::ranges::count(callsBetweenMarks(m_strace.calls()), "write", &Call::name), 2)
+        << "no short write";
 }
 
 /// After a power failure a file may have its name without its contents; a crash cannot show that.

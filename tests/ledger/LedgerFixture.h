@@ -39,12 +39,15 @@ struct LedgerTest : testing::Test {
         Ledger ledger(m_folder);
         readWith(ledger);
     }
-    void readWhenSettled() const {
+    void waitUntilSettled() const {
         for (const LogFile &file : allLogFiles(m_home.projects())) {
             while (!isSettled(file.status, std::chrono::time_point_cast<Instant::duration>(
                                                std::chrono::system_clock::now())))
                 std::this_thread::yield();
         }
+    }
+    void readWhenSettled() const {
+        waitUntilSettled();
         read();
     }
     void readWith(Ledger &ledger) const {
