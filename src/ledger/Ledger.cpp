@@ -69,8 +69,8 @@ bool isDamage(const SQLite::Exception &error) {
     switch (error.getErrorCode()) {
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
-    case SQLITE_ERROR:      // an altered schema, in which the statements have errors
-    case SQLITE_CONSTRAINT: // so does an altered index
+    case SQLITE_ERROR:      // due to an altered schema
+    case SQLITE_CONSTRAINT: // due to an altered index
     case SQLITE_MISMATCH:
     case SQLITE_TOOBIG:
         return true;
@@ -138,7 +138,7 @@ bool Ledger::setAside() const {
     // Another process may have moved it aside and made a new one.
     if (!isSameFile(statusOf(m_file), m_opened))
         return true;
-    for (const std::string_view suffix : {"", "-wal", "-shm"}) {
+    for (const std::string_view suffix : {"", "-wal", "-shm", "-journal"}) {
         std::filesystem::path former = m_file;
         std::filesystem::path aside = m_file;
         former += suffix;
@@ -156,8 +156,11 @@ void Ledger::recall(LogHistory &history) {
     const std::lock_guard lock(m_mutex);
     // Without logs there is nothing to remember; then nothing is created.
     m_hasFailed = history.files.empty() && !statusOf(m_file).regular;
-    if (m_database != nullptr && !isSameFile(statusOf(m_file), m_opened))
+    // A series that did not reach its end, or a file that was moved.
+    if (m_filesInTransaction > 0 || !isSameFile(statusOf(m_file), m_opened)) {
         m_database.reset();
+        m_filesInTransaction = 0;
+    }
     attempt([&](LedgerDatabase &database) {
         database.beginSeries();
         database.beginReading();

@@ -37,6 +37,23 @@ void shareEntries(LogHistory &history, const LogHistory &last) {
     }
 }
 
+/// Sets those entries that are null and that the store knows.
+void recallEntries(LogHistory &history, Watch watch, ReadingStore &store) {
+    std::vector<std::size_t> unknown;
+    for (std::size_t i = 0; i < history.files.size(); ++i) {
+        if (history.entries[i] == nullptr)
+            unknown.push_back(i);
+    }
+    store.recall(history);
+    if (watch == Watch::none)
+        return;
+    // Nobody watched these files since they were stored.
+    for (const std::size_t i : unknown) {
+        if (!isUnchanged(history.positions[i], history.files[i].status))
+            history.entries[i] = nullptr;
+    }
+}
+
 template <typename Use> // called with each entry
 void forEachEntry(std::span<const LogEntries> lists, Use use) {
     for (const LogEntries &list : lists) {
@@ -89,7 +106,7 @@ std::shared_ptr<const LogHistory> JSONLParser::readChanges(std::shared_ptr<LogHi
                                                            ReadingStore *store,
                                                            const StopRequest &stop) const {
     if (store != nullptr)
-        store->recall(*history);
+        recallEntries(*history, watch, *store);
     readMissingEntries(*history, m_threads, watch, store, stop);
     if (store != nullptr)
         store->finish(stop.isMade() ? nullptr : history.get());

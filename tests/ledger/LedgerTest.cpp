@@ -145,5 +145,36 @@ TEST_F(LedgerTest, AReadOnlyHomeIsLeftAlone) {
     EXPECT_EQ(test::entriesOf(m_folder), 1) << "files beside the ledger";
 }
 
+TEST_F(LedgerTest, ASeriesWithoutAnEndIsUndone) {
+    Ledger ledger(m_folder);
+    const auto file = m_home.projects() / "b" / "0.jsonl";
+    const test::LogCapture log;
+    LogHistory none;
+    ledger.recall(none);
+    ledger.keep(file, nullptr, {std::make_shared<std::vector<JSONLEntry>>(), {statusOf(file)}});
+    readWith(ledger);
+    EXPECT_TRUE(log.lines().isEmpty()) << log.lines().join(u'\n').toStdString();
+    EXPECT_EQ(recalled(), logs());
+}
+
+/// A long file that was not watched since may have been rewritten between the samples that are compared.
+TEST_F(LedgerTest, ALongFileThatGrewAfterAnotherProgramReadItIsReadAnew) {
+    const auto file = m_home.projects() / "a" / "long.jsonl";
+    Ledger ledger(m_folder);
+    fs::rename(file, m_home.path() / "away");
+    const auto last = m_parser.parseAllEntries(nullptr, &ledger);
+    fs::rename(m_home.path() / "away", file);
+    readWhenSettled(); // by another program
+    std::string bytes = bytesOf(file);
+    const std::size_t at = bytes.find("\"input_tokens\":", 6'000);
+    ASSERT_LT(at, 9'000U);
+    bytes[at + 15] = '9';
+    writeFile(file, bytes + test::usageLine("2025-06-03T12:00:00Z", 1, 1));
+    const auto history = m_parser.parseChangedEntries(*last, {file}, &ledger);
+    const auto fresh = m_parser.parseAllEntries();
+    ASSERT_EQ(history->files.size(), fresh->files.size());
+    EXPECT_TRUE(*history->entries.back() == *fresh->entries.back());
+}
+
 } // namespace
 } // namespace burnwick
