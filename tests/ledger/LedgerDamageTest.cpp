@@ -76,31 +76,5 @@ TEST_F(LedgerTest, LogsThatAreGoneAreForgotten) {
         EXPECT_EQ(database.execAndGet(std::string("SELECT count(*) FROM ") + table).getInt(), 2) << table;
 }
 
-/// A file "-wal" of which only the begin is left brings old pages back.
-TEST_F(LedgerTest, OldPagesThatCameBackAreNotTakenForNewOnes) {
-    for (int i = 2; i < 60; ++i)
-        addLog(i);
-    readWhenSettled();
-    SQLite::Database other(m_file.string(), SQLite::OPEN_READWRITE);
-    other.exec("PRAGMA user_version"); // the file "-wal" remains while it is open
-    addLog(60);
-    readWhenSettled();
-    const std::string begin = bytesOf(m_file.string() + "-wal");
-    ASSERT_FALSE(begin.empty());
-    for (const int i : {40, 45})
-        writeFile(m_home.projects() / "b" / (std::to_string(i) + ".jsonl"),
-                  test::usageLine("2025-06-02T12:00:00Z", i, 9));
-    readWhenSettled();
-    auto files = contents();
-    fs::remove_all(m_folder);
-    writeFile(m_file, files[""]);
-    writeFile(m_file.string() + "-wal", files["-wal"]);
-    execute("PRAGMA wal_checkpoint");
-    files = {{"", bytesOf(m_file)}, {"-wal", begin}};
-    restore(files);
-    const test::LogCapture log;
-    read();
-}
-
 } // namespace
 } // namespace burnwick
