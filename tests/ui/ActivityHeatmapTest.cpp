@@ -14,7 +14,6 @@
 #include <QTest>
 #include <QToolTip>
 
-#include <set>
 #include <utility>
 
 namespace burnwick {
@@ -79,32 +78,6 @@ TEST(HeatmapLayoutTest, NamesOfMonthsAreAboveTheirFirstDayAndInsideTheGrid) {
         }
         EXPECT_LE(end, 725) << dayText(today + days(i)).toStdString();
     }
-}
-
-TEST(ActivityHeatmapViewTest, CellsAreSharpAtEachScaleAndPosition) {
-    QWidget window;
-    window.setPalette(paletteOf(ColorScheme::dark));
-    ActivityHeatmapView view(measures);
-    view.setParent(&window);
-    view.move(1, 1);
-    view.setActivity({{today, 1}}, today);
-    window.resize(view.size() + QSize(2, 2));
-    const ThemeColors &colors = colorsOf(ColorScheme::dark);
-    for (const double scale : {1.0, 1.25, 1.5, 2.0}) {
-        SCOPED_TRACE(scale);
-        const QImage image = pictureOf(window, scale);
-        const int middle = qRound((1 + 5.5) * scale); // of the first column, and of the last row from below
-        std::set<QRgb> down;
-        for (int y = qRound(30 * scale); y < image.height(); ++y)
-            down.insert(image.pixel(middle, y));
-        EXPECT_TRUE(down.size() == 2 && down.contains(colors.card.rgb())) << "empty days and the gaps";
-        std::set<QRgb> across;
-        for (int x = 0; x < image.width(); ++x)
-            across.insert(image.pixel(x, image.height() - middle));
-        EXPECT_EQ(across.size(), 3U);
-        EXPECT_EQ(image.pixel(image.width() - middle, image.height() - middle), colors.heat.back().rgb());
-    }
-    view.setParent(nullptr);
 }
 
 TEST(ActivityHeatmapViewTest, ItsAccessibleNameSumsUpTheVisibleDays) {

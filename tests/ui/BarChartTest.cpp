@@ -128,14 +128,6 @@ TEST(BarChartLayoutTest, TextsStayInsideAndApart) {
     }
 }
 
-TEST(BarChartLayoutTest, ATooSmallAreaHasNoNegativeSizes) {
-    for (const QSizeF size : {QSizeF(0, 0), QSizeF(30, 20), QSizeF(10, 200)}) {
-        const BarChartLayout layout = layoutOf({{daysAgo(20), 5}}, size);
-        EXPECT_EQ(layout.bars.size(), 21U);
-        EXPECT_TRUE(layout.plot.width() >= 0 && layout.plot.height() >= 0 && layout.slotWidth >= 0);
-    }
-}
-
 TEST(ModelBarChartViewTest, BarsAndGuideLinesAreSharpAndOfTheirHeightsAtEachScale) {
     const DailyActivity activity{{daysAgo(59), 20}, {daysAgo(1), 60}};
     ModelBarChartView view;

@@ -1,9 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "support/PaintCount.h"
 #include "support/WaitFor.h"
-#include "ui/charts/ActivityHeatmapView.h"
-#include "ui/charts/ModelBarChartView.h"
 #include "ui/charts/UsageBar.h"
 #include "ui/dashboard/ActivityTabs.h"
 #include "ui/dashboard/ModelStatRowView.h"
@@ -16,7 +13,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <functional>
 
 namespace burnwick {
 namespace {
@@ -60,34 +56,6 @@ TEST(ModelStatRowViewTest, ShowsItsTextsAndElidesOnlyTheName) {
     EXPECT_LT(row.minimumSizeHint().width(), 200) << "a long name widens the window";
     EXPECT_GE(labels[1]->width(), labels[1]->sizeHint().width());
     EXPECT_LE(labels[1]->geometry().right(), 400);
-}
-
-/// `setValues` sets values that depend on the number.
-template <typename View>
-void expectPaintsOnlyForOtherValues(View &view, const std::function<void(int)> &setValues) {
-    setValues(1);
-    test::PaintCount paints(view);
-    setValues(1);
-    EXPECT_EQ(paints.take(), 0) << view.metaObject()->className();
-    setValues(2);
-    EXPECT_GT(paints.take(), 0) << view.metaObject()->className();
-}
-
-TEST(RepaintTest, OnlyOtherValuesArePainted) {
-    constexpr LocalDay today(std::chrono::year(2025) / 11 / 21);
-    UsageBar bar;
-    expectPaintsOnlyForOtherValues(bar, [&](int n) { bar.setShare(n == 1 ? 120 : 99); });
-    expectPaintsOnlyForOtherValues(
-        bar, [&](int n) { bar.setColor(n == 1 ? &ThemeColors::good : &ThemeColors::over); });
-    ModelStatRowView row;
-    expectPaintsOnlyForOtherValues(row, [&](int n) { row.setStat({"a", 1, 2, 3.0 * n}); });
-    ActivityHeatmapView map({.cellSize = 11, .gap = 3, .weeks = 52});
-    expectPaintsOnlyForOtherValues(map, [&](int n) { map.setActivity({{today, n}}, today); });
-    expectPaintsOnlyForOtherValues(map, [&](int n) {
-        map.setActivity({{today, 5}}, today + std::chrono::days(n));
-    });
-    ModelBarChartView chart;
-    expectPaintsOnlyForOtherValues(chart, [&](int n) { chart.setActivity({{today, n}}, today); });
 }
 
 TEST(ModelsTabTest, ShowsItsRowsForAnyFormerNumberOfRows) {
