@@ -213,24 +213,5 @@ TEST_F(HttpClientTest, ASlowProxyScriptBlocksNothing) {
     EXPECT_THROW(std::rethrow_exception(outcome->error), TransportError);
 }
 
-TEST_F(HttpClientTest, DestructionCancelsRunningExchanges) {
-    script({{200, {}, {}, Ending::silence}, {200, "x", {}, Ending::trickle}});
-    auto client = std::make_unique<HttpClient>();
-    const auto first = outcomeOf(client->send(request()));
-    const auto second = outcomeOf(client->send(request()));
-    ASSERT_TRUE(waitFor([this] { return m_server.requests().size() == 2; }));
-    const auto unsent = outcomeOf(client->send(request()));
-    client.reset();
-    for (const auto &outcome : {first, second, unsent}) {
-        ASSERT_TRUE(outcome->error);
-        try {
-            std::rethrow_exception(outcome->error);
-        } catch (const TransportError &error) {
-            EXPECT_EQ(error.kind(), Kind::cancelled);
-        }
-    }
-    QCoreApplication::processEvents();
-}
-
 } // namespace
 } // namespace burnwick

@@ -173,19 +173,6 @@ TEST(JsonUserDefaults, AnUnreadableFileIsLeftAloneAndLoggedOnce) {
     }
 }
 
-TEST(JsonUserDefaults, WithoutAFolderChangesStayInMemory) {
-    const test::SettingsFile file;
-    test::writeFile(file.folder, "a file in the folder's place");
-    const test::LogCapture log;
-    JsonUserDefaults defaults(file.path);
-    defaults.set(a, true);
-    defaults.set(b, true);
-    EXPECT_EQ(log.lines().size(), 1);
-    fs::remove(file.folder);
-    defaults.set(c, true);
-    EXPECT_EQ(file.values(), object(R"({"a": true, "b": true, "c": true})"));
-}
-
 TEST(JsonUserDefaults, LinksStayAlsoToAMissingOrDamagedFile) {
     const test::SettingsFile file;
     const fs::path target = file.directory.path() / "dotfiles/burnwick.json";

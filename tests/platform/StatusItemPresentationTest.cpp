@@ -103,15 +103,5 @@ TEST(StatusItemPainting, TheWideTitleHasItsDotAtTheRightEnd) {
     EXPECT_EQ(countNear(dimmed, white, QRectF(18, 0, 1000, 16)), 0) << "dimmed text is not white";
 }
 
-TEST(NotifierPixmap, IsUnpremultipliedArgbInNetworkByteOrder) {
-    QImage image(2, 1, QImage::Format_ARGB32_Premultiplied);
-    image.setPixelColor(0, 0, QColor(0x11, 0x22, 0x33));
-    image.setPixelColor(1, 0, QColor(0xFF, 0x00, 0x00, 0x80));
-    const NotifierPixmap pixmap = toNotifierPixmap(image);
-    EXPECT_EQ(pixmap.width, 2);
-    EXPECT_EQ(pixmap.height, 1);
-    EXPECT_EQ(pixmap.argb.toHex().toStdString(), "ff11223380ff0000");
-}
-
 } // namespace
 } // namespace burnwick

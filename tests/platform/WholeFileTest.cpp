@@ -158,20 +158,5 @@ TEST(WholeFile, OnlyTemporaryFilesOfACrashAreRemoved) {
     EXPECT_EQ(left, kept);
 }
 
-TEST(WholeFile, ReplacesOnlyRegularFiles) {
-    const test::TemporaryDirectory directory;
-    const fs::path &folder = directory.path();
-    fs::create_directory(folder / "directory");
-    fs::create_symlink("nothing", folder / "dangling");
-    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
-    const auto entries = test::entriesOf(folder);
-    for (const char *name : {"missing", "directory", "dangling", "pipe"})
-        EXPECT_TRUE(replaceWholeFile(folder / name, "new")) << name;
-    for (const char *name : {"missing/file", "directory", "dangling", "pipe"})
-        EXPECT_TRUE(writeWholeFile(folder / name, "new")) << name;
-    EXPECT_EQ(test::entriesOf(folder), entries);
-    EXPECT_TRUE(fs::is_fifo(folder / "pipe"));
-}
-
 } // namespace
 } // namespace burnwick

@@ -18,20 +18,6 @@ Endpoints endpointsWith(const char *key, const QByteArray &json) {
     return Endpoints::load(JsonUserDefaults(file.path));
 }
 
-TEST(Endpoints, TheBuildDefinesTheDefaults) {
-    const auto endpoints = endpointsWith("other", "1");
-    const std::pair<QUrl, const char *> rows[] = {
-        {endpoints.usageURL(), "https://api.anthropic.com/api/oauth/usage"},
-        {endpoints.tokenURL(), "https://api.anthropic.com/api/oauth/token"},
-        {endpoints.statusComponentsURL(), "https://status.claude.com/api/v2/components.json"},
-        {endpoints.loginURL, "https://claude.ai/login"},
-        {endpoints.productBaseURL, "https://burnwick.example"},
-        {endpoints.feedbackURL, "https://burnwick.example/feedback"},
-    };
-    for (const auto &[url, expected] : rows)
-        EXPECT_EQ(url.toEncoded(), expected);
-}
-
 TEST(Endpoints, TheStoreOverridesTheDefaults) {
     const std::pair<const char *, const char *> rows[] = {
         {"https://proxy.example:8443/claude/", "https://proxy.example:8443/claude/api/oauth/usage"},

@@ -89,13 +89,5 @@ TEST_F(PreferencesManagerTest, TheSpendLimitIsNeverStored) {
     EXPECT_TRUE(m_file.names().isEmpty());
 }
 
-TEST_F(PreferencesManagerTest, AnAssignmentByAnObserverIsStored) {
-    QObject::connect(&m_preferences, &PreferencesManager::themeChanged,
-                     [&](Theme) { m_preferences.setTheme(Theme::light); });
-    m_preferences.setTheme(Theme::dark);
-    EXPECT_EQ(m_preferences.theme(), Theme::light);
-    EXPECT_EQ(m_file.values().value(u"theme"), QStringLiteral("light"));
-}
-
 } // namespace
 } // namespace burnwick

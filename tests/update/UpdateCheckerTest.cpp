@@ -9,7 +9,6 @@
 
 #include <QCoreApplication>
 
-#include <functional>
 #include <thread>
 #include <vector>
 
@@ -24,37 +23,6 @@ protected:
     test::ManualScheduler m_scheduler;
     UpdateChecker m_checker{m_scheduler};
 };
-
-TEST_F(UpdateCheckerTest, EachEventSetsItsStateFromEveryOther) {
-    const struct {
-        const char *event;
-        std::function<void()> happen;
-        State state;
-        bool reverts;
-    } events[] = {
-        {"assigned", [this] { m_checker.setState(State::checking); }, State::checking, false},
-        {"none", [this] { m_checker.updaterDidNotFindUpdate(); }, State::upToDate, true},
-        {"found", [this] { m_checker.updaterDidFindValidUpdate({QStringLiteral("2.0")}); }, State::available,
-         false},
-        {"aborted", [this] { m_checker.updaterDidAbort(QStringLiteral("why")); }, State::idle, false},
-    };
-    for (const auto &before : events) {
-        for (const auto &event : events) {
-            SCOPED_TRACE(std::string(event.event) + " after " + before.event);
-            before.happen();
-            QCoreApplication::processEvents();
-            m_scheduler.advance(4s);
-            event.happen();
-            QCoreApplication::processEvents();
-            EXPECT_EQ(m_checker.state(), event.state);
-            m_scheduler.advance(4s);
-            EXPECT_EQ(m_checker.state(), event.state) << "reverted by the timer of the state before";
-            m_scheduler.advance(1s);
-            EXPECT_EQ(m_checker.state(), event.reverts ? State::idle : event.state);
-            EXPECT_TRUE(m_scheduler.intervals().empty());
-        }
-    }
-}
 
 TEST_F(UpdateCheckerTest, CallsFromOtherThreadsTakeEffectInOrderOnTheMainThread) {
     std::vector<State> announced;
