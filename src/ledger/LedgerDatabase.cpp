@@ -9,38 +9,14 @@
 
 #include <algorithm>
 #include <array>
-#include <chrono>
-#include <thread>
-
-#include <sqlite3.h>
 
 namespace burnwick {
 
 namespace {
 
-constexpr int applicationId = 0x4275726E; // "Burn"
-constexpr int presentVersion = 1;
-
-using std::chrono::microseconds;
-using namespace std::chrono_literals;
-constexpr microseconds waitPerSeries = 200ms;
-
 /// Small enough to be written anew with each appended line, large enough for short keys.
 constexpr std::size_t entriesPerChunk = 256;
 constexpr std::int64_t chunksPerFile = std::int64_t{1} << 24U;
-
-/// The statements that bring a ledger from the version of their index to the next one.
-constexpr std::array<const char *, presentVersion> migrations{R"(
-    -- An identifier is never used again, so that an old chunk that came back is not taken for a new one.
-    CREATE TABLE file(
-        id INTEGER PRIMARY KEY AUTOINCREMENT, path BLOB NOT NULL UNIQUE, device INTEGER NOT NULL,
-        inode INTEGER NOT NULL, size INTEGER NOT NULL, modified INTEGER NOT NULL, changed INTEGER NOT NULL,
-        position INTEGER NOT NULL, fingerprint INTEGER NOT NULL, entries INTEGER NOT NULL,
-        settled INTEGER NOT NULL, checksum INTEGER NOT NULL);
-    -- A chunk's identifier is the file's, times 2^24, plus its number; details are those of its entries.
-    CREATE TABLE chunk(id INTEGER PRIMARY KEY, entries BLOB NOT NULL, checksum INTEGER NOT NULL);
-    CREATE TABLE detail(id INTEGER PRIMARY KEY, details BLOB NOT NULL, checksum INTEGER NOT NULL);
-)"};
 
 std::int64_t checksumOf(std::string_view bytes, std::int64_t id) {
     return static_cast<std::int64_t>(
@@ -145,34 +121,6 @@ void storeBytes(SQLite::Statement &replace, std::int64_t id, std::string_view by
 
 } // namespace
 
-/// SQLite's access to files, with a limit on the time that a series sleeps while others have locks. SQLite's
-/// own limit does not apply to locks in the file "-shm", which it tries for ten seconds.
-struct LedgerDatabase::FileAccess : sqlite3_vfs {
-    FileAccess()
-        : sqlite3_vfs(*sqlite3_vfs_find(nullptr))
-        , name("burnwick-" + std::to_string(reinterpret_cast<std::uintptr_t>(this))) { // NOLINT: unique
-        zName = name.c_str();
-        xSleep = [](sqlite3_vfs *self, int time) {
-            return static_cast<FileAccess *>(self)->sleep(microseconds(time));
-        };
-        sqlite3_vfs_register(this, 0);
-    }
-    ~FileAccess() { sqlite3_vfs_unregister(this); }
-    FileAccess(const FileAccess &) = delete;
-    FileAccess &operator=(const FileAccess &) = delete;
-
-    /// Returns the time in microseconds; 0 when the series must not wait longer.
-    int sleep(microseconds time) {
-        time = std::min(time, left);
-        left -= time;
-        std::this_thread::sleep_for(time);
-        return static_cast<int>(time.count());
-    }
-
-    const std::string name;
-    microseconds left = waitPerSeries;
-};
-
 struct LedgerDatabase::Statements {
     SQLite::Database &database;
     SQLite::Statement findFile{database,
@@ -195,60 +143,10 @@ struct LedgerDatabase::Statements {
 };
 
 LedgerDatabase::LedgerDatabase(const std::filesystem::path &file)
-    : m_files(std::make_unique<FileAccess>())
-    , m_database(file.string(), SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX, 0, m_files->name) {
-    sqlite3 *const handle = m_database.getHandle();
-    // SQLite could read it, and would leave files beside it.
-    if (sqlite3_db_readonly(handle, "main") != 0)
-        throw SQLite::Exception("it cannot be written", SQLITE_READONLY);
-    const auto wait = [](void *files, int /*attempt*/) {
-        return static_cast<FileAccess *>(files)->sleep(5ms) > 0 ? 1 : 0;
-    };
-    sqlite3_busy_handler(handle, wait, m_files.get());
-    // Otherwise closing a foreign file could alter it.
-    sqlite3_db_config(handle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
-    m_database.exec("PRAGMA synchronous = NORMAL");
-    migrate();
-    sqlite3_db_config(handle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
-    m_statements.reset(new Statements{m_database});
-}
+    : m_file(file)
+    , m_statements(new Statements{m_file.database()}) {}
 
 LedgerDatabase::~LedgerDatabase() = default;
-
-void LedgerDatabase::beginSeries() {
-    m_files->left = waitPerSeries;
-}
-
-int LedgerDatabase::storedVersion() {
-    const auto integer = [this](const char *query) { return m_database.execAndGet(query).getInt(); };
-    const int owner = integer("PRAGMA application_id");
-    const int version = integer("PRAGMA user_version");
-    if (owner == 0 && version == 0 && integer("SELECT count(*) FROM sqlite_master") == 0)
-        return 0;
-    if (owner != applicationId)
-        throw ForeignLedger("it is no ledger of Burnwick");
-    if (version > presentVersion)
-        throw ForeignLedger("a later version of Burnwick wrote it");
-    if (version < 1 || sqlite3_db_readonly(m_database.getHandle(), "main") != 0)
-        throw DamagedLedger("its header is altered");
-    return version;
-}
-
-void LedgerDatabase::migrate() {
-    beginReading();
-    const int version = storedVersion();
-    commit();
-    if (version == presentVersion)
-        return;
-    m_database.exec("PRAGMA journal_mode = WAL");
-    beginWriting();
-    // Another process may have been first.
-    for (int i = storedVersion(); i < presentVersion; ++i)
-        m_database.exec(migrations.at(static_cast<std::size_t>(i)));
-    m_database.exec("PRAGMA application_id = " + std::to_string(applicationId));
-    m_database.exec("PRAGMA user_version = " + std::to_string(presentVersion));
-    commit();
-}
 
 LedgerDatabase::Row LedgerDatabase::rowOf(const std::filesystem::path &file) {
     Use find(m_statements->findFile, std::string_view(file.native()));

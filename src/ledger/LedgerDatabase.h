@@ -2,32 +2,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "ledger/LedgerFile.h"
 #include "logs/ReadingStore.h"
-
-#include <SQLiteCpp/SQLiteCpp.h>
 
 #include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
-#include <stdexcept>
-#include <string>
 #include <vector>
 
 namespace burnwick {
-
-/// Thrown for contents that Burnwick never wrote.
-class DamagedLedger final : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
-
-/// Thrown for a file that another program, or a later version, owns.
-class ForeignLedger final : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
 
 /// The ledger's tables. Each row carries a checksum, because SQLite does not notice altered contents. All
 /// operations throw SQLite::Exception and DamagedLedger; the object is of no use afterwards. Destroying it
@@ -40,7 +25,7 @@ public:
     ~LedgerDatabase();
 
     /// Begins a series of operations, which wait at most a fifth of a second altogether for other processes.
-    void beginSeries();
+    void beginSeries() { m_file.beginSeries(); }
 
     /// Returns the file's reading without new details; null if it is unknown.
     [[nodiscard]] std::optional<FileReading> find(const std::filesystem::path &file);
@@ -57,24 +42,20 @@ public:
     void forget(std::int64_t id);
 
     /// Begin a transaction, which sees one state of the file.
-    void beginReading() { m_database.exec("BEGIN"); }
-    void beginWriting() { m_database.exec("BEGIN IMMEDIATE"); }
-    void commit() { m_database.exec("COMMIT"); }
+    void beginReading() { m_file.database().exec("BEGIN"); }
+    void beginWriting() { m_file.database().exec("BEGIN IMMEDIATE"); }
+    void commit() { m_file.database().exec("COMMIT"); }
 
 private:
     struct Row {
         std::int64_t id = 0; ///< 0 if unknown
         ReadingPosition position;
     };
-    struct FileAccess;
     struct Statements;
 
-    int storedVersion();
-    void migrate();
     Row rowOf(const std::filesystem::path &file);
 
-    std::unique_ptr<FileAccess> m_files;
-    SQLite::Database m_database;
+    LedgerFile m_file;
     std::unique_ptr<Statements> m_statements;
 };
 
