@@ -3,20 +3,16 @@
 #include "support/PictureOf.h"
 #include "support/WaitFor.h"
 #include "ui/controls/SegmentedPicker.h"
-#include "ui/controls/SvgIcon.h"
 #include "ui/controls/Switch.h"
-#include "ui/layout/ScrollAreas.h"
 #include "ui/theme/QuietStyle.h"
 #include "ui/theme/ThemeColors.h"
 
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
-#include <QScreen>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
-#include <QVBoxLayout>
 
 namespace burnwick {
 namespace {
@@ -94,50 +90,6 @@ TEST(QuietStyleTest, TheScrollBarsHandleFollowsThePointer) {
     EXPECT_TRUE(handleIsAt(350) && !handleIsAt(5) && !handleIsAt(295));
     QTest::mouseClick(&bar, Qt::LeftButton, {}, {bar.width() - 3, 100});
     EXPECT_EQ(bar.value(), 200) << "a click beside the handle turns a page";
-}
-
-TEST(FittedAreaTest, TheWindowFollowsItsContentUpToTheScreensHeight) {
-    QWidget window;
-    auto *content = new QWidget;
-    content->setMinimumWidth(200); // more than the platform's narrowest window
-    auto *row = new QWidget;
-    auto *card = new QWidget;
-    auto *rowInCard = new QWidget;
-    (new QVBoxLayout(content))->addWidget(row);
-    content->layout()->addWidget(card);
-    (new QVBoxLayout(card))->addWidget(rowInCard);
-    auto *whole = new QVBoxLayout(&window);
-    whole->setContentsMargins({});
-    whole->setSizeConstraint(QLayout::SetFixedSize);
-    whole->addWidget(new FittedArea(content));
-    for (const int height : {300, 40}) {
-        rowInCard->setFixedHeight(height);
-        window.show();
-        const QSize first = window.size();
-        QCoreApplication::processEvents();
-        EXPECT_EQ(first, window.size()) << height;
-        window.close();
-    }
-    window.show();
-    for (const int height : {300, 40}) {
-        row->setFixedHeight(height);
-        // One turn of the event loop: later turns would show scroll bars first.
-        QCoreApplication::processEvents();
-        EXPECT_EQ(window.height(), content->sizeHint().height()) << height;
-    }
-    row->setFixedHeight(window.screen()->availableGeometry().height());
-    QCoreApplication::processEvents();
-    EXPECT_LT(window.height(), row->height());
-}
-
-TEST(SvgIconTest, IsDrawnWithoutQtsImagePlugins) {
-    const QStringList paths = QCoreApplication::libraryPaths();
-    QCoreApplication::setLibraryPaths({});
-    const QImage picture = applicationIcon().pixmap({32, 32}, 2.0).toImage();
-    QCoreApplication::setLibraryPaths(paths);
-    ASSERT_EQ(picture.size(), QSize(64, 64));
-    EXPECT_EQ(picture.pixelColor(32, 32).alpha(), 255);
-    EXPECT_EQ(picture.pixelColor(0, 0).alpha(), 0);
 }
 
 } // namespace

@@ -5,15 +5,15 @@
 #include "support/VisibleControls.h"
 #include "ui/DashboardScenes.h"
 #include "ui/controls/FocusRing.h"
-#include "ui/controls/PanelCard.h"
 #include "ui/dashboard/AccountBar.h"
-#include "ui/dashboard/ModelStatRowView.h"
 #include "ui/layout/ScrollAreas.h"
 #include "ui/theme/QuietStyle.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
-#include <QFontDatabase>
+#include <QMenu>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
 
@@ -77,46 +77,34 @@ TEST_P(DashboardSceneTest, AssistiveTechnologyFindsItsTexts) {
     EXPECT_EQ(QAccessible::queryAccessibleInterface(&window)->role(), QAccessible::Window);
 }
 
-/// The default fonts of common desktops that are installed.
-QStringList commonFamilies() {
-    QStringList families{QStringLiteral("DejaVu Sans"), QStringLiteral("Noto Sans"), QStringLiteral("Inter")};
-    families.removeIf([](const QString &family) { return !QFontDatabase::hasFamily(family); });
-    return families;
-}
-
 TEST_P(DashboardSceneTest, FitsOnALowScreenAndScrollsVerticallyOnALowerOne) {
-    const QFont before = QApplication::font();
     QApplication::setStyle(new QuietStyle);
     play(GetParam(), open());
     m_window.reset();
-    for (const QString &family : commonFamilies()) {
-        QApplication::setFont(QFont(family));
-        int regularHeight = 0;
-        for (const std::string_view name : {"common", "low", "very low"}) {
-            SCOPED_TRACE(family.toStdString() + " on " + std::string(name));
-            MainWindowView window(windowServices());
-            test::moveTo(test::screenNamed(name), window);
-            window.show();
-            const QSize first = window.size();
-            QTest::keyClick(&window, GetParam().tab == 0 ? Qt::Key_1 : Qt::Key_2, Qt::ControlModifier);
-            QCoreApplication::processEvents();
-            EXPECT_EQ(window.size(), first);
-            const auto *area = window.findChild<FittedArea *>();
-            const auto *bar = window.findChild<AccountBar *>();
-            constexpr int frameHeight = 40;
-            EXPECT_LE(window.height(), window.screen()->availableGeometry().height() - frameHeight);
-            EXPECT_EQ(area->horizontalScrollBar()->maximum(), 0);
-            EXPECT_EQ(window.width() - bar->width(), 2 * bar->mapTo(&window, QPoint()).x());
-            if (name == "common")
-                regularHeight = window.height();
-            else
-                EXPECT_LT(window.height(), regularHeight);
-            if (name != "very low") {
-                EXPECT_EQ(area->verticalScrollBar()->maximum(), 0);
-            }
+    int regularHeight = 0;
+    for (const std::string_view name : {"common", "low", "very low"}) {
+        SCOPED_TRACE(name);
+        MainWindowView window(windowServices());
+        test::moveTo(test::screenNamed(name), window);
+        window.show();
+        const QSize first = window.size();
+        QTest::keyClick(&window, GetParam().tab == 0 ? Qt::Key_1 : Qt::Key_2, Qt::ControlModifier);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(window.size(), first);
+        const auto *area = window.findChild<FittedArea *>();
+        const auto *bar = window.findChild<AccountBar *>();
+        constexpr int frameHeight = 40;
+        EXPECT_LE(window.height(), window.screen()->availableGeometry().height() - frameHeight);
+        EXPECT_EQ(area->horizontalScrollBar()->maximum(), 0);
+        EXPECT_EQ(window.width() - bar->width(), 2 * bar->mapTo(&window, QPoint()).x());
+        if (name == "common")
+            regularHeight = window.height();
+        else
+            EXPECT_LT(window.height(), regularHeight);
+        if (name != "very low") {
+            EXPECT_EQ(area->verticalScrollBar()->maximum(), 0);
         }
     }
-    QApplication::setFont(before);
     QApplication::setStyle(QStringLiteral("Fusion"));
 }
 
@@ -238,6 +226,10 @@ TEST_F(DashboardTest, TheKeyboardReachesEverythingInReadingOrder) {
         EXPECT_EQ(order.join(u'|').toStdString(),
                   std::string("Settings|") + tab + "|All|Claude|Re-authenticate");
     }
+    QStringList providers;
+    for (const QAction *action : qobject_cast<QPushButton *>(&button("Claude"))->menu()->actions())
+        providers << action->text() + (action->isChecked() ? QStringLiteral(" checked") : QString());
+    EXPECT_EQ(providers.join(u'|').toStdString(), "Claude checked||OpenAI|Grok");
     button("All").setFocus();
     QTest::keyClick(&button("All"), Qt::Key_Right);
     EXPECT_EQ(usage().timeFilter, TimeFilter::thirtyDays);
@@ -249,20 +241,6 @@ TEST_F(DashboardTest, TheKeyboardReachesEverythingInReadingOrder) {
                       clicked.mapTo(&window, clicked.rect().center()));
     EXPECT_TRUE(clicked.hasFocus());
     EXPECT_FALSE(ring->isVisible()) << "after a click";
-}
-
-TEST_F(DashboardTest, ALongModelNameNeitherWidensTheWindowNorLeavesABandInItsCard) {
-    const int width = open().width();
-    addModels(1).settle();
-    EXPECT_EQ(m_window->width(), width);
-    EXPECT_TRUE(shows("Favorite model: b>-with-quite-a-long-name-xxx"));
-    button("Models").click();
-    QCoreApplication::processEvents();
-    const auto *row = m_window->findChild<ModelStatRowView *>();
-    const QWidget *card = row;
-    while (qobject_cast<const PanelCard *>(card) == nullptr)
-        card = card->parentWidget();
-    EXPECT_EQ(card->height(), row->sizeHint().height() + 2 * row->mapTo(card, QPoint()).y());
 }
 
 } // namespace

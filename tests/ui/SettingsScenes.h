@@ -101,7 +101,6 @@ protected:
 struct SettingsScene {
     std::string name;
     NotificationCenter::Authorization authorization;
-    std::string control; ///< in the row "Notifications"
 
     friend std::ostream &operator<<(std::ostream &out, const SettingsScene &scene) {
         return out << scene.name;
@@ -111,9 +110,9 @@ struct SettingsScene {
 inline const std::vector<SettingsScene> &settingsScenes() {
     using Authorization = NotificationCenter::Authorization;
     static const std::vector<SettingsScene> scenes{
-        {"settings", Authorization::authorized, "Enabled"},
-        {"settings-denied", Authorization::denied, "Open Settings"},
-        {"settings-undetermined", Authorization::notDetermined, "Allow"},
+        {"settings", Authorization::authorized},
+        {"settings-denied", Authorization::denied},
+        {"settings-undetermined", Authorization::notDetermined},
     };
     return scenes;
 }
