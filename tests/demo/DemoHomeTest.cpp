@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "demo/DemoHome.h"
 
-#include "demo/FilesIn.h"
 #include "demo/StandInServices.h"
 #include "model/Clock.h"
 #include "report/ReportChild.h"
@@ -12,29 +11,8 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <ranges>
-
 namespace burnwick {
 namespace {
-
-using namespace std::chrono_literals;
-using test::filesIn;
-
-TEST(DemoHomeTest, LogsAreTheSameForTheSameInstantAndEndThere) {
-    const Instant now = std::chrono::sys_days(std::chrono::June / 11 / 2025) + 15h + 30min;
-    const Calendar calendar = Calendar::inZone("Europe/Berlin");
-    const test::LogHome first;
-    const test::LogHome second;
-    demo::addLogs(first, now, calendar);
-    demo::addLogs(second, now, calendar);
-    const auto files = filesIn(first.path());
-    EXPECT_EQ(files, filesIn(second.path()));
-    const auto newest = std::ranges::max(files | std::views::values | std::views::keys);
-    const auto age = now - std::chrono::file_clock::to_sys(newest);
-    EXPECT_GE(age, 0s);
-    EXPECT_LT(age, 2min);
-}
 
 TEST(DemoHomeTest, TheReportReadsItAndTheServices) {
     const SystemClock clock;

@@ -2,13 +2,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QtCore/QEventLoop>
+#include "support/WaitFor.h"
+
 #include <QtCore/QProcess>
-#include <QtCore/QTimer>
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <filesystem>
 #include <string>
 
@@ -54,13 +53,8 @@ public:
     }
     /// Runs the event loop meanwhile, for the servers in this process; needs an application object.
     Outcome runWhileServing(const QStringList &arguments) {
-        QEventLoop loop;
-        QObject::connect(&m_process, &QProcess::finished, &loop, &QEventLoop::quit);
-        QObject::connect(&m_process, &QProcess::errorOccurred, &loop, &QEventLoop::quit);
-        QTimer::singleShot(std::chrono::seconds(30), &loop, &QEventLoop::quit);
         start(arguments);
-        loop.exec();
-        EXPECT_EQ(m_process.state(), QProcess::NotRunning);
+        EXPECT_TRUE(waitFor([this] { return m_process.state() == QProcess::NotRunning; }));
         return outcome();
     }
     /// Returns its id while it runs.

@@ -6,6 +6,7 @@
 #include "support/ScriptedServer.h"
 
 #include <QtCore/QTemporaryDir>
+#include <QtCore/QTimer>
 #include <QtNetwork/QLocalServer>
 
 #include <gtest/gtest.h>
@@ -78,20 +79,6 @@ protected:
     std::filesystem::path m_settings = m_home.path() / ".config/burnwick/burnwick.json";
     test::Program m_program{m_home.path()};
 };
-
-TEST_F(ReportQuota, HasTheAnswersOfTheServices) {
-    expectMembers(runForJson(), R"({
-        "quota": {"fiveHourUsagePct": 62, "sevenDayUsagePct": 7, "claudeDesignWeeklyPct": 0,
-                  "fiveHourResetAt": "2125-06-10T15:00:00.500Z", "sevenDayResetAt": null,
-                  "claudeDesignResetAt": null},
-        "extraUsage": {"currentBalance": 40},
-        "oauthStatus": "connected",
-        "statusIndicator": "orange",
-        "claudeStatus": [{"status": "operational"}, {"name": "API", "status": "outage"}]
-    })");
-    EXPECT_EQ(m_server.requestsFor(usageTarget).size(), 1);
-    EXPECT_EQ(m_server.requestsFor(statusTarget).size(), 1);
-}
 
 TEST_F(ReportQuota, IsInEveryFormInAnyLocale) {
     const struct {
