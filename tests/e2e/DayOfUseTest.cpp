@@ -65,8 +65,11 @@ TEST_F(DayOfUseTest, AlertsComeOncePerWindowAndTheWindowResets) {
 
     pass(5min);
     EXPECT_TRUE(itemShows("1.5M | $4.50 | s104%  ●"));
-    EXPECT_TRUE(waitFor([this] { return m_dunst.displayed() == 1; })) << "the server was not started again";
-    const QString limit = m_dunst.closeAll().join(u'\n');
+    QString limit;
+    EXPECT_TRUE(waitFor([&] {
+        limit = m_dunst.closeAll().join(u'\n');
+        return !limit.isEmpty();
+    }));
     EXPECT_TRUE(limit.startsWith(
         QStringLiteral("Rate Limit Reached: You've hit your rate limit. Quota resets in 1h 4")))
         << limit.toStdString();
@@ -101,30 +104,6 @@ TEST_F(DayOfUseTest, AWakeUpRefreshesAtOnceAndRetriesUntilTheNetworkIsBack) {
     }));
     EXPECT_TRUE(waitFor([&] { return usageRequests() == 3; }));
     EXPECT_TRUE(itemShows("0 | $0.00 | s3%  ●"));
-}
-
-TEST_F(DayOfUseTest, TheProgramChecksForANewerReleaseOnceADay) {
-    writeSettingsWithUpdates();
-    m_server.script("/appcast.xml", {test::newerRelease()});
-    m_server.script("/api/oauth/usage", {usage(1), usage(2), usage(3), usage(4)});
-    const auto checks = [this] { return m_server.requestsFor("/appcast.xml").size(); };
-    ASSERT_TRUE(startProgram());
-    EXPECT_TRUE(areShown(
-        {QStringLiteral("Update Available: Burnwick 999.0 is available. Open Settings to update.")}));
-    EXPECT_TRUE(itemShows("0 | $0.00 | s1%  ●"));
-    EXPECT_TRUE(endsAt(SIGTERM));
-    EXPECT_EQ(checks(), 1U);
-
-    m_watcher.dropName();
-    ASSERT_TRUE(startProgram());
-    EXPECT_TRUE(itemShows("0 | $0.00 | s2%  ●"));
-    pass(12h);
-    // The quota's timer and the hourly one of the update check have fired.
-    EXPECT_TRUE(itemShows("0 | $0.00 | s3%  ●"));
-    EXPECT_EQ(checks(), 1U);
-    pass(13h);
-    EXPECT_TRUE(itemShows("0 | $0.00 | s4%  ●"));
-    EXPECT_TRUE(waitFor([&] { return checks() == 2; }));
 }
 
 } // namespace

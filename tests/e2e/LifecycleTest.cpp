@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "e2e/AccountFixture.h"
+#include "support/FakeNotificationServer.h"
 
 #include <QDBusMessage>
 #include <QTcpServer>
@@ -12,14 +13,23 @@ namespace {
 
 using Ending = test::ScriptedAnswer::Ending;
 
+const QByteArray settings = "Settings \xe2\x80\x94 Burnwick";
+
 /// The real program on a virtual display, from its start to its end.
 class LifecycleTest : public test::AccountFixture {
 protected:
-    /// Waits until the window has the keyboard.
+    /// Waits until the window has the keyboard. `keys` are separated by spaces.
     bool pressKeys(const QByteArray &title, const QString &keys) {
         return waitFor([&] { return m_display.givesKeyboardTo(title); }) && m_display.pressKeys(keys);
     }
     bool pressQuitKeys() { return pressKeys("Burnwick", QStringLiteral("ctrl+q")); }
+    bool showsSettingsInFront() {
+        return waitFor([this] { return m_display.showsInFront(settings); });
+    }
+    bool launchWithSettings() {
+        return launchOn(m_display) && pressKeys("Burnwick", QStringLiteral("ctrl+comma")) &&
+               showsSettingsInFront();
+    }
 
     test::VirtualDisplay m_display;
 };
@@ -85,13 +95,7 @@ TEST_F(LifecycleTest, ASlowProxyScriptDelaysNeitherTheWindowNorTheEnd) {
 }
 
 TEST_F(LifecycleTest, AKeyTheDesktopEntrysActionAndItsCommandOpenTheSettings) {
-    const QByteArray settings = "Settings \xe2\x80\x94 Burnwick";
-    const auto showsSettingsInFront = [&] {
-        return waitFor([&] { return m_display.showsInFront(settings); });
-    };
-    ASSERT_TRUE(launchOn(m_display));
-    ASSERT_TRUE(pressKeys("Burnwick", QStringLiteral("ctrl+comma")));
-    ASSERT_TRUE(showsSettingsInFront());
+    ASSERT_TRUE(launchWithSettings());
     ASSERT_TRUE(pressKeys(settings, QStringLiteral("Escape")));
     EXPECT_TRUE(waitFor([&] { return !m_display.shows(settings); }));
     EXPECT_TRUE(m_display.shows("Burnwick"));
@@ -106,6 +110,60 @@ TEST_F(LifecycleTest, AKeyTheDesktopEntrysActionAndItsCommandOpenTheSettings) {
 
     ASSERT_TRUE(launchOn(m_display, {QStringLiteral("--action"), QStringLiteral("settings")}));
     EXPECT_TRUE(showsSettingsInFront());
+}
+
+TEST_F(LifecycleTest, AThemeIsStoredAndShownAtOnceAndAtTheNextStart) {
+    constexpr std::uint32_t darkWindowColor = 0x1B1A19;
+    const auto isDark = [this] {
+        return waitFor([this] { return m_display.find("Burnwick", darkWindowColor) == QPoint(0, 0); });
+    };
+    ASSERT_TRUE(launchWithSettings());
+    ASSERT_TRUE(pressKeys(settings, QStringLiteral("Tab Tab Tab Left")));
+    EXPECT_TRUE(isDark());
+    EXPECT_NE(test::bytesOf(m_settings).find(R"("dark")"), std::string::npos);
+    EXPECT_TRUE(endsAt(SIGTERM));
+    ASSERT_TRUE(launchOn(m_display));
+    EXPECT_TRUE(isDark());
+}
+
+TEST_F(LifecycleTest, ANewReleaseIsNotifiedAndTheItemOpensTheDashboardBesideItsAlert) {
+    FakeNotificationServer notifications;
+    writeSettingsWithUpdates();
+    m_server.script("/appcast.xml", {test::newerRelease()});
+    m_watcher.takeName("panel-6-systray");
+    ASSERT_TRUE(launchWithSettings());
+    ASSERT_TRUE(m_watcher.waitForItems(1));
+    ASSERT_TRUE(waitFor([&] { return notifications.popups.contains(1); }));
+    EXPECT_EQ(notifications.popups[1].body.toStdString(),
+              "Burnwick 999.0 is available. Open Settings to update.");
+    ASSERT_TRUE(pressKeys(settings, QStringLiteral("Tab Tab space")));
+    const QByteArray alert = "Update Available \xe2\x80\x94 Burnwick";
+    ASSERT_TRUE(waitFor([&] { return m_display.showsInFront(alert); }));
+    m_watcher.callItem(QStringLiteral("Activate"), {0, 0});
+    EXPECT_TRUE(waitFor([this] { return m_display.showsInFront("Burnwick"); }));
+    EXPECT_TRUE(m_display.shows(alert));
+}
+
+TEST_F(LifecycleTest, ALoginInATerminalConnectsTheAccount) {
+    m_server.script("/api/oauth/usage", {test::usage(67)});
+    const std::filesystem::path terminal = m_home.path() / "terminal";
+    const std::filesystem::path command = m_home.path() / "command";
+    test::writeProgram(terminal, R"(#!/bin/sh
+echo "$@" > "$HOME/command"
+while [ ! -e "$HOME/user-is-done" ]; do sleep 0.05; done
+)");
+    set({{"TERMINAL", QString::fromStdString(terminal.string())}});
+    m_watcher.takeName("panel-6-systray");
+    ASSERT_TRUE(launchOn(m_display));
+    ASSERT_TRUE(m_watcher.waitForItems(1));
+    ASSERT_TRUE(pressKeys("Burnwick", QStringLiteral("Tab Tab Tab Tab Tab")));
+    // The button's first text is "Retry".
+    ASSERT_TRUE(waitFor(
+        [&] { return m_display.pressKeys(QStringLiteral("space")) && std::filesystem::exists(command); }));
+    logIn();
+    test::writeFile(m_home.path() / "user-is-done", "");
+    EXPECT_TRUE(itemShows("0 | $0.00 | s67%  ●"));
+    EXPECT_TRUE(waitFor([&] { return test::bytesOf(command).find("claude") != std::string::npos; }));
 }
 
 /// The program receives a request to end while it exchanges tokens.

@@ -46,7 +46,7 @@ const std::vector<ScriptedAnswer> &answers() {
         usage(64),
         usageEnding(Ending::silence),
         usageEnding(Ending::hangUp),
-        test::redirectTo(QUrl(QStringLiteral("http://127.0.0.1:1/"))),
+        {302, {}, {{"Location", "http://127.0.0.1:1/"}}},
         usage(90),
         usageEnding(Ending::raw),
     };

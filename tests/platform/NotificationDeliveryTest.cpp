@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "platform/linux/notifications/LinuxNotificationCenter.h"
-#include "support/Dunst.h"
 #include "support/FakeNotificationServer.h"
 #include "support/PrivateBus.h"
 #include "support/WaitFor.h"
@@ -237,21 +236,6 @@ TEST(NotificationDelivery, AClickIsAnnouncedOnceWithItsToken) {
     ASSERT_TRUE(waitFor([&] { return center.clicks.size() == 3; }));
     EXPECT_EQ(center.clicks.back(), "token 2");
     QDBusConnection::disconnectFromBus(QStringLiteral("stranger"));
-}
-
-/// DayOfUseTest covers dunst's pictures and its restart after a crash.
-TEST(NotificationDelivery, WorksWithDunst) {
-    const test::Dunst dunst;
-    {
-        Center center(noLimit, dunst.bus().connect(QStringLiteral("dunst-client")));
-        ASSERT_EQ(center.send(quota("Burnwick <b>2</b> & more")), "none");
-        EXPECT_TRUE(waitFor([&] { return dunst.displayed() == 1; }));
-        dunst.click();
-        EXPECT_TRUE(waitFor([&] { return !center.clicks.empty(); }));
-        EXPECT_EQ(center.clicks, std::vector<std::string>(1));
-        EXPECT_TRUE(dunst.closeAll().value(0).contains(QStringLiteral("&lt;b&gt;2&lt;/b&gt; &amp; more")));
-    }
-    QDBusConnection::disconnectFromBus(QStringLiteral("dunst-client"));
 }
 
 } // namespace

@@ -49,17 +49,6 @@ void Dunst::end() const {
         ::kill(static_cast<pid_t>(process.value()), SIGKILL);
 }
 
-int Dunst::displayed() const {
-    const QDBusReply<QDBusVariant> count =
-        call(QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"),
-             {dunstInterface, QStringLiteral("displayedLength")});
-    return count.isValid() ? count.value().variant().toInt() : -1;
-}
-
-void Dunst::click() const {
-    call(dunstInterface, QStringLiteral("NotificationAction"), {0U});
-}
-
 QStringList Dunst::closeAll() const {
     call(dunstInterface, QStringLiteral("NotificationCloseAll"));
     const QVariantList history = call(dunstInterface, QStringLiteral("NotificationListHistory")).arguments();

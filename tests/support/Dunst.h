@@ -24,10 +24,6 @@ public:
     /// Kills the server.
     void end() const;
 
-    /// Returns the number of notifications on the display; negative while it does not run.
-    [[nodiscard]] int displayed() const;
-    /// Clicks on the latest notification.
-    void click() const;
     /// Removes all notifications from the display. Returns all since the server's start, in order, each as
     /// title and body in markup: "Quota Alert: You've used 84%".
     [[nodiscard]] QStringList closeAll() const;

@@ -103,10 +103,6 @@ std::unique_ptr<QTcpServer> makeServer(ScriptedServer::Transport transport) {
 
 } // namespace
 
-ScriptedAnswer redirectTo(const QUrl &target, int status) {
-    return {status, {}, {{"Location", target.toEncoded()}}};
-}
-
 ScriptedAnswer held(ScriptedAnswer answer) {
     answer.held = true;
     return answer;

@@ -40,7 +40,6 @@ struct ScriptedAnswer {
     bool held = false; ///< until ScriptedServer::release()
 };
 
-[[nodiscard]] ScriptedAnswer redirectTo(const QUrl &target, int status = 302);
 [[nodiscard]] ScriptedAnswer held(ScriptedAnswer answer);
 
 struct RecordedRequest {

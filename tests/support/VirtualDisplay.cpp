@@ -108,7 +108,7 @@ bool VirtualDisplay::click(const QPoint &place) const {
 }
 
 bool VirtualDisplay::pressKeys(const QString &keys) const {
-    return runXdotool({QStringLiteral("key"), keys});
+    return runXdotool(QStringList{QStringLiteral("key")} + keys.split(u' '));
 }
 
 bool VirtualDisplay::runXdotool(const QStringList &arguments) const {

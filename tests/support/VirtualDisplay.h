@@ -41,7 +41,7 @@ public:
     [[nodiscard]] std::optional<QPoint> find(const QByteArray &title, std::uint32_t color) const;
     /// Clicks with the left button at that place; returns false on failure.
     [[nodiscard]] bool click(const QPoint &place) const;
-    /// Types a key with modifiers, such as "ctrl+q", into the focused window; returns false on failure.
+    /// Types keys with modifiers, such as "Tab ctrl+q", into the focused window; returns false on failure.
     [[nodiscard]] bool pressKeys(const QString &keys) const;
     /// Maps a window above all others.
     void cover();

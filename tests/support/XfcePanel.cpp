@@ -3,9 +3,6 @@
 #include "support/XfcePanel.h"
 
 #include <QtCore/QFile>
-#include <QtDBus/QDBusMessage>
-#include <QtDBus/QDBusReply>
-#include <QtDBus/QDBusVariant>
 
 #include <csignal>
 
@@ -14,9 +11,6 @@
 namespace burnwick::test {
 
 namespace {
-
-const auto observerName = QStringLiteral("panel-observer");
-const auto watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
 
 constexpr auto settings = R"(<?xml version="1.0" encoding="UTF-8"?>
 <channel name="xfce4-panel" version="1.0">
@@ -53,8 +47,7 @@ QString writeService(const std::filesystem::path &directory) {
 } // namespace
 
 XfcePanel::XfcePanel()
-    : m_bus(writeService(m_directory.path()))
-    , m_observer(m_bus.connect(observerName)) {
+    : m_bus(writeService(m_directory.path())) {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("DISPLAY"), m_display.name());
     environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), m_bus.address());
@@ -66,7 +59,6 @@ XfcePanel::XfcePanel()
 
 XfcePanel::~XfcePanel() {
     end();
-    QDBusConnection::disconnectFromBus(observerName);
 }
 
 void XfcePanel::start() {
@@ -76,15 +68,6 @@ void XfcePanel::start() {
 void XfcePanel::end() {
     m_panel.terminate();
     m_panel.waitForFinished();
-}
-
-QStringList XfcePanel::items() const {
-    QDBusMessage call = QDBusMessage::createMethodCall(watcherName, QStringLiteral("/StatusNotifierWatcher"),
-                                                       QStringLiteral("org.freedesktop.DBus.Properties"),
-                                                       QStringLiteral("Get"));
-    call.setArguments({watcherName, QStringLiteral("RegisteredStatusNotifierItems")});
-    const QDBusReply<QDBusVariant> items = m_observer.call(call);
-    return items.isValid() ? items.value().variant().toStringList() : QStringList();
 }
 
 } // namespace burnwick::test

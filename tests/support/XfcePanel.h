@@ -23,14 +23,11 @@ public:
 
     void start();
     void end();
-    /// Returns the registered status items, by bus name and path; without older kinds of tray icons.
-    [[nodiscard]] QStringList items() const;
 
 private:
     VirtualDisplay m_display;
     TemporaryDirectory m_directory;
     PrivateBus m_bus;
-    QDBusConnection m_observer;
     QProcess m_panel;
 };
 
