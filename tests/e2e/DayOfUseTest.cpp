@@ -2,7 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "e2e/AccountFixture.h"
 #include "platform/FakeLoginManager.h"
-#include "support/Dunst.h"
+
+#include <QDBusArgument>
+#include <QDBusConnectionInterface>
+#include <QDBusReply>
 
 using namespace std::chrono_literals;
 
@@ -11,15 +14,63 @@ namespace {
 
 using test::usage;
 
-struct NotifyingSession {
-    test::Dunst m_dunst;
+const auto serverName = QStringLiteral("org.freedesktop.Notifications");
+const auto observerName = QStringLiteral("dunst-observer");
+
+/// Returns the folder of the services.
+QString writeService(const std::filesystem::path &directory, const QString &display) {
+    const auto settings = directory / "dunstrc";
+    test::writeFile(settings, "[global]\nmarkup = full\nformat = \"%s: %b\"\n");
+    const auto services = directory / "services";
+    test::writeFile(services / "dunst.service",
+                    "[D-BUS Service]\nName=org.freedesktop.Notifications\nExec=/usr/bin/env DISPLAY=" +
+                        display.toStdString() + " dunst -config " + settings.string() + "\n");
+    return QString::fromStdString(services.string());
+}
+
+/// A message bus that starts dunst, a real notification server, on a virtual display at the first call.
+class NotifyingSession {
+protected:
+    ~NotifyingSession() {
+        endServer();
+        QDBusConnection::disconnectFromBus(observerName);
+    }
+
+    [[nodiscard]] bool serverRuns() const { return m_observer.interface()->isServiceRegistered(serverName); }
+    void endServer() const {
+        const QDBusReply<uint> process = m_observer.interface()->servicePid(serverName);
+        if (process.isValid())
+            ::kill(static_cast<pid_t>(process.value()), SIGKILL);
+    }
+    /// Removes all notifications from the display. Returns all since the server's start, in order, each as
+    /// title and body in markup: "Quota Alert: You've used 84%".
+    [[nodiscard]] QStringList closeAll() const {
+        callServer(QStringLiteral("NotificationCloseAll"));
+        const auto history = callServer(QStringLiteral("NotificationListHistory")).arguments();
+        QStringList texts;
+        for (const QVariantMap &entry : qdbus_cast<QList<QVariantMap>>(history.value(0)))
+            texts.prepend(entry.value(QStringLiteral("message")).toString());
+        return texts;
+    }
+    QDBusMessage callServer(const QString &method) const {
+        QDBusMessage message =
+            QDBusMessage::createMethodCall(serverName, QStringLiteral("/org/freedesktop/Notifications"),
+                                           QStringLiteral("org.dunstproject.cmd0"), method);
+        message.setAutoStartService(false);
+        return m_observer.call(message);
+    }
+
+    test::VirtualDisplay m_serversDisplay;
+    test::TemporaryDirectory m_directory;
+    PrivateBus m_bus{writeService(m_directory.path(), m_serversDisplay.name())};
+    QDBusConnection m_observer = m_bus.connect(observerName);
 };
 
 /// The real program over hours, beside a real notification server.
 class DayOfUseTest : protected NotifyingSession, public test::TimedFixture {
 protected:
     DayOfUseTest()
-        : TimedFixture(m_dunst.bus()) {
+        : TimedFixture(m_bus) {
         // The timer, not the file monitor, finds a new log in a known project.
         writeSettings(m_server.url(), {{QStringLiteral("refreshRate"), 60}});
     }
@@ -31,9 +82,9 @@ protected:
     }
     /// Whether exactly these notifications were displayed since the notification server started.
     testing::AssertionResult areShown(const QStringList &expected) const {
-        if (waitFor([&] { return m_dunst.closeAll() == expected; }))
+        if (waitFor([&] { return closeAll() == expected; }))
             return testing::AssertionSuccess();
-        return testing::AssertionFailure() << "shown are " << m_dunst.closeAll().join(u'\n').toStdString();
+        return testing::AssertionFailure() << "shown are " << closeAll().join(u'\n').toStdString();
     }
 };
 
@@ -57,17 +108,17 @@ TEST_F(DayOfUseTest, AlertsComeOncePerWindowAndTheWindowResets) {
     pass(5min);
     EXPECT_TRUE(itemShows("1.5M | $4.50 | s84%  ●"));
     EXPECT_TRUE(areShown({QStringLiteral("Quota Alert: You've used 84% of your 5-hour quota.")}));
-    m_dunst.end();
-    ASSERT_TRUE(waitFor([this] { return !m_dunst.runs(); }));
+    endServer();
+    ASSERT_TRUE(waitFor([this] { return !serverRuns(); }));
     pass(5min);
     EXPECT_TRUE(itemShows("1.5M | $4.50 | s91%  ●"));
-    EXPECT_FALSE(m_dunst.runs()) << "the alert was sent again";
+    EXPECT_FALSE(serverRuns()) << "the alert was sent again";
 
     pass(5min);
     EXPECT_TRUE(itemShows("1.5M | $4.50 | s104%  ●"));
     QString limit;
     EXPECT_TRUE(waitFor([&] {
-        limit = m_dunst.closeAll().join(u'\n');
+        limit = closeAll().join(u'\n');
         return !limit.isEmpty();
     }));
     EXPECT_TRUE(limit.startsWith(
@@ -91,9 +142,9 @@ TEST_F(DayOfUseTest, AlertsComeOncePerWindowAndTheWindowResets) {
 TEST_F(DayOfUseTest, AWakeUpRefreshesAtOnceAndRetriesUntilTheNetworkIsBack) {
     m_server.script("/api/oauth/usage",
                     {usage(67), usageEnding(test::ScriptedAnswer::Ending::cut), usage(3)});
-    set({{"DBUS_SYSTEM_BUS_ADDRESS", m_dunst.bus().address()},
+    set({{"DBUS_SYSTEM_BUS_ADDRESS", m_bus.address()},
          {"FAKETIME_DONT_FAKE_MONOTONIC", QStringLiteral("1")}});
-    const FakeLoginManager manager(m_dunst.bus());
+    const FakeLoginManager manager(m_bus);
     ASSERT_TRUE(startProgram());
     ASSERT_TRUE(itemShows("0 | $0.00 | s67%  ●"));
 
