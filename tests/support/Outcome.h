@@ -54,13 +54,23 @@ T resultOf(QCoro::Task<T> task) {
     return *std::move(outcome->value);
 }
 
+/// Returns the error; throws another one.
+template <typename Error>
+Error caught(const std::exception_ptr &thrown) {
+    try {
+        std::rethrow_exception(thrown);
+    } catch (const Error &error) {
+        return error;
+    }
+}
+
 /// Returns the error of the task; throws if the task succeeds or fails with another one.
 template <typename Error, typename T>
 Error errorOf(QCoro::Task<T> task) {
     try {
         resultOf(std::move(task));
-    } catch (const Error &error) {
-        return error;
+    } catch (...) {
+        return caught<Error>(std::current_exception());
     }
     throw std::logic_error("the task succeeds");
 }
