@@ -141,21 +141,18 @@ Flags flagIf(bool condition, Flags flag) {
 constexpr std::array nameMembers{&UsageDetails::session, &UsageDetails::folder, &UsageDetails::serviceTier,
                                  &UsageDetails::speed, &UsageDetails::geography};
 
-struct KeyMember {
+/// A member that is encoded only if it is not 0.
+template <typename Value>
+struct Member {
     Flags flag;
-    std::uint64_t UsageDetails::*member;
+    Value UsageDetails::*member;
 };
-constexpr std::array keyMembers{KeyMember{hasLineKey, &UsageDetails::lineKey},
-                                KeyMember{hasMessageKey, &UsageDetails::messageKey},
-                                KeyMember{hasRequestKey, &UsageDetails::requestKey}};
-
-struct CountMember {
-    Flags flag;
-    std::int64_t UsageDetails::*member;
-};
-constexpr std::array countMembers{CountMember{hasWrite5m, &UsageDetails::cacheWrite5m},
-                                  CountMember{hasWrite1h, &UsageDetails::cacheWrite1h},
-                                  CountMember{hasSearches, &UsageDetails::webSearches}};
+constexpr Member<std::uint64_t> keyMembers[] = {{hasLineKey, &UsageDetails::lineKey},
+                                                {hasMessageKey, &UsageDetails::messageKey},
+                                                {hasRequestKey, &UsageDetails::requestKey}};
+constexpr Member<std::int64_t> countMembers[] = {{hasWrite5m, &UsageDetails::cacheWrite5m},
+                                                 {hasWrite1h, &UsageDetails::cacheWrite1h},
+                                                 {hasSearches, &UsageDetails::webSearches}};
 
 constexpr std::array tokenMembers{&SessionTokens::input, &SessionTokens::output,
                                   &SessionTokens::cacheCreation, &SessionTokens::cacheRead};

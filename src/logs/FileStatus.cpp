@@ -18,30 +18,29 @@ Instant instantOf(const timespec &time) {
     return Instant(seconds) + std::chrono::nanoseconds(time.tv_nsec);
 }
 
-// The systems name the members for times differently.
+struct Times {
+    Instant modified;
+    Instant changed;
+};
+
+// The systems name the members differently.
 template <typename Status>
-Instant modificationOf(const Status &status) {
+Times timesOf(const Status &status) {
     if constexpr (requires { status.st_mtim; })
-        return instantOf(status.st_mtim);
+        return {instantOf(status.st_mtim), instantOf(status.st_ctim)};
     else
-        return instantOf(status.st_mtimespec);
-}
-template <typename Status>
-Instant changeOf(const Status &status) {
-    if constexpr (requires { status.st_ctim; })
-        return instantOf(status.st_ctim);
-    else
-        return instantOf(status.st_ctimespec);
+        return {instantOf(status.st_mtimespec), instantOf(status.st_ctimespec)};
 }
 
 FileStatus statusFrom(int result, const struct stat &status) {
     if (result != 0)
         return {};
+    const auto [modified, changed] = timesOf(status);
     return {static_cast<std::uint64_t>(status.st_dev),
             static_cast<std::uint64_t>(status.st_ino),
             status.st_size > 0 ? static_cast<std::uint64_t>(status.st_size) : 0,
-            modificationOf(status),
-            changeOf(status),
+            modified,
+            changed,
             S_ISREG(status.st_mode)};
 }
 

@@ -28,7 +28,8 @@ struct LogFile {
 /// request ends the walk early.
 [[nodiscard]] std::vector<LogFile> allLogFiles(const std::filesystem::path &root,
                                                const StopRequest &stop = {});
-/// Returns the log file at a path that allLogFiles() would reach; null if there is none now.
+/// Returns the log file at the path, which must be below the root; null if no file exists there or its name
+/// does not end in ".jsonl".
 [[nodiscard]] std::optional<LogFile> logFileAt(const std::filesystem::path &path);
 /// Returns those of all that were modified at or after `since`.
 [[nodiscard]] std::vector<LogFile> recentLogFiles(const std::filesystem::path &root, Instant since);

@@ -15,8 +15,8 @@ struct ReadingPosition {
     std::uint64_t fingerprint = 0; ///< of the bytes before the offset
     std::size_t entries = 0;       ///< the number of entries before the offset
     bool includesRest = true;      ///< whether bytes behind the offset, a line without line feed, were read
-    /// Whether the file system tells the status from that of any later contents: the last change was long
-    /// enough before the reading.
+    /// Whether any later change gives the file another status: its last change was long enough before the
+    /// reading.
     bool settled = false;
 
     bool operator==(const ReadingPosition &) const = default;
