@@ -16,6 +16,8 @@ PreferencesManager::PreferencesManager(UserDefaults &defaults, QObject *parent)
     , m_alertAt80Quota(load(defaults, settings::alertAt80Quota))
     , m_rateLimitAlerts(load(defaults, settings::rateLimitAlerts))
     , m_sessionResetAlerts(load(defaults, settings::sessionResetAlerts))
+    , m_keepHistory(load(defaults, settings::keepHistory))
+    , m_keepHistoryAsked(load(defaults, settings::keepHistoryAsked))
     , m_monthlySpendLimit(load(defaults, settings::monthlySpendLimit)) {}
 
 template <typename Value>
@@ -61,6 +63,16 @@ void PreferencesManager::setRateLimitAlerts(bool on) {
 void PreferencesManager::setSessionResetAlerts(bool on) {
     assign(settings::sessionResetAlerts, m_sessionResetAlerts, on,
            &PreferencesManager::sessionResetAlertsChanged);
+}
+
+void PreferencesManager::setKeepHistory(bool on) {
+    setKeepHistoryAsked(true);
+    assign(settings::keepHistory, m_keepHistory, on, &PreferencesManager::keepHistoryChanged);
+}
+
+void PreferencesManager::setKeepHistoryAsked(bool asked) {
+    assign(settings::keepHistoryAsked, m_keepHistoryAsked, asked,
+           &PreferencesManager::keepHistoryAskedChanged);
 }
 
 void PreferencesManager::setMonthlySpendLimit(double limit) {

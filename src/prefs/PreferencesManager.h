@@ -30,6 +30,10 @@ public:
     [[nodiscard]] bool alertAt80Quota() const { return m_alertAt80Quota; }
     [[nodiscard]] bool rateLimitAlerts() const { return m_rateLimitAlerts; }
     [[nodiscard]] bool sessionResetAlerts() const { return m_sessionResetAlerts; }
+    /// The user's choice. The caller sets up the ledger.
+    [[nodiscard]] bool keepHistory() const { return m_keepHistory; }
+    /// Whether the user has ever answered the question to keep the history, also by setKeepHistory().
+    [[nodiscard]] bool keepHistoryAsked() const { return m_keepHistoryAsked; }
     /// US dollars a month.
     [[nodiscard]] double monthlySpendLimit() const { return m_monthlySpendLimit; }
 
@@ -40,6 +44,9 @@ public:
     void setAlertAt80Quota(bool on);
     void setRateLimitAlerts(bool on);
     void setSessionResetAlerts(bool on);
+    /// Also answers the question.
+    void setKeepHistory(bool on);
+    void setKeepHistoryAsked(bool asked);
     /// For the running program only: never writes to the store.
     void setMonthlySpendLimit(double limit);
 
@@ -51,6 +58,8 @@ Q_SIGNALS:
     void alertAt80QuotaChanged(bool on);
     void rateLimitAlertsChanged(bool on);
     void sessionResetAlertsChanged(bool on);
+    void keepHistoryChanged(bool on);
+    void keepHistoryAskedChanged(bool asked);
     void monthlySpendLimitChanged(double limit);
 
 private:
@@ -70,6 +79,8 @@ private:
     bool m_alertAt80Quota;
     bool m_rateLimitAlerts;
     bool m_sessionResetAlerts;
+    bool m_keepHistory;
+    bool m_keepHistoryAsked;
     double m_monthlySpendLimit;
 };
 

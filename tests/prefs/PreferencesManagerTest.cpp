@@ -64,6 +64,8 @@ TEST_F(PreferencesManagerTest, AnInvalidValueGivesTheFallbackAndStays) {
         {"alertAt80Quota", "false", noSwitch, &P::alertAt80Quota},
         {"rateLimitAlerts", "false", noSwitch, &P::rateLimitAlerts},
         {"sessionResetAlerts", "false", noSwitch, &P::sessionResetAlerts},
+        {"keepHistory", "true", noSwitch, [](const P &p) { return !p.keepHistory(); }},
+        {"keepHistoryAsked", "true", noSwitch, [](const P &p) { return !p.keepHistoryAsked(); }},
     };
     for (const auto &row : rows) {
         for (const QByteArray &value : row.invalid + QByteArrayList{"null", "[1]", row.other}) {
@@ -77,6 +79,13 @@ TEST_F(PreferencesManagerTest, AnInvalidValueGivesTheFallbackAndStays) {
             EXPECT_EQ(m_file.bytes(), before);
         }
     }
+}
+
+TEST_F(PreferencesManagerTest, AnyChoiceToKeepTheHistoryAnswersTheQuestion) {
+    m_preferences.setKeepHistory(false);
+    EXPECT_TRUE(m_preferences.keepHistoryAsked());
+    EXPECT_EQ(m_file.values(),
+              QJsonDocument::fromJson(R"({"keepHistory": false, "keepHistoryAsked": true})").object());
 }
 
 TEST_F(PreferencesManagerTest, TheSpendLimitIsNeverStored) {
