@@ -24,6 +24,15 @@ std::string tokenCountText(std::int64_t count) {
     return fixedText(static_cast<double>(count) / 1e6, 1) + 'M';
 }
 
+std::string countText(std::int64_t count, std::string_view noun) {
+    std::string text = std::to_string(count);
+    for (std::size_t i = text.size(); i > 3;)
+        text.insert(i -= 3, 1, ',');
+    text += ' ';
+    text += noun;
+    return count == 1 ? text : text + 's';
+}
+
 std::string costText(double dollars) {
     const bool belowOneCent = dollars > 0 && dollars < 0.01;
     return '$' + fixedText(dollars, belowOneCent ? 4 : 2);

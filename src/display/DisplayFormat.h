@@ -19,6 +19,9 @@ namespace burnwick {
 /// "999", "1.0K", "999.9K" (and "1000.0K" just below a million), "1.2M".
 [[nodiscard]] std::string tokenCountText(std::int64_t count);
 
+/// "1 day", "1,234 days": a count from 0 on with its noun, whose plural ends in "s".
+[[nodiscard]] std::string countText(std::int64_t count, std::string_view noun);
+
 /// "$12.35"; four decimals for amounts between 0 and one cent: "$0.0042".
 [[nodiscard]] std::string costText(double dollars);
 

@@ -12,16 +12,7 @@ namespace burnwick {
 
 namespace {
 
-// Independent of the desktop's language.
-QLocale english() {
-    return {QLocale::English, QLocale::UnitedStates};
-}
-
-QString tokensText(std::int64_t count, const QString &countText) {
-    if (count <= 0)
-        return QStringLiteral("no tokens");
-    return count == 1 ? QStringLiteral("1 token") : countText + QLatin1String(" tokens");
-}
+const QString noTokens = QStringLiteral("no tokens");
 
 } // namespace
 
@@ -29,15 +20,16 @@ QString dayText(LocalDay day) {
     const std::chrono::year_month_day date(day);
     const QDate civil(static_cast<int>(date.year()), static_cast<int>(static_cast<unsigned>(date.month())),
                       static_cast<int>(static_cast<unsigned>(date.day())));
-    return english().toString(civil, QStringLiteral("MMM d"));
+    // Independent of the desktop's language.
+    return QLocale(QLocale::English, QLocale::UnitedStates).toString(civil, QStringLiteral("MMM d"));
 }
 
 QString exactTokensText(std::int64_t count) {
-    return tokensText(count, english().toString(static_cast<qlonglong>(count)));
+    return count <= 0 ? noTokens : textOf(countText(count, "token"));
 }
 
 QString roundedTokensText(std::int64_t count) {
-    return tokensText(count, textOf(tokenCountText(count)));
+    return count <= 1 ? exactTokensText(count) : textOf(tokenCountText(count)) + QLatin1String(" tokens");
 }
 
 QString activitySummary(const DailyActivity &activity, LocalDay first, LocalDay last) {
@@ -49,10 +41,9 @@ QString activitySummary(const DailyActivity &activity, LocalDay first, LocalDay 
             most = day;
     }
     if (most == activity.end() || most->second <= 0)
-        return QStringLiteral("no tokens");
-    return QStringLiteral("%1 active %2, most on %3 with %4")
-        .arg(activeDays)
-        .arg(activeDays == 1 ? QLatin1String("day") : QLatin1String("days"), dayText(most->first),
+        return noTokens;
+    return QStringLiteral("%1, most on %2 with %3")
+        .arg(textOf(countText(activeDays, "active day")), dayText(most->first),
              roundedTokensText(most->second));
 }
 
