@@ -92,5 +92,27 @@ TEST(QuietStyleTest, TheScrollBarsHandleFollowsThePointer) {
     EXPECT_EQ(bar.value(), 200) << "a click beside the handle turns a page";
 }
 
+TEST(QuietStyleTest, AHandleOverAMarginKeepsItsDistanceFromTheEdges) {
+    const auto style = std::make_unique<QuietStyle>();
+    QScrollBar bar(Qt::Vertical);
+    bar.setStyle(style.get());
+    QuietStyle::layOverMargin(bar);
+    bar.setRange(0, 300);
+    bar.setPageStep(100);
+    bar.resize(style->pixelMetric(QStyle::PM_ScrollBarExtent), 400);
+    const auto handle = [&bar] {
+        const QImage picture = pictureOf(bar, ColorScheme::light);
+        QRect painted;
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                if (picture.pixelColor(x, y) != colorsOf(ColorScheme::light).card)
+                    painted |= QRect(x, y, 1, 1);
+        return painted;
+    };
+    EXPECT_EQ(handle(), QRect(bar.width() - 9, 4, 5, 98));
+    bar.setValue(300);
+    EXPECT_EQ(handle(), QRect(bar.width() - 9, 298, 5, 98));
+}
+
 } // namespace
 } // namespace burnwick

@@ -16,8 +16,9 @@ namespace burnwick {
 
 namespace {
 
-constexpr int handleWidth = 6;
-constexpr int handleMargin = 8; // between handle and content
+constexpr int barExtent = 14; // handle and the space between it and the content
+constexpr int handleWidth = 5;
+constexpr int overMarginInset = 4; // between the handle and the area's edges
 constexpr int shortestHandle = 24;
 constexpr const char *overMarginProperty = "_burnwick_overMargin";
 
@@ -27,16 +28,27 @@ struct Span {
     int length;
 };
 
-Span handleOf(const QStyleOptionSlider &bar) {
-    const int room = bar.orientation == Qt::Vertical ? bar.rect.height() : bar.rect.width();
+bool liesOverMargin(const QWidget *bar) {
+    return bar != nullptr && bar->property(overMarginProperty).toBool();
+}
+
+/// The handle's way.
+Span wayOf(const QStyleOptionSlider &bar, const QWidget *widget) {
+    const int whole = bar.orientation == Qt::Vertical ? bar.rect.height() : bar.rect.width();
+    const int inset = liesOverMargin(widget) ? overMarginInset : 0;
+    return {inset, std::max(0, whole - 2 * inset)};
+}
+
+Span handleOf(const QStyleOptionSlider &bar, const QWidget *widget) {
+    const auto [from, room] = wayOf(bar, widget);
     const qint64 range = qint64(bar.maximum) - bar.minimum;
     const qint64 whole = range + bar.pageStep;
     if (range <= 0 || whole <= 0)
-        return {0, room};
+        return {from, room};
     const int length =
         std::min(room, std::max(shortestHandle, static_cast<int>(qint64(room) * bar.pageStep / whole)));
-    return {QStyle::sliderPositionFromValue(bar.minimum, bar.maximum, bar.sliderPosition, room - length,
-                                            bar.upsideDown),
+    return {from + QStyle::sliderPositionFromValue(bar.minimum, bar.maximum, bar.sliderPosition,
+                                                   room - length, bar.upsideDown),
             length};
 }
 
@@ -68,13 +80,12 @@ void QuietStyle::layOverMargin(QScrollBar &bar) {
 }
 
 int QuietStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const {
-    constexpr int extent = handleMargin + handleWidth;
     if (metric == PM_ScrollBarExtent)
-        return extent;
+        return barExtent;
     if (metric == PM_MenuHMargin || metric == PM_MenuVMargin)
         return menuMargin;
-    if (metric == PM_ScrollView_ScrollBarOverlap && widget && widget->property(overMarginProperty).toBool())
-        return extent;
+    if (metric == PM_ScrollView_ScrollBarOverlap && liesOverMargin(widget))
+        return barExtent;
     return QProxyStyle::pixelMetric(metric, option, widget);
 }
 
@@ -83,18 +94,18 @@ QRect QuietStyle::subControlRect(ComplexControl control, const QStyleOptionCompl
     const auto *bar = qstyleoption_cast<const QStyleOptionSlider *>(option);
     if (control != CC_ScrollBar || bar == nullptr)
         return QProxyStyle::subControlRect(control, option, part, widget);
-    const Span whole{0, bar->orientation == Qt::Vertical ? bar->rect.height() : bar->rect.width()};
-    const Span handle = handleOf(*bar);
+    const Span way = wayOf(*bar, widget);
+    const Span handle = handleOf(*bar, widget);
     const int end = handle.from + handle.length;
     switch (part) {
     case SC_ScrollBarGroove:
-        return alongBar(*bar, whole);
+        return alongBar(*bar, way);
     case SC_ScrollBarSlider:
         return alongBar(*bar, handle);
     case SC_ScrollBarSubPage:
-        return alongBar(*bar, {0, handle.from});
+        return alongBar(*bar, {way.from, handle.from - way.from});
     case SC_ScrollBarAddPage:
-        return alongBar(*bar, {end, whole.length - end});
+        return alongBar(*bar, {end, way.from + way.length - end});
     default:
         return {};
     }
@@ -172,13 +183,14 @@ void QuietStyle::drawComplexControl(ComplexControl control, const QStyleOptionCo
     }
     const bool held = bar->state.testFlag(State_Sunken) && bar->activeSubControls == SC_ScrollBarSlider;
     const bool pointed = bar->state.testFlag(State_MouseOver);
-    QRect handle = alongBar(*bar, handleOf(*bar));
+    QRect handle = alongBar(*bar, handleOf(*bar, widget));
+    const int inset = liesOverMargin(widget) ? overMarginInset : 0;
     if (bar->orientation == Qt::Horizontal)
-        handle.setTop(handle.bottom() + 1 - handleWidth);
+        handle = {handle.x(), handle.bottom() + 1 - inset - handleWidth, handle.width(), handleWidth};
     else if (bar->direction == Qt::RightToLeft)
-        handle.setWidth(handleWidth);
+        handle = {handle.x() + inset, handle.y(), handleWidth, handle.height()};
     else
-        handle.setLeft(handle.right() + 1 - handleWidth);
+        handle = {handle.right() + 1 - inset - handleWidth, handle.y(), handleWidth, handle.height()};
     painter->save();
     fillRounded(*painter, handle, handleWidth / 2.0,
                 withOpacity(colorsOfOption(*option).text, held      ? 0.45
