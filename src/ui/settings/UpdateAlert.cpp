@@ -4,14 +4,10 @@
 
 #include "display/DisplayText.h"
 #include "ui/WindowActivation.h"
-#include "ui/controls/FocusRing.h"
-#include "ui/controls/SvgIcon.h"
-#include "ui/settings/SettingsCard.h"
+#include "ui/settings/SettingsAlert.h"
 #include "ui/text/Text.h"
-#include "ui/theme/TextStyle.h"
 
-#include <QLabel>
-#include <QMessageBox>
+#include <QPushButton>
 #include <QUrl>
 
 #include <utility>
@@ -19,10 +15,6 @@
 namespace burnwick {
 
 namespace {
-
-constexpr int iconSize = 48;
-constexpr int narrowestText = 300;
-constexpr QSize buttonPadding{14, 6};
 
 /// Shortened, so that the sentence stays readable.
 QString shownVersion(const QString &version) {
@@ -34,42 +26,19 @@ QString shownVersion(const QString &version) {
 
 void showUpdateAlert(const QString &version, const QUrl &release, std::function<void(const QUrl &)> openURL,
                      std::function<void()> closed) {
-    auto *alert = new QMessageBox;
-    alert->setAttribute(Qt::WA_DeleteOnClose);
-    alert->setWindowModality(Qt::ApplicationModal);
-    alert->setWindowTitle(QStringLiteral("Update Available"));
-    const QIcon icon = applicationIcon();
-    alert->setWindowIcon(icon);
-    alert->setIconPixmap(icon.pixmap({iconSize, iconSize}, alert->devicePixelRatioF()));
-    alert->setFont(fontOf(TextStyle::body));
-    alert->setText(QStringLiteral("Update Available"));
-    alert->setInformativeText(
+    const QString title = QStringLiteral("Update Available");
+    QMessageBox *alert = makeAlert(
+        title, title,
         QStringLiteral("Version %1 is available. Would you like to update now?").arg(shownVersion(version)));
-    for (QLabel *label : alert->findChildren<QLabel *>()) {
-        label->setTextFormat(Qt::PlainText);
-        if (label->text() == alert->text())
-            label->setFont(fontOf(TextStyle::labelStrong));
-        else if (label->text() == alert->informativeText())
-            label->setMinimumWidth(narrowestText);
-    }
-    FlatButton::Look look = settingsButtonLook();
-    look.padding = buttonPadding;
-    auto *later = new FlatButton(QStringLiteral("Later"), look);
-    look.ground = &ThemeColors::selected;
-    look.hovered = look.pressed;
-    auto *update = new FlatButton(QStringLiteral("Update Now"), look);
-    alert->addButton(update, QMessageBox::AcceptRole);
-    alert->addButton(later, QMessageBox::RejectRole);
+    QPushButton *update = addAlertButton(*alert, QStringLiteral("Update Now"), QMessageBox::AcceptRole);
+    addAlertButton(*alert, QStringLiteral("Later"), QMessageBox::RejectRole);
     alert->setDefaultButton(update);
-    alert->setEscapeButton(later);
-
     QObject::connect(alert, &QDialog::finished, alert,
                      [=, openURL = std::move(openURL), closed = std::move(closed)] {
                          if (alert->clickedButton() == update)
                              openURL(release);
                          closed();
                      });
-    new FocusRing(alert);
     bringToFront(*alert, {});
 }
 
