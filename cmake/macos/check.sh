@@ -45,6 +45,7 @@ ln -sfn /usr/include/date include/date
 ln -sfn /usr/include/xxhash.h include/xxhash.h
 ln -sfn /usr/include/sqlite3.h include/sqlite3.h
 ln -sfn /usr/include/SQLiteCpp include/SQLiteCpp
+ln -sfn /usr/include/csv.h include/csv.h
 # Debian's libc++ does not check availability; with this a call newer than the deployment target is an error.
 sed 's|^#define _LIBCPP_HAS_NO_VENDOR_AVAILABILITY_ANNOTATIONS||' $llvm/include/c++/v1/__config_site >config_site
 # Unchanged for Ninja if it is the same.
@@ -115,6 +116,7 @@ stub date-tz $libraries/libdate-tz.so
 stub simdjson $libraries/libsimdjson.so
 stub SQLiteCpp $libraries/libSQLiteCpp.a
 stub sqlite3 $libraries/libsqlite3.so
+stub csv $libraries/libcsv.so
 stub c++ $llvm/lib/libc++.so.1
 stub c++abi $llvm/lib/libc++abi.so.1
 
@@ -128,7 +130,7 @@ link() {
     shift
     ld64.lld-19 -arch arm64 -platform_version macos 14.0 14.2 -o "$program" "$@" -Lstubs -lSystem -lc++ -lc++abi \
         -lQt6Core -lQt6Gui -lQt6Widgets -lQt6Network -lQt6Svg -lQCoro6Core -lQCoro6Network -ldate-tz -lsimdjson \
-        -lSQLiteCpp -lsqlite3 \
+        -lSQLiteCpp -lsqlite3 -lcsv \
         --error-limit=0 2>link.log || status=$?
     undefined=$(sed -n 's/.*undefined symbol: //p' link.log | grep -E "8burnwick|^_main$|$defined_elsewhere" -v || true)
     undefined+=$(sed -n 's/.*undefined symbol: //p' link.log | grep -E '8burnwick' || true)

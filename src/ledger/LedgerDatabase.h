@@ -2,61 +2,82 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "ledger/FileTable.h"
+#include "ledger/KeptTable.h"
 #include "ledger/LedgerFile.h"
 #include "logs/ReadingStore.h"
 
-#include <cstdint>
 #include <filesystem>
 #include <functional>
-#include <memory>
+#include <map>
 #include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace burnwick {
 
-/// The ledger's tables. Each row carries a checksum, because SQLite does not notice altered contents. All
-/// operations throw SQLite::Exception and DamagedLedger; the object is of no use afterwards. Destroying it
-/// undoes an open transaction. For one thread at a time.
+/// An open ledger. Each line that was read and not forgotten is in the file's tables exactly once: with its
+/// log while that exists, and then with the kept lines. All operations throw SQLite::Exception and
+/// DamagedLedger; the object is of no use afterwards. Destroying it undoes an open transaction. For one
+/// thread at a time.
 class LedgerDatabase final {
 public:
-    /// Opens the file, which may be empty, and brings an older one to the present version. Throws
-    /// ForeignLedger, too, and leaves such a file as it is. Begins a series.
+    /// See LedgerFile.
     explicit LedgerDatabase(const std::filesystem::path &file);
-    ~LedgerDatabase();
 
     /// Begins a series of operations, which wait at most a fifth of a second altogether for other processes.
     void beginSeries() { m_file.beginSeries(); }
-
-    /// Returns the file's reading without new details; null if it is unknown.
-    [[nodiscard]] std::optional<FileReading> find(const std::filesystem::path &file);
-    /// Returns the numbers of all files for which the function returns false.
-    [[nodiscard]] std::vector<std::int64_t>
-    filesUnless(const std::function<bool(const std::filesystem::path &)> &isNeeded);
-
-    // These need an open transaction.
-
-    /// See ReadingStore::keep(). Forgets the file if the reading continues another one than the stored one.
-    void keep(const std::filesystem::path &file, const ReadingPosition *continued,
-              const FileReading &reading);
-    /// Forgets the file of that number. Does nothing without one.
-    void forget(std::int64_t id);
+    /// Sets whether lines of logs that are gone are kept; false at first.
+    void setKeepsHistory(bool on) { m_keepsHistory = on; }
 
     /// Begin a transaction, which sees one state of the file.
     void beginReading() { m_file.database().exec("BEGIN"); }
     void beginWriting() { m_file.database().exec("BEGIN IMMEDIATE"); }
     void commit() { m_file.database().exec("COMMIT"); }
 
-private:
-    struct Row {
-        std::int64_t id = 0; ///< 0 if unknown
-        ReadingPosition position;
-    };
-    struct Statements;
+    [[nodiscard]] FileTable &files() { return m_files; }
 
-    Row rowOf(const std::filesystem::path &file);
+    /// See ReadingStore::keep(). Needs an open transaction.
+    [[nodiscard]] bool keep(const std::filesystem::path &file, const ReadingPosition *continued,
+                            const FileReading &reading);
+
+    // These need that no transaction is open.
+
+    /// Forgets files that are not in the history, and keeps their lines that no other log has.
+    void settle(const LogHistory &history);
+    /// Returns the kept lines, each list the same as at the last time if nothing changed.
+    [[nodiscard]] std::vector<LogEntries> kept();
+    void forgetKept();
+    /// See Ledger.
+    void exportLines(const std::function<void(const SessionLines &)> &use);
+    std::size_t importLines(const std::vector<SessionLines> &sessions);
+    /// Writes a copy of all tables to the file, which must be empty, after a check.
+    void copyTo(const std::filesystem::path &file);
+    /// Reads each row.
+    void check();
+
+private:
+    /// The paths of a session's logs.
+    using Paths = std::unordered_multimap<std::string_view, const std::filesystem::path *>;
+
+    static Paths pathsOf(const std::vector<FileTable::Place> &files);
+    bool settle(const LogHistory &history, bool mayWrite);
+    void followOthers();
+    void keepLines(SessionLines lines);
+    void replaceKept(const SessionLines &lines);
+    void removeExisting(SessionLines &lines, const Paths &paths);
+    void forEachLine(const std::function<void(const SessionLines &)> &use);
 
     LedgerFile m_file;
-    std::unique_ptr<Statements> m_statements;
+    FileTable m_files;
+    KeptTable m_keptLines;
+    bool m_keepsHistory = false;
+    std::map<std::string, LogEntries, std::less<>> m_kept; ///< by session, as the table has them
+    std::optional<std::int64_t> m_keptVersion;             ///< of the file when the table was read
+    std::set<std::string> m_unsettled;                     ///< sessions whose kept lines a log may have
 };
 
 } // namespace burnwick

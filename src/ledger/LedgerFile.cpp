@@ -15,7 +15,7 @@ namespace burnwick {
 namespace {
 
 constexpr int applicationId = 0x4275726E; // "Burn"
-constexpr int presentVersion = 1;
+constexpr int presentVersion = 2;
 
 using std::chrono::microseconds;
 using namespace std::chrono_literals;
@@ -32,6 +32,10 @@ constexpr std::array<const char *, presentVersion> migrations{R"(
     -- A chunk's identifier is the file's, times 2^24, plus its number; details are those of its entries.
     CREATE TABLE chunk(id INTEGER PRIMARY KEY, entries BLOB NOT NULL, checksum INTEGER NOT NULL);
     CREATE TABLE detail(id INTEGER PRIMARY KEY, details BLOB NOT NULL, checksum INTEGER NOT NULL);
+)",
+                                                              R"(
+    CREATE TABLE kept(
+        session BLOB PRIMARY KEY, entries BLOB NOT NULL, details BLOB NOT NULL, checksum INTEGER NOT NULL);
 )"};
 
 } // namespace

@@ -5,6 +5,8 @@
 #include "logs/HistoryBuilder.h"
 
 #include <algorithm>
+#include <set>
+#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -33,9 +35,26 @@ struct HistorySums::FileSums {
     bool areAllDated = true;
 };
 
+namespace {
+
+/// Returns the number of files, and of sessions whose files are all gone.
+std::size_t sessionCountOf(const LogHistory &history) {
+    std::set<std::string_view> kept;
+    for (const LogEntries &entries : history.kept)
+        kept.insert(entries->front().sessionId().view());
+    for (const LogFile &file : history.files) {
+        if (kept.empty())
+            break;
+        kept.erase(file.path.stem().native());
+    }
+    return history.files.size() + kept.size();
+}
+
+} // namespace
+
 HistorySums::HistorySums(const LogHistory &history, const Calendar &calendar, const HistorySums *last)
     : m_calendar(calendar)
-    , m_fileCount(history.files.size()) {
+    , m_sessionCount(sessionCountOf(history)) {
     std::unordered_map<LogEntries, std::shared_ptr<const FileSums>> known;
     if (last != nullptr && last->m_calendar == calendar) {
         for (const auto &file : last->m_files) {
@@ -43,15 +62,17 @@ HistorySums::HistorySums(const LogHistory &history, const Calendar &calendar, co
                 known.emplace(file->entries, file);
         }
     }
-    m_files.reserve(history.entries.size());
-    for (const LogEntries &entries : history.entries) {
+    m_files.reserve(history.entries.size() + history.kept.size());
+    const auto add = [&](const LogEntries &entries) {
         const auto found = known.find(entries);
         if (found != known.end())
             m_files.push_back(found->second);
         else
             m_files.push_back(entries != nullptr ? std::make_shared<const FileSums>(entries, calendar)
                                                  : nullptr);
-    }
+    };
+    std::ranges::for_each(history.entries, add);
+    std::ranges::for_each(history.kept, add);
 }
 
 HistoricalData HistorySums::within(TimeFilter filter, Instant now) const {
@@ -74,7 +95,7 @@ HistoricalData HistorySums::within(TimeFilter filter, Instant now) const {
             builder.add(entry);
         }
     }
-    const std::size_t sessionCount = cutOff ? sessions.size() : m_fileCount;
+    const std::size_t sessionCount = cutOff ? sessions.size() : m_sessionCount;
     return builder.finish(static_cast<std::int64_t>(sessionCount), m_calendar.dayOf(now));
 }
 

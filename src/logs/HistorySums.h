@@ -22,16 +22,16 @@ public:
     [[nodiscard]] const Calendar &calendar() const noexcept { return m_calendar; }
 
     /// Returns the history of the entries in the filter's period before `now`. With `all` the sessions are
-    /// the log files, otherwise the distinct sessions of those entries. Terminates the program if a sum
-    /// overflows.
+    /// the log files and those that are gone, otherwise the distinct sessions of those entries. Terminates
+    /// the program if a sum overflows.
     [[nodiscard]] HistoricalData within(TimeFilter filter, Instant now) const;
 
 private:
     struct FileSums;
 
     Calendar m_calendar;
-    std::size_t m_fileCount;
-    std::vector<std::shared_ptr<const FileSums>> m_files; ///< of each file; null without entries
+    std::size_t m_sessionCount;
+    std::vector<std::shared_ptr<const FileSums>> m_files; ///< also of kept lists; null without entries
 };
 
 } // namespace burnwick

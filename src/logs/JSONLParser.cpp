@@ -39,17 +39,16 @@ void shareEntries(LogHistory &history, const LogHistory &last) {
 
 /// Sets those entries that are null and that the store knows.
 void recallEntries(LogHistory &history, Watch watch, ReadingStore &store) {
-    std::vector<std::size_t> unknown;
-    for (std::size_t i = 0; i < history.files.size(); ++i) {
-        if (history.entries[i] == nullptr)
-            unknown.push_back(i);
-    }
+    std::vector<const void *> known;
+    for (const LogEntries &entries : history.entries)
+        known.push_back(entries.get());
     store.recall(history);
     if (watch == Watch::none)
         return;
-    // Nobody watched these files since they were stored.
-    for (const std::size_t i : unknown) {
-        if (!isUnchanged(history.positions[i], history.files[i].status))
+    for (std::size_t i = 0; i < known.size(); ++i) {
+        // Nobody watched this file since it was stored.
+        if (history.entries[i].get() != known[i] &&
+            !isUnchanged(history.positions[i], history.files[i].status))
             history.entries[i] = nullptr;
     }
 }
@@ -105,13 +104,19 @@ std::shared_ptr<const LogHistory> JSONLParser::readChanges(std::shared_ptr<LogHi
                                                            const LogHistory *last, Watch watch,
                                                            ReadingStore *store,
                                                            const StopRequest &stop) const {
-    if (store != nullptr)
-        recallEntries(*history, watch, *store);
-    readMissingEntries(*history, m_threads, watch, store, stop);
-    if (store != nullptr)
-        store->finish(stop.isMade() ? nullptr : history.get());
-    const bool isEqual =
-        last != nullptr && history->entries == last->entries && history->positions == last->positions;
+    std::optional<std::vector<LogEntries>> kept;
+    for (int repetitions = 1; !kept && repetitions >= 0 && !stop.isMade(); --repetitions) {
+        if (store != nullptr)
+            recallEntries(*history, watch, *store);
+        readMissingEntries(*history, m_threads, watch, store, stop);
+        if (store == nullptr)
+            break;
+        kept = store->finish(stop.isMade() ? nullptr : history.get());
+    }
+    if (kept || last != nullptr)
+        history->kept = kept ? std::move(*kept) : last->kept;
+    const bool isEqual = last != nullptr && history->entries == last->entries &&
+                         history->positions == last->positions && history->kept == last->kept;
     return stop.isMade() || isEqual ? nullptr : history;
 }
 

@@ -174,8 +174,12 @@ void readEntries(LogHistory &history, std::size_t index, LogFileReader &reader, 
     auto reading = reader.readFile(path, former.entries != nullptr ? &former : nullptr, watch, stop);
     if (!reading)
         return;
-    if (store != nullptr)
-        store->keep(path, reading->isContinued ? &former.position : nullptr, *reading);
+    if (store != nullptr && !store->keep(path, reading->isContinued ? &former.position : nullptr, *reading)) {
+        reading = reader.readFile(path, nullptr, watch, stop);
+        if (!reading)
+            return;
+        static_cast<void>(store->keep(path, nullptr, *reading));
+    }
     const bool isEqual = former.entries != nullptr && *former.entries == *reading->entries;
     entries = isEqual ? former.entries : std::move(reading->entries);
     position = reading->position;

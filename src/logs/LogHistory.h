@@ -21,6 +21,8 @@ struct LogHistory {
     std::vector<LogFile> files;             ///< the tree as it was before it was read, by time, then by path
     std::vector<LogEntries> entries;        ///< of each file
     std::vector<ReadingPosition> positions; ///< of each file that has entries
+    /// The usage lines of logs that are gone, a list for each session; no list is null or empty.
+    std::vector<LogEntries> kept;
 
     /// Returns the entries of the files modified at or after that instant.
     [[nodiscard]] std::span<const LogEntries> entriesSince(Instant instant) const;

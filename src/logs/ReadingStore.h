@@ -28,14 +28,17 @@ public:
     virtual ~ReadingStore() = default;
 
     /// Sets entries and positions of those files whose entries are null and which it knows; they may have
-    /// changed since.
+    /// changed since. May set entries to null or to another reading, so that the file is read and stored
+    /// again.
     virtual void recall(LogHistory &history) = 0;
     /// Stores a file's reading. `continued` is the position where it began; null if that was the file's
-    /// begin. Safe from several threads at once.
-    virtual void keep(const std::filesystem::path &file, const ReadingPosition *continued,
-                      const FileReading &reading) = 0;
-    /// Ends a series of calls of keep(). Forgets files that are not in the history if it is not null.
-    virtual void finish(const LogHistory *history) = 0;
+    /// begin. Returns false if only a reading from there can be stored. Safe from several threads at once.
+    [[nodiscard]] virtual bool keep(const std::filesystem::path &file, const ReadingPosition *continued,
+                                    const FileReading &reading) = 0;
+    /// Ends a series of calls of keep(). A null history is incomplete; otherwise logs that are not in it are
+    /// gone. Returns LogHistory::kept, with the same lists as before if nothing changed; null if the series
+    /// must be repeated from recall() on.
+    virtual std::optional<std::vector<LogEntries>> finish(const LogHistory *history) = 0;
 };
 
 } // namespace burnwick

@@ -32,19 +32,19 @@ QCoro::Task<void> fetchBoth(AccountTracker &tracker) {
 
 } // namespace
 
-AccountFigures fetchAccount(const std::filesystem::path &home, const Clock &clock, const Calendar &calendar) {
+AccountFigures fetchAccount(const std::filesystem::path &home, UserDefaults &defaults, const Clock &clock,
+                            const Calendar &calendar) {
     int argumentCount = 1;
     char name[] = "burnwick-report";
     char *arguments[] = {name, nullptr};
     const QCoreApplication application(argumentCount, arguments);
     const auto store = platform::makeSecretStore(home);
-    const auto defaults = platform::makeUserDefaults(UserDefaults::Access::readOnly);
-    const PreferencesManager preferences(*defaults);
+    const PreferencesManager preferences(defaults);
     EventLoopScheduler scheduler(clock);
     NoTerminal terminal;
     // The server accepts a refresh token once: an end before the new one is stored would lose the login.
     std::optional<SignalHold> hold;
-    AccountServices services(Endpoints::load(*defaults), *store, clock, calendar);
+    AccountServices services(Endpoints::load(defaults), *store, clock, calendar);
     QObject::connect(&services.oauthFetcher, &OAuthFetcher::exchangeBegan, [&hold] { hold.emplace(); });
     QObject::connect(&services.oauthFetcher, &OAuthFetcher::exchangeEnded, [&hold] { hold.reset(); });
     AccountTracker tracker({preferences, clock, scheduler, services, terminal, [] {}});

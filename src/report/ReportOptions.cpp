@@ -18,6 +18,7 @@ struct FormOption {
     Form form;
     QString name;
     QString description;
+    QString value{}; ///< the name of its value, if it has one
 };
 
 const FormOption outputOptions[] = {
@@ -27,6 +28,12 @@ const FormOption outputOptions[] = {
     {Form::genmon, QStringLiteral("genmon"),
      QStringLiteral("Print the status title for Xfce's generic monitor.")},
     {Form::json, QStringLiteral("json"), QStringLiteral("Print all the figures as JSON.")},
+    {Form::exportHistory, QStringLiteral("export-history"),
+     QStringLiteral("Write each message's usage to a CSV file (- for standard output)."),
+     QStringLiteral("file")},
+    {Form::importHistory, QStringLiteral("import-history"),
+     QStringLiteral("Read such a file (- for standard input), and keep what is not known yet."),
+     QStringLiteral("file")},
 };
 
 const QString filterName = QStringLiteral("filter");
@@ -46,7 +53,7 @@ void addOptions(QCommandLineParser &parser) {
     parser.addOption(
         {quotaName, QStringLiteral("Ask for the account's quota and the service's status, too.")});
     for (const FormOption &option : outputOptions)
-        parser.addOption({option.name, option.description});
+        parser.addOption({option.name, option.description, option.value});
 }
 
 std::optional<TimeFilter> filterNamed(const QString &name) {
@@ -85,6 +92,7 @@ std::variant<ReportOptions, WrongOptions> parseReportOptions(const QStringList &
             continue;
         chosen += QStringLiteral("--") + option.name;
         options.form = option.form;
+        options.file = option.value.isEmpty() ? QString() : parser.value(option.name);
     }
     if (chosen.size() > 1)
         return wrong(QStringLiteral("Only one of %1 at a time.").arg(chosen.join(QStringLiteral(", "))));

@@ -13,11 +13,12 @@ namespace burnwick {
 
 /// The options of a valid command line.
 struct ReportOptions {
-    enum class Form { table, title, waybar, genmon, json, version, help };
+    enum class Form { table, title, waybar, genmon, json, exportHistory, importHistory, version, help };
 
     Form form = Form::table;
     TimeFilter timeFilter = TimeFilter::all;
     bool quota = false; ///< whether to request the quota and the service's status
+    QString file{};     ///< of the history; "-" is a standard stream
 
     bool operator==(const ReportOptions &) const = default;
 };

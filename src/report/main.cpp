@@ -8,8 +8,12 @@
 #include "ledger/Ledger.h"
 #include "model/Clock.h"
 #include "model/Version.h"
+#include "platform/Platform.h"
 #include "platform/Process.h"
+#include "platform/UserDefaults.h"
+#include "prefs/Settings.h"
 #include "report/AccountFetch.h"
+#include "report/HistoryFile.h"
 #include "report/ReportOptions.h"
 #include "state/LogFigures.h"
 
@@ -23,6 +27,8 @@
 #include <exception>
 #include <filesystem>
 #include <iostream>
+#include <memory>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -60,18 +66,23 @@ void printWarning(QtMsgType type, const QMessageLogContext &context, const QStri
         complain(printableText(message.toStdString()));
 }
 
+std::unique_ptr<UserDefaults> userDefaults() {
+    return platform::makeUserDefaults(UserDefaults::Access::readOnly);
+}
+
 /// Reads all logs if the form shows the history, otherwise the recent ones only. May take a while.
 Snapshot readSnapshot(const ReportOptions &options, const Clock &clock) {
     Snapshot snapshot{{Calendar::current(), options.timeFilter}, {}};
     auto &[usage, account] = snapshot;
+    const auto defaults = userDefaults();
     if (options.quota) {
-        qInstallMessageHandler(printWarning);
-        account = fetchAccount(homeDirectory(), clock, usage.calendar);
+        account = fetchAccount(homeDirectory(), *defaults, clock, usage.calendar);
         if (!account.quotaData)
             complain("no quota: " + printableText(account.quotaFailure));
     }
     const JSONLParser parser(homeDirectory());
     Ledger ledger(Ledger::userFolder());
+    ledger.setKeepsHistory(load(*defaults, settings::keepHistory));
     const Instant now = clock.now();
     if (options.form == Form::table || options.form == Form::json) {
         const auto history = parser.parseAllEntries(nullptr, &ledger);
@@ -84,11 +95,30 @@ Snapshot readSnapshot(const ReportOptions &options, const Clock &clock) {
     return snapshot;
 }
 
+/// Exports or imports the history after the logs were read. Throws std::runtime_error.
+std::string exchangeHistory(const ReportOptions &options) {
+    const bool isImport = options.form == Form::importHistory;
+    const bool keeps = load(*userDefaults(), settings::keepHistory);
+    if (isImport && !keeps)
+        throw std::runtime_error("nothing is imported: turn on \"Keep history\" in Settings first, or set "
+                                 "\"keepHistory\" to true in the settings file");
+    Ledger ledger(Ledger::userFolder());
+    ledger.setKeepsHistory(keeps);
+    static_cast<void>(JSONLParser(homeDirectory()).parseAllEntries(nullptr, &ledger));
+    return isImport ? importHistory(ledger, options.file) : exportHistory(ledger, options.file);
+}
+
 std::string report(const ReportOptions &options) {
     if (options.form == Form::version)
         return "burnwick-report " + std::string(version()) + '\n';
     if (options.form == Form::help)
         return reportHelp().toStdString();
+    if (options.form == Form::exportHistory && options.file == u'-') {
+        std::cerr << exchangeHistory(options);
+        return {};
+    }
+    if (options.form == Form::exportHistory || options.form == Form::importHistory)
+        return exchangeHistory(options);
     const SystemClock clock;
     const Snapshot snapshot = readSnapshot(options, clock);
     switch (options.form) {
@@ -113,6 +143,7 @@ bool writeToStandardOutput(std::string_view text) {
 int run(int argumentCount, char *arguments[]) {
     // Without a reader the exit code reports the failure, and no signal ends the process.
     std::signal(SIGPIPE, SIG_IGN);
+    qInstallMessageHandler(printWarning);
     QStringList decoded;
     for (int i = 0; i < argumentCount; ++i)
         decoded += QFile::decodeName(arguments[i]);

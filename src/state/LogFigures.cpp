@@ -26,6 +26,17 @@ void updateSession(UsageFigures &figures, std::span<const LogEntries> recentEntr
     figures.projectedMonthlyCost = projected.month;
 }
 
+void updateLogs(UsageFigures &figures, const LogHistory &history) {
+    // The files are in the order of their times.
+    const auto first = std::ranges::find_if(
+        history.files, [](const LogFile &file) { return file.status.regular && file.status.modified; });
+    figures.oldestLog = first != history.files.end() ? first->status.modified : std::nullopt;
+    figures.keptSessions = std::ssize(history.kept);
+    figures.keptMessages = 0;
+    for (const LogEntries &lines : history.kept)
+        figures.keptMessages += std::ssize(*lines);
+}
+
 void updateHistory(UsageFigures &figures, const HistorySums &sums, Instant now) {
     figures.historicalData = sums.within(figures.timeFilter, now);
     figures.lastUpdated = now;

@@ -17,6 +17,9 @@ namespace burnwick {
 /// overflows.
 void updateSession(UsageFigures &figures, std::span<const LogEntries> recentEntries, Instant readAt);
 
+/// Sets the figures of the logs that exist and of those that are gone.
+void updateLogs(UsageFigures &figures, const LogHistory &history);
+
 /// Sets the history of the figures' period. The sums are those of their calendar. Terminates the program when
 /// a sum overflows.
 void updateHistory(UsageFigures &figures, const HistorySums &sums, Instant now);

@@ -174,13 +174,15 @@ void UsageTracker::startJob() {
                 const auto recentEntries = history->entriesSince(recentSince(calendar, now));
                 // Files become old, and streaks and periods end, also without new entries.
                 const bool isNewDay = calendar.dayOf(former.lastUpdated) != calendar.dayOf(now);
-                const bool isOther = last == nullptr || history->entries != last->entries;
+                const bool isOther =
+                    last == nullptr || history->entries != last->entries || history->kept != last->kept;
                 if (isOther || !former.historyReadAt || isNewDay ||
                     recentEntries.size() != former.recentFileCount) {
                     UsageFigures &figures = result->figures.emplace(former);
                     updateSession(figures, recentEntries, now);
                     result->sums = std::make_shared<const HistorySums>(*history, calendar, lastSums.get());
                     updateHistory(figures, *result->sums, now);
+                    updateLogs(figures, *history);
                     figures.historyReadAt = now;
                 }
             }

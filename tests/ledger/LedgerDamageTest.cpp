@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "ledger/LedgerFixture.h"
+#include "logs/LogFileReader.h"
 #include "support/LogCapture.h"
 
 #include <algorithm>
@@ -12,28 +13,40 @@ namespace fs = std::filesystem;
 using test::bytesOf;
 using test::writeFile;
 
-TEST_F(LedgerTest, AnyAlteredPageOrByteIsHarmless) {
+class LedgerDamage : public LedgerTest, public testing::WithParamInterface<bool> {};
+
+TEST_P(LedgerDamage, AnyAlteredPageOrByteIsHarmless) {
+    if (GetParam())
+        keepALog();
     const auto closed = contents();
     fs::remove_all(m_folder);
     auto ledger = std::make_unique<Ledger>(m_folder);
+    if (GetParam())
+        restore(closed);
+    ledger->setKeepsHistory(GetParam());
+    addLog(2);
+    waitUntilSettled();
     readWith(*ledger);
     const auto killed = contents();
     ledger.reset();
-    ASSERT_GT(killed.at("-wal").size(), 30'000U);
+    ASSERT_GT(killed.at("ledger.sqlite-wal").size(), GetParam() ? 10'000U : 30'000U);
     constexpr std::size_t page = 4096;
     constexpr std::size_t step = 149;
     constexpr std::size_t header = 100; // an altered one may be that of a later version
     int moved = 0;
-    for (const auto &[intact, suffix] : {std::pair(closed, ""), std::pair(killed, "-wal")}) {
-        const std::size_t size = intact.at(suffix).size();
+    const auto kept = m_keptLines;
+    for (const auto &[intact, name] :
+         {std::pair(closed, "ledger.sqlite"), std::pair(killed, "ledger.sqlite-wal")}) {
+        const std::size_t size = intact.at(name).size();
         for (std::size_t at = 0; at < size; at += at % page == 0 ? step : std::min(step, page - at % page)) {
-            SCOPED_TRACE(std::string("byte ") + std::to_string(at) + suffix);
+            SCOPED_TRACE(std::string("byte ") + std::to_string(at) + " of " + name);
             for (const std::size_t count : {std::size_t{1}, std::min(page, size - at)}) {
                 auto files = intact;
                 for (std::size_t i = at; i < at + count; ++i)
-                    files[suffix][i] = static_cast<char>(~files[suffix][i]);
+                    files[name][i] = static_cast<char>(~files[name][i]);
                 restore(files);
                 const test::LogCapture log;
+                m_keptLines = at < header ? std::nullopt : kept;
                 read();
                 read();
                 EXPECT_LE(log.lines().size(), at < header ? 2 : 1) << log.lines().join(u'\n').toStdString();
@@ -47,6 +60,10 @@ TEST_F(LedgerTest, AnyAlteredPageOrByteIsHarmless) {
     EXPECT_GT(moved, 20);
 }
 
+INSTANTIATE_TEST_SUITE_P(Ledger, LedgerDamage, testing::Bool(), [](const auto &keeps) {
+    return keeps.param ? "WithKeptLines" : "WithoutKeptLines";
+});
+
 TEST_F(LedgerTest, ANewLedgerIsNotMovedAsideForADamagedOneThatWasInItsPlace) {
     Ledger first(m_folder);
     Ledger idle(m_folder);
@@ -59,13 +76,14 @@ TEST_F(LedgerTest, ANewLedgerIsNotMovedAsideForADamagedOneThatWasInItsPlace) {
     read();
     ASSERT_EQ(recalled(), logs());
     const auto file = m_home.projects() / "b" / "0.jsonl";
-    first.keep(file, nullptr, {std::make_shared<std::vector<JSONLEntry>>(1), {statusOf(file), 1, 1, 1}});
+    EXPECT_TRUE(first.keep(file, nullptr, *LogFileReader(LineSelection::usageOnly).readFile(file)));
+    first.finish(nullptr);
     EXPECT_EQ(recalled(), logs());
     addLog(2);
     waitUntilSettled();
     readWith(idle);
     EXPECT_EQ(recalled(), logs()) << "the idle program still uses the old file";
-    EXPECT_EQ(log.lines().size(), 2);
+    EXPECT_EQ(log.lines().size(), 1) << log.lines().join(u'\n').toStdString();
 }
 
 TEST_F(LedgerTest, LogsThatAreGoneAreForgotten) {

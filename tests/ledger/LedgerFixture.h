@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <optional>
 #include <thread>
 
 namespace burnwick {
@@ -22,7 +23,7 @@ struct LedgerTest : testing::Test {
     LedgerTest() {
         std::string lines;
         for (int i = 0; i < 300; ++i) // more than a chunk
-            lines += test::usageLine("2025-06-01T12:00:00Z", i, 1'000 - i);
+            lines += test::usageLine("2025-06-01T12:00:00.000Z", i, 1'000 - i);
         m_home.add("a/long.jsonl", lines, Instant(std::chrono::seconds(1'748'000'000)));
         addLog(0);
         addLog(1);
@@ -31,13 +32,21 @@ struct LedgerTest : testing::Test {
 
     void addLog(int number) const {
         m_home.add("b/" + std::to_string(number) + ".jsonl",
-                   test::usageLine("2025-06-02T12:00:00Z", number, 7),
+                   test::usageLine("2025-06-02T12:00:00.000Z", number, 7),
                    Instant(std::chrono::seconds(1'748'100'000 + number)));
     }
     /// Reads the logs as a new program does, and compares with a reading without the ledger.
     void read() const {
         Ledger ledger(m_folder);
+        ledger.setKeepsHistory(m_keepsHistory);
         readWith(ledger);
+    }
+    /// Removes the long log, whose lines a new program keeps from then on.
+    void keepALog(std::size_t keptLines = 300) {
+        m_keepsHistory = true;
+        std::filesystem::remove(m_home.projects() / "a" / "long.jsonl");
+        m_keptLines = keptLines;
+        read();
     }
     void waitUntilSettled() const {
         for (const LogFile &file : allLogFiles(m_home.projects())) {
@@ -56,6 +65,10 @@ struct LedgerTest : testing::Test {
         ASSERT_EQ(history->entries.size(), fresh->entries.size());
         for (std::size_t i = 0; i < fresh->entries.size(); ++i)
             EXPECT_EQ(*history->entries[i], *fresh->entries[i]) << fresh->files[i].path;
+        std::size_t kept = 0;
+        for (const LogEntries &list : history->kept)
+            kept += list->size();
+        EXPECT_EQ(kept, m_keptLines.value_or(kept));
     }
     /// Returns how many of the logs a new program need not read.
     [[nodiscard]] std::ptrdiff_t recalled() const {
@@ -88,17 +101,20 @@ struct LedgerTest : testing::Test {
         SQLite::Database(m_file.string(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE)
             .exec("CREATE TABLE poem(line)");
     }
+    /// Returns the contents of the folder's files by their names, except for that which SQLite makes anew.
     [[nodiscard]] std::map<std::string, std::string> contents() const {
         std::map<std::string, std::string> files;
-        for (const std::string &suffix : ledgerSuffixes)
-            files[suffix] = test::bytesOf(m_file.string() + suffix);
+        for (const auto &file : std::filesystem::directory_iterator(m_folder)) {
+            if (file.is_regular_file() && file.path().extension() != ".sqlite-shm")
+                files[file.path().filename()] = test::bytesOf(file.path());
+        }
         return files;
     }
     void restore(const std::map<std::string, std::string> &files) const {
         std::filesystem::remove_all(m_folder);
-        for (const auto &[suffix, bytes] : files) {
-            if (!bytes.empty() && suffix != "-shm")
-                test::writeFile(m_file.string() + suffix, bytes);
+        for (const auto &[name, bytes] : files) {
+            test::writeFile(m_folder / name, bytes);
+            std::filesystem::permissions(m_folder / name, std::filesystem::perms(0600));
         }
     }
 
@@ -106,6 +122,8 @@ struct LedgerTest : testing::Test {
     const std::filesystem::path m_folder = m_home.path() / "data" / "burnwick";
     const std::filesystem::path m_file = m_folder / "ledger.sqlite";
     const JSONLParser m_parser{m_home.path(), 1};
+    bool m_keepsHistory = false;
+    std::optional<std::size_t> m_keptLines = 0; ///< expected; null for any number
 };
 
 } // namespace burnwick

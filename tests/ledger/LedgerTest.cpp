@@ -46,6 +46,8 @@ const std::vector<Condition> conditions{
      "damaged and moved aside: file is not a database", Fate::isReplaced},
     {"truncated", [](LedgerCondition &t) { fs::resize_file(t.m_file, fs::file_size(t.m_file) / 2); },
      "damaged and moved aside: ", Fate::isReplaced},
+    {"version 1", [](LedgerCondition &t) { t.execute("DROP TABLE kept; PRAGMA user_version = 1"); }, nullptr,
+     Fate::works},
     {"truncated header", [](LedgerCondition &t) { fs::resize_file(t.m_file, 50); },
      "damaged and moved aside: ", Fate::isReplaced},
     {"version 0", [](LedgerCondition &t) { t.execute("PRAGMA user_version = 0"); },
@@ -151,7 +153,7 @@ TEST_F(LedgerTest, ASeriesWithoutAnEndIsUndone) {
     const test::LogCapture log;
     LogHistory none;
     ledger.recall(none);
-    ledger.keep(file, nullptr, {std::make_shared<std::vector<JSONLEntry>>(), {statusOf(file)}});
+    EXPECT_TRUE(ledger.keep(file, nullptr, {std::make_shared<std::vector<JSONLEntry>>(), {statusOf(file)}}));
     readWith(ledger);
     EXPECT_TRUE(log.lines().isEmpty()) << log.lines().join(u'\n').toStdString();
     EXPECT_EQ(recalled(), logs());

@@ -114,11 +114,12 @@ TEST_F(JSONLParserTest, AStopRequestEndsTheReading) {
 class ReadingNotes final : public ReadingStore {
 public:
     void recall(LogHistory &) override {}
-    void keep(const std::filesystem::path &file, const ReadingPosition *continued,
+    bool keep(const std::filesystem::path &file, const ReadingPosition *continued,
               const FileReading &) override {
         notes += file.stem().string() + (continued != nullptr ? "+ " : " ");
+        return true;
     }
-    void finish(const LogHistory *) override {}
+    std::optional<std::vector<LogEntries>> finish(const LogHistory *) override { return {{}}; }
 
     std::string notes;
 };

@@ -40,6 +40,10 @@ public:
         m_process.setChildProcessModifier([open] { ::dup2(open(), STDOUT_FILENO); });
         return *this;
     }
+    Program &withStandardInput(const std::filesystem::path &file) {
+        m_process.setStandardInputFile(QString::fromStdString(file));
+        return *this;
+    }
     /// Runs it with a pseudo terminal as its standard output.
     Outcome runInTerminal() {
         m_process.setProgram(QStringLiteral("script"));

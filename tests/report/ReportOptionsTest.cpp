@@ -25,6 +25,9 @@ TEST(ReportOptionsTest, ReadsTheCommandLine) {
         {"--title", {Form::title, TimeFilter::all}},
         {"--genmon", {Form::genmon, TimeFilter::all}},
         {"--waybar --quota", {Form::waybar, TimeFilter::all, true}},
+        {"--export-history=f --filter 7d",
+         {Form::exportHistory, TimeFilter::sevenDays, false, QStringLiteral("f")}},
+        {"--import-history -", {Form::importHistory, TimeFilter::all, false, QStringLiteral("-")}},
         {"-v", {Form::version, TimeFilter::all}},
         {"--json --help", {Form::help, TimeFilter::all}},
         {"-h", {Form::help, TimeFilter::all}},
@@ -44,6 +47,9 @@ TEST(ReportOptionsTest, RefusesWhatItDoesNotKnowAndNamesIt) {
         {"--json=1", "json"},
         {"logs", "logs"},
         {"--json --title", "--title, --json"},
+        {"--export-history", "export-history"},
+        {"--title --import-history f", "--title, --import-history"},
+        {"--export-history f --import-history f", "--export-history, --import-history"},
         {"--bad\n\033[2J", "bad\uFFFD\uFFFD[2J"},
     };
     for (const auto &[arguments, named] : rows) {

@@ -10,6 +10,7 @@
 #include <fstream>
 
 #include <pthread.h>
+#include <sys/stat.h>
 
 namespace burnwick {
 namespace {
@@ -104,6 +105,21 @@ TEST_F(UsageTrackerTest, AFileThatGrowsOldLeavesTheSessionAndStaysInTheHistory) 
     m_clock.advance(-2h);
     refresh();
     EXPECT_EQ(usage().sessionTokens.input, 3) << "the clock was set back";
+}
+
+TEST_F(UsageTrackerTest, TheOldestLogIsTheRegularFileThatWasModifiedFirst) {
+    add("a.jsonl", 1);
+    const auto older = m_home.add("b.jsonl", "", m_clock.now() - 48h);
+    const auto pipe = m_home.projects() / "c.jsonl";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), S_IRUSR), 0);
+    test::setModified(pipe, m_clock.now() - 72h);
+    m_state.start();
+    EXPECT_EQ(usage().oldestLog, std::nullopt) << "before all files are known";
+    ASSERT_TRUE(historyHas(1));
+    EXPECT_EQ(usage().oldestLog, m_clock.now() - 48h);
+    std::filesystem::remove(older);
+    fireLocalTimer();
+    EXPECT_TRUE(waitFor([this] { return usage().oldestLog == m_clock.now(); }));
 }
 
 TEST_F(UsageTrackerTest, RunsWithoutLogsAndFindsTheDirectoryWhenItAppears) {

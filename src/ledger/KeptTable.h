@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "ledger/LedgerFile.h"
+#include "ledger/SessionLines.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace burnwick {
+
+/// The ledger's table of usage lines whose logs are gone, a row for each session. All operations throw
+/// SQLite::Exception and DamagedLedger. For one thread at a time.
+class KeptTable final {
+public:
+    /// The database must outlive the object.
+    explicit KeptTable(SQLite::Database &database);
+    ~KeptTable();
+
+    /// Returns all sessions in the order of their names.
+    [[nodiscard]] std::vector<std::string> sessions();
+    /// Returns the session's lines; no lines if it is unknown.
+    [[nodiscard]] SessionLines linesOf(InternedString session);
+    /// Returns the session's lines without details.
+    [[nodiscard]] std::vector<JSONLEntry> entriesOf(InternedString session);
+
+    // These need an open transaction.
+
+    /// Replaces the session's lines. Removes the session if there are no lines.
+    void replace(const SessionLines &lines);
+    /// Removes all lines, and overwrites them in the file.
+    void clear();
+
+private:
+    struct Statements;
+    SessionLines decoded(InternedString session, bool withDetails);
+
+    std::unique_ptr<Statements> m_statements;
+};
+
+} // namespace burnwick

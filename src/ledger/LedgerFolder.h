@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "logs/FileStatus.h"
+
+#include <chrono>
+#include <exception>
+#include <filesystem>
+#include <memory>
+#include <optional>
+
+namespace burnwick {
+
+class LedgerDatabase;
+
+/// The folder of the ledger: the file, its backup, and damaged ones that were moved aside. For one thread at
+/// a time; several processes may use the folder at once.
+class LedgerFolder final {
+public:
+    /// Touches nothing.
+    explicit LedgerFolder(const std::filesystem::path &folder);
+
+    [[nodiscard]] const std::filesystem::path &file() const { return m_file; }
+
+    /// Whether neither the file nor a backup exists.
+    [[nodiscard]] bool isUnused() const;
+    /// Opens the file. If it is missing, makes it of a sound backup or else an empty one, and the folder for
+    /// the user alone. Throws SQLite::Exception, DamagedLedger and ForeignLedger.
+    [[nodiscard]] std::unique_ptr<LedgerDatabase> open();
+    /// Whether the path has another file than the one that was opened, or none was.
+    [[nodiscard]] bool isOther() const;
+    /// Reads the whole file; returns whether no damage was found.
+    [[nodiscard]] bool isSound() const;
+    /// Moves the file that was opened aside. Returns false if it is still in its place.
+    [[nodiscard]] bool setAside() const;
+
+    /// Replaces the backup if it is a day old; does nothing within an hour after the last call. Throws what
+    /// the database throws, and std::system_error.
+    void backUpDaily(LedgerDatabase &database);
+    /// Removes the backup and what was moved aside.
+    void removeCopies() const;
+
+private:
+    [[nodiscard]] bool isMissing() const;
+    void restore() const;
+
+    std::filesystem::path m_file;
+    std::filesystem::path m_backup;
+    FileStatus m_opened; ///< when it was opened
+    std::optional<std::chrono::steady_clock::time_point> m_backUpTried;
+};
+
+/// Whether a failure of SQLite is due to the file's contents.
+[[nodiscard]] bool isDamage(const std::exception &error);
+
+} // namespace burnwick
