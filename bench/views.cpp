@@ -107,7 +107,7 @@ public:
         m_clock.set(SystemClock().now());
         AppState state(services(home));
         state.start();
-        MainWindowView window({state, m_preferences, m_clock, m_scheduler});
+        MainWindowView window({state, m_preferences, m_clock, m_scheduler, [] { return 30; }});
         window.show();
         qint64 longest = 0;
         QElapsedTimer sinceBeat;

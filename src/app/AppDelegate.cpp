@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/AppDelegate.h"
 
+#include "logs/LogRetention.h"
 #include "platform/Platform.h"
 #include "ui/WindowActivation.h"
 #include "ui/controls/SvgIcon.h"
@@ -15,6 +16,10 @@ namespace {
 
 std::filesystem::path homeDirectory() {
     return QDir::homePath().toStdString();
+}
+
+int untilCleanup() {
+    return daysUntilCleanup(homeDirectory());
 }
 
 void openInBrowser(const QUrl &url) {
@@ -65,6 +70,8 @@ SettingsView::Services AppDelegate::settingsServices() {
             *m_notificationCenter,
             *m_desktopSettings,
             {m_account.http, m_scheduler, m_endpoints.productBaseURL, platform::releaseForm(), openInBrowser},
+            {untilCleanup, [this]() -> const UsageFigures & { return m_appState.snapshot().usage; },
+             [this] { return m_ledger.forgetKeptHistory(); }},
             m_endpoints.feedbackURL,
             [this] { return m_theme.reducedMotion(); },
             m_windowChrome.get()};
@@ -75,6 +82,11 @@ void AppDelegate::launch(const ApplicationRequest &start) {
     m_statusBarController.emplace(m_appState, platform::makeStatusItem(), openMainWindow);
     QObject::connect(&m_appState, &AppState::refreshed, &m_appState,
                      [this] { m_notifications.checkQuota(m_appState.snapshot().account); });
+    m_ledger.setKeepsHistory(m_preferences.keepHistory());
+    QObject::connect(&m_preferences, &PreferencesManager::keepHistoryChanged, &m_appState, [this](bool on) {
+        m_ledger.setKeepsHistory(on);
+        m_appState.refreshLocalData();
+    });
     m_appState.start();
     m_sleepMonitor->follow([this] {
         m_appState.wakeUp();
@@ -85,8 +97,8 @@ void AppDelegate::launch(const ApplicationRequest &start) {
     // The desktop may refuse; the preference stays unchanged.
     static_cast<void>(m_loginItem->restoreChoice(m_preferences.launchAtStartup()));
     // After the first reading of the logs, so that the window's first frame has the figures.
-    m_mainWindow.emplace(
-        MainWindowView::Services{m_appState, m_preferences, m_clock, m_scheduler, m_windowChrome.get()});
+    m_mainWindow.emplace(MainWindowView::Services{m_appState, m_preferences, m_clock, m_scheduler,
+                                                  untilCleanup, m_windowChrome.get()});
     m_mainWindow->setWindowTitle(QStringLiteral("Burnwick"));
     m_mainWindow->setWindowIcon(applicationIcon());
     QObject::connect(&*m_mainWindow, &MainWindowView::settingsRequested, &*m_mainWindow,

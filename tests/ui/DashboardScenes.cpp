@@ -21,21 +21,28 @@ std::string lineAt(Instant instant, int input, int output, int cacheCreation, in
 }
 
 constexpr const char *up = "operational";
-const ScriptedAnswer withExtraUsage =
-    usageAnswer(67, R"({"is_enabled":true,"monthly_limit":5000,"used_credits":1240,"utilization":24.8})");
 
 } // namespace
 
+const ScriptedAnswer withExtraUsage =
+    usageAnswer(67, R"({"is_enabled":true,"monthly_limit":5000,"used_credits":1240,"utilization":24.8})");
+
 DashboardFixture::DashboardFixture() {
     answerStatus(up, up);
+    m_preferences.setKeepHistoryAsked(true);
 }
 
-DashboardFixture &DashboardFixture::addHistory() {
+DashboardFixture &DashboardFixture::askToKeep() {
+    m_preferences.setKeepHistoryAsked(false);
+    return *this;
+}
+
+DashboardFixture &DashboardFixture::addHistory(int days) {
     constexpr std::array models{"claude-sonnet-4-5-20250929", "claude-opus-4-1-20250805",
                                 "claude-haiku-4-5-20251001"};
     std::mt19937 random(7); // NOLINT: the same picture each time
     const Instant now = m_clock.now();
-    for (int day = 61; day >= 0; --day) {
+    for (int day = days; day >= 0; --day) {
         if (random() % 7 == 0 && day != 0)
             continue;
         std::string lines;
@@ -125,6 +132,9 @@ const std::vector<DashboardScene> &dashboardScenes() {
          },
          {"$12.40 spent, 25% · 20 days left", "Monthly limit: $50.00", "Current balance: $37.60",
           "Claude API (api.anthropic.com): Degraded"}},
+        {"keep-history",
+         [](Fixture &f) { f.addHistory(29).askToKeep().logIn(withExtraUsage).settle(); },
+         {"Claude Code deletes logs after 30 days. Keep your history?", "Keep", "Not now"}},
         {"models",
          [](Fixture &f) { f.addHistory().logIn(withExtraUsage).settle(); },
          {"claude-sonnet-4-5-20250929"},

@@ -12,17 +12,22 @@ namespace burnwick::test {
 
 struct DashboardScene;
 
+/// The usage endpoint's answer with which the dashboard has all its panels.
+extern const ScriptedAnswer withExtraUsage;
+
 /// The dashboard's services with sample data.
 class DashboardFixture : public StateFixture {
 public:
     DashboardFixture();
 
     [[nodiscard]] MainWindowView::Services windowServices() {
-        return {m_state, m_preferences, m_clock, m_scheduler};
+        return {m_state, m_preferences, m_clock, m_scheduler, [] { return 30; }};
     }
 
-    /// Adds logs of the last two months with three models.
-    DashboardFixture &addHistory();
+    /// Adds logs of the last days with three models.
+    DashboardFixture &addHistory(int days = 61);
+    /// Lets the dashboard ask whether to keep the history.
+    DashboardFixture &askToKeep();
     /// Adds a log with that many models, which have long names.
     DashboardFixture &addModels(int count);
     /// Adds a login and scripts the usage endpoint.

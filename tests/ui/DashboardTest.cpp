@@ -4,6 +4,7 @@
 #include "support/Screens.h"
 #include "support/VisibleControls.h"
 #include "ui/DashboardScenes.h"
+#include "ui/charts/ActivityHeatmapView.h"
 #include "ui/controls/FocusRing.h"
 #include "ui/dashboard/AccountBar.h"
 #include "ui/layout/ScrollAreas.h"
@@ -25,6 +26,9 @@ namespace {
 
 using namespace std::chrono_literals;
 using test::namesIn;
+using test::withExtraUsage;
+
+constexpr const char *question = "Claude Code deletes logs after 30 days. Keep your history?";
 
 class DashboardTest : public test::DashboardFixture {
 protected:
@@ -55,6 +59,9 @@ protected:
     void passUntilMinute(std::chrono::seconds time) {
         m_clock.advance(time);
         m_scheduler.fire(time);
+    }
+    [[nodiscard]] int heatmapTop() const {
+        return m_window->findChild<ActivityHeatmapView *>()->mapTo(&*m_window, QPoint()).y();
     }
     std::size_t usageRequests() { return m_server.requestsFor(test::usagePath).size(); }
 
@@ -193,6 +200,40 @@ TEST_F(DashboardTest, AClosedWindowReopensOnTheFirstTab) {
     EXPECT_TRUE(shows("Sessions: "));
 }
 
+TEST_F(DashboardTest, AsksToKeepTheHistoryOnceALogIsTwentyDaysOld) {
+    m_home.add("old.jsonl", "", m_clock.now() + 1min - 20 * 24h);
+    addHistory(10).logIn(withExtraUsage).askToKeep().settle();
+    open();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(shows(question));
+    const auto geometry = [this] { return std::pair(m_window->size(), heatmapTop()); };
+    const auto before = geometry();
+    passUntilMinute(59s);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(shows(question));
+    EXPECT_EQ(geometry(), before) << "the question moves something";
+
+    const auto showAgain = [this] {
+        m_window->hide();
+        m_window->show();
+    };
+    for (const char *answer : {"Not now", "Keep"}) {
+        SCOPED_TRACE(answer);
+        EXPECT_TRUE(shows(question));
+        EXPECT_EQ(test::findIn(*m_window, QAccessible::Button, answer)->text(QAccessible::Description),
+                  QLatin1String(question));
+        button(answer).click();
+        EXPECT_EQ(m_preferences.keepHistory(), answer == std::string("Keep"));
+        EXPECT_TRUE(m_preferences.keepHistoryAsked());
+        EXPECT_FALSE(shows(question));
+        showAgain();
+        EXPECT_FALSE(shows(question)) << "after the answer";
+        m_preferences.setKeepHistoryAsked(false);
+        showAgain();
+    }
+    EXPECT_FALSE(shows(question)) << "the history is kept";
+}
+
 TEST_F(DashboardTest, RetryRequestsTheQuotaWithoutAutoRefreshToo) {
     logIn(67);
     m_preferences.setAutoRefreshQuota(false);
@@ -207,24 +248,25 @@ TEST_F(DashboardTest, RetryRequestsTheQuotaWithoutAutoRefreshToo) {
 }
 
 TEST_F(DashboardTest, TheKeyboardReachesEverythingInReadingOrder) {
-    addHistory().settle();
+    addHistory().askToKeep().settle();
     MainWindowView &window = open();
     window.activateWindow();
     ASSERT_TRUE(waitFor([&] { return window.isActiveWindow(); }));
     const auto *ring = window.findChild<FocusRing *>();
     EXPECT_FALSE(ring->isVisible()) << "before the first key";
-    for (const auto &[key, tab] : {std::pair(Qt::Key_1, "Overview"), {Qt::Key_2, "Models"}}) {
+    for (const auto &[key, expected] :
+         {std::pair(Qt::Key_1, "Settings|Overview|All|Keep|Not now|Claude|Re-authenticate"),
+          {Qt::Key_2, "Settings|Models|All|Claude|Re-authenticate"}}) {
         pressWithControl(key);
         QStringList order;
-        for (int i = 0; i < 5; ++i) {
+        while (!order.endsWith(QStringLiteral("Re-authenticate")) && order.size() < 9) {
             QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
             const auto *focused = qobject_cast<QAbstractButton *>(QApplication::focusWidget());
             ASSERT_TRUE(focused != nullptr && ring->isVisible());
             EXPECT_EQ(ring->geometry().center(), focused->mapTo(&window, focused->rect().center()));
             order << (focused->text().isEmpty() ? focused->accessibleName() : focused->text());
         }
-        EXPECT_EQ(order.join(u'|').toStdString(),
-                  std::string("Settings|") + tab + "|All|Claude|Re-authenticate");
+        EXPECT_EQ(order.join(u'|').toStdString(), expected);
     }
     QStringList providers;
     for (const QAction *action : qobject_cast<QPushButton *>(&button("Claude"))->menu()->actions())

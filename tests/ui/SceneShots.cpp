@@ -11,6 +11,8 @@
 #include <QApplication>
 #include <QDir>
 #include <QPixmap>
+#include <QScrollArea>
+#include <QScrollBar>
 
 namespace burnwick {
 namespace {
@@ -48,7 +50,18 @@ using SettingsShots = Shots<test::SettingsFixture, test::SettingsScene>;
 TEST_P(SettingsShots, AreTaken) {
     m_center.status = GetParam().authorization;
     m_preferences.setRefreshRate(RefreshRate::fiveMin);
-    takePictures(openView(), GetParam().name);
+    m_preferences.setKeepHistory(true);
+    m_usage.keptSessions = 56;
+    m_usage.keptMessages = 1234;
+    openView();
+    if (GetParam().isAtEnd) {
+        QScrollBar *bar = m_view->findChild<QScrollArea *>()->verticalScrollBar();
+        bar->setValue(bar->maximum());
+    }
+    if (GetParam().asks)
+        test::press(*m_view, QAccessible::CheckBox, "Keep history");
+    QWidget *alert = QApplication::activeModalWidget();
+    takePictures(alert != nullptr ? *alert : *m_view, GetParam().name);
 }
 
 INSTANTIATE_TEST_SUITE_P(Scenes, SettingsShots, testing::ValuesIn(test::settingsScenes()));

@@ -76,6 +76,8 @@ protected:
                 m_center,
                 m_desktop,
                 {m_account.http, m_scheduler, m_server.url(), ReleaseForm::page, open},
+                {[] { return 30; }, [this]() -> const UsageFigures & { return m_usage; },
+                 [this] { return ++m_timesForgotten, m_canForget; }},
                 QUrl(QStringLiteral("https://burnwick.test/feedback")),
                 [] { return false; }};
     }
@@ -93,6 +95,9 @@ protected:
     AutostartLoginItem m_loginItem{m_autostart, QCoreApplication::applicationFilePath()};
     FakeNotificationCenter m_center;
     FakeDesktopSettings m_desktop;
+    UsageFigures m_usage{m_calendar};
+    int m_timesForgotten = 0;
+    bool m_canForget = true;
     QStringList m_openedPages;
     std::optional<SettingsView> m_view;
 };
@@ -101,6 +106,8 @@ protected:
 struct SettingsScene {
     std::string name;
     NotificationCenter::Authorization authorization;
+    bool isAtEnd = false; ///< scrolled to it
+    bool asks = false;    ///< whether to forget the history; the picture has this alert alone
 
     friend std::ostream &operator<<(std::ostream &out, const SettingsScene &scene) {
         return out << scene.name;
@@ -111,6 +118,8 @@ inline const std::vector<SettingsScene> &settingsScenes() {
     using Authorization = NotificationCenter::Authorization;
     static const std::vector<SettingsScene> scenes{
         {"settings", Authorization::authorized},
+        {"settings-end", Authorization::authorized, true},
+        {"settings-forget", Authorization::authorized, true, true},
         {"settings-denied", Authorization::denied},
         {"settings-undetermined", Authorization::notDetermined},
     };

@@ -9,6 +9,7 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QMessageBox>
 #include <QPointer>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -23,8 +24,10 @@ using Authorization = NotificationCenter::Authorization;
 using test::press;
 
 constexpr auto checkBox = QAccessible::CheckBox;
+constexpr auto button = QAccessible::Button;
 constexpr auto radioButton = QAccessible::RadioButton;
 constexpr const char *launch = "Launch at startup";
+constexpr const char *keep = "Keep history";
 
 class SettingsViewTest : public test::SettingsFixture {
 protected:
@@ -32,6 +35,10 @@ protected:
         const QAccessibleInterface *object = test::findIn(*m_view, role, name);
         EXPECT_NE(object, nullptr) << name;
         return object != nullptr && object->state().checked;
+    }
+    static QMessageBox *openAlert() { return qobject_cast<QMessageBox *>(QApplication::activeModalWidget()); }
+    static std::string textOf(const QMessageBox &alert) {
+        return (alert.text() + u'\n' + alert.informativeText()).toStdString();
     }
     [[nodiscard]] QJsonValue stored(const char *key) const {
         return test::jsonObject(test::bytesOf(m_home.path() / "settings.json")).value(QLatin1String(key));
@@ -49,13 +56,14 @@ TEST_F(SettingsViewTest, EachSwitchIsStoredAtOnceAndFollowsThePreference) {
         {"Session reset", "sessionResetAlerts", &P::setSessionResetAlerts},
         {"Alert at 80% quota", "alertAt80Quota", &P::setAlertAt80Quota},
         {"Rate limit alerts", "rateLimitAlerts", &P::setRateLimitAlerts},
+        {keep, "keepHistory", &P::setKeepHistory},
     };
     m_preferences.setAlertAt80Quota(false);
     openView();
     for (const auto &row : rows) {
         SCOPED_TRACE(row.name);
         const bool before = isOn(checkBox, row.name);
-        EXPECT_EQ(before, row.name != launch && row.key != std::string("alertAt80Quota"));
+        EXPECT_EQ(before, row.name != launch && row.name != keep && row.key != std::string("alertAt80Quota"));
         press(*m_view, checkBox, row.name);
         EXPECT_EQ(stored(row.key), QJsonValue(!before));
         EXPECT_EQ(isOn(checkBox, row.name), !before);
@@ -110,7 +118,8 @@ TEST_F(SettingsViewTest, AnItemThatRequiresApprovalShowsAHintUntilItIsAllowed) {
     const SettingsView::Services services = settingsServices();
     m_view
         .emplace(SettingsView::Services{services.preferences, item, services.notifications, services.desktop,
-                                        services.updates, services.feedbackURL, services.reducedMotion})
+                                        services.updates, services.history, services.feedbackURL,
+                                        services.reducedMotion})
         .show();
     EXPECT_TRUE(isOn(checkBox, launch));
     constexpr const char *hint = "Launch at startup: allow it in the system's settings";
@@ -149,21 +158,76 @@ TEST_F(SettingsViewTest, LaunchAtStartupFlipsBackWhenTheDesktopRefuses) {
     flipsBack(false);
 }
 
+TEST_F(SettingsViewTest, TheHistoryIsForgottenBeforeItsSwitchGoesOff) {
+    constexpr const char *plural =
+        "Forget 1,234 messages of 56 sessions?\n"
+        "Their logs are gone, so nothing can bring them back. Messages whose logs exist stay.";
+    constexpr const char *failure = "The history could not be forgotten now.\nTry again later.";
+    const struct {
+        const char *what;
+        std::int64_t sessions, messages;
+        void (*answer)(QMessageBox &alert);
+        const char *question;
+        bool canForget;
+        int timesForgotten;
+    } rows[] = {
+        {"nothing is known to be kept", 0, 0, nullptr, "", true, 0},
+        {"Forget", 56, 1234, [](QMessageBox &a) { press(a, button, "Forget"); }, plural, true, 1},
+        {"Forget, and the ledger fails", 56, 1234, [](QMessageBox &a) { press(a, button, "Forget"); }, plural,
+         false, 1},
+        {"Cancel", 56, 1234, [](QMessageBox &a) { press(a, button, "Cancel"); }, plural, true, 0},
+        {"Return", 1, 2, [](QMessageBox &a) { QTest::keyClick(&a, Qt::Key_Return); },
+         "Forget 2 messages of 1 session?\n"
+         "Their log is gone, so nothing can bring them back. Messages whose logs exist stay.",
+         true, 0},
+        {"Escape", 1, 1, [](QMessageBox &a) { QTest::keyClick(&a, Qt::Key_Escape); },
+         "Forget 1 message of 1 session?\n"
+         "Its log is gone, so nothing can bring it back. Messages whose logs exist stay.",
+         true, 0},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.what);
+        m_preferences.setKeepHistory(true);
+        m_usage.keptSessions = row.sessions;
+        m_usage.keptMessages = row.messages;
+        m_canForget = row.canForget;
+        m_timesForgotten = 0;
+        openView();
+        press(*m_view, checkBox, keep);
+        if (row.answer != nullptr) {
+            QMessageBox *alert = openAlert();
+            ASSERT_NE(alert, nullptr);
+            EXPECT_EQ(textOf(*alert), row.question);
+            EXPECT_EQ(m_timesForgotten, 0);
+            EXPECT_TRUE(isOn(checkBox, keep)) << "before the answer";
+            ASSERT_TRUE(QTest::qWaitForWindowActive(alert));
+            row.answer(*alert);
+        }
+        EXPECT_EQ(m_timesForgotten, row.timesForgotten);
+        const bool isOff = row.answer == nullptr || (row.timesForgotten > 0 && row.canForget);
+        EXPECT_EQ(isOn(checkBox, keep), !isOff);
+        EXPECT_EQ(m_preferences.keepHistory(), !isOff);
+        QMessageBox *alert = openAlert();
+        EXPECT_EQ(alert != nullptr ? textOf(*alert) : "", row.canForget ? "" : failure);
+        delete alert;
+    }
+}
+
 TEST_F(SettingsViewTest, ShowsItsVersionAndOpensTheFeedbackPage) {
     openView();
     EXPECT_TRUE(shows(std::string(version()).c_str()));
-    press(*m_view, QAccessible::Button, "Give Feedback");
+    press(*m_view, button, "Give Feedback");
     EXPECT_EQ(m_openedPages, QStringList{QStringLiteral("https://burnwick.test/feedback")});
 }
 
 TEST_F(SettingsViewTest, AllowRequestsTheAuthorisationAndReadsItAgain) {
     m_center.status = m_center.statusOnRequest = Authorization::notDetermined;
     openView();
-    press(*m_view, QAccessible::Button, "Allow");
+    press(*m_view, button, "Allow");
     QCoreApplication::processEvents();
     EXPECT_TRUE(shows("Allow")) << "the user did not decide";
     m_center.statusOnRequest = Authorization::authorized;
-    press(*m_view, QAccessible::Button, "Allow");
+    press(*m_view, button, "Allow");
     EXPECT_TRUE(waitForText("Enabled"));
     EXPECT_EQ(m_center.requests, 2);
     EXPECT_EQ(m_desktop.opened, 0);
@@ -172,7 +236,7 @@ TEST_F(SettingsViewTest, AllowRequestsTheAuthorisationAndReadsItAgain) {
 TEST_F(SettingsViewTest, OpenSettingsOpensTheDesktopsAndAnActivatedWindowReadsTheAuthorisation) {
     m_center.status = Authorization::denied;
     openView();
-    press(*m_view, QAccessible::Button, "Open Settings");
+    press(*m_view, button, "Open Settings");
     EXPECT_EQ(m_desktop.opened, 1);
     EXPECT_EQ(m_center.requests, 0);
     QWidget desktopsWindow;
@@ -252,7 +316,8 @@ TEST_F(SettingsViewTest, OnALowScreenTheCardsScrollBetweenHeaderAndFooter) {
     };
     EXPECT_TRUE(view.rect().contains(areaOf("Settings")) && view.rect().contains(areaOf("Version")));
     const auto *area = view.findChild<QScrollArea *>();
-    ASSERT_GT(area->verticalScrollBar()->maximum(), 0);
+    const int hidden = area->verticalScrollBar()->maximum();
+    ASSERT_GT(hidden, 80);
     EXPECT_EQ(area->horizontalScrollBar()->maximum(), 0);
     area->verticalScrollBar()->setValue(area->verticalScrollBar()->maximum());
     EXPECT_LT(areaOf("Help us improve the product").bottom(), areaOf("Version").top());
@@ -261,7 +326,7 @@ TEST_F(SettingsViewTest, OnALowScreenTheCardsScrollBetweenHeaderAndFooter) {
     test::moveTo(test::screenNamed("common"), view);
     view.show();
     EXPECT_EQ(view.height(), 580);
-    EXPECT_EQ(area->verticalScrollBar()->maximum(), 0);
+    EXPECT_EQ(area->verticalScrollBar()->maximum(), hidden - 80);
 }
 
 TEST_F(SettingsWindowTest, TheTabKeyReachesEachControlInReadingOrder) {
@@ -269,14 +334,14 @@ TEST_F(SettingsWindowTest, TheTabKeyReachesEachControlInReadingOrder) {
     SettingsView &window = *windows().first();
     ASSERT_TRUE(waitFor([&] { return window.isActiveWindow(); }));
     QStringList order;
-    for (int i = 0; i < 9; ++i) {
+    for (int i = 0; i < 10; ++i) {
         QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
         order << QAccessible::queryAccessibleInterface(QApplication::focusWidget())->text(QAccessible::Name);
     }
     EXPECT_EQ(
         order.join(u'|').toStdString(),
         "Launch at startup|Check Now|System|Auto-refresh quota data|1m|Session reset|Alert at 80% quota|"
-        "Rate limit alerts|Give Feedback");
+        "Rate limit alerts|Keep history|Give Feedback");
     EXPECT_EQ(test::namesWithoutRole(window).join(u'\n').toStdString(), "");
 }
 

@@ -46,6 +46,9 @@ TEST(ThemeColors, TextIsLegibleOnEverySurface) {
         EXPECT_GE(contrast(colors.granted, over(colors.card, withOpacity(colors.granted, badgeOpacity))),
                   legible);
         EXPECT_GE(contrast(colors.secondary, over(colors.card, colors.track)), legible) << "a segment";
+        const QColor note = over(colors.card, colors.note);
+        EXPECT_GE(contrast(colors.text, over(note, colors.pressed)), legible) << "a note's button";
+        EXPECT_GE(contrast(colors.secondary, note), legible) << "a note's other button";
         EXPECT_GE(contrast(colors.text, colors.segment), legible) << "the checked segment";
     }
 }

@@ -33,14 +33,9 @@ void IconButton::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     if (isDown() || underMouse())
         fillRounded(painter, rect(), radius(), isDown() ? colors.pressed : colors.hover);
-    QPixmap shape = m_picture.pixmap({pictureSize, pictureSize}, devicePixelRatioF());
-    {
-        QPainter tint(&shape);
-        tint.setCompositionMode(QPainter::CompositionMode_SourceIn);
-        tint.fillRect(shape.rect(), underMouse() ? colors.text : colors.secondary);
-    }
     const int margin = (buttonSize - pictureSize) / 2;
-    painter.drawPixmap(margin, margin, shape);
+    drawTinted(painter, {margin, margin, pictureSize, pictureSize}, m_picture,
+               underMouse() ? colors.text : colors.secondary);
 }
 
 } // namespace burnwick

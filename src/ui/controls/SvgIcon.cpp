@@ -63,6 +63,16 @@ QIcon svgIcon(const QString &file) {
     return QIcon(new SvgIconEngine(file)); // which becomes its owner
 }
 
+void drawTinted(QPainter &painter, const QRect &area, const QIcon &icon, const QColor &color) {
+    QPixmap shape = icon.pixmap(area.size(), painter.device()->devicePixelRatioF());
+    {
+        QPainter tint(&shape);
+        tint.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        tint.fillRect(shape.rect(), color);
+    }
+    painter.drawPixmap(area.topLeft(), shape);
+}
+
 QIcon applicationIcon() {
     return svgIcon(QStringLiteral(":/burnwick/icons/burnwick.svg"));
 }

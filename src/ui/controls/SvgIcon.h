@@ -5,6 +5,9 @@
 #include <QIcon>
 #include <QString>
 
+class QColor;
+class QPainter;
+class QRect;
 class QWidget;
 
 namespace burnwick {
@@ -12,6 +15,9 @@ namespace burnwick {
 /// Returns the icon of an SVG file or resource, sharp at any size. Unlike QIcon(file) it needs no plugin of
 /// Qt, which some systems have in a separate package.
 [[nodiscard]] QIcon svgIcon(const QString &file);
+
+/// Draws the icon's shape in that colour at `area`; of the icon only the opacity counts.
+void drawTinted(QPainter &painter, const QRect &area, const QIcon &icon, const QColor &color);
 
 /// The application's icon.
 [[nodiscard]] QIcon applicationIcon();

@@ -87,7 +87,8 @@ private:
 };
 
 OverviewTab::OverviewTab()
-    : m_heatmap(new ActivityHeatmapView({.cellSize = 11, .gap = 3, .weeks = 52})) {
+    : m_heatmap(new ActivityHeatmapView({.cellSize = 11, .gap = 3, .weeks = 52}))
+    , m_notes(new QVBoxLayout) {
     auto *tiles = new QGridLayout;
     constexpr int tileSpacing = 4;
     tiles->setSpacing(tileSpacing);
@@ -105,9 +106,13 @@ OverviewTab::OverviewTab()
     title->addStretch();
     title->addWidget(new HeatmapLegend);
     card->content()->addLayout(title);
-    card->content()->addStretch();
-    card->content()->addWidget(m_heatmap, 0, Qt::AlignHCenter);
-    card->content()->addStretch();
+    m_notes->addStretch();
+    auto *chart = new QVBoxLayout;
+    chart->setSpacing(0);
+    chart->addStretch();
+    chart->addWidget(m_heatmap, 0, Qt::AlignHCenter);
+    chart->addLayout(m_notes);
+    card->content()->addLayout(chart, 1);
 
     QVBoxLayout *column = columnOf(this);
     column->addLayout(tiles);
@@ -120,6 +125,10 @@ void OverviewTab::setValues(const HistoricalData &history, double sessionCost, L
     for (std::size_t i = 0; i < figures.size(); ++i)
         m_tiles[i]->setValue(textOf(figures[i].value));
     m_heatmap->setActivity(history.dailyActivity, today, first);
+}
+
+void OverviewTab::addNote(QWidget *note) {
+    m_notes->insertWidget(m_notes->count() - 1, note);
 }
 
 ModelsTab::ModelsTab()

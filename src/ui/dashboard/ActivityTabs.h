@@ -32,10 +32,13 @@ public:
     /// `sessionCost` is the current session's, in dollars; `first` is the first day of the history's period.
     void setValues(const HistoricalData &history, double sessionCost, LocalDay today,
                    std::optional<LocalDay> first);
+    /// Adds a line at the bottom of the heatmap's card, which moves nothing else.
+    void addNote(QWidget *note);
 
 private:
     std::array<StatTile *, std::tuple_size_v<decltype(statFigures({}, 0))>> m_tiles{};
     ActivityHeatmapView *m_heatmap;
+    QVBoxLayout *m_notes; ///< in the lower half of the card's free space
 };
 
 /// The models' shares of the tokens, and the tokens of each day.

@@ -20,6 +20,7 @@
 #include "ui/controls/SvgIcon.h"
 #include "ui/dashboard/AccountBar.h"
 #include "ui/dashboard/ActivityTabs.h"
+#include "ui/dashboard/KeepHistoryHint.h"
 #include "ui/dashboard/LiveColumn.h"
 #include "ui/dashboard/StatTile.h"
 #include "ui/layout/ScreenRoom.h"
@@ -71,18 +72,19 @@ FlatButton *makeChoice(const QString &label, TextStyle text, TextStyle chosenTex
 } // namespace
 
 MainWindowView::MainWindowView(Services services)
-    : m_services(services)
+    : m_services(std::move(services))
     , m_tabs(new QButtonGroup(this))
     , m_filters(new QButtonGroup(this))
     , m_pages(new QStackedWidget)
     , m_column(new QVBoxLayout)
     , m_liveColumn(new LiveColumn)
     , m_overview(new OverviewTab)
+    , m_hint(new KeepHistoryHint(m_services.preferences, m_services.daysUntilCleanup))
     , m_models(new ModelsTab)
     , m_accountBar(new AccountBar)
     , m_updated(new TextLabel(TextStyle::caption, QPalette::PlaceholderText))
-    , m_subscription(services.appState, [this] { showState(); })
-    , m_ticks(services.clock, services.scheduler, [this] { followTime(); }) {
+    , m_subscription(m_services.appState, [this] { showState(); })
+    , m_ticks(m_services.clock, m_services.scheduler, [this] { followTime(); }) {
     auto *content = new QWidget;
     setAccessibleRole(*this, QAccessible::Window);
     content->setLayout(m_column);
@@ -178,6 +180,7 @@ QWidget *MainWindowView::makeBody() {
 
     m_right = new QVBoxLayout;
     m_right->addWidget(makeTabBar());
+    m_overview->addNote(m_hint);
     m_pages->addWidget(m_overview);
     m_pages->addWidget(m_models);
     m_pages->setFixedWidth(rightColumnWidth);
@@ -259,6 +262,7 @@ void MainWindowView::showState() {
     m_liveColumn->setValues(snapshot, now);
     m_overview->setValues(usage.historicalData, usage.sessionCost, today,
                           firstDayOf(usage.timeFilter, now, usage.calendar));
+    m_hint->setFigures(usage, now);
     m_models->setValues(usage.historicalData, today);
     m_filters->button(static_cast<int>(usage.timeFilter))->setChecked(true);
     m_accountBar->setStatus(snapshot.account.oauthStatus);

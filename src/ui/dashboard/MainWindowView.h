@@ -7,6 +7,7 @@
 
 #include <QWidget>
 
+#include <functional>
 #include <optional>
 
 class QButtonGroup;
@@ -17,6 +18,7 @@ namespace burnwick {
 
 class AccountBar;
 class AppState;
+class KeepHistoryHint;
 class LiveColumn;
 class ModelsTab;
 class OverviewTab;
@@ -32,9 +34,10 @@ public:
     /// All of them must outlive the window.
     struct Services {
         AppState &appState;
-        const PreferencesManager &preferences;
+        PreferencesManager &preferences;
         const Clock &clock;
         Scheduler &scheduler;
+        std::function<int()> daysUntilCleanup;
         WindowChrome *chrome = nullptr; ///< null where the window manager decorates windows
     };
 
@@ -69,6 +72,7 @@ private:
     QVBoxLayout *m_right = nullptr;
     LiveColumn *m_liveColumn;
     OverviewTab *m_overview;
+    KeepHistoryHint *m_hint;
     ModelsTab *m_models;
     AccountBar *m_accountBar;
     TextLabel *m_updated;

@@ -8,6 +8,8 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace burnwick {
 
 namespace {
@@ -42,13 +44,34 @@ void SettingsRow::setLabel(const QString &label) {
     m_label->setText(label);
 }
 
-SettingsCard::SettingsCard() {
+void SettingsRow::addCaption(const QString &caption) {
+    constexpr int height = 56;
+    setFixedHeight(height);
+    auto *second = new TextLabel(caption, TextStyle::caption, QPalette::PlaceholderText);
+    second->setElidable();
+    auto *texts = new QVBoxLayout;
+    texts->setSpacing(1);
+    texts->addStretch();
+    texts->addWidget(m_label);
+    texts->addWidget(second);
+    texts->addStretch();
+    static_cast<QHBoxLayout *>(layout())->insertLayout(0, texts, 1);
+}
+
+SettingsCard::SettingsCard(const QString &title) {
     content()->setContentsMargins(14, 2, 14, 2);
     content()->setSpacing(0);
+    if (title.isEmpty())
+        return;
+    constexpr int height = 25;
+    auto *line = new TextLabel(title, TextStyle::captionStrong, QPalette::PlaceholderText);
+    line->setFixedHeight(height);
+    line->setContentsMargins(0, 5, 0, 0);
+    content()->addWidget(line);
 }
 
 void SettingsCard::addRow(SettingsRow *row) {
-    if (content()->count() > 0)
+    if (std::exchange(m_hasRows, true))
         content()->addWidget(makeDivider());
     content()->addWidget(row);
 }

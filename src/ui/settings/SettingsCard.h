@@ -22,6 +22,8 @@ public:
     SettingsRow(const QString &label, QWidget *control);
 
     void setLabel(const QString &label);
+    /// Adds a second, smaller line below the label and makes the row higher.
+    void addCaption(const QString &caption);
 
 private:
     TextLabel *m_label;
@@ -32,9 +34,13 @@ class SettingsCard final : public PanelCard {
     Q_OBJECT
 
 public:
-    SettingsCard();
+    /// A non-empty title becomes the card's first line.
+    explicit SettingsCard(const QString &title = {});
 
     void addRow(SettingsRow *row);
+
+private:
+    bool m_hasRows = false;
 };
 
 /// The look of the buttons at the end of a row.

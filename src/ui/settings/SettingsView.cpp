@@ -96,8 +96,8 @@ QWidget *SettingsView::makeCards() {
     auto *column = new QVBoxLayout(cards);
     column->setContentsMargins(sidePadding, cardSpacing, sidePadding, cardSpacing);
     column->setSpacing(cardSpacing);
-    const auto add = [column](std::initializer_list<SettingsRow *> rows) {
-        auto *card = new SettingsCard;
+    const auto add = [column](std::initializer_list<SettingsRow *> rows, const QString &title = {}) {
+        auto *card = new SettingsCard(title);
         for (SettingsRow *row : rows)
             card->addRow(row);
         column->addWidget(card);
@@ -133,6 +133,8 @@ QWidget *SettingsView::makeCards() {
                           {&P::alertAt80Quota, &P::setAlertAt80Quota, &P::alertAt80QuotaChanged})),
          rowOf(makeSwitch("Rate limit alerts",
                           {&P::rateLimitAlerts, &P::setRateLimitAlerts, &P::rateLimitAlertsChanged}))});
+    add({new KeepHistoryRow(m_services.history, m_services.preferences, m_services.reducedMotion)},
+        QStringLiteral("History and figures"));
     add({makeFeedbackRow()});
     column->addStretch();
     return cards;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "ui/settings/KeepHistoryRow.h"
 #include "ui/settings/UpdateRow.h"
 
 #include <QWidget>
@@ -31,6 +32,7 @@ public:
         NotificationCenter &notifications;
         DesktopSettings &desktop;
         UpdateRow::Services updates;
+        KeepHistoryRow::Services history;
         QUrl feedbackURL;
         std::function<bool()> reducedMotion;
         WindowChrome *chrome = nullptr; ///< null where the window manager decorates windows

@@ -40,6 +40,7 @@ struct ThemeColors {
     QColor line;      ///< separators, guide lines, outlines
     QColor track;     ///< behind bars
     QColor hover;     ///< a button; a tab or a filter under the pointer
+    QColor note;      ///< a remark inside a card
     QColor selected;  ///< the checked tab or filter
     QColor pressed;   ///< a button held down
     QColor emptyCell; ///< a day without activity
