@@ -55,7 +55,6 @@ const char *checkLogGrowth(std::string_view input) {
     static LogFileReader reader(LineSelection::usageOnly);
     const MemoryFile file;
     std::optional<FileReading> former;
-    std::size_t known = 0;
     bool hasGrown = false;
     // The first byte chooses the size of the parts.
     std::size_t part = input.empty() ? 1 : 1 + static_cast<unsigned char>(input.front());
@@ -71,8 +70,8 @@ const char *checkLogGrowth(std::string_view input) {
                     fresh->position.fingerprint == resumed->position.fingerprint &&
                     fresh->position.entries == resumed->position.entries,
                 "a reading that continues ends where a fresh one does");
-        known = resumed->isContinued ? known + resumed->newDetails.size() : resumed->newDetails.size();
-        require(known == resumed->position.entries, "each whole line has details");
+        const std::size_t known = resumed->isContinued ? former->position.entries : 0;
+        require(known + resumed->newDetails.size() == resumed->entries->size(), "each line has details");
         hasGrown |= resumed->isContinued;
         checkCodec(input, *fresh);
         former = resumed;

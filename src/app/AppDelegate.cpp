@@ -71,7 +71,7 @@ SettingsView::Services AppDelegate::settingsServices() {
             *m_desktopSettings,
             {m_account.http, m_scheduler, m_endpoints.productBaseURL, platform::releaseForm(), openInBrowser},
             {untilCleanup, [this]() -> const UsageFigures & { return m_appState.snapshot().usage; },
-             [this] { return m_ledger.forgetKeptHistory(); }},
+             [this](bool withLines) { return m_ledger.forgetKeptHistory(withLines); }},
             m_endpoints.feedbackURL,
             [this] { return m_theme.reducedMotion(); },
             m_windowChrome.get()};

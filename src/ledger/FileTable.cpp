@@ -18,7 +18,8 @@ constexpr std::int64_t chunksPerFile = std::int64_t{1} << 24U;
 
 using RowNumbers = std::array<std::int64_t, 9>;
 
-RowNumbers numbersOf(const ReadingPosition &position) {
+/// `lines` is the number of entries with that behind the offset, of an unfinished line.
+RowNumbers numbersOf(const ReadingPosition &position, std::size_t lines) {
     const FileStatus &status = position.status;
     return {static_cast<std::int64_t>(status.device),
             static_cast<std::int64_t>(status.inode),
@@ -28,7 +29,7 @@ RowNumbers numbersOf(const ReadingPosition &position) {
             static_cast<std::int64_t>(position.offset),
             static_cast<std::int64_t>(position.fingerprint),
             static_cast<std::int64_t>(position.entries),
-            position.settled ? 1 : 0};
+            (position.settled ? 1 : 0) + (lines > position.entries ? 2 : 0)};
 }
 
 ReadingPosition positionOf(const RowNumbers &numbers) {
@@ -43,7 +44,7 @@ ReadingPosition positionOf(const RowNumbers &numbers) {
     position.offset = static_cast<std::uint64_t>(numbers[5]);
     position.fingerprint = static_cast<std::uint64_t>(numbers[6]);
     position.entries = static_cast<std::size_t>(numbers[7]);
-    position.settled = numbers[8] != 0;
+    position.settled = numbers[8] % 2 != 0;
     position.includesRest = position.offset == position.status.size;
     return position;
 }
@@ -114,7 +115,8 @@ FileTable::Row FileTable::rowOf(const std::filesystem::path &file) {
     const std::int64_t id = find.integer(column++);
     if (rowChecksum(numbers, file.native(), id) != find.integer(column))
         throw DamagedLedger("a row is altered");
-    return {id, positionOf(numbers)};
+    const ReadingPosition position = positionOf(numbers);
+    return {id, position, position.entries + (numbers[8] > 1 ? 1 : 0)};
 }
 
 std::optional<FileReading> FileTable::find(const std::filesystem::path &file) {
@@ -124,13 +126,10 @@ std::optional<FileReading> FileTable::find(const std::filesystem::path &file) {
     const InternedString session =
         row.position.entries > 0 ? InternedString(file.stem().native()) : InternedString();
     auto entries = std::make_shared<std::vector<JSONLEntry>>();
-    entries->reserve(row.position.entries);
-    for (std::int64_t chunk = row.id * chunksPerFile; entries->size() < row.position.entries; ++chunk) {
-        if (!decodeEntries(checkedBytes(m_statements->findChunk, chunk), session, *entries))
-            throw DamagedLedger("entries are malformed");
-    }
-    if (entries->size() != row.position.entries)
-        throw DamagedLedger("entries are missing");
+    entries->reserve(row.lines);
+    for (std::int64_t chunk = row.id * chunksPerFile; entries->size() < row.position.entries; ++chunk)
+        appendEntries(chunk, session, *entries);
+    entries->resize(row.position.entries);
     return FileReading{std::move(entries), row.position};
 }
 
@@ -139,18 +138,26 @@ SessionLines FileTable::linesOf(const std::filesystem::path &file) {
     if (row.id == 0)
         throw DamagedLedger("a row is missing");
     SessionLines lines{InternedString(file.stem().native()), {}, {}};
-    for (std::int64_t chunk = 0; lines.entries.size() < row.position.entries; ++chunk) {
-        const std::int64_t id = row.id * chunksPerFile + chunk;
-        if (!decodeEntries(checkedBytes(m_statements->findChunk, id), lines.session, lines.entries))
-            throw DamagedLedger("entries are malformed");
-        appendDetails(id, lines.entries.size(), lines.details);
+    for (std::int64_t chunk = row.id * chunksPerFile; lines.entries.size() < row.lines; ++chunk) {
+        appendEntries(chunk, lines.session, lines.entries);
+        appendDetails(chunk, lines.entries.size(), lines.details);
     }
+    lines.entries.resize(row.lines);
+    lines.details.resize(row.lines);
     return lines;
 }
 
-/// Appends the chunk's details to the list, which then must have that size.
+/// Appends the chunk's entries to the list. The last one may be of a line that was unfinished.
+void FileTable::appendEntries(std::int64_t chunk, InternedString session, std::vector<JSONLEntry> &entries) {
+    const std::size_t size = entries.size();
+    if (!decodeEntries(checkedBytes(m_statements->findChunk, chunk), session, entries) ||
+        entries.size() == size)
+        throw DamagedLedger("entries are malformed");
+}
+
+/// Appends the chunk's details to the list, which then must have at least that size.
 void FileTable::appendDetails(std::int64_t chunk, std::size_t size, std::vector<UsageDetails> &details) {
-    if (!decodeDetails(checkedBytes(m_statements->findDetails, chunk), details) || details.size() != size)
+    if (!decodeDetails(checkedBytes(m_statements->findDetails, chunk), details) || details.size() < size)
         throw DamagedLedger("details are malformed");
 }
 
@@ -185,8 +192,10 @@ void FileTable::keep(const std::filesystem::path &file, const ReadingPosition *c
         const std::size_t count = std::min(added.size(), begin + entriesPerChunk - first);
         const std::int64_t chunk = id * chunksPerFile + static_cast<std::int64_t>(first / entriesPerChunk);
         std::vector<UsageDetails> details;
-        if (first > begin)
+        if (first > begin) {
             appendDetails(chunk, first - begin, details);
+            details.resize(first - begin);
+        }
         details.insert(details.end(), added.begin(), added.begin() + static_cast<std::ptrdiff_t>(count));
         first += count;
         storeBytes(m_statements->replaceChunk, chunk,
@@ -194,7 +203,7 @@ void FileTable::keep(const std::filesystem::path &file, const ReadingPosition *c
         storeBytes(m_statements->replaceDetails, chunk, encodeDetails(details));
         added = added.subspan(count);
     }
-    const RowNumbers numbers = numbersOf(reading.position);
+    const RowNumbers numbers = numbersOf(reading.position, reading.entries->size());
     StatementUse replace(m_statements->replaceFile);
     int index = 0;
     for (const std::int64_t number : numbers)

@@ -51,10 +51,12 @@ private:
     struct Row {
         std::int64_t id = 0; ///< 0 if unknown
         ReadingPosition position;
+        std::size_t lines = 0; ///< with an unfinished one
     };
     struct Statements;
 
     Row rowOf(const std::filesystem::path &file);
+    void appendEntries(std::int64_t chunk, InternedString session, std::vector<JSONLEntry> &entries);
     void appendDetails(std::int64_t chunk, std::size_t size, std::vector<UsageDetails> &details);
 
     std::unique_ptr<Statements> m_statements;

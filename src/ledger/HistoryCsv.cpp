@@ -179,7 +179,7 @@ private:
         forEachColumn(Line(), [&](const std::string &name, const auto &) {
             const auto found = std::ranges::find(m_cells, name, &Cell::text);
             if (found == m_cells.end())
-                fail("the column \"" + name + "\" is missing");
+                fail("no column \"" + name + "\", so this is no history that Burnwick exported");
             m_cellOf.push_back(static_cast<std::size_t>(found - m_cells.begin()));
         });
         m_width = m_cells.size();

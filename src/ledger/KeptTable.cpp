@@ -22,6 +22,7 @@ struct KeptTable::Statements {
     SQLite::Statement replace{database,
                               "REPLACE INTO kept(session, entries, details, checksum) VALUES(?, ?, ?, ?)"};
     SQLite::Statement remove{database, "DELETE FROM kept WHERE session = ?"};
+    SQLite::Statement isKeeping{database, "SELECT count(*) FROM keeping"};
 };
 
 KeptTable::KeptTable(SQLite::Database &database)
@@ -57,6 +58,8 @@ SessionLines KeptTable::decoded(InternedString session, bool withDetails) {
         (withDetails &&
          (!decodeDetails(details, lines.details) || lines.details.size() != lines.entries.size())))
         throw DamagedLedger("kept lines are malformed");
+    if (lines.entries.empty())
+        throw DamagedLedger("kept lines are missing");
     return lines;
 }
 
@@ -73,9 +76,19 @@ void KeptTable::replace(const SessionLines &lines) {
         .run();
 }
 
-void KeptTable::clear() {
+bool KeptTable::isKeeping() {
+    StatementUse use(m_statements->isKeeping);
+    return use.next() && use.integer(0) > 0;
+}
+
+void KeptTable::begin() {
+    m_statements->database.exec("REPLACE INTO keeping VALUES(1)");
+}
+
+void KeptTable::end() {
     m_statements->database.exec("PRAGMA secure_delete = ON");
     m_statements->database.exec("DELETE FROM kept");
+    m_statements->database.exec("DELETE FROM keeping");
 }
 
 } // namespace burnwick

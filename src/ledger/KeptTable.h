@@ -19,6 +19,8 @@ public:
     explicit KeptTable(SQLite::Database &database);
     ~KeptTable();
 
+    /// Whether lines of logs that are gone are kept.
+    [[nodiscard]] bool isKeeping();
     /// Returns all sessions in the order of their names.
     [[nodiscard]] std::vector<std::string> sessions();
     /// Returns the session's lines; no lines if it is unknown.
@@ -30,8 +32,10 @@ public:
 
     /// Replaces the session's lines. Removes the session if there are no lines.
     void replace(const SessionLines &lines);
-    /// Removes all lines, and overwrites them in the file.
-    void clear();
+    /// Begins to keep lines.
+    void begin();
+    /// Ends it. Removes all lines, and overwrites them in the file.
+    void end();
 
 private:
     struct Statements;

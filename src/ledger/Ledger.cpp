@@ -58,7 +58,6 @@ bool Ledger::attempt(Work work) {
 
 void Ledger::open() {
     m_database = m_folder.open();
-    m_database->setKeepsHistory(m_keepsHistory);
     m_mayLackFiles = true;
 }
 
@@ -93,9 +92,14 @@ void Ledger::recall(LogHistory &history) {
     const std::lock_guard lock(m_mutex);
     beginSeries();
     // Without logs there is nothing to remember; then nothing is created.
-    m_hasFailed = history.files.empty() && m_folder.isUnused();
+    m_isIdle = m_hasFailed = history.files.empty() && m_folder.isUnused();
+    m_isCurrent = false;
     attempt([&](LedgerDatabase &database) {
+        if (m_keepsHistory)
+            database.beginKeeping();
         database.beginReading();
+        database.followOthers();
+        m_mayLackFiles |= database.hasFollowed();
         FileTable &files = database.files();
         for (std::size_t i = 0; i < history.files.size(); ++i) {
             const LogFile &file = history.files[i];
@@ -142,9 +146,13 @@ std::optional<std::vector<LogEntries>> Ledger::finish(const LogHistory *history)
         if (history == nullptr || (m_keepsHistory && m_mayLackFiles))
             return;
         database.settle(*history);
-        if (m_keepsHistory)
+        if (m_keepsHistory) {
             m_kept = database.kept();
+            // It may know more of the tree.
+            m_mayLackFiles |= database.hasFollowed();
+        }
     });
+    m_isCurrent = history != nullptr && (m_isIdle || (isFinished && !m_mayLackFiles));
     if (!m_keepsHistory)
         return std::vector<LogEntries>();
     if (isFinished && m_mayLackFiles)
@@ -172,35 +180,44 @@ void Ledger::setKeepsHistory(bool on) {
     const std::lock_guard lock(m_mutex);
     m_keepsHistory = on;
     m_mayLackFiles = true;
-    if (m_database != nullptr)
-        m_database->setKeepsHistory(on);
 }
 
-/// Calls the function as a series.
-template <typename Work>
-bool Ledger::attemptAlone(Work work) {
+bool Ledger::forgetKeptHistory(bool withLines) {
     const std::lock_guard lock(m_mutex);
+    bool isForgotten = m_folder.isUnused();
     beginSeries();
+    if (!isForgotten)
+        attempt([&](LedgerDatabase &database) {
+            isForgotten = database.endKeeping(withLines, [this] { m_folder.removeCopies(); });
+        });
+    if (isForgotten)
+        m_keepsHistory = false;
+    return isForgotten;
+}
+
+/// Calls the function at most once, as a series after one that reached its end.
+template <typename Work>
+bool Ledger::attemptOnce(Work work) {
+    const std::lock_guard lock(m_mutex);
+    if (!m_isCurrent)
+        return false;
+    beginSeries();
+    m_wasDoubted = m_wasMoved = true;
     return attempt(work);
 }
 
-bool Ledger::forgetKeptHistory() {
-    return m_folder.isUnused() || attemptAlone([this](LedgerDatabase &database) {
-               // First: a copy that is left would bring them back.
-               m_folder.removeCopies();
-               database.forgetKept();
-               m_kept.clear();
-           });
-}
-
 bool Ledger::exportLines(const std::function<void(const SessionLines &)> &use) {
-    return attemptAlone([&use](LedgerDatabase &database) { database.exportLines(use); });
+    return attemptOnce([&use](LedgerDatabase &database) { database.exportLines(use); });
 }
 
 std::optional<std::size_t> Ledger::importLines(const std::vector<SessionLines> &sessions) {
     std::size_t count = 0;
-    const auto work = [&](LedgerDatabase &database) { count = database.importLines(sessions); };
-    return attemptAlone(work) ? std::optional(count) : std::nullopt;
+    const bool isDone = attemptOnce([&](LedgerDatabase &database) {
+        database.beginKeeping();
+        count = database.importLines(sessions);
+        m_folder.backUp(database);
+    });
+    return isDone ? std::optional(count) : std::nullopt;
 }
 
 } // namespace burnwick

@@ -40,24 +40,24 @@ public:
 
     // These are safe from any thread.
 
-    /// Sets whether the usage lines of logs that are gone are kept and counted; false at first. A backup is
-    /// made each day then.
+    /// Sets whether the usage lines of logs that are gone are counted; false at first. The first series with
+    /// it begins to keep them, and keeps a daily backup. Setting it to false ends neither.
     void setKeepsHistory(bool on);
-    /// Removes all kept usage lines and the backup for good. Returns false, with a line in the log, on
-    /// failure.
-    [[nodiscard]] bool forgetKeptHistory();
-    /// Calls the function with all usage lines that the last series knew, those of existing logs and kept
-    /// ones; a session may come several times. Returns false, with a line in the log, on failure.
+    /// Ends the keeping, and removes all kept usage lines and the backups for good. Returns false if it
+    /// cannot, or if there are kept lines and `withLines` is false; then nothing is removed.
+    [[nodiscard]] bool forgetKeptHistory(bool withLines);
+    /// Calls the function with all usage lines, those of existing logs and kept ones; a session may come
+    /// several times. Returns false if that or the last series failed; lines may be missing then.
     [[nodiscard]] bool exportLines(const std::function<void(const SessionLines &)> &use);
-    /// Keeps those of the lines that are not known yet, all or none of them, and returns their number. Null,
-    /// with a line in the log, on failure.
+    /// Keeps those of the lines that are not known yet, all or none of them, makes a backup, and returns
+    /// their number. Null if that or the last series failed.
     [[nodiscard]] std::optional<std::size_t> importLines(const std::vector<SessionLines> &sessions);
 
 private:
     template <typename Work>
     bool attempt(Work work);
     template <typename Work>
-    bool attemptAlone(Work work);
+    bool attemptOnce(Work work);
     void beginSeries();
     void open();
     void commit();
@@ -69,10 +69,12 @@ private:
     std::mutex m_mutex;
     std::unique_ptr<LedgerDatabase> m_database; ///< null before the first use and after a failure
     std::size_t m_filesInTransaction = 0;       ///< 0 if none is open
-    bool m_hasFailed = false;                   ///< in this series, or there is nothing to do
+    bool m_hasFailed = false;                   ///< in this series, or it is idle
     bool m_wasDoubted = false;                  ///< whether it was checked for damage in this series
     bool m_wasMoved = false;                    ///< in this series
     bool m_mayLackFiles = true;                 ///< whether it may lack readings of this run
+    bool m_isIdle = false;                      ///< in this series, because there is nothing to do
+    bool m_isCurrent = false;                   ///< whether the last series reached its end
     bool m_keepsHistory = false;
     std::vector<LogEntries> m_kept;     ///< as they were last read
     std::set<std::string> m_complaints; ///< those in the log

@@ -24,14 +24,15 @@ std::string_view sessionOf(const std::filesystem::path &file) {
 LedgerDatabase::LedgerDatabase(const std::filesystem::path &file)
     : m_file(file)
     , m_files(m_file.database())
-    , m_keptLines(m_file.database()) {}
+    , m_keptLines(m_file.database())
+    , m_isKeeping(m_keptLines.isKeeping()) {}
 
 bool LedgerDatabase::keep(const std::filesystem::path &file, const ReadingPosition *continued,
                           const FileReading &reading) {
     if (continued != nullptr && !m_files.isAt(file, *continued))
         return false;
     if (continued == nullptr && m_files.contains(file)) {
-        if (m_keepsHistory) {
+        if (m_isKeeping) {
             SessionLines former = m_files.linesOf(file);
             former.remove(*reading.entries, reading.newDetails);
             keepLines(std::move(former));
@@ -39,7 +40,7 @@ bool LedgerDatabase::keep(const std::filesystem::path &file, const ReadingPositi
         m_files.forget(file);
     }
     m_files.keep(file, continued, reading);
-    if (m_keepsHistory)
+    if (m_isKeeping)
         m_unsettled.emplace(sessionOf(file));
     return true;
 }
@@ -56,10 +57,7 @@ void LedgerDatabase::settle(const LogHistory &history) {
 
 /// Does nothing and returns false if that needs writing, but must not.
 bool LedgerDatabase::settle(const LogHistory &history, bool mayWrite) {
-    if (m_keepsHistory)
-        followOthers();
-    else if (!m_keptLines.sessions().empty())
-        return true; // kept by a program with other settings, which would miss what is forgotten here
+    followOthers();
     std::unordered_set<std::string_view> paths;
     for (const LogFile &file : history.files)
         paths.insert(file.path.native());
@@ -80,7 +78,7 @@ bool LedgerDatabase::settle(const LogHistory &history, bool mayWrite) {
     for (const FileTable::Place &file : gone.empty() ? gone : existing)
         inodes.emplace(file.inode, &file);
     for (const FileTable::Place &file : gone) {
-        if (m_keepsHistory) {
+        if (m_isKeeping) {
             SessionLines lines = m_files.linesOf(file.path);
             // A file that was renamed.
             if (const auto other = inodes.find(file.inode); other != inodes.end())
@@ -110,11 +108,12 @@ std::vector<LogEntries> LedgerDatabase::kept() {
     return lists;
 }
 
-/// Reads the kept lines if another process may have altered them.
 void LedgerDatabase::followOthers() {
     const std::int64_t version = m_file.database().execAndGet("PRAGMA data_version").getInt64();
-    if (m_keptVersion == version)
+    if (m_version == version)
         return;
+    m_hasFollowed |= m_version.has_value();
+    m_isKeeping = m_keptLines.isKeeping();
     std::map<std::string, LogEntries, std::less<>> kept;
     for (const std::string &session : m_keptLines.sessions()) {
         auto entries = m_keptLines.entriesOf(InternedString(session));
@@ -125,7 +124,7 @@ void LedgerDatabase::followOthers() {
         m_unsettled.insert(session);
     }
     m_kept = std::move(kept);
-    m_keptVersion = version;
+    m_version = version;
 }
 
 /// Adds those of the lines that are not kept yet.
@@ -161,13 +160,32 @@ void LedgerDatabase::removeExisting(SessionLines &lines, const Paths &paths) {
         lines.remove(m_files.linesOf(*path->second));
 }
 
-void LedgerDatabase::forgetKept() {
-    beginWriting();
-    m_keptLines.clear();
+void LedgerDatabase::beginKeeping() {
+    beginReading();
+    followOthers();
     commit();
-    m_kept.clear();
-    // Its copies of the rows.
-    m_file.database().exec("PRAGMA wal_checkpoint(TRUNCATE)");
+    if (m_isKeeping)
+        return;
+    beginWriting();
+    m_keptLines.begin();
+    commit();
+    m_isKeeping = true;
+}
+
+bool LedgerDatabase::endKeeping(bool withLines, const std::function<void()> &removeCopies) {
+    beginWriting();
+    followOthers();
+    const bool mayEnd = withLines || m_kept.empty();
+    if (mayEnd) {
+        removeCopies(); // first: otherwise a crash could leave one that is restored later
+        m_keptLines.end();
+        m_kept.clear();
+        m_isKeeping = false;
+    }
+    commit();
+    // What was removed still stands in the file beside.
+    m_file.database().tryExec("PRAGMA wal_checkpoint(TRUNCATE)");
+    return mayEnd;
 }
 
 void LedgerDatabase::forEachLine(const std::function<void(const SessionLines &)> &use) {

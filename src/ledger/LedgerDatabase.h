@@ -15,6 +15,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace burnwick {
@@ -30,8 +31,6 @@ public:
 
     /// Begins a series of operations, which wait at most a fifth of a second altogether for other processes.
     void beginSeries() { m_file.beginSeries(); }
-    /// Sets whether lines of logs that are gone are kept; false at first.
-    void setKeepsHistory(bool on) { m_keepsHistory = on; }
 
     /// Begin a transaction, which sees one state of the file.
     void beginReading() { m_file.database().exec("BEGIN"); }
@@ -39,6 +38,8 @@ public:
     void commit() { m_file.database().exec("COMMIT"); }
 
     [[nodiscard]] FileTable &files() { return m_files; }
+    /// Reads anew what another process may have altered. Needs an open transaction.
+    void followOthers();
 
     /// See ReadingStore::keep(). Needs an open transaction.
     [[nodiscard]] bool keep(const std::filesystem::path &file, const ReadingPosition *continued,
@@ -50,7 +51,13 @@ public:
     void settle(const LogHistory &history);
     /// Returns the kept lines, each list the same as at the last time if nothing changed.
     [[nodiscard]] std::vector<LogEntries> kept();
-    void forgetKept();
+    /// Begins to keep lines of logs that are gone; does nothing if the ledger already does.
+    void beginKeeping();
+    /// Ends it and removes the kept lines for good, after the call of the function. Does nothing and returns
+    /// false if there are lines that must stay.
+    bool endKeeping(bool withLines, const std::function<void()> &removeCopies);
+    /// Whether another process has written since the last call.
+    [[nodiscard]] bool hasFollowed() { return std::exchange(m_hasFollowed, false); }
     /// See Ledger.
     void exportLines(const std::function<void(const SessionLines &)> &use);
     std::size_t importLines(const std::vector<SessionLines> &sessions);
@@ -65,7 +72,6 @@ private:
 
     static Paths pathsOf(const std::vector<FileTable::Place> &files);
     bool settle(const LogHistory &history, bool mayWrite);
-    void followOthers();
     void keepLines(SessionLines lines);
     void replaceKept(const SessionLines &lines);
     void removeExisting(SessionLines &lines, const Paths &paths);
@@ -74,9 +80,10 @@ private:
     LedgerFile m_file;
     FileTable m_files;
     KeptTable m_keptLines;
-    bool m_keepsHistory = false;
+    bool m_isKeeping;                                      ///< as the table has it
+    bool m_hasFollowed = false;                            ///< since the last call
     std::map<std::string, LogEntries, std::less<>> m_kept; ///< by session, as the table has them
-    std::optional<std::int64_t> m_keptVersion;             ///< of the file when the table was read
+    std::optional<std::int64_t> m_version;                 ///< of the file when both were read
     std::set<std::string> m_unsettled;                     ///< sessions whose kept lines a log may have
 };
 

@@ -36,6 +36,8 @@ constexpr std::array<const char *, presentVersion> migrations{R"(
                                                               R"(
     CREATE TABLE kept(
         session BLOB PRIMARY KEY, entries BLOB NOT NULL, details BLOB NOT NULL, checksum INTEGER NOT NULL);
+    -- Has one row while lines of logs that are gone are kept.
+    CREATE TABLE keeping(id INTEGER PRIMARY KEY);
 )"};
 
 } // namespace

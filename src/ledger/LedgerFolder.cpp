@@ -223,8 +223,11 @@ void LedgerFolder::backUpDaily(LedgerDatabase &database) {
     m_backUpTried = now;
     const auto present = std::chrono::time_point_cast<Instant::duration>(std::chrono::system_clock::now());
     const auto age = std::chrono::abs(present - statusOf(m_backup).modified.value_or(Instant()));
-    if (age < backUpInterval)
-        return;
+    if (age >= backUpInterval)
+        backUp(database);
+}
+
+void LedgerFolder::backUp(LedgerDatabase &database) const {
     const fs::path draft = with(m_backup, ".new");
     const LockedFile lock(draft, O_RDWR | O_CREAT | O_NOFOLLOW, LOCK_EX);
     if (lock.descriptor() < 0)
@@ -244,7 +247,8 @@ void LedgerFolder::backUpDaily(LedgerDatabase &database) {
 }
 
 void LedgerFolder::removeCopies() const {
-    for (const fs::path &file : {m_backup, with(m_backup, ".damaged"), with(m_file, ".damaged")})
+    for (const fs::path &file : {m_backup, with(m_backup, ".new"), with(m_backup, ".damaged"),
+                                 with(m_file, ".restored"), with(m_file, ".damaged")})
         removeFiles(file);
 }
 

@@ -35,10 +35,12 @@ public:
     /// Moves the file that was opened aside. Returns false if it is still in its place.
     [[nodiscard]] bool setAside() const;
 
-    /// Replaces the backup if it is a day old; does nothing within an hour after the last call. Throws what
-    /// the database throws, and std::system_error.
+    /// Replaces the backup, unless another process is doing that. Throws what the database throws, and
+    /// std::system_error.
+    void backUp(LedgerDatabase &database) const;
+    /// The same if the backup is a day old. Does nothing within an hour after the last call.
     void backUpDaily(LedgerDatabase &database);
-    /// Removes the backup and what was moved aside.
+    /// Removes all other copies of the ledger's file.
     void removeCopies() const;
 
 private:

@@ -30,7 +30,6 @@ void SessionLines::add(const SessionLines &others) {
 
 void SessionLines::remove(std::span<const JSONLEntry> others, std::span<const UsageDetails> othersDetails) {
     std::unordered_map<std::uint64_t, std::size_t> left;
-    // Of the last line details may be missing.
     for (std::size_t i = 0; i < othersDetails.size(); ++i)
         ++left[identityOf(others[i], othersDetails[i])];
     std::size_t size = 0;

@@ -102,7 +102,6 @@ std::optional<FileReading> LogFileReader::readFile(const std::filesystem::path &
             }
         }
         FileReading reading{std::move(entries), {status}, former != nullptr, std::move(lines->details)};
-        reading.newDetails.resize(lines->wholeEntries);
         ReadingPosition &position = reading.position;
         position.offset = begin + lines->wholeBytes;
         position.entries = known + lines->wholeEntries;

@@ -17,7 +17,7 @@ struct FileReading {
     LogEntries entries; ///< never null
     ReadingPosition position;
     bool isContinued = false; ///< whether it began where the former reading ended
-    /// Of the new entries before the position's offset.
+    /// Of the entries behind those of the former reading's position.
     std::vector<UsageDetails> newDetails{};
 };
 

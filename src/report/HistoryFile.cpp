@@ -10,6 +10,7 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QSaveFile>
 
+#include <algorithm>
 #include <stdexcept>
 #include <unordered_set>
 
@@ -35,6 +36,17 @@ struct Counts {
     std::unordered_set<InternedString> sessions;
 };
 
+/// Returns whether the sum of a million lines like these has less than 64 bits.
+bool hasPlausibleCounts(const SessionLines &lines) {
+    constexpr std::int64_t most = 1'000'000'000'000;
+    return std::ranges::all_of(lines.entries, [](const JSONLEntry &entry) {
+        const SessionTokens &counts = entry.counts();
+        const auto [least, greatest] =
+            std::minmax({counts.input, counts.output, counts.cacheCreation, counts.cacheRead});
+        return least >= 0 && greatest <= most;
+    });
+}
+
 /// Returns whether all was written. Sets the counts.
 bool writeHistory(Ledger &ledger, QFileDevice &device, Counts &counts) {
     std::string text = historyCsvHeader();
@@ -52,7 +64,7 @@ bool writeHistory(Ledger &ledger, QFileDevice &device, Counts &counts) {
             isWritten = writeText() && isWritten;
     });
     if (!isKnown)
-        throw std::runtime_error("cannot export: the ledger cannot be read");
+        throw std::runtime_error("cannot export: the ledger cannot be read now; try again later");
     return writeText() && isWritten && device.flush();
 }
 
@@ -98,14 +110,18 @@ std::string importHistory(Ledger &ledger, const QString &file) {
     } catch (const MalformedHistory &error) {
         fail("import", file, error.what());
     }
+    if (!std::ranges::all_of(sessions, hasPlausibleCounts))
+        fail("import", file, "a count of tokens is not plausible");
     const auto imported = ledger.importLines(sessions);
     if (!imported)
-        fail("import", file, "the ledger cannot be written");
+        fail("import", file, "the ledger cannot be written now; try again later");
     std::int64_t known = -static_cast<std::int64_t>(*imported);
     for (const SessionLines &lines : sessions)
         known += std::ssize(lines.entries);
-    return "Imported " + countText(static_cast<std::int64_t>(*imported), "message") + "; " +
-           countText(known, "message") + (known == 1 ? " was" : " were") + " known.\n";
+    const std::string added = "Imported " + countText(static_cast<std::int64_t>(*imported), "message");
+    return known == 0 ? added + ".\n"
+                      : added + "; " + countText(known, "message") + (known == 1 ? " was" : " were") +
+                            " known already.\n";
 }
 
 } // namespace burnwick

@@ -32,7 +32,8 @@ const FormOption outputOptions[] = {
      QStringLiteral("Write each message's usage to a CSV file (- for standard output)."),
      QStringLiteral("file")},
     {Form::importHistory, QStringLiteral("import-history"),
-     QStringLiteral("Read such a file (- for standard input), and keep what is not known yet."),
+     QStringLiteral("Keep the messages of such a file (- for standard input) that are not known yet. "
+                    "Requires the setting \"Keep history\"."),
      QStringLiteral("file")},
 };
 
@@ -93,6 +94,10 @@ std::variant<ReportOptions, WrongOptions> parseReportOptions(const QStringList &
         chosen += QStringLiteral("--") + option.name;
         options.form = option.form;
         options.file = option.value.isEmpty() ? QString() : parser.value(option.name);
+        const bool isFile =
+            !options.file.isEmpty() && (options.file == u'-' || !options.file.startsWith(u'-'));
+        if (!option.value.isEmpty() && (!isFile || parser.values(option.name).size() > 1))
+            return wrong(QStringLiteral("%1 needs one file.").arg(chosen.last()));
     }
     if (chosen.size() > 1)
         return wrong(QStringLiteral("Only one of %1 at a time.").arg(chosen.join(QStringLiteral(", "))));

@@ -226,10 +226,12 @@ TEST(HistoryCsv, MalformedFilesAreRejectedWithTheLine) {
     const std::string file = fileOf();
     const std::string header = historyCsvHeader();
     const std::pair<std::string, const char *> malformedFiles[] = {
-        {"", "line 1: the column \"session\" is missing"},
-        {"\n\n", "line 3: the column \"session\" is missing"},
-        {file.substr(file.find('\n') + 1), "line 1: the column \"session\" is missing"},
-        {header.substr(0, header.rfind(',')) + '\n', "line 1: the column \"advisors\" is missing"},
+        {"", "line 1: no column \"session\", so this is no history that Burnwick exported"},
+        {"\n\n", "line 3: no column \"session\", so this is no history that Burnwick exported"},
+        {file.substr(file.find('\n') + 1),
+         "line 1: no column \"session\", so this is no history that Burnwick exported"},
+        {header.substr(0, header.rfind(',')) + '\n',
+         "line 1: no column \"advisors\", so this is no history that Burnwick exported"},
         {file + "\"s\",\n", "line 6: the number of cells is 2 instead of 22"},
         {fileOf("speed", ","), "line 4: the number of cells is 23 instead of 22"},
         {fileOf("model", "\"a\"b"), "line 4: malformed quotes"},

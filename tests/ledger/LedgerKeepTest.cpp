@@ -124,20 +124,46 @@ TEST_F(LedgerTest, LogsThatAreGoneCountInTheHistoryOnlyWhileTheyAreKept) {
     EXPECT_EQ(figures(ledger), (Figures{3, 302, 3, 302}));
     ledger.setKeepsHistory(true);
     EXPECT_EQ(figures(ledger), (Figures{3, 302, 3, 302}));
+    // Nothing is lost while settings cannot be read.
+    ledger.setKeepsHistory(false);
     fs::remove_all(m_home.projects() / "a");
+    EXPECT_EQ(figures(ledger), (Figures{2, 2, 2, 2}));
+    ledger.setKeepsHistory(true);
     EXPECT_EQ(figures(ledger), (Figures{3, 302, 3, 302}));
     // A session that has a log again counts once.
     m_home.add("c/long.jsonl", usageLine("2025-06-01T12:00:00.000Z", 900, 1), now);
     EXPECT_EQ(figures(ledger), (Figures{3, 303, 3, 303}));
-    ledger.setKeepsHistory(false);
+    // Two logs of a session that have the same lines count once when they are gone.
+    for (const char *folder : {"d", "e"})
+        m_home.add(folder + std::string("/both.jsonl"), usageLine("2025-06-01T12:00:00.000Z", 8, 8), now);
+    EXPECT_EQ(figures(ledger), (Figures{5, 305, 4, 305}));
+    fs::remove_all(m_home.projects() / "d");
+    fs::remove_all(m_home.projects() / "e");
+    EXPECT_EQ(figures(ledger), (Figures{4, 304, 4, 304}));
+    EXPECT_FALSE(ledger.forgetKeptHistory(false));
+    EXPECT_EQ(figures(ledger), (Figures{4, 304, 4, 304}));
+    ASSERT_TRUE(ledger.forgetKeptHistory(true));
     EXPECT_EQ(figures(ledger), (Figures{3, 3, 3, 3}));
-    // Nothing is lost while settings cannot be read.
-    fs::remove(m_home.projects() / "b" / "0.jsonl");
-    EXPECT_EQ(figures(ledger), (Figures{2, 2, 2, 2}));
+    ASSERT_TRUE(ledger.forgetKeptHistory(false));
+}
+
+/// It has listed the tree before another program read a new log.
+TEST_F(LedgerTest, AProgramWithAnOldListOfTheLogsDoublesNothing) {
+    Ledger ledger(m_folder);
+    Ledger other(m_folder);
     ledger.setKeepsHistory(true);
-    EXPECT_EQ(figures(ledger), (Figures{3, 303, 3, 303}));
-    ASSERT_TRUE(ledger.forgetKeptHistory());
-    EXPECT_EQ(figures(ledger), (Figures{2, 2, 2, 2}));
+    other.setKeepsHistory(true);
+    auto last = m_parser.parseAllEntries(nullptr, &ledger);
+    const auto old = m_parser.parseAllEntries(nullptr, &other);
+    addLog(2);
+    last = m_parser.parseChangedEntries(*last, {m_home.projects() / "b" / "2.jsonl"}, &ledger);
+    ASSERT_EQ(last->kept.size(), 0U);
+    LogHistory listed = *old;
+    other.recall(listed);
+    ASSERT_EQ(other.finish(&listed).value().size(), 1U) << "what it takes for gone";
+    if (const auto next = m_parser.parseAllEntries(last.get(), &ledger))
+        last = next;
+    EXPECT_EQ(last->kept.size(), 0U);
 }
 
 TEST_F(LedgerTest, NothingIsLeftOfAForgottenHistory) {
@@ -151,30 +177,43 @@ TEST_F(LedgerTest, NothingIsLeftOfAForgottenHistory) {
             contents(), [text](const auto &file) { return file.second.find(text) != std::string::npos; });
     };
     EXPECT_EQ(has("hidden-project"), 2) << "the file and its backup";
+    // What crashes leave.
+    for (const char *copy : {"ledger.sqlite.restored", "ledger.backup.sqlite.new", "ledger.sqlite.damaged"})
+        fs::copy_file(m_file, m_folder / copy);
     {
         Ledger ledger(m_folder);
-        ASSERT_TRUE(ledger.forgetKeptHistory());
+        ASSERT_TRUE(ledger.forgetKeptHistory(true));
         EXPECT_EQ(has("hidden-project"), 0);
     }
     m_keptLines = 0;
     read();
-    ASSERT_TRUE(Ledger(m_home.path() / "nowhere").forgetKeptHistory());
+    ASSERT_TRUE(Ledger(m_home.path() / "nowhere").forgetKeptHistory(true));
     EXPECT_FALSE(fs::exists(m_home.path() / "nowhere"));
 }
 
 TEST_F(LedgerTest, ImportedLinesCountOnce) {
     keepALog();
     std::vector<SessionLines> exported;
-    ASSERT_TRUE(Ledger(m_folder).exportLines([&](const SessionLines &lines) { exported.push_back(lines); }));
-    const auto import = [&exported](const fs::path &folder) { return Ledger(folder).importLines(exported); };
+    Ledger first(m_folder);
+    first.setKeepsHistory(true);
+    const auto use = [&](const SessionLines &lines) { exported.push_back(lines); };
+    EXPECT_FALSE(first.exportLines(use)) << "before the logs were read";
+    readWith(first);
+    ASSERT_TRUE(first.exportLines(use));
+    const auto import = [&](const fs::path &folder) {
+        Ledger ledger(folder);
+        ledger.setKeepsHistory(true);
+        readWith(ledger);
+        return ledger.importLines(exported);
+    };
     EXPECT_EQ(import(m_folder), 0U);
     fs::remove_all(m_folder);
     m_keptLines = 0;
-    read();
     EXPECT_EQ(import(m_folder), 300U) << "two sessions have logs";
-    EXPECT_EQ(import(m_folder), 0U);
     m_keptLines = 300;
-    read();
+    EXPECT_EQ(import(m_folder), 0U);
+    fs::remove(m_file);
+    read(); // the backup
 }
 
 /// Otherwise lines that only one of them knows would be lost with the log.

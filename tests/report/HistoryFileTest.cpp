@@ -74,9 +74,9 @@ TEST_F(HistoryFile, ImportedOnAnotherMachineGivesTheSameHistoryOnce) {
     const std::string expected = history(m_first);
     EXPECT_NE(expected.find("\"messageCount\": 3"), std::string::npos) << expected;
     EXPECT_NE(history(m_second), expected);
-    EXPECT_EQ(output(m_second, "import", m_file), "Imported 3 messages; 0 messages were known.\n");
+    EXPECT_EQ(output(m_second, "import", m_file), "Imported 3 messages.\n");
     EXPECT_EQ(history(m_second), expected);
-    EXPECT_EQ(output(m_second, "import", m_file), "Imported 0 messages; 3 messages were known.\n");
+    EXPECT_EQ(output(m_second, "import", m_file), "Imported 0 messages; 3 messages were known already.\n");
     EXPECT_EQ(history(m_second), expected);
 
     // The second machine gets one of the sessions as a log.
@@ -90,7 +90,7 @@ TEST_F(HistoryFile, ImportedOnAnotherMachineGivesTheSameHistoryOnce) {
                   .withStandardInput(m_file)
                   .run({QStringLiteral("--import-history"), QStringLiteral("-")})
                   .output,
-              "Imported 1 message; 3 messages were known.\n");
+              "Imported 1 message; 3 messages were known already.\n");
     EXPECT_EQ(history(m_first), history(m_second));
 }
 

@@ -77,7 +77,11 @@ protected:
                 m_desktop,
                 {m_account.http, m_scheduler, m_server.url(), ReleaseForm::page, open},
                 {[] { return 30; }, [this]() -> const UsageFigures & { return m_usage; },
-                 [this] { return ++m_timesForgotten, m_canForget; }},
+                 [this](bool withLines) {
+                     ++m_timesForgotten;
+                     m_forgotLines = withLines;
+                     return m_canForget;
+                 }},
                 QUrl(QStringLiteral("https://burnwick.test/feedback")),
                 [] { return false; }};
     }
@@ -97,6 +101,7 @@ protected:
     FakeDesktopSettings m_desktop;
     UsageFigures m_usage{m_calendar};
     int m_timesForgotten = 0;
+    bool m_forgotLines = false;
     bool m_canForget = true;
     QStringList m_openedPages;
     std::optional<SettingsView> m_view;

@@ -171,7 +171,8 @@ TEST_F(SettingsViewTest, TheHistoryIsForgottenBeforeItsSwitchGoesOff) {
         bool canForget;
         int timesForgotten;
     } rows[] = {
-        {"nothing is known to be kept", 0, 0, nullptr, "", true, 0},
+        {"nothing is kept", 0, 0, nullptr, "", true, 1},
+        {"something is kept that the figures lack", 0, 0, nullptr, "", false, 1},
         {"Forget", 56, 1234, [](QMessageBox &a) { press(a, button, "Forget"); }, plural, true, 1},
         {"Forget, and the ledger fails", 56, 1234, [](QMessageBox &a) { press(a, button, "Forget"); }, plural,
          false, 1},
@@ -204,7 +205,8 @@ TEST_F(SettingsViewTest, TheHistoryIsForgottenBeforeItsSwitchGoesOff) {
             row.answer(*alert);
         }
         EXPECT_EQ(m_timesForgotten, row.timesForgotten);
-        const bool isOff = row.answer == nullptr || (row.timesForgotten > 0 && row.canForget);
+        EXPECT_TRUE(m_timesForgotten == 0 || m_forgotLines == (row.messages > 0));
+        const bool isOff = row.timesForgotten > 0 && row.canForget;
         EXPECT_EQ(isOn(checkBox, keep), !isOff);
         EXPECT_EQ(m_preferences.keepHistory(), !isOff);
         QMessageBox *alert = openAlert();

@@ -56,13 +56,11 @@ void KeepHistoryRow::follow(bool on) {
         m_preferences.setKeepHistory(true);
         return;
     }
-    const UsageFigures &usage = m_services.usage();
-    if (usage.keptSessions == 0) {
-        m_preferences.setKeepHistory(false);
-        return;
-    }
     m_switch->setOn(true); // until all is forgotten
-    ask(usage);
+    if (const UsageFigures &usage = m_services.usage(); usage.keptSessions > 0)
+        ask(usage);
+    else
+        forget(false);
 }
 
 void KeepHistoryRow::ask(const UsageFigures &usage) {
@@ -72,13 +70,13 @@ void KeepHistoryRow::ask(const UsageFigures &usage) {
     alert->setDefaultButton(addAlertButton(*alert, QStringLiteral("Cancel"), QMessageBox::RejectRole));
     connect(alert, &QDialog::finished, this, [this, alert, forgetButton] {
         if (alert->clickedButton() == forgetButton)
-            forget();
+            forget(true);
     });
     bringToFront(*alert, {});
 }
 
-void KeepHistoryRow::forget() {
-    if (m_services.forget()) {
+void KeepHistoryRow::forget(bool withLines) {
+    if (m_services.forget(withLines)) {
         m_preferences.setKeepHistory(false);
         return;
     }

@@ -21,7 +21,8 @@ public:
     struct Services {
         std::function<int()> daysUntilCleanup;
         std::function<const UsageFigures &()> usage; ///< returns the current figures
-        std::function<bool()> forget;                ///< forgets all that is kept; returns false on failure
+        /// Forgets all that is kept. Returns false on failure, or if it would remove lines but must not.
+        std::function<bool(bool withLines)> forget;
     };
 
     /// The preferences must outlive the row.
@@ -30,7 +31,7 @@ public:
 private:
     void follow(bool on);
     void ask(const UsageFigures &usage);
-    void forget();
+    void forget(bool withLines);
 
     Services m_services;
     PreferencesManager &m_preferences;
