@@ -10,6 +10,9 @@
 #include <QFontMetricsF>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QPixmap>
+
+#include <map>
 
 namespace burnwick {
 
@@ -22,6 +25,15 @@ void drawOutline(QPainter &painter, const PixelGrid &grid, const QRectF &cell, c
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(grid.rect(cell).adjusted(width / 2, width / 2, -width / 2, -width / 2), radius,
                             radius);
+}
+
+QPixmap pictureOfCell(QSizeF size, double scale, int level, const ThemeColors &colors) {
+    QPixmap picture((size * scale).toSize());
+    picture.setDevicePixelRatio(scale);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    drawHeatCell(painter, {{}, size}, level, colors);
+    return picture;
 }
 
 } // namespace
@@ -78,9 +90,18 @@ void ActivityHeatmapView::paintEvent(QPaintEvent *event) {
         painter.drawText(month.rect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip, month.name);
 
     const PixelGrid grid(painter);
+    // Cells of a level are copies of one picture: rounded rectangles would take half of the window's
+    // painting.
+    std::map<int, QPixmap> pictures;
     for (std::size_t i = 0; i < m_layout.cells.size(); ++i) {
-        if (event->rect().intersects(m_layout.zoneOf(i)))
-            drawHeatCell(painter, grid.rect(m_layout.cells[i].rect), m_layout.cells[i].level, colors);
+        const auto &[day, count, level, rect] = m_layout.cells[i];
+        if (!event->rect().intersects(m_layout.zoneOf(i)))
+            continue;
+        const QRectF cell = grid.rect(rect);
+        QPixmap &picture = pictures[level];
+        if (picture.isNull())
+            picture = pictureOfCell(cell.size(), painter.deviceTransform().m11(), level, colors);
+        painter.drawPixmap(cell.topLeft(), picture);
     }
     if (const auto pointed = pointedPart())
         drawOutline(painter, grid, m_layout.cells[*pointed].rect, colors.text);
