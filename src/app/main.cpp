@@ -8,7 +8,9 @@
 #include "platform/Process.h"
 
 #include <QApplication>
+#include <QFontDatabase>
 
+#include <future>
 #include <iostream>
 #include <optional>
 #include <variant>
@@ -85,6 +87,9 @@ int main(int argc, char **argv) {
     QApplication application(argc, argv);
     const burnwick::StartupActivation activation = startup->begin();
     burnwick::describeApplication();
+    // The first text needs the list of fonts. Another thread makes it while this one waits for the bus, and
+    // ends before the application object.
+    const auto fonts = std::async([] { return QFontDatabase::families(); });
 
     const auto options = burnwick::parseStartOptions(QApplication::arguments());
     if (const auto *wrong = std::get_if<burnwick::WrongStart>(&options)) {
