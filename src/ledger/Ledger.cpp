@@ -72,7 +72,7 @@ void Ledger::abandon(const std::exception &error) {
     m_hasFailed = true;
     if (!isDamage(error))
         return complain("not used now: ", error);
-    // SQLite takes bytes for damaged, too, that could not be read for a moment.
+    // SQLite reports bytes that could not be read for a moment as damage, too.
     if (!std::exchange(m_wasDoubted, true) && m_folder.isSound()) {
         m_hasFailed = false;
         return;

@@ -20,8 +20,8 @@
 
 namespace burnwick {
 
-/// An open ledger. Each line that was read and not forgotten is in the file's tables exactly once: with its
-/// log while that exists, and then with the kept lines. All operations throw SQLite::Exception and
+/// An open ledger. After settle() each line that was read and not forgotten is in its tables exactly once:
+/// with its log while that exists, and then with the kept lines. All operations throw SQLite::Exception and
 /// DamagedLedger; the object is of no use afterwards. Destroying it undoes an open transaction. For one
 /// thread at a time.
 class LedgerDatabase final {

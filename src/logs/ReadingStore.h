@@ -32,7 +32,8 @@ public:
     /// again.
     virtual void recall(LogHistory &history) = 0;
     /// Stores a file's reading. `continued` is the position where it began; null if that was the file's
-    /// begin. Returns false if only a reading from there can be stored. Safe from several threads at once.
+    /// begin. Returns false if it needs a reading from the file's begin instead. Safe from several threads at
+    /// once.
     [[nodiscard]] virtual bool keep(const std::filesystem::path &file, const ReadingPosition *continued,
                                     const FileReading &reading) = 0;
     /// Ends a series of calls of keep(). A null history is incomplete; otherwise logs that are not in it are

@@ -36,9 +36,9 @@ struct UsageFigures {
 
     std::optional<Instant> historyReadAt{}; ///< absent before the first reading
     HistoricalData historicalData{};        ///< empty before the first reading
-    std::optional<Instant> oldestLog{};     ///< when the log that was left alone longest was last modified
-    std::int64_t keptSessions = 0;          ///< whose logs are gone, in wholes or in parts
-    std::int64_t keptMessages = 0;          ///< of these sessions
+    std::optional<Instant> oldestLog{};     ///< the earliest time of modification of a log
+    std::int64_t keptSessions = 0;          ///< that have lines in no log any more
+    std::int64_t keptMessages = 0;          ///< the number of these lines
     Instant lastUpdated{}; ///< when historicalData was last computed; the creation time before that
 
     bool operator==(const UsageFigures &) const = default;
