@@ -1,0 +1,72 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "model/Instant.h"
+
+#include <optional>
+#include <span>
+
+namespace burnwick {
+
+/// The use of a limit at an instant, as the service reported it.
+struct LimitSample {
+    Instant at;
+    double percent = 0; ///< may exceed 100
+};
+
+/// The use that the logs show for one answer of a model.
+struct TokenUse {
+    Instant at;
+    double weight = 0; ///< in any unit that is nearly proportional to the use of the limit, such as dollars
+};
+
+/// The present window of a limit.
+struct LimitWindow {
+    Instant resetsAt;
+    std::chrono::nanoseconds length{0};
+    std::chrono::nanoseconds staleAfter{0}; ///< the age above which a sample is too old for a forecast
+};
+
+/// The forecast of a limit's use at its reset, or the reason why there is none.
+struct Forecast {
+    enum class State {
+        collecting, ///< under ten minutes of samples in this window, or fewer than two
+        stale,      ///< the last sample is too old
+        waiting,    ///< the reset is over; there is no sample of the new window yet
+        quiet,      ///< unused for an hour; expected to stay so. Only in windows of less than a day
+        full,       ///< a sample has 100 % or more
+        expected,   ///< none of these: `atReset` is a true range
+    };
+    /// Percent of the limit, from the present percent to 100. The truth is in the band in about four of five
+    /// cases.
+    struct Range {
+        double low = 0;
+        double middle = 0; ///< as often too low as too high
+        double high = 0;
+    };
+
+    State state = State::collecting;
+    std::optional<Instant> measuredAt; ///< of the last sample in this window
+    double rawPercent = 0;             ///< at present: the last sample and the use since; may exceed 100
+    double percent = 0;                ///< the same, at most 100
+    std::optional<Range> atReset;      ///< when quiet, full or expected
+    /// The instant at which the middle reaches 100; when full, that of the first sample with 100 %. Null if
+    /// it does not before the reset.
+    std::optional<Instant> fullAt;
+    std::optional<Instant> earliestFullAt; ///< the same for the upper end of the band
+};
+
+/// Returns the forecast. The use still to come is expected to continue at the window's average pace since its
+/// first use; in windows of less than a day the pace halves within five hours, as people stop working. Around
+/// that mean it has a Weibull distribution: exponential within a day, narrower over several, whose busy and
+/// idle days average out. Each minute without use makes it more probable that none follows, up to 40 % after
+/// an hour.
+///
+/// Ignores samples and tokens outside the window or after `now`, in any order; the present percent counts the
+/// tokens since the last sample at the rate that the samples show. Pure; takes linear time for input in
+/// order.
+[[nodiscard]] Forecast forecastLimit(const LimitWindow &window, std::span<const LimitSample> samples,
+                                     std::span<const TokenUse> tokens, Instant now);
+
+} // namespace burnwick
