@@ -87,6 +87,7 @@ TEST(Forecast, StateFollowsFromSamplesAndTime) {
         {"reset", 300, {{285, 95}, {295, 96}}, {}, 5h, State::waiting},
         {"reset while full", 301, {{285, 95}, {295, 100}}, {}, 5h, State::waiting},
         {"samples of the last window alone", 30, {{-40, 95}, {-1, 97}}, {}, 5h, State::collecting},
+        {"one sample after a negative one", 30, {{20, -5}, {25, 0}}, {}, 5h, State::collecting},
         {"clock put back", 5, {{20, 5}, {25, 6}}, {}, 5h, State::collecting},
         {"no length", 30, {{20, 5}, {25, 6}}, {}, 0h, State::waiting},
     };
@@ -116,8 +117,8 @@ TEST(Forecast, FixedStatesHaveNoBand) {
 }
 
 TEST(Forecast, DisturbedInputGivesTheForecastOfCleanInput) {
-    const Amounts samples = every5Minutes(0, 90, 2), tokens = every5Minutes(2, 93, 1);
-    const Forecast clean = forecastAt(94, samples, tokens);
+    const Amounts samples = every5Minutes(0, 90, 2), tokens = every5Minutes(2, 87, 1);
+    const Forecast clean = forecastAt(91.9, samples, tokens);
     ASSERT_EQ(clean.state, State::expected);
     const double infinity = std::numeric_limits<double>::infinity(), nan = std::nan("");
     const struct {
@@ -128,8 +129,8 @@ TEST(Forecast, DisturbedInputGivesTheForecastOfCleanInput) {
         {"last window", {{-5, 97}, {-60, 40}}, {{-5, 1000}}},
         {"after now", {{95, 90}}, {{95, 1000}}},
         {"next window", {{301, 5}}, {{400, 10}}},
-        {"late old figures", {{47, 15}, {86, 30}}, {}},
-        {"no numbers", {{50, nan}, {51, infinity}, {52, -3}}, {{50, nan}, {51, infinity}, {93.5, -1e9}}},
+        {"late old figures", {{47, 15}, {91, 30}}, {}},
+        {"no numbers", {{50, nan}, {51, infinity}, {52, -3}}, {{50, nan}, {51, infinity}, {91.5, -1e9}}},
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(row.name);
@@ -137,7 +138,7 @@ TEST(Forecast, DisturbedInputGivesTheForecastOfCleanInput) {
         allSamples.insert(allSamples.end(), row.samples.begin(), row.samples.end());
         allTokens.insert(allTokens.end(), row.tokens.begin(), row.tokens.end());
         for (int attempt = 0; attempt < 3; ++attempt) {
-            expectSame(forecastAt(94, allSamples, allTokens), clean);
+            expectSame(forecastAt(91.9, allSamples, allTokens), clean);
             std::shuffle(allSamples.begin(), allSamples.end(), std::mt19937(1));
             std::shuffle(allTokens.begin(), allTokens.end(), std::mt19937(2));
         }
@@ -145,11 +146,32 @@ TEST(Forecast, DisturbedInputGivesTheForecastOfCleanInput) {
 }
 
 TEST(Forecast, AnEarlyResetBeginsAnew) {
-    const Forecast forecast =
-        forecastAt(62, {{5, 40}, {30, 80}, {40, 1}, {50, 2}, {60, 3}}, {{20, 9}, {61, 1}});
-    EXPECT_EQ(forecast.state, State::expected);
+    const Amounts samples{{5, 40}, {30, 80}, {40, 1}, {50, 2}, {60, 3}};
+    const Forecast forecast = forecastAt(62, samples, {{20, 9}, {31, 1}});
     EXPECT_EQ(forecast.percent, 3);
-    EXPECT_LT(forecast.atReset->middle, 50);
+    expectSame(forecast, forecastAt(62, samples, {{31, 1}}));
+}
+
+TEST(Forecast, UpperEndIsPlausible) {
+    const struct {
+        const char *name;
+        double minute;
+        Amounts samples, tokens;
+        std::chrono::nanoseconds length;
+        double least, most;
+    } rows[] = {
+        {"one percent in the last minute", 10, {{0, 0}, {9, 0}, {10, 1}}, {}, 5h, 20, 99},
+        {"three percent in a week's first hour", 60, {{0, 0}, {55, 3}}, {}, 168h, 20, 99},
+        {"one percent after long use", 100, {{0, 0}, {90, 0}, {95, 1}}, {{5, 1}, {91, 1}}, 5h, 2, 10},
+        {"no percent yet", 30, {{0, 0}, {25, 0}}, {{5, 1}, {25, 1}}, 5h, 2, 99},
+        {"a night in a week", 3000, {{0, 0}, {2000, 20}, {2999, 20}}, {}, 168h, 50, 100},
+    };
+    for (const auto &row : rows) {
+        const Forecast forecast = forecastAt(row.minute, row.samples, row.tokens, row.length);
+        ASSERT_EQ(forecast.state, State::expected) << row.name;
+        EXPECT_GE(forecast.atReset->high, row.least) << row.name;
+        EXPECT_LE(forecast.atReset->high, row.most) << row.name;
+    }
 }
 
 TEST(Forecast, PresentPercentCountsTokensSinceTheLastSample) {
