@@ -163,8 +163,7 @@ private:
             const double runEnd =
                 run(at, end, std::ceil(m_dice.logNormal(8, 1)), context, m_model, local, true);
             if (m_dice.chance(1.0 / 14)) {
-                const double agents = std::floor(m_dice.between(2, 6));
-                for (double agent = 0; agent < agents; ++agent) {
+                for (int agents = static_cast<int>(m_dice.between(2, 6)); agents > 0; --agents) {
                     double own = 12e3;
                     run(at, end, std::floor(m_dice.between(10, 40)), own, small, local, false);
                 }
@@ -216,8 +215,10 @@ struct Accepted {
                 windows.push_back({std::floor(message.at / hour) * hour, fiveHours});
                 used = 0;
             }
-            for (; message.at >= weekEnd; weekEnd += week)
+            while (message.at >= weekEnd) {
+                weekEnd += week;
                 usedInWeek = 0;
+            }
             if (used >= user.fiveHourBudget || usedInWeek >= user.weekBudget)
                 continue;
             used += message.serviceCost;
@@ -244,9 +245,10 @@ SimulatedWindow measure(const User &user, const Diary &diary, const Accepted &ac
     };
     double nextPoll = period.start + dice.between(0, 300);
     const auto pollUntil = [&](double at) {
-        for (; nextPoll < at; nextPoll += 300 + dice.between(0, 30)) {
+        while (nextPoll < at) {
             if (nextPoll >= firstSample && isAwake(nextPoll) && !dice.chance(0.04))
                 result.samples.push_back({instantOf(nextPoll), answer()});
+            nextPoll += 300 + dice.between(0, 30);
         }
     };
     for (const Message &message : accepted.messages) {
