@@ -27,7 +27,7 @@ constexpr double workLasts = 7 * hour;
 constexpr double firstDay = 1.4;
 /// Whole percents hide up to one.
 constexpr double hiddenPercent = 1;
-/// Of the Weibull distribution: between 1, at which the past pace says nothing about when work ends, and 2,
+/// Of the Weibull distribution: between 1, where the end of the work does not depend on the past pace, and 2,
 /// at which users keep their pace. The band of 10 to 90 % then runs from a fifth to twice the mean.
 constexpr double shape = 1.4;
 
@@ -80,12 +80,12 @@ struct Measured {
     }
 
     [[nodiscard]] const Point &last() const { return samples.back(); }
-    /// The first sample with at least that percent; end() if none.
+    /// Returns the first sample with at least that percent, or end().
     [[nodiscard]] auto firstWith(double percent) const {
         return std::partition_point(samples.begin(), samples.end(),
                                     [percent](const Point &sample) { return sample.amount < percent; });
     }
-    /// The last sample before the percent rose above this one; the origin if there is none.
+    /// Returns the last sample before the percent rose above this one, or the origin.
     [[nodiscard]] Point lastUpTo(double percent) const {
         const auto above = firstWith(std::nextafter(percent, never));
         return above == samples.begin() ? Point{origin, 0} : *(above - 1);
@@ -122,7 +122,7 @@ double percentSince(const Measured &measured, const std::vector<Point> &tokens) 
     return before > 0 ? (measured.last().amount - begin.amount) * std::min(1.0, since / before) : 0;
 }
 
-/// The distribution of the use that is still to come.
+/// The distribution of the future use until the reset.
 class Outlook {
 public:
     /// `used` is the present percent, `elapsed` the time since the first use, `idle` that since the last.

@@ -28,7 +28,7 @@ struct LimitWindow {
     std::chrono::nanoseconds staleAfter{0}; ///< the age above which a sample is too old for a forecast
 };
 
-/// The forecast of a limit's use at its reset, or the reason why there is none.
+/// The forecast of a limit's use at its reset, or the reason for its absence.
 struct Forecast {
     enum class State {
         collecting, ///< under ten minutes of samples in this window, or fewer than two
@@ -36,7 +36,7 @@ struct Forecast {
         waiting,    ///< the reset is over; there is no sample of the new window yet
         quiet,      ///< unused for an hour; expected to stay so. Only in windows of less than a day
         full,       ///< a sample has 100 % or more
-        expected,   ///< none of these: `atReset` is a true range
+        expected,   ///< otherwise; `atReset` is a true range
     };
     /// Percent of the limit, from the present percent to 100. The truth is in the band in about four of five
     /// cases.
@@ -61,7 +61,7 @@ struct Forecast {
 /// windows of less than a day the pace halves within five hours, as people stop working, and in longer ones
 /// the next day has 1.4 times the pace, as people who ask are at work. Around that mean it has a Weibull
 /// distribution of shape 1.4, whose 10, 50 and 90 % quantiles are the range. In windows of less than a day,
-/// each minute without use makes it more probable that none follows: 40 % after an hour.
+/// each minute without use makes it more probable that no use follows: 40 % after an hour.
 ///
 /// Samples and tokens may be in any order; those outside the window or after `now` are ignored. The present
 /// percent counts the tokens since the last sample, at the rate that the samples show. Pure; takes linear

@@ -11,7 +11,7 @@
 
 namespace burnwick {
 
-/// The ledger's table of usage lines whose logs are gone, a row for each session. All operations throw
+/// The ledger's table of usage lines of deleted logs, with a row for each session. All operations throw
 /// SQLite::Exception and DamagedLedger. For one thread at a time.
 class KeptTable final {
 public:
@@ -19,7 +19,7 @@ public:
     explicit KeptTable(SQLite::Database &database);
     ~KeptTable();
 
-    /// Whether lines of logs that are gone are kept.
+    /// Returns whether the ledger keeps the lines of deleted logs.
     [[nodiscard]] bool isKeeping();
     /// Returns all sessions in the order of their names.
     [[nodiscard]] std::vector<std::string> sessions();
@@ -32,9 +32,9 @@ public:
 
     /// Replaces the session's lines. Removes the session if there are no lines.
     void replace(const SessionLines &lines);
-    /// Begins to keep lines.
+    /// Makes isKeeping() true.
     void begin();
-    /// Ends it. Removes all lines, and overwrites them in the file.
+    /// Makes isKeeping() false. Removes all lines, and overwrites them in the file.
     void end();
 
 private:

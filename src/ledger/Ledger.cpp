@@ -91,7 +91,7 @@ void Ledger::complain(const std::string &outcome, const std::exception &error) {
 void Ledger::recall(LogHistory &history) {
     const std::lock_guard lock(m_mutex);
     beginSeries();
-    // Without logs there is nothing to remember; then nothing is created.
+    // Without logs nothing is stored, and no file is created.
     m_isIdle = m_hasFailed = history.files.empty() && m_folder.isUnused();
     m_isCurrent = false;
     attempt([&](LedgerDatabase &database) {
@@ -142,13 +142,13 @@ std::optional<std::vector<LogEntries>> Ledger::finish(const LogHistory *history)
     const bool isFinished = attempt([&](LedgerDatabase &database) {
         if (m_filesInTransaction > 0)
             commit();
-        // A moved log that it lacks could be taken for one that is gone.
+        // Without the new path of a moved log in it, the old path would look like that of a deleted log.
         if (history == nullptr || (m_keepsHistory && m_mayLackFiles))
             return;
         database.settle(*history);
         if (m_keepsHistory) {
             m_kept = database.kept();
-            // It may know more of the tree.
+            // Another process may have stored logs that this history was listed too early for.
             m_mayLackFiles |= database.hasFollowed();
         }
     });
@@ -157,18 +157,22 @@ std::optional<std::vector<LogEntries>> Ledger::finish(const LogHistory *history)
         return std::vector<LogEntries>();
     if (isFinished && m_mayLackFiles)
         return std::nullopt;
-    if (isFinished) {
-        try {
-            m_folder.backUpDaily(*m_database);
-        } catch (const std::exception &error) {
-            if (isDamage(error))
-                abandon(error);
-            else
-                complain("without a backup: ", error);
-            close();
-        }
-    }
+    if (isFinished)
+        backUp(&LedgerFolder::backUpDaily);
     return m_kept;
+}
+
+/// Calls the folder's function. Its failure is no failure of the series.
+void Ledger::backUp(void (LedgerFolder::*function)(LedgerDatabase &)) {
+    try {
+        (m_folder.*function)(*m_database);
+    } catch (const std::exception &error) {
+        if (isDamage(error))
+            abandon(error);
+        else
+            complain("without a backup: ", error);
+        close();
+    }
 }
 
 void Ledger::commit() {
@@ -190,8 +194,10 @@ bool Ledger::forgetKeptHistory(bool withLines) {
         attempt([&](LedgerDatabase &database) {
             isForgotten = database.endKeeping(withLines, [this] { m_folder.removeCopies(); });
         });
-    if (isForgotten)
+    if (isForgotten) {
         m_keepsHistory = false;
+        m_kept.clear();
+    }
     return isForgotten;
 }
 
@@ -215,7 +221,7 @@ std::optional<std::size_t> Ledger::importLines(const std::vector<SessionLines> &
     const bool isDone = attemptOnce([&](LedgerDatabase &database) {
         database.beginKeeping();
         count = database.importLines(sessions);
-        m_folder.backUp(database);
+        backUp(&LedgerFolder::backUp);
     });
     return isDone ? std::optional(count) : std::nullopt;
 }

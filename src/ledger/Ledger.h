@@ -20,10 +20,10 @@ namespace burnwick {
 
 class LedgerDatabase;
 
-/// The readings of this and earlier runs, and the usage lines of logs that are gone, in a SQLite file.
-/// Several processes may use it at once. A damaged file is moved aside, and the backup or a new file takes
-/// its place; each other failure leaves it alone until the next series of calls. Each kind of failure is
-/// logged once. A series waits at most a fifth of a second for others.
+/// The readings of this and earlier runs, and the usage lines of deleted logs, in a SQLite file. Several
+/// processes may use it at once. A damaged file is moved aside and replaced by the backup, or else by a new
+/// file; after any other failure the file is not used until the next series of calls. The process logs each
+/// kind of failure once. A series waits at most a fifth of a second for others.
 class Ledger final : public ReadingStore {
 public:
     /// Touches nothing until the first call. The folder is made for the user alone if it is missing.
@@ -40,17 +40,17 @@ public:
 
     // These are safe from any thread.
 
-    /// Sets whether the usage lines of logs that are gone are counted; false at first. The first series with
-    /// it begins to keep them, and keeps a daily backup. Setting it to false ends neither.
+    /// Sets whether the usage lines of deleted logs count; false at first. With true, the next series makes
+    /// the ledger keep them from then on, with a daily backup; only forgetKeptHistory() ends that.
     void setKeepsHistory(bool on);
-    /// Ends the keeping, and removes all kept usage lines and the backups for good. Returns false if it
-    /// cannot, or if there are kept lines and `withLines` is false; then nothing is removed.
+    /// Removes all kept usage lines and the backups for good, and keeps no further lines. Returns false, with
+    /// all lines left, on failure, or if there are kept lines and `withLines` is false.
     [[nodiscard]] bool forgetKeptHistory(bool withLines);
     /// Calls the function with all usage lines, those of existing logs and kept ones; a session may come
     /// several times. Returns false if that or the last series failed; lines may be missing then.
     [[nodiscard]] bool exportLines(const std::function<void(const SessionLines &)> &use);
-    /// Keeps those of the lines that are not known yet, all or none of them, makes a backup, and returns
-    /// their number. Null if that or the last series failed.
+    /// Keeps the lines that the ledger does not have yet, makes a backup, and returns the number of added
+    /// lines. Null, with no line added, if the import or the last series failed.
     [[nodiscard]] std::optional<std::size_t> importLines(const std::vector<SessionLines> &sessions);
 
 private:
@@ -62,6 +62,7 @@ private:
     void open();
     void commit();
     void close();
+    void backUp(void (LedgerFolder::*function)(LedgerDatabase &));
     void abandon(const std::exception &error);
     void complain(const std::string &outcome, const std::exception &error);
 
@@ -72,8 +73,8 @@ private:
     bool m_hasFailed = false;                   ///< in this series, or it is idle
     bool m_wasDoubted = false;                  ///< whether it was checked for damage in this series
     bool m_wasMoved = false;                    ///< in this series
-    bool m_mayLackFiles = true;                 ///< whether it may lack readings of this run
-    bool m_isIdle = false;                      ///< in this series, because there is nothing to do
+    bool m_mayLackFiles = true;                 ///< whether readings of this run may be missing in it
+    bool m_isIdle = false;                      ///< in this series: there are neither logs nor a ledger
     bool m_isCurrent = false;                   ///< whether the last series reached its end
     bool m_keepsHistory = false;
     std::vector<LogEntries> m_kept;     ///< as they were last read

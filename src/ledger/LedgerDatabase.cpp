@@ -55,7 +55,7 @@ void LedgerDatabase::settle(const LogHistory &history) {
     }
 }
 
-/// Does nothing and returns false if that needs writing, but must not.
+/// Returns false, and changes nothing, if it would have to write and `mayWrite` is false.
 bool LedgerDatabase::settle(const LogHistory &history, bool mayWrite) {
     followOthers();
     std::unordered_set<std::string_view> paths;
@@ -127,14 +127,15 @@ void LedgerDatabase::followOthers() {
     m_version = version;
 }
 
-/// Adds those of the lines that are not kept yet.
-void LedgerDatabase::keepLines(SessionLines lines) {
+/// Adds those of the lines that are not kept yet, and returns their number.
+std::size_t LedgerDatabase::keepLines(SessionLines lines) {
     SessionLines kept = m_keptLines.linesOf(lines.session);
     lines.remove(kept);
-    if (lines.entries.empty())
-        return;
-    kept.add(lines);
-    replaceKept(kept);
+    if (!lines.entries.empty()) {
+        kept.add(lines);
+        replaceKept(kept);
+    }
+    return lines.entries.size();
 }
 
 void LedgerDatabase::replaceKept(const SessionLines &lines) {
@@ -177,13 +178,13 @@ bool LedgerDatabase::endKeeping(bool withLines, const std::function<void()> &rem
     followOthers();
     const bool mayEnd = withLines || m_kept.empty();
     if (mayEnd) {
-        removeCopies(); // first: otherwise a crash could leave one that is restored later
+        removeCopies(); // first: a backup that is left after a crash could be restored later
         m_keptLines.end();
         m_kept.clear();
         m_isKeeping = false;
     }
     commit();
-    // What was removed still stands in the file beside.
+    // The file "-wal" may still contain what was removed.
     m_file.database().tryExec("PRAGMA wal_checkpoint(TRUNCATE)");
     return mayEnd;
 }
@@ -207,14 +208,8 @@ std::size_t LedgerDatabase::importLines(const std::vector<SessionLines> &session
     const auto files = m_files.files();
     const Paths paths = pathsOf(files);
     for (SessionLines lines : sessions) {
-        SessionLines kept = m_keptLines.linesOf(lines.session);
-        lines.remove(kept);
         removeExisting(lines, paths);
-        if (lines.entries.empty())
-            continue;
-        count += lines.entries.size();
-        kept.add(lines);
-        replaceKept(kept);
+        count += keepLines(std::move(lines));
     }
     commit();
     return count;

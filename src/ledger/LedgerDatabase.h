@@ -21,9 +21,9 @@
 namespace burnwick {
 
 /// An open ledger. After settle() each line that was read and not forgotten is in its tables exactly once:
-/// with its log while that exists, and then with the kept lines. All operations throw SQLite::Exception and
-/// DamagedLedger; the object is of no use afterwards. Destroying it undoes an open transaction. For one
-/// thread at a time.
+/// in those of its log while that exists, and then in that of kept lines. All operations throw
+/// SQLite::Exception and DamagedLedger; the object is of no use afterwards. Destroying it undoes an open
+/// transaction. For one thread at a time.
 class LedgerDatabase final {
 public:
     /// See LedgerFile.
@@ -38,32 +38,32 @@ public:
     void commit() { m_file.database().exec("COMMIT"); }
 
     [[nodiscard]] FileTable &files() { return m_files; }
-    /// Reads anew what another process may have altered. Needs an open transaction.
+    /// Reads the kept lines again if another process has written. Needs an open transaction.
     void followOthers();
 
     /// See ReadingStore::keep(). Needs an open transaction.
     [[nodiscard]] bool keep(const std::filesystem::path &file, const ReadingPosition *continued,
                             const FileReading &reading);
 
-    // These need that no transaction is open.
+    // Each of these is a transaction, or several ones.
 
     /// Forgets files that are not in the history, and keeps their lines that no other log has.
     void settle(const LogHistory &history);
-    /// Returns the kept lines, each list the same as at the last time if nothing changed.
+    /// Returns the kept lines; a session's list is the same object until its lines change.
     [[nodiscard]] std::vector<LogEntries> kept();
-    /// Begins to keep lines of logs that are gone; does nothing if the ledger already does.
+    /// Makes the ledger keep the lines of deleted logs. Does nothing if it already keeps them.
     void beginKeeping();
-    /// Ends it and removes the kept lines for good, after the call of the function. Does nothing and returns
-    /// false if there are lines that must stay.
+    /// Calls the function, removes the kept lines for good, and keeps no further lines. Returns false, and
+    /// changes nothing, if there are kept lines and `withLines` is false.
     bool endKeeping(bool withLines, const std::function<void()> &removeCopies);
-    /// Whether another process has written since the last call.
+    /// Returns whether followOthers() has found since the last call that another process had written.
     [[nodiscard]] bool hasFollowed() { return std::exchange(m_hasFollowed, false); }
     /// See Ledger.
     void exportLines(const std::function<void(const SessionLines &)> &use);
     std::size_t importLines(const std::vector<SessionLines> &sessions);
-    /// Writes a copy of all tables to the file, which must be empty, after a check.
+    /// Calls check() and copies all tables to the file, which must exist and be empty.
     void copyTo(const std::filesystem::path &file);
-    /// Reads each row.
+    /// Reads all rows; throws on damage.
     void check();
 
 private:
@@ -72,7 +72,7 @@ private:
 
     static Paths pathsOf(const std::vector<FileTable::Place> &files);
     bool settle(const LogHistory &history, bool mayWrite);
-    void keepLines(SessionLines lines);
+    std::size_t keepLines(SessionLines lines);
     void replaceKept(const SessionLines &lines);
     void removeExisting(SessionLines &lines, const Paths &paths);
     void forEachLine(const std::function<void(const SessionLines &)> &use);

@@ -36,7 +36,7 @@ constexpr std::array<const char *, presentVersion> migrations{R"(
                                                               R"(
     CREATE TABLE kept(
         session BLOB PRIMARY KEY, entries BLOB NOT NULL, details BLOB NOT NULL, checksum INTEGER NOT NULL);
-    -- Has one row while lines of logs that are gone are kept.
+    -- Has one row while the ledger keeps the lines of deleted logs.
     CREATE TABLE keeping(id INTEGER PRIMARY KEY);
 )"};
 

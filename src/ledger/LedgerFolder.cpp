@@ -99,11 +99,7 @@ void require(bool hasSucceeded, const fs::path &file) {
         throw std::system_error(errno, std::generic_category(), file.string());
 }
 
-} // namespace
-
-namespace {
-
-/// Throws what is no damage.
+/// Throws other failures than damage.
 bool isDamaged(const fs::path &file) {
     try {
         LedgerDatabase(file).check();
@@ -139,7 +135,7 @@ LedgerFolder::LedgerFolder(const fs::path &folder)
     , m_backup(folder / "ledger.backup.sqlite") {}
 
 std::unique_ptr<LedgerDatabase> LedgerFolder::open() {
-    std::error_code ignored; // SQLite fails on what is missing
+    std::error_code ignored; // SQLite fails if the folder is missing
     fs::create_directories(m_file.parent_path().parent_path(), ignored);
     ::mkdir(m_file.parent_path().c_str(), S_IRWXU);
     if (isMissing() && statusOf(m_backup).regular)
@@ -173,7 +169,7 @@ void LedgerFolder::restore() const {
         const LockedFile file(copy, O_RDONLY, LOCK_SH);
         require(::fsync(file.descriptor()) == 0, copy);
     }
-    // They are of a file that is gone.
+    // Files beside the missing one do not belong to the copy.
     removeFiles(m_file);
     fs::rename(copy, m_file);
 }
@@ -227,7 +223,7 @@ void LedgerFolder::backUpDaily(LedgerDatabase &database) {
         backUp(database);
 }
 
-void LedgerFolder::backUp(LedgerDatabase &database) const {
+void LedgerFolder::backUp(LedgerDatabase &database) {
     const fs::path draft = with(m_backup, ".new");
     const LockedFile lock(draft, O_RDWR | O_CREAT | O_NOFOLLOW, LOCK_EX);
     if (lock.descriptor() < 0)

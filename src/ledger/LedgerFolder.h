@@ -18,17 +18,17 @@ class LedgerDatabase;
 /// a time; several processes may use the folder at once.
 class LedgerFolder final {
 public:
-    /// Touches nothing.
+    /// Does not access the folder.
     explicit LedgerFolder(const std::filesystem::path &folder);
 
     [[nodiscard]] const std::filesystem::path &file() const { return m_file; }
 
     /// Whether neither the file nor a backup exists.
     [[nodiscard]] bool isUnused() const;
-    /// Opens the file. If it is missing, makes it of a sound backup or else an empty one, and the folder for
-    /// the user alone. Throws SQLite::Exception, DamagedLedger and ForeignLedger.
+    /// Opens the file. A missing file is made first, from the backup if that is sound, otherwise empty; a
+    /// missing folder, for the user alone. Throws SQLite::Exception, DamagedLedger and ForeignLedger.
     [[nodiscard]] std::unique_ptr<LedgerDatabase> open();
-    /// Whether the path has another file than the one that was opened, or none was.
+    /// Returns whether the file at the path is not the one that was opened, or no file was opened.
     [[nodiscard]] bool isOther() const;
     /// Reads the whole file; returns whether no damage was found.
     [[nodiscard]] bool isSound() const;
@@ -37,7 +37,7 @@ public:
 
     /// Replaces the backup, unless another process is doing that. Throws what the database throws, and
     /// std::system_error.
-    void backUp(LedgerDatabase &database) const;
+    void backUp(LedgerDatabase &database);
     /// The same if the backup is a day old. Does nothing within an hour after the last call.
     void backUpDaily(LedgerDatabase &database);
     /// Removes all other copies of the ledger's file.
@@ -53,7 +53,7 @@ private:
     std::optional<std::chrono::steady_clock::time_point> m_backUpTried;
 };
 
-/// Whether a failure of SQLite is due to the file's contents.
+/// Returns whether the failure is due to the file's contents.
 [[nodiscard]] bool isDamage(const std::exception &error);
 
 } // namespace burnwick

@@ -13,7 +13,7 @@ namespace burnwick {
 
 namespace {
 
-/// Returns what a line has in each copy of its log. Old versions of Claude Code wrote lines without a key.
+/// Returns a hash that is the same in each copy of the log. Old versions of Claude Code wrote no key.
 std::uint64_t identityOf(const JSONLEntry &entry, const UsageDetails &details) {
     if (details.lineKey != 0)
         return details.lineKey;

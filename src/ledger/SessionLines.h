@@ -10,7 +10,7 @@
 
 namespace burnwick {
 
-/// Usage lines of one session in their order, with all that is known of them.
+/// Usage lines of one session in their order, with their details.
 struct SessionLines {
     InternedString session; ///< the name of the log file without its extension
     std::vector<JSONLEntry> entries;

@@ -37,7 +37,7 @@ struct HistorySums::FileSums {
 
 namespace {
 
-/// Returns the number of files, and of sessions whose files are all gone.
+/// Returns the number of log files plus that of sessions without a log file.
 std::size_t sessionCountOf(const LogHistory &history) {
     std::set<std::string_view> kept;
     for (const LogEntries &entries : history.kept)

@@ -22,8 +22,8 @@ public:
     [[nodiscard]] const Calendar &calendar() const noexcept { return m_calendar; }
 
     /// Returns the history of the entries in the filter's period before `now`. With `all` the sessions are
-    /// the log files and those that are gone, otherwise the distinct sessions of those entries. Terminates
-    /// the program if a sum overflows.
+    /// the log files and the sessions without one, otherwise the distinct sessions of those entries.
+    /// Terminates the program if a sum overflows.
     [[nodiscard]] HistoricalData within(TimeFilter filter, Instant now) const;
 
 private:

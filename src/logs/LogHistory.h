@@ -21,7 +21,7 @@ struct LogHistory {
     std::vector<LogFile> files;             ///< the tree as it was before it was read, by time, then by path
     std::vector<LogEntries> entries;        ///< of each file
     std::vector<ReadingPosition> positions; ///< of each file that has entries
-    /// The usage lines of logs that are gone, a list for each session; no list is null or empty.
+    /// The kept usage lines of deleted logs, a list for each session; no list is null or empty.
     std::vector<LogEntries> kept;
 
     /// Returns the entries of the files modified at or after that instant.

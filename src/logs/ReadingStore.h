@@ -36,9 +36,9 @@ public:
     /// once.
     [[nodiscard]] virtual bool keep(const std::filesystem::path &file, const ReadingPosition *continued,
                                     const FileReading &reading) = 0;
-    /// Ends a series of calls of keep(). A null history is incomplete; otherwise logs that are not in it are
-    /// gone. Returns LogHistory::kept, with the same lists as before if nothing changed; null if the series
-    /// must be repeated from recall() on.
+    /// Ends a series of calls of keep(). Logs that are not in the history count as deleted; null if it is
+    /// incomplete. Returns LogHistory::kept, with the same lists as before if nothing changed; null if the
+    /// series must be repeated from recall() on.
     virtual std::optional<std::vector<LogEntries>> finish(const LogHistory *history) = 0;
 };
 

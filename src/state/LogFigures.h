@@ -17,7 +17,7 @@ namespace burnwick {
 /// overflows.
 void updateSession(UsageFigures &figures, std::span<const LogEntries> recentEntries, Instant readAt);
 
-/// Sets the figures of the logs that exist and of those that are gone.
+/// Sets the time of the oldest log and the numbers of kept sessions and messages.
 void updateLogs(UsageFigures &figures, const LogHistory &history);
 
 /// Sets the history of the figures' period. The sums are those of their calendar. Terminates the program when

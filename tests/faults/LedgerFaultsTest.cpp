@@ -1,15 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "faults/Strace.h"
-#include "logs/LogTree.h"
-#include "logs/ReadingPosition.h"
+#include "support/SettledLogs.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
 #include <fstream>
 #include <set>
-#include <thread>
 
 namespace burnwick {
 namespace {
@@ -36,7 +34,7 @@ protected:
         for (int i = 0; i < 3; ++i)
             m_home.add(std::to_string(i) + ".jsonl", usageLine("2025-06-01T12:00:00Z", 10 + i, 1),
                        Instant(std::chrono::seconds(1'748'800'000 + i)));
-        waitUntilSettled();
+        test::waitUntilSettled(m_home.projects());
         if (keeps())
             test::writeFile(m_home.path() / ".config" / "burnwick" / "burnwick.json",
                             R"({"keepHistory": true})");
@@ -49,7 +47,7 @@ protected:
                 << usageLine("2025-06-02T12:00:00Z", 5, 5);
             test::writeFile(m_home.projects() / "1.jsonl", usageLine("2025-06-01T12:00:00Z", 77, 1));
             fs::remove(m_home.projects() / "2.jsonl");
-            waitUntilSettled();
+            test::waitUntilSettled(m_home.projects());
         }
         fs::remove_all(m_data);
         test::writeFile(m_data, "no folder");
@@ -69,13 +67,6 @@ protected:
         ASSERT_EQ(figures(), m_figures);
     }
 
-    void waitUntilSettled() const {
-        for (const LogFile &log : allLogFiles(m_home.projects())) {
-            while (!isSettled(log.status, std::chrono::time_point_cast<Instant::duration>(
-                                              std::chrono::system_clock::now())))
-                std::this_thread::yield();
-        }
-    }
     /// Restores the ledger to its state before the logs changed.
     void putLedger() const {
         fs::remove_all(m_data);

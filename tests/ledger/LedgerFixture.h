@@ -5,13 +5,13 @@
 #include "ledger/Ledger.h"
 #include "logs/JSONLParser.h"
 #include "support/LogTreeFixture.h"
+#include "support/SettledLogs.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <gtest/gtest.h>
 
 #include <map>
 #include <optional>
-#include <thread>
 
 namespace burnwick {
 
@@ -48,13 +48,7 @@ struct LedgerTest : testing::Test {
         m_keptLines = keptLines;
         read();
     }
-    void waitUntilSettled() const {
-        for (const LogFile &file : allLogFiles(m_home.projects())) {
-            while (!isSettled(file.status, std::chrono::time_point_cast<Instant::duration>(
-                                               std::chrono::system_clock::now())))
-                std::this_thread::yield();
-        }
-    }
+    void waitUntilSettled() const { test::waitUntilSettled(m_home.projects()); }
     void readWhenSettled() const {
         waitUntilSettled();
         read();

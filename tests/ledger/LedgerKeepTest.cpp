@@ -133,7 +133,7 @@ TEST_F(LedgerTest, LogsThatAreGoneCountInTheHistoryOnlyWhileTheyAreKept) {
     // A session that has a log again counts once.
     m_home.add("c/long.jsonl", usageLine("2025-06-01T12:00:00.000Z", 900, 1), now);
     EXPECT_EQ(figures(ledger), (Figures{3, 303, 3, 303}));
-    // Two logs of a session that have the same lines count once when they are gone.
+    // Of two deleted logs of a session with the same lines one counts.
     for (const char *folder : {"d", "e"})
         m_home.add(folder + std::string("/both.jsonl"), usageLine("2025-06-01T12:00:00.000Z", 8, 8), now);
     EXPECT_EQ(figures(ledger), (Figures{5, 305, 4, 305}));
@@ -214,6 +214,12 @@ TEST_F(LedgerTest, ImportedLinesCountOnce) {
     EXPECT_EQ(import(m_folder), 0U);
     fs::remove(m_file);
     read(); // the backup
+    // An import counts although its backup fails.
+    fs::remove_all(m_folder);
+    fs::create_directories(m_folder / "ledger.backup.sqlite.new");
+    m_keptLines = 0;
+    const test::LogCapture log;
+    EXPECT_EQ(import(m_folder), 300U);
 }
 
 /// Otherwise lines that only one of them knows would be lost with the log.

@@ -6,6 +6,7 @@
 #include "logs/LogFileReader.h"
 #include "support/LogTreeFixture.h"
 #include "support/ManualClock.h"
+#include "support/SettledLogs.h"
 
 #include <gtest/gtest.h>
 
@@ -119,25 +120,17 @@ public:
         notes += file.stem().string() + (continued != nullptr ? "+ " : " ");
         return true;
     }
-    std::optional<std::vector<LogEntries>> finish(const LogHistory *) override { return {{}}; }
+    std::optional<std::vector<LogEntries>> finish(const LogHistory *) override {
+        return std::vector<LogEntries>();
+    }
 
     std::string notes;
 };
 
-/// Waits until no change can leave the file with its present status.
-void settle(const std::filesystem::path &file) {
-    const auto isPast = [&] {
-        return isSettled(statusOf(file),
-                         std::chrono::time_point_cast<Instant::duration>(std::chrono::system_clock::now()));
-    };
-    while (!isPast())
-        std::this_thread::yield();
-}
-
 TEST_F(JSONLParserTest, OnlyChangedFilesAreReadAgainAndGrownOnesWhereTheyGrew) {
     const auto add = [this](const char *name, int input, std::chrono::seconds age) {
         const auto file = m_home.add(name, usageLine(noon, input, 0), m_clock.now() - age);
-        settle(file);
+        test::waitUntilSettled(m_home.projects());
         return file;
     };
     const auto a = add("a.jsonl", 1, 10s);
@@ -177,7 +170,7 @@ TEST_F(JSONLParserTest, OnlyChangedFilesAreReadAgainAndGrownOnesWhereTheyGrew) {
     for (const auto &row : rows) {
         read.notes.clear();
         row.act();
-        settle(a);
+        test::waitUntilSettled(m_home.projects());
         const auto history = parser(1).parseAllEntries(last.get(), &read);
         EXPECT_EQ(read.notes, row.read) << row.what;
         EXPECT_EQ(history != nullptr, !row.expected.empty()) << row.what;
@@ -191,12 +184,12 @@ TEST_F(JSONLParserTest, OnlyChangedFilesAreReadAgainAndGrownOnesWhereTheyGrew) {
 TEST_F(JSONLParserTest, NamedFilesAloneAreComparedWithTheLastHistory) {
     const auto a = m_home.add("a.jsonl", usageLine(noon, 1, 0), m_clock.now());
     const auto b = m_home.add("b.jsonl", usageLine(noon, 2, 0), m_clock.now());
-    settle(b);
+    test::waitUntilSettled(m_home.projects());
     const auto last = parser().parseAllEntries();
     const auto c = m_home.add("c.jsonl", usageLine(noon, 3, 0), m_clock.now() - 1s);
     m_home.add("b.jsonl", usageLine(noon, 20, 0), m_clock.now());
     std::filesystem::remove(a);
-    settle(c);
+    test::waitUntilSettled(m_home.projects());
     const auto named = [&](const std::set<std::filesystem::path> &files) {
         const auto history = parser().parseChangedEntries(*last, files);
         return history != nullptr ? inputs(*history) : std::vector<std::int64_t>();

@@ -25,7 +25,7 @@ constexpr int buttonHeight = 21;
 constexpr int clockSize = 14;
 constexpr int clockMargin = 10;
 
-/// The age of the oldest log from which on the question is worth the user's time.
+/// The question is asked when the oldest log has this age.
 constexpr std::chrono::days leastAge{20};
 
 FlatButton *makeAnswer(const QString &text, TextStyle style, QColor ThemeColors::*color,

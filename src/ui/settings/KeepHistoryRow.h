@@ -12,8 +12,8 @@ namespace burnwick {
 class PreferencesManager;
 class Switch;
 
-/// The switch for the preference to keep the history. Before it goes off, all that is kept is forgotten,
-/// which the user has to confirm if there is something.
+/// The switch for the preference to keep the history. Switching it off removes the kept history; an alert
+/// asks the user first if there is any.
 class KeepHistoryRow final : public SettingsRow {
     Q_OBJECT
 
@@ -21,7 +21,7 @@ public:
     struct Services {
         std::function<int()> daysUntilCleanup;
         std::function<const UsageFigures &()> usage; ///< returns the current figures
-        /// Forgets all that is kept. Returns false on failure, or if it would remove lines but must not.
+        /// See Ledger::forgetKeptHistory().
         std::function<bool(bool withLines)> forget;
     };
 

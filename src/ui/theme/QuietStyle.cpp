@@ -32,7 +32,7 @@ bool liesOverMargin(const QWidget *bar) {
     return bar != nullptr && bar->property(overMarginProperty).toBool();
 }
 
-/// The handle's way.
+/// The range of the handle.
 Span wayOf(const QStyleOptionSlider &bar, const QWidget *widget) {
     const int whole = bar.orientation == Qt::Vertical ? bar.rect.height() : bar.rect.width();
     const int inset = liesOverMargin(widget) ? overMarginInset : 0;
