@@ -196,7 +196,10 @@ TEST(HistoryCsv, ColumnsHaveTheirValues) {
 }
 
 TEST(HistoryCsv, MalformedFilesAreRejectedWithTheLine) {
-    const std::pair<const char *, std::vector<const char *>> malformedCells[] = {
+    const struct {
+        const char *column;
+        std::vector<const char *> values;
+    } malformedCells[] = {
         {"input_tokens", {"", "1.0", "+1", " 1", "1e3", "9223372036854775808", "\"1\"\"\""}},
         {"web_searches", {"x"}},
         {"time",
