@@ -223,4 +223,12 @@ Forecast forecastLimit(const LimitWindow &window, std::span<const LimitSample> a
     return forecast;
 }
 
+Forecast forecastOf(const LimitCourse &course, Instant now) {
+    const Limit &limit = course.limit;
+    const std::chrono::nanoseconds length = windowLengthOf(limit.kind);
+    if (!limit.resetsAt || *limit.resetsAt > now + length + std::chrono::hours(24))
+        return {};
+    return forecastLimit({*limit.resetsAt, length, staleLimitAge}, course.samples, course.tokens, now);
+}
+
 } // namespace burnwick

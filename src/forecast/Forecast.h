@@ -2,24 +2,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "model/Instant.h"
+#include "model/Limit.h"
 
 #include <optional>
 #include <span>
 
 namespace burnwick {
-
-/// The use of a limit at an instant, as the service reported it.
-struct LimitSample {
-    Instant at;
-    double percent = 0; ///< may exceed 100
-};
-
-/// The use that the logs show for one answer of a model.
-struct TokenUse {
-    Instant at;
-    double weight = 0; ///< in any unit that is nearly proportional to the use of the limit, such as dollars
-};
 
 /// The present window of a limit.
 struct LimitWindow {
@@ -68,5 +56,12 @@ struct Forecast {
 /// time if both are in order.
 [[nodiscard]] Forecast forecastLimit(const LimitWindow &window, std::span<const LimitSample> samples,
                                      std::span<const TokenUse> tokens, Instant now);
+
+/// The time after which a sample is too old for a forecast: two refreshes of the quota.
+inline constexpr std::chrono::minutes staleLimitAge{10};
+
+/// Returns the forecast of the course's window. Without a plausible reset (none, or later than a whole window
+/// and a day from now) the state is `collecting`.
+[[nodiscard]] Forecast forecastOf(const LimitCourse &course, Instant now);
 
 } // namespace burnwick

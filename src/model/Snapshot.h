@@ -6,6 +6,7 @@
 #include "model/ClaudeComponentStatus.h"
 #include "model/ExtraUsageData.h"
 #include "model/HistoricalData.h"
+#include "model/Limit.h"
 #include "model/OAuthStatus.h"
 #include "model/QuotaData.h"
 #include "model/SessionTokens.h"
@@ -39,6 +40,7 @@ struct UsageFigures {
     std::optional<Instant> oldestLog{};     ///< the earliest time of modification of a log
     std::int64_t keptSessions = 0;          ///< that have lines in no log any more
     std::int64_t keptMessages = 0;          ///< the number of these lines
+    std::vector<LimitCourse> limitCourses{}; ///< of AccountFigures::limits, in their order
     Instant lastUpdated{}; ///< when historicalData was last computed; the creation time before that
 
     bool operator==(const UsageFigures &) const = default;
@@ -52,7 +54,12 @@ struct AccountFigures {
     std::string quotaFailure;
 
     std::optional<QuotaData> quotaData;
-    std::optional<Instant> quotaReadAt; ///< absent before the first answer
+    std::optional<Instant> quotaReadAt; ///< of quotaData; absent before the first answer
+    bool isQuotaStale = false;          ///< whether quotaData is older than two refreshes
+    std::vector<Limit> limits;          ///< the latest observation of each; session, weekly, scoped ones
+    /// When the user's latest refresh sent no request, because the service had just refused one: the instant
+    /// of the next request.
+    std::optional<Instant> asksAgainAt;
     std::optional<ExtraUsageData> extraUsage;
     std::optional<Instant> extraUsageReadAt; ///< absent before the first answer that has extra usage
     std::vector<ClaudeComponentStatus> claudeStatus;

@@ -1,0 +1,123 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "display/LimitText.h"
+
+#include "display/DisplayFormat.h"
+#include "display/DisplayText.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace burnwick {
+
+namespace {
+
+using std::chrono::minutes;
+
+std::string twoDigits(std::int64_t number) {
+    return (number < 10 ? "0" : "") + std::to_string(number);
+}
+
+/// Rounds an instant to come as exactly as it is known: to five minutes, in longer windows to the hour.
+Instant roundedTime(Limit::Kind kind, Instant instant) {
+    const minutes step(kind == Limit::Kind::session ? 5 : 60);
+    return Instant(std::chrono::round<minutes>(instant.time_since_epoch() / step.count()) * step.count());
+}
+
+/// Returns "at 15:00" or "on Wed 03:00".
+std::string timePhrase(Limit::Kind kind, Instant instant, const Calendar &calendar) {
+    return (kind == Limit::Kind::session ? "at " : "on ") + limitTimeText(kind, instant, calendar);
+}
+
+/// Returns "12% in the last hour", or "4% in the last day" in windows of seven days; empty before the first.
+std::string recentUseText(const LimitCourse &course, const Forecast &forecast, Instant now) {
+    const bool isSession = course.limit.kind == Limit::Kind::session;
+    const Instant since = now - (isSession ? std::chrono::hours(1) : std::chrono::hours(24));
+    const auto &samples = course.samples;
+    const auto after = std::ranges::upper_bound(samples, since, {}, &LimitSample::at);
+    if (after == samples.begin())
+        return {};
+    const double used = std::max(0.0, forecast.rawPercent - (after - 1)->percent);
+    return percentText(used) + (isSession ? " in the last hour" : " in the last day");
+}
+
+} // namespace
+
+std::string limitName(const Limit &limit) {
+    switch (limit.kind) {
+    case Limit::Kind::session:
+        return "Session";
+    case Limit::Kind::weekly:
+        return "Weekly";
+    case Limit::Kind::weeklyScoped:
+        break;
+    }
+    return displayText(limit.model);
+}
+
+std::string clockText(Instant instant, const Calendar &calendar) {
+    const auto local = Calendar::Cursor(calendar).localTimeOf(instant);
+    const auto minute = std::chrono::floor<minutes>(local - std::chrono::floor<std::chrono::days>(local));
+    return twoDigits(minute.count() / 60) + ':' + twoDigits(minute.count() % 60);
+}
+
+std::string limitTimeText(Limit::Kind kind, Instant instant, const Calendar &calendar) {
+    if (kind == Limit::Kind::session)
+        return clockText(instant, calendar);
+    constexpr std::array days{"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
+    const std::chrono::weekday day{std::chrono::sys_days(calendar.dayOf(instant).time_since_epoch())};
+    return std::string(days.at(day.c_encoding())) + ' ' + clockText(instant, calendar);
+}
+
+LimitWords limitWords(const LimitCourse &course, const Forecast &forecast, const Calendar &calendar,
+                      Instant now) {
+    using State = Forecast::State;
+    using Tone = LimitWords::Tone;
+    const Limit &limit = course.limit;
+    if (!limit.resetsAt)
+        return {Tone::calm, percentText(limit.usedPct) + " used", "The window begins with the next answer"};
+    const auto phrase = [&](Instant instant) { return timePhrase(limit.kind, instant, calendar); };
+    const auto fullWords = [&](Instant fullAt) {
+        return "Full " + phrase(roundedTime(limit.kind, fullAt)) + ", " +
+               timeRemainingText(*limit.resetsAt, roundedTime(limit.kind, fullAt)) + " before it resets";
+    };
+    const std::string reset = phrase(*limit.resetsAt);
+    const std::string used = percentText(forecast.percent);
+    switch (forecast.state) {
+    case State::waiting:
+        return {Tone::calm, "Reset " + reset + ", waiting for figures", {}};
+    case State::stale:
+        return {Tone::calm, percentText(limit.usedPct) + " used",
+                "Last measured " + phrase(forecast.measuredAt.value_or(limit.observedAt))};
+    case State::full:
+        return {Tone::over, "Full until " + limitTimeText(limit.kind, *limit.resetsAt, calendar),
+                timeRemainingText(*limit.resetsAt, now) + " to wait"};
+    case State::quiet:
+        return {Tone::calm,
+                "Quiet: stays at " + used + " until " + limitTimeText(limit.kind, *limit.resetsAt, calendar),
+                {}};
+    case State::collecting:
+        return {Tone::calm, "Collecting…", "A forecast takes ten minutes"};
+    case State::expected:
+        break;
+    }
+    const std::string recent = recentUseText(course, forecast, now);
+    if (forecast.fullAt)
+        return {Tone::over, fullWords(*forecast.fullAt), recent};
+    const std::string probably =
+        "Probably " + percentText(forecast.atReset->middle) + " when it resets " + reset;
+    if (!forecast.earliestFullAt)
+        return {Tone::calm, probably, recent};
+    return {Tone::near,
+            "Could be full by " +
+                limitTimeText(limit.kind, roundedTime(limit.kind, *forecast.earliestFullAt), calendar),
+            probably};
+}
+
+std::string staleQuotaText(const AccountFigures &account, const Calendar &calendar) {
+    return account.isQuotaStale && account.quotaReadAt ? "as of " + clockText(*account.quotaReadAt, calendar)
+                                                       : std::string();
+}
+
+} // namespace burnwick

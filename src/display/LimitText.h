@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "forecast/Forecast.h"
+#include "model/Calendar.h"
+#include "model/Limit.h"
+#include "model/Snapshot.h"
+
+#include <string>
+
+/// Texts for limits and their forecasts. Pure functions, independent of the locale. Names of models are
+/// untrusted; these functions return them as displayText().
+namespace burnwick {
+
+/// Returns "Session", "Weekly" or the name of what a scoped limit covers.
+[[nodiscard]] std::string limitName(const Limit &limit);
+
+/// Returns "15:00", the instant's local time.
+[[nodiscard]] std::string clockText(Instant instant, const Calendar &calendar);
+/// Returns an instant of the limit's window: "15:00", or "Wed 03:00" in windows of seven days.
+[[nodiscard]] std::string limitTimeText(Limit::Kind kind, Instant instant, const Calendar &calendar);
+
+/// A forecast in words.
+struct LimitWords {
+    enum class Tone {
+        calm,
+        near, ///< only the upper end of the band reaches 100 %
+        over, ///< the middle does
+    };
+    Tone tone = Tone::calm;
+    std::string sentence; ///< such as "Probably 92% when it resets at 15:00"
+    std::string detail;   ///< a second, less important line, such as "12% in the last hour"; may be empty
+
+    bool operator==(const LimitWords &) const = default;
+};
+
+/// Returns the words for the forecast of the course.
+[[nodiscard]] LimitWords limitWords(const LimitCourse &course, const Forecast &forecast,
+                                    const Calendar &calendar, Instant now);
+
+/// Returns "as of 12:05", the time of the quota, if that is stale; otherwise an empty text.
+[[nodiscard]] std::string staleQuotaText(const AccountFigures &account, const Calendar &calendar);
+
+} // namespace burnwick
