@@ -79,9 +79,11 @@ SettingsView::Services AppDelegate::settingsServices() {
 
 void AppDelegate::launch(const ApplicationRequest &start) {
     const auto openMainWindow = [this](const std::string &token) { showMainWindow(token); };
-    m_statusBarController.emplace(m_appState, platform::makeStatusItem(), openMainWindow);
-    QObject::connect(&m_appState, &AppState::refreshed, &m_appState,
-                     [this] { m_notifications.checkQuota(m_appState.snapshot().account); });
+    m_statusBarController.emplace(m_appState, m_clock, platform::makeStatusItem(), openMainWindow);
+    QObject::connect(&m_appState, &AppState::refreshed, &m_appState, [this] {
+        m_notifications.checkQuota(m_appState.snapshot().account);
+        m_notifications.checkPace(m_appState.snapshot().usage);
+    });
     m_ledger.setKeepsHistory(m_preferences.keepHistory());
     QObject::connect(&m_preferences, &PreferencesManager::keepHistoryChanged, &m_appState, [this](bool on) {
         m_ledger.setKeepsHistory(on);

@@ -19,10 +19,14 @@ std::string twoDigits(std::int64_t number) {
     return (number < 10 ? "0" : "") + std::to_string(number);
 }
 
-/// Rounds an instant to come as exactly as it is known: to five minutes, in longer windows to the hour.
+/// The step of the times of a forecast: as exactly as they are known.
+minutes stepOf(Limit::Kind kind) {
+    return kind == Limit::Kind::session ? minutes(5) : minutes(60);
+}
+
 Instant roundedTime(Limit::Kind kind, Instant instant) {
-    const minutes step(kind == Limit::Kind::session ? 5 : 60);
-    return Instant(std::chrono::round<minutes>(instant.time_since_epoch() / step.count()) * step.count());
+    const auto step = stepOf(kind).count();
+    return Instant(std::chrono::round<minutes>(instant.time_since_epoch() / step) * step);
 }
 
 /// Returns "at 15:00" or "on Wed 03:00".
@@ -70,6 +74,15 @@ std::string limitTimeText(Limit::Kind kind, Instant instant, const Calendar &cal
     return std::string(days.at(day.c_encoding())) + ' ' + clockText(instant, calendar);
 }
 
+std::string fullBeforeResetText(Limit::Kind kind, Instant fullAt, Instant resetsAt,
+                                const Calendar &calendar) {
+    const Instant shown = roundedTime(kind, fullAt);
+    if (shown > resetsAt - stepOf(kind))
+        return {};
+    return timePhrase(kind, shown, calendar) + ", " + timeRemainingText(resetsAt, shown) +
+           " before it resets";
+}
+
 LimitWords limitWords(const LimitCourse &course, const Forecast &forecast, const Calendar &calendar,
                       Instant now) {
     using State = Forecast::State;
@@ -78,10 +91,6 @@ LimitWords limitWords(const LimitCourse &course, const Forecast &forecast, const
     if (!limit.resetsAt)
         return {Tone::calm, percentText(limit.usedPct) + " used", "The window begins with the next answer"};
     const auto phrase = [&](Instant instant) { return timePhrase(limit.kind, instant, calendar); };
-    const auto fullWords = [&](Instant fullAt) {
-        return "Full " + phrase(roundedTime(limit.kind, fullAt)) + ", " +
-               timeRemainingText(*limit.resetsAt, roundedTime(limit.kind, fullAt)) + " before it resets";
-    };
     const std::string reset = phrase(*limit.resetsAt);
     const std::string used = percentText(forecast.percent);
     switch (forecast.state) {
@@ -103,21 +112,35 @@ LimitWords limitWords(const LimitCourse &course, const Forecast &forecast, const
         break;
     }
     const std::string recent = recentUseText(course, forecast, now);
-    if (forecast.fullAt)
-        return {Tone::over, fullWords(*forecast.fullAt), recent};
+    const std::string full =
+        forecast.fullAt ? fullBeforeResetText(limit.kind, *forecast.fullAt, *limit.resetsAt, calendar)
+                        : std::string();
+    if (!full.empty())
+        return {Tone::over, "Full " + full, recent};
     const std::string probably =
         "Probably " + percentText(forecast.atReset->middle) + " when it resets " + reset;
     if (!forecast.earliestFullAt)
         return {Tone::calm, probably, recent};
-    return {Tone::near,
-            "Could be full by " +
-                limitTimeText(limit.kind, roundedTime(limit.kind, *forecast.earliestFullAt), calendar),
-            probably};
+    const Instant earliest = std::min(roundedTime(limit.kind, *forecast.earliestFullAt), *limit.resetsAt);
+    return {Tone::near, "Could be full by " + limitTimeText(limit.kind, earliest, calendar), probably};
 }
 
 std::string staleQuotaText(const AccountFigures &account, const Calendar &calendar) {
     return account.isQuotaStale && account.quotaReadAt ? "as of " + clockText(*account.quotaReadAt, calendar)
                                                        : std::string();
+}
+
+std::vector<std::string> limitLines(const Snapshot &snapshot, Instant now) {
+    const Calendar &calendar = snapshot.usage.calendar;
+    std::vector<std::string> lines;
+    for (const LimitCourse &course : snapshot.usage.limitCourses) {
+        if (course.limit.resetsAt)
+            lines.push_back(limitName(course.limit) + ": " +
+                            limitWords(course, forecastOf(course, now), calendar, now).sentence);
+    }
+    if (std::string stale = staleQuotaText(snapshot.account, calendar); !stale.empty())
+        lines.push_back(std::move(stale));
+    return lines;
 }
 
 } // namespace burnwick

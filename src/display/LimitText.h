@@ -8,6 +8,7 @@
 #include "model/Snapshot.h"
 
 #include <string>
+#include <vector>
 
 /// Texts for limits and their forecasts. Pure functions, independent of the locale. Names of models are
 /// untrusted; these functions return them as displayText().
@@ -20,6 +21,12 @@ namespace burnwick {
 [[nodiscard]] std::string clockText(Instant instant, const Calendar &calendar);
 /// Returns an instant of the limit's window: "15:00", or "Wed 03:00" in windows of seven days.
 [[nodiscard]] std::string limitTimeText(Limit::Kind kind, Instant instant, const Calendar &calendar);
+
+/// Returns the time at which a limit will be full, as exactly as it is known, such as "at 13:20, 1h 40m
+/// before it resets". Empty unless that is at least five minutes (in windows of seven days an hour) before
+/// the reset.
+[[nodiscard]] std::string fullBeforeResetText(Limit::Kind kind, Instant fullAt, Instant resetsAt,
+                                              const Calendar &calendar);
 
 /// A forecast in words.
 struct LimitWords {
@@ -41,5 +48,9 @@ struct LimitWords {
 
 /// Returns "as of 12:05", the time of the quota, if that is stale; otherwise an empty text.
 [[nodiscard]] std::string staleQuotaText(const AccountFigures &account, const Calendar &calendar);
+
+/// Returns a line for each limit whose window is known, such as "Session: Probably 92% when it resets at
+/// 15:00", and that of staleQuotaText().
+[[nodiscard]] std::vector<std::string> limitLines(const Snapshot &snapshot, Instant now);
 
 } // namespace burnwick

@@ -35,14 +35,14 @@ struct Forecast {
     };
 
     State state = State::collecting;
-    std::optional<Instant> measuredAt; ///< of the last sample in this window
-    double rawPercent = 0;             ///< at present: the last sample and the use since; may exceed 100
-    double percent = 0;                ///< the same, at most 100
-    std::optional<Range> atReset;      ///< when quiet, full or expected
+    std::optional<Instant> measuredAt{}; ///< of the last sample in this window
+    double rawPercent = 0;               ///< at present: the last sample and the use since; may exceed 100
+    double percent = 0;                  ///< the same, at most 100
+    std::optional<Range> atReset{};      ///< when quiet, full or expected
     /// The instant at which the middle reaches 100; when full, that of the first sample with 100 %. Null if
     /// it does not before the reset.
-    std::optional<Instant> fullAt;
-    std::optional<Instant> earliestFullAt; ///< the same for the upper end of the band
+    std::optional<Instant> fullAt{};
+    std::optional<Instant> earliestFullAt{}; ///< the same for the upper end of the band
 };
 
 /// Returns the forecast. The use is expected to continue at its average pace since the window's first use; in

@@ -39,6 +39,11 @@ void NotificationManager::checkQuota(const AccountFigures &account) {
         send(identifier, title, body);
 }
 
+void NotificationManager::checkPace(const UsageFigures &usage) {
+    if (const auto alert = m_rules.duePaceAlert(usage))
+        send(alert->identifier, alert->title, alert->body);
+}
+
 void NotificationManager::sendUpdateAvailable(std::string_view version) {
     send("updateAvailable", "Update Available",
          "Burnwick " + displayText(version) + " is available. Open Settings to update.");

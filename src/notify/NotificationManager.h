@@ -27,6 +27,8 @@ public:
     void send(const std::string &identifier, const std::string &title, const std::string &body);
     /// Posts the notifications that are due for the quota.
     void checkQuota(const AccountFigures &account);
+    /// Posts the notification that is due for the forecast of the 5-hour window.
+    void checkPace(const UsageFigures &usage);
     /// Posts a notification about a newer version, displayed as one line of plain text.
     void sendUpdateAvailable(std::string_view version);
 

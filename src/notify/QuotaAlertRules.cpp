@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "notify/QuotaAlertRules.h"
 
+#include "display/LimitText.h"
 #include "model/Clock.h"
 #include "model/QuotaWindow.h"
 #include "platform/UserDefaults.h"
@@ -9,6 +10,7 @@
 
 #include <QtCore/QByteArray>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -21,6 +23,7 @@ namespace {
 
 constexpr QLatin1String alertedAt80Key("notif_alert80_windowId");
 constexpr QLatin1String alertedRateLimitKey("notif_rateLimit_windowId");
+constexpr QLatin1String alertedPaceKey("notif_pace_windowId");
 
 /// Returns the shortest decimal without exponent that parses to the same number.
 std::string plainDecimal(double number) {
@@ -82,6 +85,24 @@ std::vector<UserNotification> QuotaAlertRules::dueAlerts(const AccountFigures &a
                        "Your 5-hour quota has reset. You're ready to go!"});
     m_lastKnownResetAt = resetAt;
     return due;
+}
+
+std::optional<UserNotification> QuotaAlertRules::duePaceAlert(const UsageFigures &usage) {
+    if (!m_preferences.paceAlerts())
+        return std::nullopt;
+    const auto course = std::ranges::find(usage.limitCourses, Limit::Kind::session,
+                                          [](const LimitCourse &each) { return each.limit.kind; });
+    if (course == usage.limitCourses.end() || !course->limit.resetsAt)
+        return std::nullopt;
+    const Forecast forecast = forecastOf(*course, m_clock.now());
+    if (forecast.state != Forecast::State::expected || !forecast.fullAt)
+        return std::nullopt;
+    const Instant resetsAt = *course->limit.resetsAt;
+    const std::string text =
+        fullBeforeResetText(Limit::Kind::session, *forecast.fullAt, resetsAt, usage.calendar);
+    if (text.empty() || !isFirstInWindow(alertedPaceKey, resetsAt))
+        return std::nullopt;
+    return UserNotification{"pace", "Pace Alert", "You will reach the limit " + text + "."};
 }
 
 /// Returns whether the key has no alert of this window yet, and stores the window.

@@ -16,9 +16,9 @@ class Clock;
 class PreferencesManager;
 class UserDefaults;
 
-/// Decides which notifications about the 5-hour window are due: one at 80 % and one at 100 %, each once per
-/// window also across restarts, and one when a new window replaces an earlier one of this run. Main thread
-/// only.
+/// Decides which notifications about the 5-hour window are due: one at 80 % and one at 100 %, and one when
+/// the forecast says that the window will be full, each once per window also across restarts; and one when a
+/// new window replaces an earlier one of this run. Main thread only.
 class QuotaAlertRules final {
 public:
     /// The referenced objects must outlive this one. `defaults` stores the windows of the quota alerts.
@@ -30,6 +30,8 @@ public:
     /// Returns the due notifications in the order of posting, and records them as sent. The list is empty
     /// without a reset instant; a usage that is not finite causes no quota alert.
     [[nodiscard]] std::vector<UserNotification> dueAlerts(const AccountFigures &account);
+    /// Returns the notification that the forecast makes due, and records it as sent.
+    [[nodiscard]] std::optional<UserNotification> duePaceAlert(const UsageFigures &usage);
 
 private:
     [[nodiscard]] bool isFirstInWindow(QLatin1String key, Instant resetAt);

@@ -8,6 +8,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace burnwick {
 
@@ -16,6 +17,7 @@ struct StatusItemContent {
     StatusTitle title;                      ///< for hosts that show text
     std::optional<double> fiveHourUsagePct; ///< for hosts with room for three digits; absent while unknown
     StatusIndicator indicator = StatusIndicator::green;
+    std::vector<std::string> notes{}; ///< further lines of the tool tip, in plain text
 
     bool operator==(const StatusItemContent &) const = default;
 };

@@ -16,6 +16,7 @@ PreferencesManager::PreferencesManager(UserDefaults &defaults, QObject *parent)
     , m_alertAt80Quota(load(defaults, settings::alertAt80Quota))
     , m_rateLimitAlerts(load(defaults, settings::rateLimitAlerts))
     , m_sessionResetAlerts(load(defaults, settings::sessionResetAlerts))
+    , m_paceAlerts(load(defaults, settings::paceAlerts))
     , m_keepHistory(load(defaults, settings::keepHistory))
     , m_keepHistoryAsked(load(defaults, settings::keepHistoryAsked))
     , m_monthlySpendLimit(load(defaults, settings::monthlySpendLimit)) {}
@@ -63,6 +64,10 @@ void PreferencesManager::setRateLimitAlerts(bool on) {
 void PreferencesManager::setSessionResetAlerts(bool on) {
     assign(settings::sessionResetAlerts, m_sessionResetAlerts, on,
            &PreferencesManager::sessionResetAlertsChanged);
+}
+
+void PreferencesManager::setPaceAlerts(bool on) {
+    assign(settings::paceAlerts, m_paceAlerts, on, &PreferencesManager::paceAlertsChanged);
 }
 
 void PreferencesManager::setKeepHistory(bool on) {

@@ -30,6 +30,7 @@ public:
     [[nodiscard]] bool alertAt80Quota() const { return m_alertAt80Quota; }
     [[nodiscard]] bool rateLimitAlerts() const { return m_rateLimitAlerts; }
     [[nodiscard]] bool sessionResetAlerts() const { return m_sessionResetAlerts; }
+    [[nodiscard]] bool paceAlerts() const { return m_paceAlerts; }
     /// The user's choice. The caller sets up the ledger.
     [[nodiscard]] bool keepHistory() const { return m_keepHistory; }
     /// Whether the user has ever answered the question to keep the history, also by setKeepHistory().
@@ -44,6 +45,7 @@ public:
     void setAlertAt80Quota(bool on);
     void setRateLimitAlerts(bool on);
     void setSessionResetAlerts(bool on);
+    void setPaceAlerts(bool on);
     /// Also answers the question.
     void setKeepHistory(bool on);
     void setKeepHistoryAsked(bool asked);
@@ -58,6 +60,7 @@ Q_SIGNALS:
     void alertAt80QuotaChanged(bool on);
     void rateLimitAlertsChanged(bool on);
     void sessionResetAlertsChanged(bool on);
+    void paceAlertsChanged(bool on);
     void keepHistoryChanged(bool on);
     void keepHistoryAskedChanged(bool asked);
     void monthlySpendLimitChanged(double limit);
@@ -79,6 +82,7 @@ private:
     bool m_alertAt80Quota;
     bool m_rateLimitAlerts;
     bool m_sessionResetAlerts;
+    bool m_paceAlerts;
     bool m_keepHistory;
     bool m_keepHistoryAsked;
     double m_monthlySpendLimit;

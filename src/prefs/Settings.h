@@ -60,6 +60,7 @@ inline constexpr Setting<bool> autoRefreshQuota{QLatin1String("autoRefreshQuota"
 inline constexpr Setting<bool> alertAt80Quota{QLatin1String("alertAt80Quota"), true, anyValue};
 inline constexpr Setting<bool> rateLimitAlerts{QLatin1String("rateLimitAlerts"), true, anyValue};
 inline constexpr Setting<bool> sessionResetAlerts{QLatin1String("sessionResetAlerts"), true, anyValue};
+inline constexpr Setting<bool> paceAlerts{QLatin1String("paceAlerts"), false, anyValue};
 /// Whether the ledger keeps the usage lines of deleted logs.
 inline constexpr Setting<bool> keepHistory{QLatin1String("keepHistory"), false, anyValue};
 /// Whether the user has ever chosen to keep the history or not.

@@ -123,6 +123,55 @@ TEST(QuotaAlert, EachFollowsItsPreference) {
     }
 }
 
+TEST(QuotaAlert, AWindowThatWillBeFullEarlyIsAnnouncedOnceAtTheUsersWish) {
+    const test::SettingsFile file;
+    auto run = std::make_unique<ProgramRun>(file.path);
+    const Instant now = run->clock.now();
+    const Instant reset = now + 3h;
+    const auto steady = [&](double usedPct) {
+        return LimitCourse{{Limit::Kind::session, {}, usedPct, reset, now},
+                           {{reset - 5h, 0}, {now - 1h, usedPct / 2}, {now, usedPct}}};
+    };
+    LimitCourse weekly = steady(90);
+    weekly.limit.kind = Limit::Kind::weekly;
+    LimitCourse unknownReset = steady(90);
+    unknownReset.limit.resetsAt.reset();
+    LimitCourse nextWindow = steady(90);
+    nextWindow.limit.resetsAt = reset + 61s;
+    const auto alert = [&](std::vector<LimitCourse> courses) {
+        UsageFigures usage{Calendar::inZone("UTC")};
+        usage.limitCourses = std::move(courses);
+        run->center.added.clear();
+        run->manager.checkPace(usage);
+        return run->center.added.empty() ? std::string() : run->center.added.front().body;
+    };
+    EXPECT_EQ(alert({steady(90)}), "") << "switched off at first";
+    run->preferences.setPaceAlerts(true);
+    const struct {
+        const char *what;
+        std::vector<LimitCourse> courses;
+        const char *due;
+        bool restarts = false;
+    } rows[] = {
+        {"no limit", {}, ""},
+        {"another limit", {weekly}, ""},
+        {"without a reset", {unknownReset}, ""},
+        {"will last", {steady(20)}, ""},
+        {"full already: another alert says so", {steady(100)}, ""},
+        {"after another limit",
+         {weekly, steady(90)},
+         "You will reach the limit at 12:15, 2h 45m before it resets."},
+        {"again", {steady(95)}, ""},
+        {"after a restart", {steady(95)}, "", true},
+        {"the next window", {nextWindow}, "You will reach the limit at 12:15, 2h 46m before it resets."},
+    };
+    for (const auto &row : rows) {
+        if (row.restarts)
+            run = std::make_unique<ProgramRun>(file.path);
+        EXPECT_EQ(alert(row.courses), row.due) << row.what;
+    }
+}
+
 TEST(QuotaAlert, AWindowIsStoredAsItsResetInstant) {
     const struct {
         const char *resetAt, *stored;

@@ -35,6 +35,13 @@ TEST(StatusItemToolTip, UsesTheHostsMarkup) {
     for (const auto &row : rows) {
         EXPECT_EQ(toolTipBody(contentAt(row.usedPct), row.markup).toStdString(), row.body);
         EXPECT_TRUE(toolTipBody(hostile, row.markup).startsWith(QStringLiteral("a&lt;b&gt;&amp;&quot;")));
+        StatusItemContent noted = contentAt(row.usedPct);
+        noted.notes = {"<Opus>: 5%", "as of 12:05"};
+        const std::string lineBreak = row.markup == Markup::qtText  ? "<br/>"
+                                      : row.markup == Markup::pango ? "\n"
+                                                                    : " · ";
+        EXPECT_EQ(toolTipBody(noted, row.markup).toStdString(),
+                  row.body + lineBreak + "&lt;Opus&gt;: 5%" + lineBreak + "as of 12:05");
     }
 }
 

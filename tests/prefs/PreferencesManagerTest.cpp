@@ -64,6 +64,7 @@ TEST_F(PreferencesManagerTest, AnInvalidValueGivesTheFallbackAndStays) {
         {"alertAt80Quota", "false", noSwitch, &P::alertAt80Quota},
         {"rateLimitAlerts", "false", noSwitch, &P::rateLimitAlerts},
         {"sessionResetAlerts", "false", noSwitch, &P::sessionResetAlerts},
+        {"paceAlerts", "true", noSwitch, [](const P &p) { return !p.paceAlerts(); }},
         {"keepHistory", "true", noSwitch, [](const P &p) { return !p.keepHistory(); }},
         {"keepHistoryAsked", "true", noSwitch, [](const P &p) { return !p.keepHistoryAsked(); }},
     };

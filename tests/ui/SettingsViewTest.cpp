@@ -27,6 +27,7 @@ constexpr auto button = QAccessible::Button;
 constexpr auto radioButton = QAccessible::RadioButton;
 constexpr const char *launch = "Launch at startup";
 constexpr const char *keep = "Keep history";
+constexpr const char *pace = "Pace alerts";
 
 class SettingsViewTest : public test::SettingsFixture {
 protected:
@@ -55,6 +56,7 @@ TEST_F(SettingsViewTest, EachSwitchIsStoredAtOnceAndFollowsThePreference) {
         {"Session reset", "sessionResetAlerts", &P::setSessionResetAlerts},
         {"Alert at 80% quota", "alertAt80Quota", &P::setAlertAt80Quota},
         {"Rate limit alerts", "rateLimitAlerts", &P::setRateLimitAlerts},
+        {pace, "paceAlerts", &P::setPaceAlerts},
         {keep, "keepHistory", &P::setKeepHistory},
     };
     m_preferences.setAlertAt80Quota(false);
@@ -62,7 +64,8 @@ TEST_F(SettingsViewTest, EachSwitchIsStoredAtOnceAndFollowsThePreference) {
     for (const auto &row : rows) {
         SCOPED_TRACE(row.name);
         const bool before = isOn(checkBox, row.name);
-        EXPECT_EQ(before, row.name != launch && row.name != keep && row.key != std::string("alertAt80Quota"));
+        EXPECT_EQ(before, row.name != launch && row.name != pace && row.name != keep &&
+                              row.key != std::string("alertAt80Quota"));
         press(*m_view, checkBox, row.name);
         EXPECT_EQ(stored(row.key), QJsonValue(!before));
         EXPECT_EQ(isOn(checkBox, row.name), !before);

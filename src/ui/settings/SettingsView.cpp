@@ -132,7 +132,8 @@ QWidget *SettingsView::makeCards() {
          rowOf(makeSwitch("Alert at 80% quota",
                           {&P::alertAt80Quota, &P::setAlertAt80Quota, &P::alertAt80QuotaChanged})),
          rowOf(makeSwitch("Rate limit alerts",
-                          {&P::rateLimitAlerts, &P::setRateLimitAlerts, &P::rateLimitAlertsChanged}))});
+                          {&P::rateLimitAlerts, &P::setRateLimitAlerts, &P::rateLimitAlertsChanged})),
+         rowOf(makeSwitch("Pace alerts", {&P::paceAlerts, &P::setPaceAlerts, &P::paceAlertsChanged}))});
     add({new KeepHistoryRow(m_services.history, m_services.preferences, m_services.reducedMotion)},
         QStringLiteral("History and figures"));
     add({makeFeedbackRow()});

@@ -2,15 +2,19 @@
 // SPDX-License-Identifier: MIT
 #include "ui/statusbar/StatusBarController.h"
 
+#include "display/LimitText.h"
+#include "model/Clock.h"
 #include "state/AppState.h"
 
 #include <utility>
 
 namespace burnwick {
 
-StatusBarController::StatusBarController(const AppState &appState, std::unique_ptr<StatusItem> statusItem,
+StatusBarController::StatusBarController(const AppState &appState, const Clock &clock,
+                                         std::unique_ptr<StatusItem> statusItem,
                                          StatusItem::ActivateHandler openMainWindow)
     : m_appState(appState)
+    , m_clock(clock)
     , m_statusItem(std::move(statusItem))
     , m_subscription(appState, [this] { update(); }) {
     m_statusItem->setActivateHandler(std::move(openMainWindow));
@@ -24,6 +28,7 @@ void StatusBarController::update() {
     if (const auto &quota = snapshot.account.quotaData)
         content.fiveHourUsagePct = quota->fiveHourUsagePct;
     content.indicator = snapshot.account.statusIndicator();
+    content.notes = limitLines(snapshot, m_clock.now());
     m_statusItem->show(content);
 }
 

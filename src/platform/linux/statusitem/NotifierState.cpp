@@ -106,7 +106,10 @@ QString toolTipBody(const StatusItemContent &content, Markup markup) {
     const QString lineBreak = markup == Markup::qtText  ? QStringLiteral("<br/>")
                               : markup == Markup::pango ? QStringLiteral("\n")
                                                         : QStringLiteral(" · ");
-    return body + lineBreak + quotaInWords(content);
+    body += lineBreak + quotaInWords(content);
+    for (const std::string &note : content.notes)
+        body += lineBreak + QString::fromStdString(note).toHtmlEscaped();
+    return body;
 }
 
 NotifierPixmap toNotifierPixmap(const QImage &image) {

@@ -1,0 +1,112 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "display/LimitText.h"
+
+#include "support/ManualClock.h"
+
+#include <gtest/gtest.h>
+
+namespace burnwick {
+namespace {
+
+using namespace std::chrono_literals;
+using Kind = Limit::Kind;
+using State = Forecast::State;
+using Tone = LimitWords::Tone;
+
+const Instant now = test::at("2026-11-21T12:55:00Z"); // Saturday
+const Instant reset = now + 2h + 5min;
+const Instant weekReset = now + 86h + 5min;
+
+LimitCourse courseOf(Kind kind, std::optional<Instant> resetsAt) {
+    return {{kind, {}, 67, resetsAt, now - 35min}, {{now - 25h, 40}, {now - 61min, 55.4}, {now, 67}}};
+}
+
+TEST(LimitWords, SayWhetherTheWindowWillLast) {
+    const Forecast::Range lasts{80, 92.4, 98};
+    const struct {
+        const char *what;
+        LimitCourse course;
+        Forecast forecast;
+        LimitWords words;
+    } rows[] = {
+        {"lasts",
+         courseOf(Kind::session, reset),
+         {State::expected, now, 67, 67, lasts},
+         {Tone::calm, "Probably 92% when it resets at 15:00", "12% in the last hour"}},
+        {"lasts a week",
+         courseOf(Kind::weekly, weekReset),
+         {State::expected, now, 67, 67, lasts},
+         {Tone::calm, "Probably 92% when it resets on Wed 03:00", "27% in the last day"}},
+        {"may be full",
+         courseOf(Kind::session, reset),
+         {State::expected, now, 67, 67, lasts, {}, now + 104min},
+         {Tone::near, "Could be full by 14:40", "Probably 92% when it resets at 15:00"}},
+        {"may be full just before the reset",
+         courseOf(Kind::session, reset - 2min),
+         {State::expected, now, 67, 67, lasts, {}, reset - 3min},
+         {Tone::near, "Could be full by 14:55", "Probably 92% when it resets at 14:58"}},
+        {"full early",
+         courseOf(Kind::session, reset),
+         {State::expected, now, 67, 67, lasts, now + 27min, now + 10min},
+         {Tone::over, "Full at 13:20, 1h 40m before it resets", "12% in the last hour"}},
+        {"full early in the week",
+         courseOf(Kind::weekly, weekReset),
+         {State::expected, now, 67, 67, lasts, now + 27min, now + 10min},
+         {Tone::over, "Full on Sat 13:00, 3d 14h before it resets", "27% in the last day"}},
+        {"full just before the reset",
+         courseOf(Kind::session, reset),
+         {State::expected, now, 67, 67, lasts, reset - 2min, now + 10min},
+         {Tone::near, "Could be full by 13:05", "Probably 92% when it resets at 15:00"}},
+        {"full",
+         courseOf(Kind::session, reset),
+         {State::full, now, 101, 100, Forecast::Range{100, 100, 100}, now - 5min, now - 5min},
+         {Tone::over, "Full until 15:00", "2h 5m to wait"}},
+        {"quiet",
+         courseOf(Kind::session, reset),
+         {State::quiet, now, 67, 67, Forecast::Range{67, 67, 67}},
+         {Tone::calm, "Quiet: stays at 67% until 15:00", ""}},
+        {"collecting",
+         courseOf(Kind::session, reset),
+         {State::collecting},
+         {Tone::calm, "Collecting…", "A forecast takes ten minutes"}},
+        {"stale",
+         courseOf(Kind::session, reset),
+         {State::stale, now - 35min, 70, 70},
+         {Tone::calm, "67% used", "Last measured at 12:20"}},
+        {"waiting",
+         courseOf(Kind::weekly, now - 1min),
+         {State::waiting},
+         {Tone::calm, "Reset on Sat 12:54, waiting for figures", ""}},
+        {"no window",
+         courseOf(Kind::session, {}),
+         {State::collecting},
+         {Tone::calm, "67% used", "The window begins with the next answer"}},
+    };
+    const Calendar calendar = Calendar::inZone("UTC");
+    for (const auto &row : rows) {
+        const LimitWords words = limitWords(row.course, row.forecast, calendar, now);
+        EXPECT_EQ(words.sentence, row.words.sentence) << row.what;
+        EXPECT_EQ(words.detail, row.words.detail) << row.what;
+        EXPECT_EQ(words.tone, row.words.tone) << row.what;
+    }
+}
+
+TEST(LimitWords, NameTheLimitAndItsLocalTime) {
+    const Calendar tokyo = Calendar::inZone("Asia/Tokyo");
+    Snapshot snapshot{{tokyo}, {}};
+    snapshot.usage.limitCourses = {courseOf(Kind::session, now - 1min), courseOf(Kind::weekly, now - 15h),
+                                   courseOf(Kind::weeklyScoped, now - 1min), courseOf(Kind::session, {})};
+    snapshot.usage.limitCourses[2].limit.model = "Opus\n4";
+    snapshot.account.quotaReadAt = now;
+    std::vector<std::string> lines{"Session: Reset at 21:54, waiting for figures",
+                                   "Weekly: Reset on Sat 06:55, waiting for figures",
+                                   "Opus\uFFFD4: Reset on Sat 21:54, waiting for figures"};
+    EXPECT_EQ(limitLines(snapshot, now), lines);
+    snapshot.account.isQuotaStale = true;
+    lines.emplace_back("as of 21:55");
+    EXPECT_EQ(limitLines(snapshot, now), lines);
+}
+
+} // namespace
+} // namespace burnwick
