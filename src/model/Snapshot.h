@@ -35,11 +35,11 @@ struct UsageFigures {
     double projectedWeeklyCost = 0;
     double projectedMonthlyCost = 0;
 
-    std::optional<Instant> historyReadAt{}; ///< absent before the first reading
-    HistoricalData historicalData{};        ///< empty before the first reading
-    std::optional<Instant> oldestLog{};     ///< the earliest time of modification of a log
-    std::int64_t keptSessions = 0;          ///< that have lines in no log any more
-    std::int64_t keptMessages = 0;          ///< the number of these lines
+    std::optional<Instant> historyReadAt{};  ///< absent before the first reading
+    HistoricalData historicalData{};         ///< empty before the first reading
+    std::optional<Instant> oldestLog{};      ///< the earliest time of modification of a log
+    std::int64_t keptSessions = 0;           ///< that have lines in no log any more
+    std::int64_t keptMessages = 0;           ///< the number of these lines
     std::vector<LimitCourse> limitCourses{}; ///< of AccountFigures::limits, in their order
     Instant lastUpdated{}; ///< when historicalData was last computed; the creation time before that
 
