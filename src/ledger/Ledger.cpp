@@ -7,6 +7,8 @@
 #include <QtCore/QLoggingCategory>
 #include <QtCore/QStandardPaths>
 
+#include <algorithm>
+#include <tuple>
 #include <utility>
 
 namespace burnwick {
@@ -18,10 +20,14 @@ Q_LOGGING_CATEGORY(ledgerLog, "burnwick.ledger")
 /// Others wait while a transaction is open.
 constexpr std::size_t filesPerTransaction = 64;
 
+/// More than any account has.
+constexpr std::size_t maxLimits = 32;
+
 } // namespace
 
-Ledger::Ledger(const std::filesystem::path &folder)
-    : m_folder(folder) {}
+Ledger::Ledger(const std::filesystem::path &folder, Patience patience)
+    : m_folder(folder, patience)
+    , m_patience(patience) {}
 
 Ledger::~Ledger() = default;
 
@@ -70,7 +76,7 @@ void Ledger::close() {
 void Ledger::abandon(const std::exception &error) {
     close();
     m_hasFailed = true;
-    if (!isDamage(error))
+    if (!isDamage(error) || m_patience == Patience::brief)
         return complain("not used now: ", error);
     // SQLite reports bytes that could not be read for a moment as damage, too.
     if (!std::exchange(m_wasDoubted, true) && m_folder.isSound()) {
@@ -224,6 +230,36 @@ std::optional<std::size_t> Ledger::importLines(const std::vector<SessionLines> &
         backUp(&LedgerFolder::backUp);
     });
     return isDone ? std::optional(count) : std::nullopt;
+}
+
+/// Calls the function as a series inside the present one, if there is one.
+template <typename Work>
+bool Ledger::attemptAside(Work work) {
+    const std::lock_guard lock(m_mutex);
+    if (m_filesInTransaction > 0)
+        attempt([this](LedgerDatabase &) { commit(); });
+    const auto state = std::tuple(m_hasFailed, m_wasDoubted, m_wasMoved);
+    beginSeries();
+    const bool isDone = attempt(work);
+    std::tie(m_hasFailed, m_wasDoubted, m_wasMoved) = state;
+    return isDone;
+}
+
+std::optional<std::vector<std::vector<LimitSample>>> Ledger::recordLimits(std::span<const Limit> limits) {
+    std::vector<std::vector<LimitSample>> samples;
+    const bool isDone = attemptAside([&](LedgerDatabase &database) {
+        samples = database.recordLimits(limits.first(std::min(limits.size(), maxLimits)));
+    });
+    for (const Limit &limit : limits.subspan(std::min(limits.size(), maxLimits)))
+        samples.push_back({{limit.observedAt, limit.usedPct}});
+    return isDone ? std::optional(std::move(samples)) : std::nullopt;
+}
+
+std::vector<Limit> Ledger::lastLimits(Instant now) {
+    std::vector<Limit> limits;
+    if (!m_folder.isUnused())
+        attemptAside([&](LedgerDatabase &database) { limits = database.lastLimits(now); });
+    return limits;
 }
 
 } // namespace burnwick

@@ -5,6 +5,7 @@
 #include "ledger/LedgerFolder.h"
 #include "ledger/SessionLines.h"
 #include "logs/ReadingStore.h"
+#include "model/Limit.h"
 
 #include <exception>
 #include <filesystem>
@@ -13,6 +14,7 @@
 #include <mutex>
 #include <optional>
 #include <set>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -20,14 +22,15 @@ namespace burnwick {
 
 class LedgerDatabase;
 
-/// The readings of this and earlier runs, and the usage lines of deleted logs, in a SQLite file. Several
-/// processes may use it at once. A damaged file is moved aside and replaced by the backup, or else by a new
-/// file; after any other failure the file is not used until the next series of calls. The process logs each
-/// kind of failure once. A series waits at most a fifth of a second for others.
+/// The readings of this and earlier runs, the usage lines of deleted logs, and samples of limits, in a SQLite
+/// file. Several processes may use it at once. A damaged file is moved aside and replaced by the backup, or
+/// else by a new file; after any other failure the file is not used until the next series of calls. The
+/// process logs each kind of failure once. A series waits at most a fifth of a second for others. With brief
+/// patience it waits at most 20 ms, and a damaged or missing file with a backup is left to others.
 class Ledger final : public ReadingStore {
 public:
     /// Touches nothing until the first call. The folder is made for the user alone if it is missing.
-    explicit Ledger(const std::filesystem::path &folder);
+    explicit Ledger(const std::filesystem::path &folder, Patience patience = Patience::usual);
     ~Ledger() override;
 
     /// Returns the ledger's folder in the user's data folder.
@@ -53,9 +56,21 @@ public:
     /// lines. Null, with no line added, if the import or the last series failed.
     [[nodiscard]] std::optional<std::size_t> importLines(const std::vector<SessionLines> &sessions);
 
+    /// Stores those of the first 32 limits that were observed in their window: one sample for each change of
+    /// the percent and for each quarter of an hour. Returns for each limit the stored samples of its window
+    /// before the observation and that itself, in order; for other limits the observation alone. Null on
+    /// failure.
+    [[nodiscard]] std::optional<std::vector<std::vector<LimitSample>>>
+    recordLimits(std::span<const Limit> limits);
+    /// Returns the last observation until `now` of each limit whose window resets later, by kind and model.
+    /// It may be a minute older than the last recorded one, if the percent is the same. Empty on failure.
+    [[nodiscard]] std::vector<Limit> lastLimits(Instant now);
+
 private:
     template <typename Work>
     bool attempt(Work work);
+    template <typename Work>
+    bool attemptAside(Work work);
     template <typename Work>
     bool attemptOnce(Work work);
     void beginSeries();
@@ -67,6 +82,7 @@ private:
     void complain(const std::string &outcome, const std::exception &error);
 
     LedgerFolder m_folder;
+    const Patience m_patience;
     std::mutex m_mutex;
     std::unique_ptr<LedgerDatabase> m_database; ///< null before the first use and after a failure
     std::size_t m_filesInTransaction = 0;       ///< 0 if none is open

@@ -21,11 +21,19 @@ std::string_view sessionOf(const std::filesystem::path &file) {
 
 } // namespace
 
-LedgerDatabase::LedgerDatabase(const std::filesystem::path &file)
-    : m_file(file)
+LedgerDatabase::LedgerDatabase(const std::filesystem::path &file, Patience patience)
+    : m_file(file, patience)
     , m_files(m_file.database())
     , m_keptLines(m_file.database())
+    , m_limits(m_file.database())
     , m_isKeeping(m_keptLines.isKeeping()) {}
+
+void LedgerDatabase::beginWriting() {
+    m_file.database().exec("BEGIN IMMEDIATE");
+    if (m_file.database().exec("UPDATE edition SET number = number + 1") != 1)
+        throw DamagedLedger("a row is missing");
+    ++m_edition;
+}
 
 bool LedgerDatabase::keep(const std::filesystem::path &file, const ReadingPosition *continued,
                           const FileReading &reading) {
@@ -112,7 +120,12 @@ void LedgerDatabase::followOthers() {
     const std::int64_t version = m_file.database().execAndGet("PRAGMA data_version").getInt64();
     if (m_version == version)
         return;
-    m_hasFollowed |= m_version.has_value();
+    const std::int64_t edition =
+        m_file.database().execAndGet("SELECT coalesce(max(number), 0) FROM edition").getInt64();
+    const bool isFirst = !std::exchange(m_version, version);
+    if (std::exchange(m_edition, edition) == edition && !isFirst)
+        return;
+    m_hasFollowed |= !isFirst;
     m_isKeeping = m_keptLines.isKeeping();
     std::map<std::string, LogEntries, std::less<>> kept;
     for (const std::string &session : m_keptLines.sessions()) {
@@ -124,7 +137,6 @@ void LedgerDatabase::followOthers() {
         m_unsettled.insert(session);
     }
     m_kept = std::move(kept);
-    m_version = version;
 }
 
 /// Adds those of the lines that are not kept yet, and returns their number.
@@ -215,6 +227,29 @@ std::size_t LedgerDatabase::importLines(const std::vector<SessionLines> &session
     return count;
 }
 
+std::vector<std::vector<LimitSample>> LedgerDatabase::recordLimits(std::span<const Limit> limits) {
+    std::vector<std::vector<LimitSample>> samples;
+    bool isRecorded = false;
+    for (const bool mayWrite : {false, true}) {
+        m_file.database().exec(mayWrite ? "BEGIN IMMEDIATE" : "BEGIN");
+        isRecorded = true;
+        samples.clear();
+        for (const Limit &limit : limits)
+            isRecorded &= m_limits.record(limit, mayWrite, samples.emplace_back());
+        commit();
+        if (isRecorded)
+            break;
+    }
+    return samples;
+}
+
+std::vector<Limit> LedgerDatabase::lastLimits(Instant now) {
+    beginReading();
+    std::vector<Limit> limits = m_limits.lastLimits(now);
+    commit();
+    return limits;
+}
+
 void LedgerDatabase::copyTo(const std::filesystem::path &file) {
     beginReading();
     check();
@@ -231,6 +266,7 @@ void LedgerDatabase::check() {
     if (m_file.database().execAndGet("PRAGMA quick_check(1)").getText() != std::string_view("ok"))
         throw DamagedLedger("its tables are malformed");
     forEachLine([](const SessionLines &) {});
+    m_limits.check();
 }
 
 } // namespace burnwick

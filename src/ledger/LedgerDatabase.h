@@ -5,6 +5,7 @@
 #include "ledger/FileTable.h"
 #include "ledger/KeptTable.h"
 #include "ledger/LedgerFile.h"
+#include "ledger/LimitTable.h"
 #include "logs/ReadingStore.h"
 
 #include <filesystem>
@@ -12,6 +13,7 @@
 #include <map>
 #include <optional>
 #include <set>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -27,18 +29,19 @@ namespace burnwick {
 class LedgerDatabase final {
 public:
     /// See LedgerFile.
-    explicit LedgerDatabase(const std::filesystem::path &file);
+    explicit LedgerDatabase(const std::filesystem::path &file, Patience patience = Patience::usual);
 
-    /// Begins a series of operations, which wait at most a fifth of a second altogether for other processes.
+    /// Begins a series of operations; see Patience.
     void beginSeries() { m_file.beginSeries(); }
 
-    /// Begin a transaction, which sees one state of the file.
+    /// Begin a transaction, which sees one state of the file. With beginWriting() others learn that lines may
+    /// have changed.
     void beginReading() { m_file.database().exec("BEGIN"); }
-    void beginWriting() { m_file.database().exec("BEGIN IMMEDIATE"); }
+    void beginWriting();
     void commit() { m_file.database().exec("COMMIT"); }
 
     [[nodiscard]] FileTable &files() { return m_files; }
-    /// Reads the kept lines again if another process has written. Needs an open transaction.
+    /// Reads the kept lines again if another process may have written lines. Needs an open transaction.
     void followOthers();
 
     /// See ReadingStore::keep(). Needs an open transaction.
@@ -56,11 +59,14 @@ public:
     /// Calls the function, removes the kept lines for good, and keeps no further lines. Returns false, and
     /// changes nothing, if there are kept lines and `withLines` is false.
     bool endKeeping(bool withLines, const std::function<void()> &removeCopies);
-    /// Returns whether followOthers() has found since the last call that another process had written.
+    /// Returns whether followOthers() has found since the last call that another process may have written
+    /// lines.
     [[nodiscard]] bool hasFollowed() { return std::exchange(m_hasFollowed, false); }
     /// See Ledger.
     void exportLines(const std::function<void(const SessionLines &)> &use);
     std::size_t importLines(const std::vector<SessionLines> &sessions);
+    [[nodiscard]] std::vector<std::vector<LimitSample>> recordLimits(std::span<const Limit> limits);
+    [[nodiscard]] std::vector<Limit> lastLimits(Instant now);
     /// Calls check() and copies all tables to the file, which must exist and be empty.
     void copyTo(const std::filesystem::path &file);
     /// Reads all rows; throws on damage.
@@ -80,10 +86,12 @@ private:
     LedgerFile m_file;
     FileTable m_files;
     KeptTable m_keptLines;
+    LimitTable m_limits;
     bool m_isKeeping;                                      ///< as the table has it
     bool m_hasFollowed = false;                            ///< since the last call
     std::map<std::string, LogEntries, std::less<>> m_kept; ///< by session, as the table has them
     std::optional<std::int64_t> m_version;                 ///< of the file when both were read
+    std::int64_t m_edition = 0;                            ///< the table's number then, and own transactions
     std::set<std::string> m_unsettled;                     ///< sessions whose kept lines a log may have
 };
 

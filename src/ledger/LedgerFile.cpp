@@ -15,11 +15,14 @@ namespace burnwick {
 namespace {
 
 constexpr int applicationId = 0x4275726E; // "Burn"
-constexpr int presentVersion = 2;
+constexpr int presentVersion = 3;
 
 using std::chrono::microseconds;
 using namespace std::chrono_literals;
-constexpr microseconds waitPerSeries = 200ms;
+
+constexpr microseconds waitPerSeries(Patience patience) {
+    return patience == Patience::usual ? 200ms : 20ms;
+}
 
 /// The statements that bring a ledger from the version of their index to the next one.
 constexpr std::array<const char *, presentVersion> migrations{R"(
@@ -38,6 +41,16 @@ constexpr std::array<const char *, presentVersion> migrations{R"(
         session BLOB PRIMARY KEY, entries BLOB NOT NULL, details BLOB NOT NULL, checksum INTEGER NOT NULL);
     -- Has one row while the ledger keeps the lines of deleted logs.
     CREATE TABLE keeping(id INTEGER PRIMARY KEY);
+)",
+                                                              R"(
+    -- Samples of a limit's window: its first known reset in nanoseconds, the time of the first one in seconds.
+    CREATE TABLE limitPart(
+        reset INTEGER NOT NULL, kind INTEGER NOT NULL, model BLOB NOT NULL, begin INTEGER NOT NULL,
+        samples BLOB NOT NULL, checksum INTEGER NOT NULL,
+        PRIMARY KEY(reset, kind, model, begin)) WITHOUT ROWID;
+    -- Has one row, the number of transactions that wrote to the tables of lines.
+    CREATE TABLE edition(number INTEGER NOT NULL);
+    INSERT INTO edition VALUES(0);
 )"};
 
 } // namespace
@@ -46,9 +59,10 @@ constexpr std::array<const char *, presentVersion> migrations{R"(
 /// own limit does not apply to locks in the file "-shm", which it tries for ten seconds.
 class LedgerFile::BoundedFileAccess final : private sqlite3_vfs {
 public:
-    BoundedFileAccess()
+    explicit BoundedFileAccess(Patience patience)
         : sqlite3_vfs(*sqlite3_vfs_find(nullptr))
-        , m_name("burnwick-" + std::to_string(reinterpret_cast<std::uintptr_t>(this))) { // NOLINT: unique
+        , m_name("burnwick-" + std::to_string(reinterpret_cast<std::uintptr_t>(this))) // NOLINT: unique
+        , m_most(waitPerSeries(patience)) {
         zName = m_name.c_str();
         xSleep = [](sqlite3_vfs *self, int time) {
             return static_cast<BoundedFileAccess *>(self)->sleep(microseconds(time));
@@ -67,16 +81,17 @@ public:
         return static_cast<int>(time.count());
     }
 
-    void beginSeries() { m_left = waitPerSeries; }
+    void beginSeries() { m_left = m_most; }
     [[nodiscard]] const std::string &name() const { return m_name; }
 
 private:
     const std::string m_name;
-    microseconds m_left = waitPerSeries;
+    const microseconds m_most;
+    microseconds m_left = m_most;
 };
 
-LedgerFile::LedgerFile(const std::filesystem::path &file)
-    : m_access(std::make_unique<BoundedFileAccess>())
+LedgerFile::LedgerFile(const std::filesystem::path &file, Patience patience)
+    : m_access(std::make_unique<BoundedFileAccess>(patience))
     , m_database(file.string(), SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX, 0, m_access->name()) {
     sqlite3 *const handle = m_database.getHandle();
     // SQLite could read it, and would leave files beside it.
@@ -90,7 +105,8 @@ LedgerFile::LedgerFile(const std::filesystem::path &file)
     sqlite3_db_config(handle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     m_database.exec("PRAGMA synchronous = NORMAL");
     migrate();
-    sqlite3_db_config(handle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
+    if (patience == Patience::usual)
+        sqlite3_db_config(handle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
 }
 
 LedgerFile::~LedgerFile() = default;

@@ -22,15 +22,21 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// How much time a series of operations may take.
+enum class Patience {
+    usual, ///< waits at most a fifth of a second altogether for other processes
+    brief, ///< waits at most 20 ms, and leaves what takes long to processes with more patience
+};
+
 /// The ledger's open SQLite file in the present version of its tables. For one thread at a time.
 class LedgerFile final {
 public:
     /// Opens the file, which may be empty, and brings an older one to the present version. Begins a series.
     /// Throws SQLite::Exception, DamagedLedger and ForeignLedger, and leaves a foreign file as it is.
-    explicit LedgerFile(const std::filesystem::path &file);
+    explicit LedgerFile(const std::filesystem::path &file, Patience patience = Patience::usual);
     ~LedgerFile();
 
-    /// Begins a series of operations, which wait at most a fifth of a second altogether for other processes.
+    /// Begins a series of operations.
     void beginSeries();
     [[nodiscard]] SQLite::Database &database() { return m_database; }
 

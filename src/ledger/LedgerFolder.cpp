@@ -130,22 +130,26 @@ bool isDamage(const std::exception &error) {
     }
 }
 
-LedgerFolder::LedgerFolder(const fs::path &folder)
+LedgerFolder::LedgerFolder(const fs::path &folder, Patience patience)
     : m_file(folder / "ledger.sqlite")
-    , m_backup(folder / "ledger.backup.sqlite") {}
+    , m_backup(folder / "ledger.backup.sqlite")
+    , m_patience(patience) {}
 
 std::unique_ptr<LedgerDatabase> LedgerFolder::open() {
     std::error_code ignored; // SQLite fails if the folder is missing
     fs::create_directories(m_file.parent_path().parent_path(), ignored);
     ::mkdir(m_file.parent_path().c_str(), S_IRWXU);
-    if (isMissing() && statusOf(m_backup).regular)
+    if (isMissing() && statusOf(m_backup).regular) {
+        if (m_patience == Patience::brief)
+            throw SQLite::Exception("another program must restore it", SQLITE_BUSY);
         restore();
+    }
     createIfMissing(m_file);
     const FolderLock lock(m_file, LOCK_SH);
     if (lock.isHeldByOthers())
         throw SQLite::Exception("another program is moving it aside", SQLITE_BUSY);
     m_opened = statusOf(m_file);
-    return std::make_unique<LedgerDatabase>(m_file);
+    return std::make_unique<LedgerDatabase>(m_file, m_patience);
 }
 
 /// Puts a copy of the backup in the place of the missing file. Moves a damaged backup aside instead.

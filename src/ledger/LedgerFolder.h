@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "ledger/LedgerFile.h"
 #include "logs/FileStatus.h"
 
 #include <chrono>
@@ -19,14 +20,15 @@ class LedgerDatabase;
 class LedgerFolder final {
 public:
     /// Does not access the folder.
-    explicit LedgerFolder(const std::filesystem::path &folder);
+    explicit LedgerFolder(const std::filesystem::path &folder, Patience patience = Patience::usual);
 
     [[nodiscard]] const std::filesystem::path &file() const { return m_file; }
 
     /// Whether neither the file nor a backup exists.
     [[nodiscard]] bool isUnused() const;
     /// Opens the file. A missing file is made first, from the backup if that is sound, otherwise empty; a
-    /// missing folder, for the user alone. Throws SQLite::Exception, DamagedLedger and ForeignLedger.
+    /// missing folder, for the user alone. With brief patience it restores no backup, but throws. Throws
+    /// SQLite::Exception, DamagedLedger and ForeignLedger.
     [[nodiscard]] std::unique_ptr<LedgerDatabase> open();
     /// Returns whether the file at the path is not the one that was opened, or no file was opened.
     [[nodiscard]] bool isOther() const;
@@ -49,6 +51,7 @@ private:
 
     std::filesystem::path m_file;
     std::filesystem::path m_backup;
+    Patience m_patience;
     FileStatus m_opened; ///< when it was opened
     std::optional<std::chrono::steady_clock::time_point> m_backUpTried;
 };

@@ -48,6 +48,19 @@ struct LimitSample {
     bool operator==(const LimitSample &) const = default;
 };
 
+/// Returns whether the instant is in the window of that length before the reset.
+[[nodiscard]] bool isInWindow(Instant instant, Instant resetsAt, std::chrono::nanoseconds length) noexcept;
+/// Returns whether the limit was observed in the window that it names; false without a reset instant. False
+/// also means that this machine's clock or the reset instant is wrong.
+[[nodiscard]] bool isInItsWindow(const Limit &limit) noexcept;
+
+/// Returns whether samples of the two percents count as unchanged: they differ by less than 0.01.
+[[nodiscard]] bool isSamePercent(double percent, double other) noexcept;
+/// Adds a sample of the same window. The samples, which must be in order, stay so. They keep one for each
+/// change and one for each quarter of an hour without a change; a sample that is neither stays until the next
+/// one.
+void addSample(std::vector<LimitSample> &samples, const LimitSample &sample);
+
 /// The use that the logs show at an instant: of one answer of a model, or of several ones at about that time.
 struct TokenUse {
     Instant at;

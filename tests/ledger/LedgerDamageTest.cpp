@@ -16,6 +16,15 @@ using test::writeFile;
 class LedgerDamage : public LedgerTest, public testing::WithParamInterface<bool> {};
 
 TEST_P(LedgerDamage, AnyAlteredPageOrByteIsHarmless) {
+    const Instant begin(std::chrono::hours(485'550));
+    const auto record = [&](std::chrono::seconds time) {
+        std::vector<Limit> limits;
+        for (const char name : {'a', 'b', 'c', 'd', 'e', 'f', 'g', 'h'}) // a page of them
+            limits.push_back({Limit::Kind::weeklyScoped, std::string(250, name), 1,
+                              begin + std::chrono::hours(50), begin + time});
+        return Ledger(m_folder).recordLimits(limits);
+    };
+    ASSERT_TRUE(record(std::chrono::seconds(0)));
     if (GetParam())
         keepALog();
     const auto closed = contents();
@@ -27,6 +36,7 @@ TEST_P(LedgerDamage, AnyAlteredPageOrByteIsHarmless) {
     addLog(2);
     waitUntilSettled();
     readWith(*ledger);
+    ASSERT_TRUE(record(std::chrono::seconds(0)));
     const auto killed = contents();
     ledger.reset();
     ASSERT_GT(killed.at("ledger.sqlite-wal").size(), GetParam() ? 10'000U : 30'000U);
@@ -47,6 +57,10 @@ TEST_P(LedgerDamage, AnyAlteredPageOrByteIsHarmless) {
                 restore(files);
                 const test::LogCapture log;
                 m_keptLines = at < header ? std::nullopt : kept;
+                const auto samples = record(std::chrono::seconds(1)); // stores nothing new
+                EXPECT_TRUE(samples || at < header);
+                for (const auto &list : samples.value_or(std::vector<std::vector<LimitSample>>()))
+                    EXPECT_TRUE(list.size() == 1 || list.front() == (LimitSample{begin, 1}));
                 read();
                 read();
                 EXPECT_LE(log.lines().size(), at < header ? 2 : 1) << log.lines().join(u'\n').toStdString();

@@ -34,7 +34,7 @@ const std::vector<Misfortune> misfortunes{
     {"no file", [](LedgerTest &t) { fs::remove(t.m_file); }, nullptr},
     {"no file, and a rest of it",
      [](LedgerTest &t) {
-         t.execute("PRAGMA user_version = 2");
+         t.execute("PRAGMA user_version = 3");
          t.executeAndDie("DELETE FROM kept");
          fs::remove(t.m_file);
      },

@@ -47,7 +47,15 @@ const std::vector<Condition> conditions{
     {"truncated", [](LedgerCondition &t) { fs::resize_file(t.m_file, fs::file_size(t.m_file) / 2); },
      "damaged and moved aside: ", Fate::isReplaced},
     {"version 1",
-     [](LedgerCondition &t) { t.execute("DROP TABLE kept; DROP TABLE keeping; PRAGMA user_version = 1"); },
+     [](LedgerCondition &t) {
+         t.execute("DROP TABLE kept; DROP TABLE keeping; DROP TABLE limitPart; DROP TABLE edition; "
+                   "PRAGMA user_version = 1");
+     },
+     nullptr, Fate::works},
+    {"version 2",
+     [](LedgerCondition &t) {
+         t.execute("DROP TABLE limitPart; DROP TABLE edition; PRAGMA user_version = 2");
+     },
      nullptr, Fate::works},
     {"truncated header", [](LedgerCondition &t) { fs::resize_file(t.m_file, 50); },
      "damaged and moved aside: ", Fate::isReplaced},
@@ -64,6 +72,13 @@ const std::vector<Condition> conditions{
          t.execute("UPDATE chunk SET entries = (SELECT entries FROM chunk ORDER BY id DESC LIMIT 1)");
      },
      "damaged and moved aside: a row is altered", Fate::isReplaced},
+    {"a missing edition",
+     [](LedgerCondition &t) {
+         t.execute("DELETE FROM edition");
+         t.addLog(2);
+         t.waitUntilSettled();
+     },
+     "damaged and moved aside: a row is missing", Fate::isReplaced},
     {"an altered position", [](LedgerCondition &t) { t.execute("UPDATE file SET size = size + 1"); },
      "damaged and moved aside: a row is altered", Fate::isReplaced},
     {"a later version", [](LedgerCondition &t) { t.execute("PRAGMA user_version = 1000"); },
