@@ -19,8 +19,10 @@ AppState::AppState(Services services, QObject *parent)
         if (isOtherZone)
             m_account.setCalendar(m_snapshot.usage.calendar);
     });
-    connect(&m_account, &AccountTracker::refreshed, this,
-            [this] { take(m_snapshot.account, m_account.figures()); });
+    connect(&m_account, &AccountTracker::refreshed, this, [this] {
+        take(m_snapshot.account, m_account.figures());
+        m_usage.setLimits(m_snapshot.account.limits);
+    });
     connect(&services.usage.preferences, &PreferencesManager::refreshRateChanged, this, [this] {
         m_account.restartTimer();
         m_usage.restartTimer();

@@ -7,9 +7,11 @@
 #include "platform/Process.h"
 #include "prefs/PreferencesManager.h"
 
+#include <algorithm>
 #include <new>
 #include <optional>
 #include <system_error>
+#include <tuple>
 #include <utility>
 
 namespace burnwick {
@@ -26,9 +28,11 @@ constexpr std::chrono::milliseconds gatherTime{500};
 
 struct UsageTracker::Result {
     std::optional<UsageFigures> figures{}; ///< in the filter and zone of the job's start; absent if unchanged
-    std::shared_ptr<const LogHistory> history{}; ///< null if the last one still holds
-    std::shared_ptr<const HistorySums> sums{};   ///< present with figures
-    bool isIncomplete = false;                   ///< memory was short
+    std::shared_ptr<const LogHistory> history{};       ///< null if the last one still holds
+    std::shared_ptr<const HistorySums> sums{};         ///< present with figures
+    std::optional<std::vector<LimitCourse>> courses{}; ///< absent if unchanged
+    std::shared_ptr<const RecentUse> recentUse{};      ///< of the courses
+    bool isIncomplete = false;                         ///< memory was short
 };
 
 UsageTracker::UsageTracker(Services services)
@@ -132,6 +136,14 @@ void UsageTracker::followTimeZone() {
     recomputeHistory();
 }
 
+void UsageTracker::setLimits(const std::vector<Limit> &limits) {
+    if (limits == m_limits)
+        return;
+    m_limits = limits;
+    if (m_history && !m_stopped)
+        startJob();
+}
+
 void UsageTracker::setTimeFilter(TimeFilter filter) {
     if (m_figures.timeFilter == filter)
         return;
@@ -157,18 +169,19 @@ void UsageTracker::startJob() {
     m_refreshDue = m_jobRunning;
     if (m_jobRunning)
         return;
-    auto read = [this, &services = m_services, last = m_history, lastSums = m_sums, former = m_figures,
-                 changes = std::exchange(m_changes, {}), now = m_services.clock.now(),
-                 result = std::make_shared<Result>()](const StopRequest &stop) {
+    auto read = [this, &services = m_services, last = m_history, lastSums = m_sums, lastUse = m_recentUse,
+                 former = m_figures, limits = m_limits, changes = std::exchange(m_changes, {}),
+                 now = m_services.clock.now(), result = std::make_shared<Result>()](const StopRequest &stop) {
         try {
             const Calendar &calendar = former.calendar;
             // The first history has the recent files alone, which are not stored yet.
             const LogHistory *known =
                 former.historyReadAt || services.store == nullptr ? last.get() : nullptr;
-            result->history =
-                known == nullptr || changes.isEverything
-                    ? services.parser.parseAllEntries(known, services.store, stop)
-                    : services.parser.parseChangedEntries(*known, changes.files, services.store, stop);
+            if (known == nullptr || changes.isEverything)
+                result->history = services.parser.parseAllEntries(known, services.store, stop);
+            else if (!changes.files.empty())
+                result->history =
+                    services.parser.parseChangedEntries(*known, changes.files, services.store, stop);
             const LogHistory *history = result->history ? result->history.get() : last.get();
             if (history != nullptr && !stop.isMade()) {
                 const auto recentEntries = history->entriesSince(recentSince(calendar, now));
@@ -184,6 +197,16 @@ void UsageTracker::startJob() {
                     updateHistory(figures, *result->sums, now);
                     updateLogs(figures, *history);
                     figures.historyReadAt = now;
+                }
+                const bool areOtherLimits =
+                    !std::ranges::equal(limits, former.limitCourses, {}, {}, &LimitCourse::limit);
+                if (areOtherLimits || (isOther && !limits.empty())) {
+                    result->courses = former.limitCourses;
+                    if (areOtherLimits)
+                        result->courses = coursesOf(
+                            limits, services.recordLimits ? services.recordLimits(limits) : std::nullopt,
+                            former.limitCourses);
+                    result->recentUse = addTokens(*result->courses, *history, lastUse.get());
                 }
             }
         } catch (const std::bad_alloc &) {
@@ -205,7 +228,9 @@ void UsageTracker::takeResult(Result result) {
     m_changes.isEverything |= result.isIncomplete;
     if (m_stopped)
         return;
-    const auto former = std::make_shared<std::pair<decltype(m_history), decltype(m_sums)>>(m_history, m_sums);
+    const auto former =
+        std::make_shared<std::tuple<decltype(m_history), decltype(m_sums), decltype(m_recentUse)>>(
+            m_history, m_sums, m_recentUse);
     if (result.history)
         m_history = std::move(result.history);
     if (result.figures) {
@@ -219,6 +244,10 @@ void UsageTracker::takeResult(Result result) {
             m_figures.calendar = calendar;
             updateHistory(m_figures, *currentSums(), m_services.clock.now());
         }
+    }
+    if (result.courses) {
+        m_figures.limitCourses = std::move(*result.courses);
+        m_recentUse = std::move(result.recentUse);
     }
     // It may hold a million entries, which take a while to destroy.
     platform::runDetachedThread([former] { *former = {}; });

@@ -5,12 +5,16 @@
 #include "async/StoppableThread.h"
 #include "logs/FileMonitor.h"
 #include "platform/TreeEventSource.h"
+#include "state/LimitCourses.h"
 #include "state/LogFigures.h"
 
 #include <QObject>
 
 #include <functional>
 #include <memory>
+#include <optional>
+#include <span>
+#include <vector>
 
 namespace burnwick {
 
@@ -35,6 +39,10 @@ public:
         OpenDirectoryEventSource openDirectoryEventSource;
         OpenTreeEventSource openTreeEventSource;
         ReadingStore *store = nullptr; ///< null: each run reads all logs
+        /// Stores the limits and returns the samples of each one's window, or null on failure; called by the
+        /// background jobs. May be empty.
+        std::function<std::optional<std::vector<std::vector<LimitSample>>>(std::span<const Limit>)>
+            recordLimits{};
     };
 
     /// Starts nothing.
@@ -53,6 +61,9 @@ public:
     void refreshLocalData();
     /// Adopts the user's time zone if it has changed.
     void followTimeZone();
+    /// Records the account's limits and computes their courses in the background. Does nothing if they are
+    /// those of the last call.
+    void setLimits(const std::vector<Limit> &limits);
     /// Computes the history of another period.
     void setTimeFilter(TimeFilter filter);
     /// (Re)starts the local timer at the preference's rate.
@@ -80,6 +91,8 @@ private:
     std::shared_ptr<const LogHistory>
         m_history; ///< null before start(), then of the recent files until the first job ends
     std::shared_ptr<const HistorySums> m_sums;      ///< of the history; null before the first job ends
+    std::vector<Limit> m_limits;                    ///< as they were last set
+    std::shared_ptr<const RecentUse> m_recentUse;   ///< of the courses; null without any
     std::unique_ptr<RepeatingTimer> m_jsonlTimer;   ///< null before start() and after stop()
     std::unique_ptr<RepeatingTimer> m_settleTimer;  ///< fires once after a change of the directory
     std::unique_ptr<RepeatingTimer> m_changesTimer; ///< fires once after a change in the tree
