@@ -30,6 +30,7 @@ fi
 missed=0
 "$build/bench/burnwick-bench" "$@" || missed=1
 "$build/bench/burnwick-bench-forecast" || missed=1
+"$build/bench/burnwick-bench-limits" || missed=1
 "$build/bench/burnwick-bench-views" "$place" || missed=1
 "$build/bench/burnwick-bench-desktop" "$place" "$build/src/burnwick" \
     "$build/bench/burnwick-bench-empty-window" "${BURNWICK_BENCH_REPETITIONS:-9}" || missed=1
