@@ -3,6 +3,7 @@
 #include "forms/BarForms.h"
 
 #include "display/DisplayFormat.h"
+#include "display/LimitText.h"
 #include "display/StatusTitle.h"
 
 #include <QtCore/QJsonDocument>
@@ -36,7 +37,7 @@ std::string attributesOf(const TitleSegment &segment) {
     return attributes;
 }
 
-/// Without escaping: the title and the tool tip contain no reserved character.
+/// Without escaping: the title contains no reserved character.
 std::string pangoTitle(const Snapshot &snapshot) {
     std::string markup;
     for (const TitleSegment &segment : buildStatusTitle(snapshot)) {
@@ -46,7 +47,23 @@ std::string pangoTitle(const Snapshot &snapshot) {
     return markup;
 }
 
-std::string pangoToolTip(const Snapshot &snapshot) {
+std::string escaped(const std::string &text) {
+    return QString::fromStdString(text).toHtmlEscaped().toStdString();
+}
+
+/// Lines such as "Session: Probably 92% when it resets at 15:00".
+std::string limitLines(const Snapshot &snapshot, Instant now) {
+    const auto &[usage, account] = snapshot;
+    std::string lines;
+    for (const LimitCourse &course : usage.limitCourses) {
+        const LimitWords words = limitWords(course, forecastOf(course, now), usage.calendar, now);
+        lines += '\n' + escaped(limitName(course.limit) + ": " + words.sentence);
+    }
+    const std::string stale = staleQuotaText(account, usage.calendar);
+    return stale.empty() ? lines : lines + '\n' + stale;
+}
+
+std::string pangoToolTip(const Snapshot &snapshot, Instant now) {
     const auto &[usage, account] = snapshot;
     const SessionTokens &tokens = usage.sessionTokens;
     const std::string quota =
@@ -58,16 +75,17 @@ std::string pangoToolTip(const Snapshot &snapshot) {
            "\nBurn rate: " + burnRateText(usage.burnRateTokensPerMin) +
            "\nProjected: " + costText(usage.projectedTodayCost) + " today · " +
            costText(usage.projectedWeeklyCost) + " week · " + costText(usage.projectedMonthlyCost) +
-           " month\n5-hour window: " + quota + " (" + std::string(nameOf(account.statusIndicator())) + ")";
+           " month\n5-hour window: " + quota + " (" + std::string(nameOf(account.statusIndicator())) + ")" +
+           limitLines(snapshot, now);
 }
 
 } // namespace
 
-std::string waybarForm(const Snapshot &snapshot) {
+std::string waybarForm(const Snapshot &snapshot, Instant now) {
     const std::string indicator(nameOf(snapshot.account.statusIndicator()));
     QJsonObject module{
         {QStringLiteral("text"), QString::fromStdString(pangoTitle(snapshot))},
-        {QStringLiteral("tooltip"), QString::fromStdString(pangoToolTip(snapshot))},
+        {QStringLiteral("tooltip"), QString::fromStdString(pangoToolTip(snapshot, now))},
         {QStringLiteral("class"), QString::fromStdString(indicator)},
     };
     if (const auto &quota = snapshot.account.quotaData)
@@ -76,8 +94,8 @@ std::string waybarForm(const Snapshot &snapshot) {
     return QJsonDocument(module).toJson(QJsonDocument::Compact).toStdString() + '\n';
 }
 
-std::string genmonForm(const Snapshot &snapshot) {
-    return "<txt>" + pangoTitle(snapshot) + "</txt>\n<tool>" + pangoToolTip(snapshot) + "</tool>\n";
+std::string genmonForm(const Snapshot &snapshot, Instant now) {
+    return "<txt>" + pangoTitle(snapshot) + "</txt>\n<tool>" + pangoToolTip(snapshot, now) + "</tool>\n";
 }
 
 } // namespace burnwick

@@ -10,10 +10,11 @@
 namespace burnwick {
 
 /// Returns one line of JSON for a custom module of waybar whose return type is json; it has no percentage
-/// while the quota is not known.
-[[nodiscard]] std::string waybarForm(const Snapshot &snapshot);
+/// while the quota is not known. The tool tip has a line for each limit, forecast at `now`.
+[[nodiscard]] std::string waybarForm(const Snapshot &snapshot, Instant now);
 
-/// Returns the output for Xfce's generic monitor, which runs a command and reads its output.
-[[nodiscard]] std::string genmonForm(const Snapshot &snapshot);
+/// Returns the output for Xfce's generic monitor, which runs a command and reads its output,
+/// with the same tool tip.
+[[nodiscard]] std::string genmonForm(const Snapshot &snapshot, Instant now);
 
 } // namespace burnwick

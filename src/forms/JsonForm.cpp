@@ -3,10 +3,13 @@
 #include "forms/JsonForm.h"
 
 #include "display/StatusTitle.h"
+#include "forecast/Forecast.h"
 #include "forms/OrderedJson.h"
 #include "model/Timestamp.h"
 
 #include <QtCore/QDate>
+
+#include <algorithm>
 
 namespace burnwick {
 
@@ -91,6 +94,28 @@ OrderedJson quotaJson(const QuotaData &quota) {
         .add("claudeDesignResetAt", instantText(quota.claudeDesignResetAt));
 }
 
+OrderedJson limitsJson(const Snapshot &snapshot, Instant now) {
+    const auto &courses = snapshot.usage.limitCourses;
+    OrderedJson array = OrderedJson::array();
+    for (const Limit &limit : snapshot.account.limits) {
+        const auto course = std::ranges::find_if(
+            courses, [&limit](const LimitCourse &each) { return isSameLimit(each.limit, limit); });
+        const Forecast forecast = course != courses.end() ? forecastOf(*course, now) : Forecast();
+        const auto &range = forecast.atReset;
+        array.add(OrderedJson::object()
+                      .add("kind", nameOf(limit.kind))
+                      .add("model", limit.model.empty() ? std::nullopt : std::optional(limit.model))
+                      .add("usedPct", limit.usedPct)
+                      .add("resetsAt", instantText(limit.resetsAt))
+                      .add("observedAt", instantText(limit.observedAt))
+                      .add("forecastPct", range ? std::optional(range->middle) : std::nullopt)
+                      .add("forecastLow", range ? std::optional(range->low) : std::nullopt)
+                      .add("forecastHigh", range ? std::optional(range->high) : std::nullopt)
+                      .add("fullAt", instantText(forecast.fullAt)));
+    }
+    return array;
+}
+
 OrderedJson extraUsageJson(const ExtraUsageData &usage) {
     return OrderedJson::object()
         .add("dailySpend", usage.dailySpend)
@@ -116,7 +141,7 @@ std::optional<OrderedJson> optionally(OrderedJson (*json)(const Value &), const 
 
 } // namespace
 
-std::string jsonForm(const Snapshot &snapshot, std::string_view version) {
+std::string jsonForm(const Snapshot &snapshot, std::string_view version, Instant now) {
     const auto &[usage, account] = snapshot;
     const auto claudeStatus = account.claudeStatusReadAt ? std::optional(account.claudeStatus) : std::nullopt;
     return OrderedJson::object()
@@ -126,6 +151,7 @@ std::string jsonForm(const Snapshot &snapshot, std::string_view version) {
                .add("session", sessionJson(usage))
                .add("history", historyJson(usage.historicalData, usage.timeFilter))
                .add("quota", optionally(quotaJson, account.quotaData))
+               .add("limits", limitsJson(snapshot, now))
                .add("extraUsage", optionally(extraUsageJson, account.extraUsage))
                .add("oauthStatus", nameOf(account.oauthStatus))
                .add("claudeStatus", optionally(claudeStatusJson, claudeStatus))

@@ -3,6 +3,7 @@
 #include "forms/TableForm.h"
 
 #include "display/DisplayFormat.h"
+#include "display/LimitText.h"
 #include "display/StatFigures.h"
 #include "display/StatusTitle.h"
 #include "forms/Sparkline.h"
@@ -161,12 +162,6 @@ void addUsage(Table &table, std::string_view label, double percentage, const std
     table.line(line);
 }
 
-std::string resetText(const std::optional<Instant> &resetAt, Instant now) {
-    if (!resetAt)
-        return {};
-    return *resetAt <= now ? "resets now" : "resets in " + timeRemainingText(*resetAt, now);
-}
-
 void addExtraUsage(Table &table, const ExtraUsageData &usage) {
     const std::string days =
         std::to_string(usage.daysUntilReset) + (usage.daysUntilReset == 1 ? " day" : " days");
@@ -188,31 +183,58 @@ void addClaudeStatus(Table &table, const AccountFigures &account) {
     }
 }
 
-void addAccount(Table &table, const AccountFigures &account, Instant now) {
-    if (account.oauthStatus == OAuthStatus::unknown)
+std::string limitLabel(const Limit &limit) {
+    return elidedInMiddle(printableText(limitName(limit)), labelColumns - 1);
+}
+
+/// Adds a sentence for each limit, and what else there is to say where that fits into the line.
+void addForecasts(Table &table, const UsageFigures &usage, Instant now) {
+    constexpr int sentenceColumns = contentColumns - labelColumns;
+    for (const LimitCourse &course : usage.limitCourses) {
+        const LimitWords words = limitWords(course, forecastOf(course, now), usage.calendar, now);
+        std::string line = table.dimmed(leftAligned(limitLabel(course.limit), labelColumns)) +
+                           elidedInMiddle(printableText(words.sentence), sentenceColumns);
+        const std::string detail = words.detail.empty() ? "" : " · " + words.detail;
+        if (columnsOf(words.sentence) + columnsOf(detail) <= sentenceColumns)
+            line += table.dimmed(detail);
+        table.line(line);
+    }
+}
+
+void addAccount(Table &table, const Snapshot &snapshot, Instant now) {
+    const auto &[usage, account] = snapshot;
+    const bool isAsked = account.oauthStatus != OAuthStatus::unknown;
+    if (!isAsked && account.limits.empty())
         return;
-    table.heading("Quota", nameOf(account.oauthStatus));
-    if (const auto &quota = account.quotaData) {
+    table.heading("Quota", isAsked ? nameOf(account.oauthStatus) : staleQuotaText(account, usage.calendar));
+    const auto &quota = account.quotaData;
+    if (quota) {
         addUsage(table, "Session", quota->fiveHourUsagePct, resetText(quota->fiveHourResetAt, now));
         addUsage(table, "Weekly", quota->sevenDayUsagePct, resetText(quota->sevenDayResetAt, now));
         addUsage(table, "Claude Design", quota->claudeDesignWeeklyPct,
                  resetText(quota->claudeDesignResetAt, now));
-    } else {
+    } else if (isAsked) {
         table.line("No quota could be had");
     }
+    for (const Limit &limit : account.limits) {
+        if (!quota || limit.kind == Limit::Kind::weeklyScoped)
+            addUsage(table, limitLabel(limit), limit.usedPct, resetText(limit.resetsAt, now));
+    }
+    addForecasts(table, usage, now);
     if (account.extraUsage)
         addExtraUsage(table, *account.extraUsage);
-    addClaudeStatus(table, account);
+    if (isAsked)
+        addClaudeStatus(table, account);
 }
 
 } // namespace
 
 std::string tableForm(const Snapshot &snapshot, Instant now, TerminalColors colors) {
-    const auto &[usage, account] = snapshot;
+    const UsageFigures &usage = snapshot.usage;
     const HistoricalData &history = usage.historicalData;
     Table table(colors);
     addSession(table, usage);
-    addAccount(table, account, now);
+    addAccount(table, snapshot, now);
     table.heading("History", periodOf(usage.timeFilter));
     table.figures(statFigures(history, usage.sessionCost));
     addActivity(table, history.dailyActivity, usage.calendar.dayOf(now));

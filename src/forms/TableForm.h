@@ -10,7 +10,7 @@
 namespace burnwick {
 
 /// Returns the figures as a table for people, at most 80 columns wide, with its last line feed. Omits the
-/// account while its state is unknown. Remaining times count from `now`.
+/// account while its state and its limits are unknown. Remaining times and forecasts count from `now`.
 [[nodiscard]] std::string tableForm(const Snapshot &snapshot, Instant now, TerminalColors colors);
 
 } // namespace burnwick

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace burnwick {
@@ -33,6 +34,19 @@ struct Limit {
 /// Returns whether both are observations of the same limit, perhaps in different windows.
 [[nodiscard]] inline bool isSameLimit(const Limit &limit, const Limit &other) {
     return limit.kind == other.kind && limit.model == other.model;
+}
+
+/// Returns "session", "weekly" or "weekly_scoped", the kind's name in files and outputs for programs.
+[[nodiscard]] constexpr std::string_view nameOf(Limit::Kind kind) noexcept {
+    switch (kind) {
+    case Limit::Kind::weekly:
+        return "weekly";
+    case Limit::Kind::weeklyScoped:
+        return "weekly_scoped";
+    case Limit::Kind::session:
+        break;
+    }
+    return "session";
 }
 
 /// Returns the length of the limit's windows.

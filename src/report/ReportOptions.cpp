@@ -6,6 +6,7 @@
 
 #include <QtCore/QCommandLineParser>
 
+#include <algorithm>
 #include <optional>
 
 namespace burnwick {
@@ -35,6 +36,12 @@ const FormOption outputOptions[] = {
      QStringLiteral("Keep the messages of such a file (- for standard input) that are not known yet. "
                     "Requires the setting \"Keep history\"."),
      QStringLiteral("file")},
+    {Form::statusLine, QStringLiteral("statusline"),
+     QStringLiteral(
+         "Answer as the command of Claude Code's status line: read its JSON, keep the limits in it, "
+         "and print the title in colours, or what the command behind -- prints.")},
+    {Form::statusLineSetup, QStringLiteral("statusline-setup"),
+     QStringLiteral("Print what to add to Claude Code's settings for this; change nothing.")},
 };
 
 const QString filterName = QStringLiteral("filter");
@@ -55,6 +62,10 @@ void addOptions(QCommandLineParser &parser) {
         {quotaName, QStringLiteral("Ask for the account's quota and the service's status, too.")});
     for (const FormOption &option : outputOptions)
         parser.addOption({option.name, option.description, option.value});
+    parser.addPositionalArgument(QStringLiteral("command"),
+                                 QStringLiteral("With --statusline: another command of the status line, with "
+                                                "its arguments. It gets the same input."),
+                                 QStringLiteral("[-- command...]"));
 }
 
 std::optional<TimeFilter> filterNamed(const QString &name) {
@@ -69,15 +80,23 @@ WrongOptions wrong(const QString &reason) {
     return {QString::fromStdString(printableText(reason.toStdString()))};
 }
 
+WrongOptions unexpected(const QString &argument) {
+    return wrong(QStringLiteral("Unexpected argument '%1'.").arg(argument));
+}
+
 } // namespace
 
-std::variant<ReportOptions, WrongOptions> parseReportOptions(const QStringList &arguments) {
+std::variant<ReportOptions, WrongOptions> parseReportOptions(const std::vector<std::string> &arguments) {
+    const auto separator = std::ranges::find(arguments, "--");
+    QStringList decoded;
+    for (auto argument = arguments.begin(); argument != separator; ++argument)
+        decoded += QString::fromStdString(*argument);
     QCommandLineParser parser;
     addOptions(parser);
-    if (!parser.parse(arguments))
+    if (!parser.parse(decoded))
         return wrong(parser.errorText());
     if (!parser.positionalArguments().isEmpty())
-        return wrong(QStringLiteral("Unexpected argument '%1'.").arg(parser.positionalArguments().first()));
+        return unexpected(parser.positionalArguments().first());
 
     ReportOptions options;
     const auto filter = filterNamed(parser.value(filterName));
@@ -105,6 +124,10 @@ std::variant<ReportOptions, WrongOptions> parseReportOptions(const QStringList &
         options.form = Form::version;
     if (parser.isSet(helpName))
         options.form = Form::help;
+    if (separator != arguments.end())
+        options.command.assign(separator + 1, arguments.end());
+    if (!options.command.empty() && options.form != Form::statusLine)
+        return unexpected(QString::fromStdString(options.command.front()));
     return options;
 }
 

@@ -7,18 +7,33 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
+#include <string>
 #include <variant>
+#include <vector>
 
 namespace burnwick {
 
 /// The options of a valid command line.
 struct ReportOptions {
-    enum class Form { table, title, waybar, genmon, json, exportHistory, importHistory, version, help };
+    enum class Form {
+        table,
+        title,
+        waybar,
+        genmon,
+        json,
+        exportHistory,
+        importHistory,
+        statusLine,
+        statusLineSetup,
+        version,
+        help
+    };
 
     Form form = Form::table;
     TimeFilter timeFilter = TimeFilter::all;
-    bool quota = false; ///< whether to request the quota and the service's status
-    QString file{};     ///< of the history; "-" is a standard stream
+    bool quota = false;                 ///< whether to request the quota and the service's status
+    QString file{};                     ///< of the history; "-" is a standard stream
+    std::vector<std::string> command{}; ///< of the status line: a program and its arguments; may be empty
 
     bool operator==(const ReportOptions &) const = default;
 };
@@ -28,8 +43,9 @@ struct WrongOptions {
     QString reason; ///< one line without a line feed, control characters replaced
 };
 
-/// Parses the arguments; the program's name is the first.
-[[nodiscard]] std::variant<ReportOptions, WrongOptions> parseReportOptions(const QStringList &arguments);
+/// Parses the arguments; the program's name is the first. Those behind "--" are a command in any encoding.
+[[nodiscard]] std::variant<ReportOptions, WrongOptions>
+parseReportOptions(const std::vector<std::string> &arguments);
 
 /// Returns the output of --help: several lines, with the last line feed.
 [[nodiscard]] QString reportHelp();

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "display/StatusTitle.h"
+#include "forecast/Forecast.h"
 #include "forms/BarForms.h"
 #include "forms/JsonForm.h"
 #include "forms/TableForm.h"
@@ -15,10 +16,14 @@
 #include "report/AccountFetch.h"
 #include "report/HistoryFile.h"
 #include "report/ReportOptions.h"
+#include "report/StatusLine.h"
+#include "report/StatusLineSetup.h"
 #include "state/LogFigures.h"
+#include "statusline/LatestLimits.h"
 
-#include <QtCore/QFile>
+#include <QtCore/QStandardPaths>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -32,6 +37,7 @@
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 #include <pwd.h>
 #include <unistd.h>
@@ -70,6 +76,20 @@ std::unique_ptr<UserDefaults> userDefaults() {
     return platform::makeUserDefaults(UserDefaults::Access::readOnly);
 }
 
+/// Sets the latest observations of the account's limits, and their courses.
+void addLimits(Snapshot &snapshot, Instant now) {
+    auto &[usage, account] = snapshot;
+    auto limits = LatestLimits(Ledger::userFolder()).read(now);
+    mergeLimits(limits, account.limits);
+    account.limits = std::move(limits);
+    for (const Limit &limit : account.limits)
+        usage.limitCourses.push_back({limit, {{limit.observedAt, limit.usedPct}}, {}});
+    if (account.limits.empty() || account.quotaData)
+        return;
+    account.quotaReadAt = std::ranges::max(account.limits, {}, &Limit::observedAt).observedAt;
+    account.isQuotaStale = now - *account.quotaReadAt > staleLimitAge;
+}
+
 /// Reads all logs if the form shows the history, otherwise the recent ones only. May take a while.
 Snapshot readSnapshot(const ReportOptions &options, const Clock &clock) {
     Snapshot snapshot{{Calendar::current(), options.timeFilter}, {}};
@@ -92,6 +112,7 @@ Snapshot readSnapshot(const ReportOptions &options, const Clock &clock) {
         const auto history = parser.parseRecentEntries(recentSince(usage.calendar, now), &ledger);
         updateSession(usage, history->entries, now);
     }
+    addLimits(snapshot, now);
     return snapshot;
 }
 
@@ -108,7 +129,23 @@ std::string exchangeHistory(const ReportOptions &options) {
     return isImport ? importHistory(ledger, options.file) : exportHistory(ledger, options.file);
 }
 
-std::string report(const ReportOptions &options) {
+TitleSources titleSources() {
+    const auto cache =
+        QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation).toStdString() + "/burnwick";
+    return {homeDirectory(), Ledger::userFolder(), load(*userDefaults(), settings::keepHistory),
+            cache + "/title.json"};
+}
+
+/// The shell finds a program without a slash in its name again; of others the path is needed.
+std::string statusLineSnippet(const std::filesystem::path &program) {
+    const auto setup =
+        statusLineSetup(homeDirectory() / ".claude" / "settings.json",
+                        program.has_parent_path() ? std::filesystem::absolute(program) : program);
+    std::cerr << setup.advice << '\n';
+    return setup.snippet;
+}
+
+std::string report(const ReportOptions &options, const std::string &programName) {
     if (options.form == Form::version)
         return "burnwick-report " + std::string(version()) + '\n';
     if (options.form == Form::help)
@@ -119,17 +156,19 @@ std::string report(const ReportOptions &options) {
     }
     if (options.form == Form::exportHistory || options.form == Form::importHistory)
         return exchangeHistory(options);
+    if (options.form == Form::statusLineSetup)
+        return statusLineSnippet(programName);
     const SystemClock clock;
     const Snapshot snapshot = readSnapshot(options, clock);
     switch (options.form) {
     case Form::title:
         return plainText(buildStatusTitle(snapshot)) + '\n';
     case Form::waybar:
-        return waybarForm(snapshot);
+        return waybarForm(snapshot, clock.now());
     case Form::genmon:
-        return genmonForm(snapshot);
+        return genmonForm(snapshot, clock.now());
     case Form::json:
-        return jsonForm(snapshot, version());
+        return jsonForm(snapshot, version(), clock.now());
     default:
         return tableForm(snapshot, clock.now(), colorsOfStandardOutput());
     }
@@ -144,15 +183,18 @@ int run(int argumentCount, char *arguments[]) {
     // Without a reader the exit code reports the failure, and no signal ends the process.
     std::signal(SIGPIPE, SIG_IGN);
     qInstallMessageHandler(printWarning);
-    QStringList decoded;
-    for (int i = 0; i < argumentCount; ++i)
-        decoded += QFile::decodeName(arguments[i]);
-    const auto parsed = parseReportOptions(decoded);
+    const std::vector<std::string> texts(arguments, arguments + argumentCount);
+    const auto parsed = parseReportOptions(texts);
     if (const auto *mistake = std::get_if<WrongOptions>(&parsed)) {
         complain(mistake->reason.toStdString() + " See burnwick-report --help.");
         return exitWrongOptions;
     }
-    if (writeToStandardOutput(report(std::get<ReportOptions>(parsed))))
+    const auto &options = std::get<ReportOptions>(parsed);
+    if (options.form == Form::statusLine) {
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+        return runStatusLine(titleSources(), options.command, SystemClock());
+    }
+    if (writeToStandardOutput(report(options, texts.empty() ? "burnwick-report" : texts.front())))
         return exitSuccess;
     const int error = errno;
     if (error != EPIPE)

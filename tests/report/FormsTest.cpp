@@ -186,7 +186,7 @@ TEST(SparklineTest, DrawsOneCharacterADay) {
 TEST(BarForms, WrapTitleAndToolTipForWaybarAndGenmon) {
     Snapshot figures = someFigures();
     figures.account.quotaData.emplace().fiveHourUsagePct = 67.4;
-    const std::string form = waybarForm(figures);
+    const std::string form = waybarForm(figures, now);
     EXPECT_EQ(form.find('\n'), form.size() - 1);
     const QJsonObject module = jsonObject(form);
     expectMembers(module, R"({"class":"orange","percentage":67})");
@@ -200,16 +200,16 @@ TEST(BarForms, WrapTitleAndToolTipForWaybarAndGenmon) {
     expectMatches(withoutMarkup(toolTip),
                   {"300 in", "200.0K out", "10 cache creation · 4.0K cache read", "\\$0.30", "225 tokens/min",
                    "\\$2.92 today · \\$20.41 week · \\$87.48 month", "67% used \\(orange\\)"});
-    EXPECT_EQ(genmonForm(figures),
+    EXPECT_EQ(genmonForm(figures, now),
               QStringLiteral("<txt>%1</txt>\n<tool>%2</tool>\n").arg(title, toolTip).toStdString());
 
-    const QJsonObject unknown = jsonObject(waybarForm(emptySnapshot()));
+    const QJsonObject unknown = jsonObject(waybarForm(emptySnapshot(), now));
     expectMembers(unknown, R"({"class":"green"})");
     EXPECT_FALSE(unknown.contains(QStringLiteral("percentage"))) << "0 would be a figure";
 }
 
 TEST(JsonForm, HasEveryFigureExactly) {
-    const std::string json = jsonForm(someFiguresWithAccount(), "1.2.3");
+    const std::string json = jsonForm(someFiguresWithAccount(), "1.2.3", now);
     EXPECT_LT(json.find("\"version\":"), json.find("\"title\":")) << "the keys are sorted";
     const QJsonObject root = jsonObject(json);
     expectMembers(root, R"({
@@ -247,7 +247,7 @@ TEST(JsonForm, EscapesHostileNames) {
         if (hostile.text.size() > 1'000)
             continue; // slow, and JSON has whole names
         figures.account.claudeStatus[0].name = hostile.text;
-        const std::string json = jsonForm(figures, "1.2.3");
+        const std::string json = jsonForm(figures, "1.2.3", now);
         for (const std::string &line : linesOf(json))
             EXPECT_FALSE(test::hasControls(line)) << hostile.what;
         const QJsonValue name = jsonObject(json)[QStringLiteral("claudeStatus")][0][QStringLiteral("name")];

@@ -44,11 +44,21 @@ public:
         m_process.setStandardInputFile(QString::fromStdString(file));
         return *this;
     }
-    /// Runs it with a pseudo terminal as its standard output.
-    Outcome runInTerminal() {
+    /// Runs it with a pseudo terminal as its standard streams. The arguments are words of a shell, which may
+    /// redirect.
+    Outcome runInTerminal(const char *arguments = "") {
         m_process.setProgram(QStringLiteral("script"));
-        return run(
-            {QStringLiteral("-qec"), QStringLiteral(BURNWICK_REPORT_PROGRAM), QStringLiteral("/dev/null")});
+        return run({QStringLiteral("-qec"),
+                    QStringLiteral(BURNWICK_REPORT_PROGRAM " ") + QString::fromUtf8(arguments),
+                    QStringLiteral("/dev/null")});
+    }
+    /// Runs it with the bytes in a pipe as its standard input.
+    Outcome runWithInput(const QStringList &arguments, const std::string &input) {
+        start(arguments);
+        m_process.write(QByteArray::fromStdString(input));
+        m_process.closeWriteChannel();
+        EXPECT_TRUE(m_process.waitForFinished()) << m_process.errorString().toStdString();
+        return outcome();
     }
     Outcome run(const QStringList &arguments = {}) {
         start(arguments);

@@ -4,14 +4,19 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 namespace burnwick {
 namespace {
 
 using Form = ReportOptions::Form;
 
 auto parse(const char *arguments) {
-    return parseReportOptions(
-        (QStringLiteral("burnwick-report ") + QString::fromUtf8(arguments)).split(u' ', Qt::SkipEmptyParts));
+    std::vector<std::string> list{"burnwick-report"};
+    std::istringstream words(arguments);
+    for (std::string word; std::getline(words, word, ' ');)
+        list.push_back(word);
+    return parseReportOptions(list);
 }
 
 TEST(ReportOptionsTest, ReadsTheCommandLine) {
@@ -28,6 +33,11 @@ TEST(ReportOptionsTest, ReadsTheCommandLine) {
         {"--export-history=f --filter 7d",
          {Form::exportHistory, TimeFilter::sevenDays, false, QStringLiteral("f")}},
         {"--import-history -", {Form::importHistory, TimeFilter::all, false, QStringLiteral("-")}},
+        {"--statusline --", {Form::statusLine, TimeFilter::all}},
+        {"--statusline -- sh --json -- x",
+         {Form::statusLine, TimeFilter::all, false, {}, {"sh", "--json", "--", "x"}}},
+        {"--statusline-setup", {Form::statusLineSetup, TimeFilter::all}},
+        {"--", {Form::table, TimeFilter::all}},
         {"-v", {Form::version, TimeFilter::all}},
         {"--json --help", {Form::help, TimeFilter::all}},
         {"-h", {Form::help, TimeFilter::all}},
@@ -50,6 +60,8 @@ TEST(ReportOptionsTest, RefusesWhatItDoesNotKnowAndNamesIt) {
         {"--export-history", "export-history"},
         {"--title --import-history f", "--title, --import-history"},
         {"--export-history f --import-history f", "--export-history, --import-history"},
+        {"--json -- sh", "sh"},
+        {"--statusline sh", "sh"},
         {"--bad\n\033[2J", "bad\uFFFD\uFFFD[2J"},
     };
     for (const auto &[arguments, named] : rows) {

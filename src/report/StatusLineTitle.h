@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "model/Clock.h"
+#include "model/SessionTokens.h"
+
+#include <chrono>
+#include <filesystem>
+#include <optional>
+
+namespace burnwick {
+
+/// The session's figures in the status title.
+struct TitleFigures {
+    SessionTokens tokens;
+    double cost = 0;
+
+    bool operator==(const TitleFigures &) const = default;
+};
+
+/// Where the figures come from.
+struct TitleSources {
+    std::filesystem::path home;
+    std::filesystem::path ledgerFolder;
+    bool keepsHistory = false;
+    std::filesystem::path cacheFile; ///< written only after the usual deadline
+};
+
+/// How long to wait for the figures.
+struct TitleDeadlines {
+    std::chrono::steady_clock::time_point usual; ///< if there are stored figures
+    std::chrono::steady_clock::time_point last;
+};
+
+/// Returns the figures of the recent logs, which a background process reads. If that is late, returns the
+/// figures that the last late one stored, at most an hour ago; null if there are none at the last deadline.
+/// A slow process also stores what it reads in the ledger, so that the next one is quick. One of
+/// them works at a time.
+[[nodiscard]] std::optional<TitleFigures> titleFigures(const TitleSources &sources, const Clock &clock,
+                                                       const TitleDeadlines &deadlines);
+
+} // namespace burnwick
