@@ -59,7 +59,8 @@ StandardUpdaterController::Services AppDelegate::updaterServices() {
 
 AppState::Services AppDelegate::stateServices() {
     return {{m_preferences, JSONLParser(homeDirectory()), [] { return Calendar::current(); }, m_clock,
-             m_scheduler, platform::openDirectoryEventSource, platform::openTreeEventSource, &m_ledger},
+             m_scheduler, platform::openDirectoryEventSource, platform::openTreeEventSource, &m_ledger,
+             [this](std::span<const Limit> limits) { return m_ledger.recordLimits(limits); }},
             {m_preferences, m_clock, m_scheduler, m_account, *m_terminal,
              [this] { openInBrowser(m_endpoints.loginURL); }}};
 }
