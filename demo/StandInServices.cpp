@@ -23,8 +23,8 @@ std::string instantText(Instant instant) {
 QByteArray usage(Instant now) {
     // Later by half a minute, so that a program that has just started shows 2 h 5 min.
     const Instant seen = now + 30s;
-    return encodeUsageResponse({.fiveHour = {67, instantText(seen + 2h + 5min)},
-                                .sevenDay = {31, instantText(seen + 3 * 24h + 14h)},
+    return encodeUsageResponse({.fiveHour = OAuthUsagePeriod{67, instantText(seen + 2h + 5min)},
+                                .sevenDay = OAuthUsagePeriod{31, instantText(seen + 3 * 24h + 14h)},
                                 .sevenDayOpus = std::nullopt,
                                 .sevenDayOmelette = OAuthUsagePeriod{8, instantText(seen + 5 * 24h + 2h)},
                                 .extraUsage = OAuthExtraUsage{true, 5'000, 1'240, 24.8}});

@@ -3,11 +3,14 @@
 #include "fuzz/Oracles.h"
 #include "fuzz/PlainJson.h"
 #include "model/Calendar.h"
+#include "model/Timestamp.h"
 #include "quota/OAuthUsageResponse.h"
 #include "json/JsonReading.h"
 
+#include <algorithm>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace burnwick::fuzz {
 
@@ -40,13 +43,6 @@ OAuthUsagePeriod period(const element &object) {
     return period;
 }
 
-OAuthUsagePeriod requiredPeriod(const element &root, std::string_view key) {
-    const auto value = lastMember(root, key);
-    if (!value)
-        throw NotTheAnswer();
-    return period(*value);
-}
-
 std::optional<OAuthUsagePeriod> optionalPeriod(const element &root, std::string_view key) {
     const auto value = lastMember(root, key);
     if (isMissing(value))
@@ -75,11 +71,64 @@ std::optional<OAuthExtraUsage> extraUsage(const element &root) {
     return anyNull ? std::nullopt : std::optional(usage);
 }
 
+std::string text(const std::optional<element> &value) {
+    return value && value->is_string() ? std::string(value->get_string().value_unsafe()) : std::string();
+}
+
+OAuthUsageLimit limit(const element &object) {
+    OAuthUsageLimit limit;
+    const std::string kind = text(lastMember(object, "kind"));
+    if (kind == "weekly_all")
+        limit.kind = Limit::Kind::weekly;
+    else if (kind == "weekly_scoped")
+        limit.kind = Limit::Kind::weeklyScoped;
+    else if (kind != "session")
+        throw NotTheAnswer();
+    limit.period.utilization = std::max(0.0, number(object, "percent"));
+    const auto reset = lastMember(object, "resets_at");
+    if (!isMissing(reset))
+        limit.period.resetsAt = text(reset);
+    if (!reset || (limit.period.resetsAt && !parseTimestamp(*limit.period.resetsAt)))
+        throw NotTheAnswer();
+    if (limit.kind != Limit::Kind::weeklyScoped)
+        return limit;
+    const auto scope = lastMember(object, "scope");
+    const auto model = scope ? lastMember(*scope, "model") : std::nullopt;
+    limit.model = model ? text(lastMember(*model, "display_name")) : std::string();
+    if (limit.model.empty())
+        throw NotTheAnswer();
+    return limit;
+}
+
+std::vector<OAuthUsageLimit> limits(const element &root) {
+    std::vector<OAuthUsageLimit> limits;
+    const auto list = lastMember(root, "limits");
+    simdjson::dom::array elements;
+    if (!list || list->get_array().get(elements) != simdjson::SUCCESS)
+        return limits;
+    for (const element object : elements) {
+        try {
+            limits.push_back(limit(object));
+        } catch (const NotTheAnswer &) {
+            // costs the element alone
+        }
+    }
+    return limits;
+}
+
 std::optional<OAuthUsageResponse> naiveResponse(const element &root) {
     try {
-        return OAuthUsageResponse{requiredPeriod(root, "five_hour"), requiredPeriod(root, "seven_day"),
-                                  optionalPeriod(root, "seven_day_opus"),
-                                  optionalPeriod(root, "seven_day_omelette"), extraUsage(root)};
+        OAuthUsageResponse response{optionalPeriod(root, "five_hour"),
+                                    optionalPeriod(root, "seven_day"),
+                                    optionalPeriod(root, "seven_day_opus"),
+                                    optionalPeriod(root, "seven_day_omelette"),
+                                    extraUsage(root),
+                                    limits(root)};
+        const bool hasSession = std::ranges::any_of(
+            response.limits, [](const OAuthUsageLimit &limit) { return limit.kind == Limit::Kind::session; });
+        if ((!response.fiveHour && !hasSession) || (!response.sevenDay && response.limits.empty()))
+            throw NotTheAnswer();
+        return response;
     } catch (const NotTheAnswer &) {
         return std::nullopt;
     }
@@ -104,7 +153,14 @@ const char *checkUsageResponse(std::string_view input) {
         return "refused";
     require(decodeUsageResponse(encodeUsageResponse(*decoded)) == *decoded || hasByteOrderMark(input),
             "an answer is read back");
-    static_cast<void>(quotaDataFrom(*decoded));
+    const auto all = limitsFrom(*decoded, Instant());
+    require(!all.empty() && all.front().kind == Limit::Kind::session && all.size() <= 22,
+            "the list is short and begins with the session");
+    require(std::ranges::all_of(all, [](const Limit &limit) { return limit.usedPct >= 0; }),
+            "limits have percentages");
+    const auto quota = quotaDataFrom(*decoded);
+    require(quota.fiveHourUsagePct < 0 || quota.fiveHourUsagePct == all.front().usedPct,
+            "the quota and the limits agree");
     const auto extra = extraUsageDataFrom(*decoded, Calendar::current(), Instant());
     require(!extra || (extra->monthlyLimit > 0 && extra->currentBalance >= 0), "limits are amounts");
     return "accepted";

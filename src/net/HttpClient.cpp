@@ -100,15 +100,16 @@ bool isCutChallenge(const QNetworkReply &reply, int status, const QByteArray &bo
 HttpResponse responseFrom(const QNetworkReply &reply, std::optional<Kind> stopped, QByteArray body) {
     const auto status = statusOf(reply);
     const bool refused = status && (*status < 200 || *status > 299);
+    const auto &headers = reply.rawHeaderPairs();
     if (refused && !isCutChallenge(reply, *status, body))
-        return {*status, std::move(body)};
+        return {*status, std::move(body), {headers.begin(), headers.end()}};
     if (stopped)
         throw TransportError(*stopped);
     if (reply.error() != QNetworkReply::NoError)
         throw TransportError(kindOf(reply.error(), status.has_value()), nameOf(reply.error()));
     if (!status)
         throw TransportError(Kind::notHttp);
-    return {*status, std::move(body)};
+    return {*status, std::move(body), {headers.begin(), headers.end()}};
 }
 
 QNetworkReply *begin(QNetworkAccessManager &manager, const HttpRequest &request) {
@@ -197,6 +198,12 @@ QCoro::Task<HttpResponse> exchange(QNetworkAccessManager *manager, SystemProxies
 }
 
 } // namespace
+
+QByteArray HttpResponse::header(QByteArrayView name) const {
+    const auto found = std::ranges::find_if(
+        headers, [name](const auto &header) { return header.first.compare(name, Qt::CaseInsensitive) == 0; });
+    return found != headers.end() ? found->second : QByteArray();
+}
 
 HttpClient::HttpClient(HttpLimits limits)
     : m_limits(limits)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QCoroTask>
 #include <QNetworkAccessManager>
 #include <QUrl>
@@ -27,6 +28,10 @@ struct HttpRequest {
 struct HttpResponse {
     int status = 0;
     QByteArray body;
+    std::vector<std::pair<QByteArray, QByteArray>> headers = {}; ///< repeated ones are joined by commas
+
+    /// Returns the header's value, ignoring the case of the name; null if absent.
+    [[nodiscard]] QByteArray header(QByteArrayView name) const;
 };
 
 /// The limits of one exchange.

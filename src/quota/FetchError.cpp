@@ -46,4 +46,10 @@ FetchError FetchError::refreshUnanswered() {
     return error;
 }
 
+FetchError FetchError::tooManyRequests(std::optional<std::chrono::seconds> retryAfter) {
+    FetchError error(FetchFailure::httpError, 429);
+    error.m_retryAfter = retryAfter;
+    return error;
+}
+
 } // namespace burnwick

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <chrono>
 #include <cstdint>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -59,12 +61,21 @@ public:
     using AccountError::AccountError;
     /// Returns a refreshFailed error with isUnanswered().
     [[nodiscard]] static FetchError refreshUnanswered();
+    /// Returns an httpError with status 429.
+    [[nodiscard]] static FetchError tooManyRequests(std::optional<std::chrono::seconds> retryAfter);
 
     /// Whether the token endpoint did not respond.
     [[nodiscard]] bool isUnanswered() const noexcept { return m_isUnanswered; }
+    /// Whether the usage endpoint answered 429.
+    [[nodiscard]] bool isTooManyRequests() const noexcept {
+        return kind() == Kind::httpError && httpStatus() == 429;
+    }
+    /// The wait that the answer asked for; null if it did not.
+    [[nodiscard]] std::optional<std::chrono::seconds> retryAfter() const noexcept { return m_retryAfter; }
 
 private:
     bool m_isUnanswered = false;
+    std::optional<std::chrono::seconds> m_retryAfter;
 };
 
 } // namespace burnwick

@@ -5,6 +5,7 @@
 #include "async/DetachedTask.h"
 #include "model/Clock.h"
 #include "net/HttpClient.h"
+#include "net/RetryAfter.h"
 #include "net/TransportError.h"
 #include "quota/FetchError.h"
 #include "quota/KeychainManager.h"
@@ -22,7 +23,7 @@
 
 #include <coroutine>
 #include <exception>
-#include <vector>
+#include <utility>
 
 namespace burnwick {
 
@@ -249,10 +250,15 @@ QCoro::Task<OAuthFetcher::Usage> OAuthFetcher::performFetch(std::string accessTo
     requireAlive(self);
     if (response->status == 401)
         throw FetchError(FetchFailure::unauthorized);
+    const Instant now = m_clock.now();
+    if (response->status == 429)
+        throw FetchError::tooManyRequests(parseRetryAfter(response->header("Retry-After"), now));
     if (response->status != 200)
         throw FetchError(FetchFailure::httpError, response->status);
-    const OAuthUsageResponse usage = decodeUsageResponse(response->body);
-    co_return Usage(quotaDataFrom(usage), extraUsageDataFrom(usage, m_calendar, m_clock.now()));
+    const OAuthUsageResponse decoded = decodeUsageResponse(response->body);
+    const Usage usage{quotaDataFrom(decoded), extraUsageDataFrom(decoded, m_calendar, now),
+                      limitsFrom(decoded, now)};
+    co_return usage;
 }
 
 } // namespace burnwick

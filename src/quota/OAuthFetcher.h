@@ -4,6 +4,7 @@
 
 #include "model/Calendar.h"
 #include "model/ExtraUsageData.h"
+#include "model/Limit.h"
 #include "model/QuotaData.h"
 #include "quota/OAuthRefresher.h"
 
@@ -15,7 +16,7 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <utility>
+#include <vector>
 
 namespace burnwick {
 
@@ -35,7 +36,11 @@ public:
     /// together.
     static constexpr std::chrono::seconds longestExchange{25};
 
-    using Usage = std::pair<QuotaData, std::optional<ExtraUsageData>>;
+    struct Usage {
+        QuotaData quota;
+        std::optional<ExtraUsageData> extraUsage;
+        std::vector<Limit> limits; ///< distinct; session, weekly, scoped ones
+    };
 
     /// The referenced objects must outlive this one, which may be destroyed while a fetch runs.
     OAuthFetcher(HttpClient &http, QUrl usageURL, QUrl tokenURL, KeychainManager &keychain,

@@ -141,10 +141,10 @@ void AccountTracker::takeQuota(const OAuthFetcher::Usage &usage) {
     m_retryUntil = {};
     m_retryTimer.reset();
     const Instant now = m_services.clock.now();
-    m_figures.quotaData = usage.first;
+    m_figures.quotaData = usage.quota;
     m_figures.quotaReadAt = now;
-    if (usage.second) {
-        m_figures.extraUsage = usage.second;
+    if (usage.extraUsage) {
+        m_figures.extraUsage = usage.extraUsage;
         m_figures.extraUsageReadAt = now;
     }
     // A login started after this request keeps its state.

@@ -68,6 +68,8 @@ TEST_F(HttpClientTest, ReturnsResponsesOfEveryStatusAndFollowsNoRedirect) {
             const auto received = resultOf(m_client.send(toSend));
             EXPECT_EQ(received.status, status);
             EXPECT_EQ(received.body, body) << status;
+            EXPECT_EQ(received.header("LOCATION"), "/elsewhere") << status;
+            EXPECT_TRUE(received.header("Retry-After").isNull());
             EXPECT_EQ(m_server.requests().size(), before + 1) << status;
         }
     }

@@ -94,7 +94,7 @@ protected:
 
 TEST_F(OAuthFetcherTest, ARejectedTokenIsRenewedStoredAndReplaced) {
     m_server.script(usageTarget, {{401}, usage});
-    const auto [quota, extraUsage] = resultOf(m_fetcher->fetchUsage());
+    const auto [quota, extraUsage, limits] = resultOf(m_fetcher->fetchUsage());
     EXPECT_EQ(quota, (QuotaData{62, 7, 0, test::at("2025-06-10T15:00:00.5Z"), {}, {}}));
     EXPECT_EQ(extraUsage, (ExtraUsageData{10, 50, 40, 20, 20}));
     EXPECT_EQ(tokensSent(), (std::vector{m_old, m_new}));
@@ -161,6 +161,17 @@ TEST_F(OAuthFetcherTest, FailuresOfTheUsageEndpoint) {
     EXPECT_EQ(refreshes(), 2);
 }
 
+TEST_F(OAuthFetcherTest, ARefusalHasTheWaitThatItAsksFor) {
+    m_server.script(usageTarget,
+                    {{429, "{}", {{"retry-after", "1600"}}}, {429}, {500, "{}", {{"Retry-After", "9"}}}});
+    for (const auto wait : {std::optional(1600s), std::optional<std::chrono::seconds>()}) {
+        const auto error = failure();
+        EXPECT_TRUE(error.isTooManyRequests());
+        EXPECT_EQ(error.retryAfter(), wait);
+    }
+    EXPECT_FALSE(failure().isTooManyRequests());
+}
+
 TEST_F(OAuthFetcherTest, FailuresOfTheTokenEndpoint) {
     const std::pair<ScriptedAnswer, Kind> rows[] = {
         {refused, Kind::refreshTokenExpired},
@@ -188,7 +199,7 @@ TEST_F(OAuthFetcherTest, FailuresOfTheTokenEndpoint) {
 TEST_F(OAuthFetcherTest, ANewTokenIsUsedEvenWhenItCannotBeStored) {
     m_store.writable = false;
     m_server.script(usageTarget, {{401}, usage});
-    EXPECT_EQ(resultOf(m_fetcher->fetchUsage()).first.fiveHourUsagePct, 62);
+    EXPECT_EQ(resultOf(m_fetcher->fetchUsage()).quota.fiveHourUsagePct, 62);
 }
 
 TEST_F(OAuthFetcherTest, OverlappingFetchesShareOneRenewal) {

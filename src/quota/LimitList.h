@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "model/Limit.h"
+#include "model/QuotaData.h"
+
+#include <string_view>
+#include <vector>
+
+namespace burnwick {
+
+/// The model of the scoped limit that has its own fields in QuotaData.
+inline constexpr std::string_view claudeDesign = "Claude Design";
+
+/// Returns the first of each limit, at most 20 scoped ones, in order: session, weekly, Claude Design, other
+/// scoped ones. Omits limits whose percentage is not finite; a negative one becomes 0.
+[[nodiscard]] std::vector<Limit> distinctLimits(std::vector<Limit> limits);
+
+/// Copies percentage and reset to the limit's fields of the quota, if it has any.
+void copyToQuota(const Limit &limit, QuotaData &quota);
+
+/// Whether the limit's reset is in the future, by at most the length of its window and a day, for wrong
+/// clocks.
+[[nodiscard]] bool isInPresentWindow(const Limit &limit, Instant now);
+
+} // namespace burnwick
