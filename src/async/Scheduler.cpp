@@ -11,6 +11,15 @@
 
 namespace burnwick {
 
+void startOnce(std::unique_ptr<RepeatingTimer> &timer, Scheduler &scheduler, std::chrono::nanoseconds delay,
+               std::function<void()> callback) {
+    const auto interval = std::chrono::ceil<std::chrono::milliseconds>(delay);
+    timer = scheduler.repeat(interval, [&timer, callback = std::move(callback)] {
+        const auto ended = std::move(timer);
+        callback();
+    });
+}
+
 class EventLoopScheduler::Timer final : public RepeatingTimer {
 public:
     Timer(EventLoopScheduler &scheduler, std::chrono::milliseconds interval, std::function<void()> callback)

@@ -26,6 +26,11 @@ public:
                                                                  std::function<void()> callback) = 0;
 };
 
+/// Starts a timer that calls back once after the delay and is null by then. The variable must outlive the
+/// timer.
+void startOnce(std::unique_ptr<RepeatingTimer> &timer, Scheduler &scheduler, std::chrono::nanoseconds delay,
+               std::function<void()> callback);
+
 /// Timers of the event loop, which stop while the machine sleeps: each also has a due time by the wall clock.
 class EventLoopScheduler final : public Scheduler {
 public:

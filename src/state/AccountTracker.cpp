@@ -7,8 +7,8 @@
 #include "model/Clock.h"
 #include "net/TransportError.h"
 #include "prefs/PreferencesManager.h"
+#include "state/LimitFigures.h"
 
-#include <QLoggingCategory>
 #include <QPointer>
 
 #include <exception>
@@ -18,21 +18,11 @@ namespace burnwick {
 
 namespace {
 
-Q_LOGGING_CATEGORY(serviceLog, "burnwick.services")
-
 constexpr std::chrono::seconds quotaInterval{300};
+constexpr std::chrono::seconds longestFreshness = 2 * quotaInterval;
 constexpr std::chrono::seconds retryInterval{3};
 /// By then a network that comes back after a sleep is back.
 constexpr std::chrono::minutes retriesAfterWaking{1};
-
-/// Logs a failure of the network unless one of the same outage is `logged`: the log has the reason of a
-/// missing figure.
-void logOutage(const char *service, const std::exception &failure, bool &logged) {
-    const auto *transport = dynamic_cast<const TransportError *>(&failure);
-    if (transport != nullptr && transport->kind() != TransportError::Kind::cancelled &&
-        !std::exchange(logged, true))
-        qCInfo(serviceLog, "%s cannot be reached for now: %s", service, failure.what());
-}
 
 } // namespace
 
@@ -51,6 +41,8 @@ void AccountTracker::stop() {
     m_stopped = true;
     m_oauthTimer.reset();
     m_retryTimer.reset();
+    m_resumeTimer.reset();
+    m_staleTimer.reset();
     m_login.reset();
 }
 
@@ -79,12 +71,26 @@ void AccountTracker::setStatus(OAuthStatus status) {
 
 QCoro::Task<void> AccountTracker::refreshQuota() {
     requestFirstStatus();
-    if (m_services.preferences.autoRefreshQuota() && m_figures.oauthStatus != OAuthStatus::authenticating)
+    const Instant now = m_services.clock.now();
+    if (m_services.preferences.autoRefreshQuota() && m_figures.oauthStatus != OAuthStatus::authenticating &&
+        !m_resumeTimer && m_pacing.earliest(RequestPacing::Asker::timer, now) <= now)
         co_await fetchQuota(RefreshKind::automatic);
+}
+
+QCoro::Task<void> AccountTracker::refreshQuotaNow() {
+    if (!m_services.preferences.autoRefreshQuota()) {
+        co_await forceRefreshQuota();
+    } else {
+        requestFirstStatus();
+        if (m_figures.oauthStatus != OAuthStatus::authenticating && !isPostponed())
+            co_await fetchQuota(RefreshKind::automatic);
+    }
 }
 
 QCoro::Task<void> AccountTracker::forceRefreshQuota() {
     requestFirstStatus();
+    if (isPostponed())
+        co_return;
     setStatus(OAuthStatus::unknown);
     co_await fetchQuota(RefreshKind::forced);
 }
@@ -93,14 +99,15 @@ QCoro::Task<void> AccountTracker::fetchQuota(RefreshKind kind) {
     const QPointer<AccountTracker> self(this);
     if (!m_firstQuotaSettled && !m_figures.awaitsFirstQuota)
         runDetached(awaitFirstQuota());
+    m_pacing.noteRequest(m_services.clock.now());
     std::optional<OAuthFetcher::Usage> usage;
-    std::optional<FetchError::Kind> error;
+    std::optional<FetchError> error;
     std::string reason;
     bool unanswered = false;
     try {
         usage = co_await m_services.account.oauthFetcher.fetchUsage();
     } catch (const FetchError &failure) {
-        error = failure.kind();
+        error = failure;
         reason = failure.what();
         unanswered = failure.isUnanswered();
     } catch (const std::exception &failure) {
@@ -108,17 +115,20 @@ QCoro::Task<void> AccountTracker::fetchQuota(RefreshKind kind) {
         reason = failure.what();
         unanswered = dynamic_cast<const TransportError *>(&failure) != nullptr;
         if (self)
-            logOutage("the quota", failure, m_quotaOutageLogged);
+            m_quotaOutage.note(failure);
     }
     if (!self || m_stopped)
         co_return;
     m_figures.quotaFailure = reason;
+    m_figures.asksAgainAt.reset();
     if (usage)
         takeQuota(*usage);
     else if (unanswered)
         repeatSoon();
+    if (error && error->isTooManyRequests())
+        pause(*error);
     if (!usage)
-        co_await takeFailure(error, kind);
+        co_await takeFailure(error ? std::optional(error->kind()) : std::nullopt, kind);
     if (!self || m_stopped)
         co_return;
     m_firstQuotaSettled = true;
@@ -137,19 +147,67 @@ QCoro::Task<void> AccountTracker::awaitFirstQuota() {
 }
 
 void AccountTracker::takeQuota(const OAuthFetcher::Usage &usage) {
-    m_quotaOutageLogged = false;
+    m_quotaOutage.end();
     m_retryUntil = {};
     m_retryTimer.reset();
-    const Instant now = m_services.clock.now();
-    m_figures.quotaData = usage.quota;
-    m_figures.quotaReadAt = now;
-    if (usage.extraUsage) {
-        m_figures.extraUsage = usage.extraUsage;
-        m_figures.extraUsageReadAt = now;
-    }
+    m_resumeTimer.reset();
+    m_pacing.forgetRefusals();
+    takeAnswer(m_figures, usage, m_services.clock.now());
+    followAgeOfQuota();
     // A login started after this request keeps its state.
     if (m_figures.oauthStatus != OAuthStatus::authenticating)
         m_figures.oauthStatus = OAuthStatus::connected;
+}
+
+void AccountTracker::observe(std::vector<Limit> limits) {
+    if (m_stopped)
+        return;
+    if (takeObservations(m_figures, std::move(limits), m_services.clock.now())) {
+        m_pacing.noteObservation(*m_figures.quotaReadAt);
+        m_figures.asksAgainAt.reset();
+        followAgeOfQuota();
+    }
+    Q_EMIT refreshed();
+}
+
+void AccountTracker::followAgeOfQuota() {
+    const auto left = *m_figures.quotaReadAt + longestFreshness - m_services.clock.now();
+    m_figures.isQuotaStale = left <= left.zero();
+    m_staleTimer.reset();
+    if (!m_figures.isQuotaStale)
+        startOnce(m_staleTimer, m_services.scheduler, left, [this] {
+            m_figures.isQuotaStale = true;
+            Q_EMIT refreshed();
+        });
+}
+
+/// Without the quota timer there are no automatic requests.
+void AccountTracker::pause(const FetchError &refusal) {
+    const Instant now = m_services.clock.now();
+    m_pacing.noteRefusal(now, refusal.retryAfter(), m_services.jitter());
+    if (m_oauthTimer)
+        resumeAt(m_pacing.earliest(RequestPacing::Asker::timer, now));
+}
+
+/// Whether it is too early for the user's request. If so, announces when the next request follows.
+bool AccountTracker::isPostponed() {
+    const Instant now = m_services.clock.now();
+    Instant next = m_pacing.earliest(RequestPacing::Asker::user, now);
+    if (next <= now)
+        return false;
+    if (m_oauthTimer && m_services.preferences.autoRefreshQuota())
+        next = m_pacing.earliest(RequestPacing::Asker::timer, now);
+    m_figures.asksAgainAt = next;
+    resumeAt(next);
+    Q_EMIT refreshed();
+    return true;
+}
+
+void AccountTracker::resumeAt(Instant instant) {
+    startOnce(m_resumeTimer, m_services.scheduler, instant - m_services.clock.now(), [this] {
+        restartTimer(); // not two requests within one interval
+        runDetached(m_figures.asksAgainAt ? refreshQuotaNow() : refreshQuota());
+    });
 }
 
 void AccountTracker::repeatSoon() {
@@ -157,10 +215,7 @@ void AccountTracker::repeatSoon() {
     // More is left only when the clock was set back.
     if (left <= left.zero() || left > retriesAfterWaking || m_retryTimer)
         return;
-    m_retryTimer = m_services.scheduler.repeat(retryInterval, [this] {
-        m_retryTimer.reset();
-        runDetached(refreshQuota());
-    });
+    startOnce(m_retryTimer, m_services.scheduler, retryInterval, [this] { runDetached(refreshQuota()); });
 }
 
 /// Sets the state of the link after a failure; `error` is absent for one that is no FetchError. Where the
@@ -203,14 +258,14 @@ QCoro::Task<void> AccountTracker::refreshClaudeStatus() {
         statuses = co_await m_services.account.statusFetcher.fetchStatuses();
     } catch (const std::exception &failure) {
         if (self)
-            logOutage("the service's status", failure, m_statusOutageLogged);
+            m_statusOutage.note(failure);
     }
     if (!self)
         co_return;
     m_statusUnderWay = false;
     if (!statuses)
         co_return;
-    m_statusOutageLogged = false;
+    m_statusOutage.end();
     m_figures.claudeStatus = std::move(*statuses);
     m_figures.claudeStatusReadAt = m_services.clock.now();
     Q_EMIT refreshed();
@@ -228,6 +283,7 @@ void AccountTracker::connect() {
 void AccountTracker::endLogin(LoginFlow::Outcome outcome) {
     m_login.reset();
     if (outcome == LoginFlow::Outcome::loggedIn) {
+        m_pacing.forgetRefusals();
         runDetached(forceRefreshQuota());
         return;
     }

@@ -8,15 +8,19 @@
 #include "quota/FetchError.h"
 #include "quota/KeychainManager.h"
 #include "quota/OAuthFetcher.h"
+#include "quota/RequestPacing.h"
 #include "state/LoginFlow.h"
+#include "state/OutageLog.h"
 #include "status/ClaudeStatusFetcher.h"
 
 #include <QCoroTask>
 #include <QObject>
+#include <QRandomGenerator>
 
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace burnwick {
 
@@ -54,6 +58,8 @@ public:
         AccountServices &account;
         TerminalLauncher &terminal;
         std::function<void()> openLoginPage; ///< opens the vendor's page in the browser
+        /// Returns the random part of a pause after a refusal, from 0 to 1.
+        std::function<double()> jitter = [] { return QRandomGenerator::global()->generateDouble(); };
     };
 
     /// Starts nothing.
@@ -76,10 +82,17 @@ public:
     /// without an answer is repeated after 3 s: the network may not be back yet.
     void wakeUp();
 
-    /// Requests the quota, unless the preference forbids it or a login is running. Never throws.
+    /// Requests the quota automatically, unless the preference forbids it, a login is running or it is too
+    /// early (see RequestPacing). Never throws.
     QCoro::Task<void> refreshQuota();
-    /// Sets the link to unknown and requests the quota in any case. Never throws.
+    /// Requests the quota for the user, unless a login is running; with the preference off, like
+    /// forceRefreshQuota(). Within 30 s after a refusal, sets asksAgainAt instead. Never throws.
+    QCoro::Task<void> refreshQuotaNow();
+    /// Sets the link to unknown and requests the quota for the user, whatever the preference. Within 30 s
+    /// after a refusal, sets asksAgainAt instead. Never throws.
     QCoro::Task<void> forceRefreshQuota();
+    /// Takes the limits that the assistant's status line shows, with the instants of their observation.
+    void observe(std::vector<Limit> limits);
     /// Requests the service status, unless a request is under way; a failure changes nothing. Until the first
     /// answer each refresh of the quota does this, also if it does not request the quota. Never throws.
     QCoro::Task<void> refreshClaudeStatus();
@@ -98,6 +111,10 @@ private:
     QCoro::Task<void> awaitFirstQuota();
     QCoro::Task<void> takeFailure(std::optional<FetchError::Kind> error, RefreshKind kind);
     void takeQuota(const OAuthFetcher::Usage &usage);
+    void followAgeOfQuota();
+    void pause(const FetchError &refusal);
+    bool isPostponed();
+    void resumeAt(Instant instant);
     void repeatSoon();
     void requestFirstStatus();
     void setStatus(OAuthStatus status);
@@ -108,9 +125,12 @@ private:
     std::unique_ptr<RepeatingTimer> m_oauthTimer; ///< null before start() and after stop()
     std::unique_ptr<RepeatingTimer> m_retryTimer; ///< fires once after a request that may be repeated
     Instant m_retryUntil{};                       ///< a minute after the machine woke up
-    std::unique_ptr<LoginFlow> m_login;           ///< null unless a login is running
-    bool m_quotaOutageLogged = false;
-    bool m_statusOutageLogged = false;
+    RequestPacing m_pacing;
+    std::unique_ptr<RepeatingTimer> m_resumeTimer; ///< fires once after a refusal
+    std::unique_ptr<RepeatingTimer> m_staleTimer;  ///< fires once when the quota becomes stale
+    std::unique_ptr<LoginFlow> m_login;            ///< null unless a login is running
+    OutageLog m_quotaOutage{"the quota"};
+    OutageLog m_statusOutage{"the service's status"};
     bool m_firstQuotaSettled = false; ///< answered or failed
     bool m_statusUnderWay = false;
     bool m_stopped = false;

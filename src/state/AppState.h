@@ -34,7 +34,9 @@ public:
     void followTimeZone() { m_usage.followTimeZone(); }
     void setTimeFilter(TimeFilter filter) { m_usage.setTimeFilter(filter); }
     QCoro::Task<void> refreshQuota() { return m_account.refreshQuota(); }
+    QCoro::Task<void> refreshQuotaNow() { return m_account.refreshQuotaNow(); }
     QCoro::Task<void> forceRefreshQuota() { return m_account.forceRefreshQuota(); }
+    void observe(std::vector<Limit> limits) { m_account.observe(std::move(limits)); }
     QCoro::Task<void> refreshClaudeStatus() { return m_account.refreshClaudeStatus(); }
     void connect() { m_account.connect(); }
     using QObject::connect;

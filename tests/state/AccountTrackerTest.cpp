@@ -4,6 +4,7 @@
 #include "support/LogCapture.h"
 #include "support/StateFixture.h"
 
+#include <algorithm>
 #include <functional>
 #include <utility>
 
@@ -191,7 +192,7 @@ TEST_F(AccountTrackerTest, AnOutageIsLoggedOnce) {
 }
 
 TEST_F(AccountTrackerTest, AfterWakingARequestWithoutAnAnswerIsSoonRepeatedForAMinute) {
-    using Intervals = std::vector<std::chrono::milliseconds>;
+    const auto repeats = [this] { return std::ranges::count(m_scheduler.intervals(), 3s); };
     ScriptedAnswer cut = usageAnswer(1);
     cut.ending = ScriptedAnswer::Ending::cut;
     const struct {
@@ -212,20 +213,21 @@ TEST_F(AccountTrackerTest, AfterWakingARequestWithoutAnAnswerIsSoonRepeatedForAM
         SCOPED_TRACE(row.what);
         m_server.script(usagePath, row.answers);
         const auto before = m_server.requestsFor(usagePath).size();
+        m_clock.advance(2h); // the pause after a refusal
         if (row.sinceWaking) {
             m_state.wakeUp();
             m_clock.advance(*row.sinceWaking);
         }
         refresh(RefreshKind::automatic);
         for (std::size_t i = 0; i < row.repeats; ++i) {
-            ASSERT_TRUE(waitFor([this] { return m_scheduler.intervals() == Intervals{3s}; })) << i;
+            ASSERT_TRUE(waitFor([&repeats] { return repeats() == 1; })) << i;
             m_clock.advance(3s);
             m_scheduler.fire(3s);
         }
         EXPECT_TRUE(
             waitFor([&] { return m_server.requestsFor(usagePath).size() == before + 1 + row.repeats; }));
         refresh(RefreshKind::automatic);
-        EXPECT_EQ(m_scheduler.intervals(), Intervals());
+        EXPECT_EQ(repeats(), 0);
     }
 }
 

@@ -32,7 +32,8 @@ Endpoints StateFixture::endpoints() const {
 AppState::Services StateFixture::services(const std::filesystem::path &home) {
     return {{m_preferences, JSONLParser(home), [this] { return m_calendar; }, m_clock, m_scheduler,
              platform::openDirectoryEventSource, platform::openTreeEventSource, &m_ledger},
-            {m_preferences, m_clock, m_scheduler, m_account, m_terminal, [this] { ++m_loginPagesOpened; }}};
+            {m_preferences, m_clock, m_scheduler, m_account, m_terminal, [this] { ++m_loginPagesOpened; },
+             [this] { return m_jitter; }}};
 }
 
 } // namespace burnwick::test

@@ -77,6 +77,7 @@ protected:
     FakeTerminal m_terminal;
     Ledger m_ledger{m_home.path() / "data"};
     int m_loginPagesOpened = 0;
+    double m_jitter = 0; ///< of pauses after a refusal
     AppState m_state;
 
 private:

@@ -218,10 +218,8 @@ void MainWindowView::selectTab(int tab) {
     m_tabs->button(tab)->setChecked(true);
 }
 
-/// On the user's request, also with auto-refresh off.
 void MainWindowView::refreshQuota() {
-    AppState &state = m_services.appState;
-    runDetached(m_services.preferences.autoRefreshQuota() ? state.refreshQuota() : state.forceRefreshQuota());
+    runDetached(m_services.appState.refreshQuotaNow());
 }
 
 void MainWindowView::refreshAll() {
