@@ -49,6 +49,8 @@ AppDelegate::AppDelegate()
     , m_theme(m_preferences, *m_desktopAppearance, m_scheduler)
     , m_windowChrome(platform::makeWindowChrome())
     , m_appState(stateServices())
+    , m_limitsWatch(Ledger::userFolder(), m_clock, platform::openDirectoryEventSource,
+                    [this](const std::vector<Limit> &limits) { m_appState.observe(limits); })
     , m_sleepMonitor(platform::makeSleepMonitor())
     , m_settingsWindow(settingsServices()) {}
 
@@ -91,7 +93,9 @@ void AppDelegate::launch(const ApplicationRequest &start) {
         m_appState.refreshLocalData();
     });
     m_appState.start();
+    m_limitsWatch.check();
     m_sleepMonitor->follow([this] {
+        m_limitsWatch.check();
         m_appState.wakeUp();
         m_scheduler.catchUp();
     });

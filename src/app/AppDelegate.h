@@ -19,6 +19,7 @@
 #include "prefs/Endpoints.h"
 #include "prefs/PreferencesManager.h"
 #include "state/AppState.h"
+#include "statusline/LimitsWatch.h"
 #include "ui/dashboard/MainWindowView.h"
 #include "ui/settings/SettingsWindowController.h"
 #include "ui/statusbar/StatusBarController.h"
@@ -78,6 +79,7 @@ private:
     std::unique_ptr<WindowChrome> m_windowChrome; ///< may be null
     Ledger m_ledger{Ledger::userFolder()};
     AppState m_appState;
+    LimitsWatch m_limitsWatch;
     std::unique_ptr<SleepMonitor> m_sleepMonitor;
     SettingsWindowController m_settingsWindow;
     std::optional<StatusBarController> m_statusBarController;

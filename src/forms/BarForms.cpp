@@ -51,16 +51,11 @@ std::string escaped(const std::string &text) {
     return QString::fromStdString(text).toHtmlEscaped().toStdString();
 }
 
-/// Lines such as "Session: Probably 92% when it resets at 15:00".
-std::string limitLines(const Snapshot &snapshot, Instant now) {
-    const auto &[usage, account] = snapshot;
-    std::string lines;
-    for (const LimitCourse &course : usage.limitCourses) {
-        const LimitWords words = limitWords(course, forecastOf(course, now), usage.calendar, now);
-        lines += '\n' + escaped(limitName(course.limit) + ": " + words.sentence);
-    }
-    const std::string stale = staleQuotaText(account, usage.calendar);
-    return stale.empty() ? lines : lines + '\n' + stale;
+std::string limitNotes(const Snapshot &snapshot, Instant now) {
+    std::string notes;
+    for (const std::string &line : limitLines(snapshot, now))
+        notes += '\n' + escaped(line);
+    return notes;
 }
 
 std::string pangoToolTip(const Snapshot &snapshot, Instant now) {
@@ -76,7 +71,7 @@ std::string pangoToolTip(const Snapshot &snapshot, Instant now) {
            "\nProjected: " + costText(usage.projectedTodayCost) + " today · " +
            costText(usage.projectedWeeklyCost) + " week · " + costText(usage.projectedMonthlyCost) +
            " month\n5-hour window: " + quota + " (" + std::string(nameOf(account.statusIndicator())) + ")" +
-           limitLines(snapshot, now);
+           limitNotes(snapshot, now);
 }
 
 } // namespace
