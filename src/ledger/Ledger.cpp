@@ -251,7 +251,7 @@ std::optional<std::vector<std::vector<LimitSample>>> Ledger::recordLimits(std::s
         samples = database.recordLimits(limits.first(std::min(limits.size(), maxLimits)));
     });
     for (const Limit &limit : limits.subspan(std::min(limits.size(), maxLimits)))
-        samples.push_back({{limit.observedAt, limit.usedPct}});
+        samples.emplace_back(1, LimitSample{limit.observedAt, limit.usedPct});
     return isDone ? std::optional(std::move(samples)) : std::nullopt;
 }
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "ledger/Patience.h"
+
 #include <SQLiteCpp/SQLiteCpp.h>
 
 #include <filesystem>
@@ -20,12 +22,6 @@ public:
 class ForeignLedger final : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
-};
-
-/// How much time a series of operations may take.
-enum class Patience {
-    usual, ///< waits at most a fifth of a second altogether for other processes
-    brief, ///< waits at most 20 ms, and leaves what takes long to processes with more patience
 };
 
 /// The ledger's open SQLite file in the present version of its tables. For one thread at a time.

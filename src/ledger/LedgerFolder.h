@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ledger/LedgerFile.h"
+#include "ledger/Patience.h"
 #include "logs/FileStatus.h"
 
 #include <chrono>

@@ -268,6 +268,8 @@ TEST_F(LedgerTest, BriefPatienceRepairsNothingAndDoesNotWaitLong) {
         if (line != nullptr) {
             EXPECT_TRUE(log.lines().join(u'\n').contains(QLatin1String(line)));
             EXPECT_EQ(contents(), before);
+        } else {
+            EXPECT_EQ(textOf(recorded(m_folder, session(1min, 3), Patience::brief)), "0:2 1:3 ");
         }
     }
 }

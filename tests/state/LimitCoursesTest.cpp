@@ -96,7 +96,7 @@ TEST(LimitCourses, TokensAreTheDollarsOfTheWindowsEntriesInBins) {
             use = addTokens(courses, history, use.get());
     }
     // Lists are read again for a window that began earlier than the known use, and otherwise only new ones.
-    courses = coursesOf({{limits[1]}}, std::nullopt, {});
+    courses = coursesOf(std::vector{limits[1]}, std::nullopt, {});
     courses[0].limit.resetsAt = noon + 1h;
     use = addTokens(courses, history, use.get());
     EXPECT_EQ(courses[0].tokens.front(), (TokenUse{noon - 6 * 24h, 2 * million}));
@@ -123,9 +123,9 @@ TEST(LimitCourses, WithoutALedgerTheFormerSamplesOfTheWindowStay) {
         {"an earlier observation", {Kind::session, "", 6, noon + 4h, noon - 5min}, 1},
         {"no reset instant", {Kind::session, "", 6, std::nullopt, noon + 5min}, 1},
     };
-    const auto former = coursesOf({{limit}}, std::nullopt, {});
+    const auto former = coursesOf(std::vector{limit}, std::nullopt, {});
     for (const auto &[name, next, samples] : rows) {
-        const auto courses = coursesOf({{next}}, std::nullopt, former);
+        const auto courses = coursesOf(std::vector{next}, std::nullopt, former);
         ASSERT_EQ(courses.size(), 1U);
         EXPECT_EQ(courses[0].limit, next) << name;
         EXPECT_EQ(courses[0].samples.size(), samples) << name;
