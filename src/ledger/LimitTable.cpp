@@ -160,9 +160,8 @@ bool LimitTable::record(const Limit &limit, bool mayWrite, std::vector<LimitSamp
             sample.at - last.at < unchangedInterval)
             return true;
     }
-    const bool isNew =
-        present == nullptr || (next == parts.end() && present->samples.size() >= samplesPerPart &&
-                               present->samples.back().at < sample.at);
+    const bool isNew = present == nullptr ||
+                       (present->samples.size() >= samplesPerPart && present->samples.back().at < sample.at);
     Part part = isNew ? Part{parts.empty() ? *limit.resetsAt : parts.front().resetsAt,
                              limit.kind,
                              limit.model,

@@ -85,6 +85,7 @@ const std::vector<Course> courses{
      3,
      10},
     {"another window", {session(0min, 90), session(5min, 2, 4h + 2min)}, "5:2 ", 2, 5},
+    {"another window that resets earlier", {session(0min, 90), session(5min, 2, 3h)}, "5:2 ", 2, 5},
     {"samples that a varying reset puts before the window",
      {session(-1h + 1s, 1), session(5min, 2, 4h + 30s)},
      "5:2 ",
@@ -186,6 +187,23 @@ TEST(LedgerLimits, InstantsAtBothEndsOfTheRangeAreHarmless) {
         }
     }
     EXPECT_EQ(ledger.lastLimits(Instant::max()).size(), 0U);
+}
+
+TEST(LedgerLimits, AWindowHasAnyNumberOfSamplesWhateverItsResetVaries) {
+    const test::LogHome home;
+    Ledger ledger(home.path());
+    Samples samples;
+    for (int i = 0; i < 200; ++i) {
+        const Limit limit = session(std::chrono::minutes(i), i % 100, i % 2 == 0 ? 4h : 4h + 40s);
+        samples = ledger.recordLimits({&limit, 1}).value().at(0);
+    }
+    ASSERT_EQ(samples.size(), 200U);
+    for (int i = 0; i < 200; ++i)
+        EXPECT_EQ(samples.at(static_cast<std::size_t>(i)),
+                  (LimitSample{noon + std::chrono::minutes(i), i % 100 * 1.0}));
+    SQLite::Database database((home.path() / "ledger.sqlite").string());
+    EXPECT_EQ(database.execAndGet("SELECT count(*) FROM limitPart").getInt(), 4)
+        << "rows are too large or too small";
 }
 
 TEST(LedgerLimits, ProgramsThatRecordAtOnceLoseAndRepeatNothing) {
