@@ -47,15 +47,12 @@ std::string pangoTitle(const Snapshot &snapshot) {
     return markup;
 }
 
-std::string escaped(const std::string &text) {
-    return QString::fromStdString(text).toHtmlEscaped().toStdString();
-}
-
-std::string limitNotes(const Snapshot &snapshot, Instant now) {
-    std::string notes;
+/// Behind a line feed each, such as "Session: Probably 92% when it resets at 15:00".
+std::string pangoLimitLines(const Snapshot &snapshot, Instant now) {
+    std::string lines;
     for (const std::string &line : limitLines(snapshot, now))
-        notes += '\n' + escaped(line);
-    return notes;
+        lines += '\n' + QString::fromStdString(line).toHtmlEscaped().toStdString();
+    return lines;
 }
 
 std::string pangoToolTip(const Snapshot &snapshot, Instant now) {
@@ -71,7 +68,7 @@ std::string pangoToolTip(const Snapshot &snapshot, Instant now) {
            "\nProjected: " + costText(usage.projectedTodayCost) + " today · " +
            costText(usage.projectedWeeklyCost) + " week · " + costText(usage.projectedMonthlyCost) +
            " month\n5-hour window: " + quota + " (" + std::string(nameOf(account.statusIndicator())) + ")" +
-           limitNotes(snapshot, now);
+           pangoLimitLines(snapshot, now);
 }
 
 } // namespace

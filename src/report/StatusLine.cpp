@@ -3,6 +3,7 @@
 #include "report/StatusLine.h"
 
 #include "forms/TerminalStyle.h"
+#include "ledger/Ledger.h"
 #include "report/BackgroundProcess.h"
 #include "report/TimedInput.h"
 #include "statusline/LatestLimits.h"
@@ -53,7 +54,8 @@ std::optional<std::vector<Limit>> limitsIn(const TimedInput &input, Instant now)
 }
 
 void record(const TitleSources &sources, const std::vector<Limit> &limits) {
-    static_cast<void>(LatestLimits(sources.ledgerFolder).record(limits));
+    LatestLimits(sources.ledgerFolder).record(limits);
+    static_cast<void>(Ledger(sources.ledgerFolder).recordLimits(limits));
 }
 
 std::string titleLine(const TitleSources &sources, const std::vector<Limit> &limits, const Clock &clock,

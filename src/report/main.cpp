@@ -18,6 +18,7 @@
 #include "report/ReportOptions.h"
 #include "report/StatusLine.h"
 #include "report/StatusLineSetup.h"
+#include "state/LimitCourses.h"
 #include "state/LogFigures.h"
 #include "statusline/LatestLimits.h"
 
@@ -76,15 +77,27 @@ std::unique_ptr<UserDefaults> userDefaults() {
     return platform::makeUserDefaults(UserDefaults::Access::readOnly);
 }
 
-/// Sets the latest observations of the account's limits, and their courses.
-void addLimits(Snapshot &snapshot, Instant now) {
+/// Sets the latest observations of the account's limits, and their courses. `history` has the recent files at
+/// least.
+void addLimits(Snapshot &snapshot, Ledger &ledger, const LogHistory &history, bool isWholeHistory,
+               Instant now) {
     auto &[usage, account] = snapshot;
-    auto limits = LatestLimits(Ledger::userFolder()).read(now);
+    auto limits = ledger.lastLimits(now);
+    mergeLimits(limits, LatestLimits(Ledger::userFolder()).read(now));
     mergeLimits(limits, account.limits);
     account.limits = std::move(limits);
-    for (const Limit &limit : account.limits)
-        usage.limitCourses.push_back({limit, {{limit.observedAt, limit.usedPct}}, {}});
-    if (account.limits.empty() || account.quotaData)
+    if (account.limits.empty())
+        return;
+    auto &courses = usage.limitCourses;
+    courses = coursesOf(account.limits, ledger.recordLimits(account.limits), {});
+    // The recent files lack the use of windows of seven days.
+    const auto end = isWholeHistory ? courses.end() : std::ranges::find_if(courses, [](const auto &course) {
+        return course.limit.kind != Limit::Kind::session;
+    });
+    std::vector<LimitCourse> covered(courses.begin(), end);
+    static_cast<void>(addTokens(covered, history, nullptr));
+    std::ranges::move(covered, courses.begin());
+    if (account.quotaData)
         return;
     account.quotaReadAt = std::ranges::max(account.limits, {}, &Limit::observedAt).observedAt;
     account.isQuotaStale = now - *account.quotaReadAt > staleLimitAge;
@@ -104,15 +117,15 @@ Snapshot readSnapshot(const ReportOptions &options, const Clock &clock) {
     Ledger ledger(Ledger::userFolder());
     ledger.setKeepsHistory(load(*defaults, settings::keepHistory));
     const Instant now = clock.now();
-    if (options.form == Form::table || options.form == Form::json) {
-        const auto history = parser.parseAllEntries(nullptr, &ledger);
-        updateSession(usage, history->entriesSince(recentSince(usage.calendar, now)), now);
+    const bool isWholeHistory = options.form == Form::table || options.form == Form::json;
+    const Instant since = recentSince(usage.calendar, now);
+    const auto history =
+        isWholeHistory ? parser.parseAllEntries(nullptr, &ledger) : parser.parseRecentEntries(since, &ledger);
+    updateSession(usage, isWholeHistory ? history->entriesSince(since) : std::span(history->entries), now);
+    if (isWholeHistory)
         updateHistory(usage, HistorySums(*history, usage.calendar), now);
-    } else {
-        const auto history = parser.parseRecentEntries(recentSince(usage.calendar, now), &ledger);
-        updateSession(usage, history->entries, now);
-    }
-    addLimits(snapshot, now);
+    if (options.form != Form::title)
+        addLimits(snapshot, ledger, *history, isWholeHistory, now);
     return snapshot;
 }
 

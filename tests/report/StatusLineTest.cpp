@@ -5,6 +5,7 @@
 #include "report/ReportChild.h"
 #include "report/StatusLineTitle.h"
 #include "statusline/LatestLimits.h"
+#include "support/JsonMembers.h"
 #include "support/LogTreeFixture.h"
 
 #include <gtest/gtest.h>
@@ -97,6 +98,21 @@ TEST_F(StatusLineProgram, PrintsTheTitleInColorsAndKeepsTheLimits) {
     const std::string shown =
         Program(home.path()).set("NO_COLOR", "1").runInTerminal("--statusline <~/input").output;
     EXPECT_EQ(shown, plain + "\r\n");
+}
+
+TEST_F(StatusLineProgram, TheReportHasTheLimitsFromTheFileAndFromTheLedger) {
+    Program(home.path()).runWithInput(statusLine, usualInput());
+    const auto json = [this] {
+        const Outcome outcome = Program(home.path()).run({QStringLiteral("--json")});
+        EXPECT_EQ(outcome.errors, "");
+        return test::jsonObject(outcome.output);
+    };
+    const char *expected = R"({"title": "1.5K | $0.01 | s--  ●", "quota": null, "limits": [
+        {"kind": "session", "usedPct": 67.4, "forecastPct": null}, {"kind": "weekly", "usedPct": 41}]})";
+    ASSERT_EQ(recorded().size(), 2U);
+    test::expectMembers(json(), expected);
+    fs::remove(data / "limits.json");
+    test::expectMembers(json(), expected);
 }
 
 TEST_F(StatusLineProgram, AnswersBadInputWithAnEmptyLineAndWritesNothing) {
