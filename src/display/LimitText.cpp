@@ -24,11 +24,6 @@ minutes stepOf(Limit::Kind kind) {
     return kind == Limit::Kind::session ? minutes(5) : minutes(60);
 }
 
-Instant roundedTime(Limit::Kind kind, Instant instant) {
-    const auto step = stepOf(kind).count();
-    return Instant(std::chrono::round<minutes>(instant.time_since_epoch() / step) * step);
-}
-
 /// Returns "at 15:00" or "on Wed 03:00".
 std::string timePhrase(Limit::Kind kind, Instant instant, const Calendar &calendar) {
     return (kind == Limit::Kind::session ? "at " : "on ") + limitTimeText(kind, instant, calendar);
@@ -72,6 +67,11 @@ std::string limitTimeText(Limit::Kind kind, Instant instant, const Calendar &cal
     constexpr std::array days{"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
     const std::chrono::weekday day{std::chrono::sys_days(calendar.dayOf(instant).time_since_epoch())};
     return std::string(days.at(day.c_encoding())) + ' ' + clockText(instant, calendar);
+}
+
+Instant roundedTime(Limit::Kind kind, Instant instant) {
+    const auto step = stepOf(kind).count();
+    return Instant(std::chrono::round<minutes>(instant.time_since_epoch() / step) * step);
 }
 
 std::string fullBeforeResetText(Limit::Kind kind, Instant fullAt, Instant resetsAt,

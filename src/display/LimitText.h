@@ -22,6 +22,10 @@ namespace burnwick {
 /// Returns an instant of the limit's window: "15:00", or "Wed 03:00" in windows of seven days.
 [[nodiscard]] std::string limitTimeText(Limit::Kind kind, Instant instant, const Calendar &calendar);
 
+/// Returns the time as exactly as forecasts know it: rounded to five minutes, in windows of seven days to an
+/// hour.
+[[nodiscard]] Instant roundedTime(Limit::Kind kind, Instant instant);
+
 /// Returns the time at which a limit will be full, as exactly as it is known, such as "at 13:20, 1h 40m
 /// before it resets". Empty unless that is at least five minutes (in windows of seven days an hour) before
 /// the reset.

@@ -44,7 +44,7 @@ std::string_view nameOf(StatusIndicator indicator) noexcept {
 }
 
 StatusTitle buildStatusTitle(const SessionTokens &tokens, double cost, const std::optional<QuotaData> &quota,
-                             StatusIndicator indicator) {
+                             StatusIndicator indicator, bool isQuotaStale) {
     using enum TitleSegment::Weight;
     StatusTitle title;
     const auto add = [&title](std::string text, TitleSegment::Weight weight, bool dimmed = false) {
@@ -63,7 +63,7 @@ StatusTitle buildStatusTitle(const SessionTokens &tokens, double cost, const std
 
     add(" | ", regular, true);
     add("s", semibold, true);
-    add(quota ? percentText(quota->fiveHourUsagePct) : "--", heavy);
+    add(quota ? percentText(quota->fiveHourUsagePct) : "--", heavy, quota && isQuotaStale);
     add("  ", regular);
     title.push_back({"\u25CF", heavy, false, colorOf(indicator)});
     return title;

@@ -47,12 +47,15 @@ using StatusTitle = std::vector<TitleSegment>;
 inline constexpr double dimmedOpacity = 0.48;
 inline constexpr int statusTitlePixelSize = 13;
 
-/// Returns "1.2M | $4.50 | s67%  ●" in its styles, with "s--" while the quota is unknown.
+/// Returns "1.2M | $4.50 | s67%  ●" in its styles, with "s--" while the quota is unknown, and with a dimmed
+/// percentage if the quota is stale.
 [[nodiscard]] StatusTitle buildStatusTitle(const SessionTokens &tokens, double cost,
-                                           const std::optional<QuotaData> &quota, StatusIndicator indicator);
+                                           const std::optional<QuotaData> &quota, StatusIndicator indicator,
+                                           bool isQuotaStale = false);
 [[nodiscard]] inline StatusTitle buildStatusTitle(const Snapshot &snapshot) {
     return buildStatusTitle(snapshot.usage.sessionTokens, snapshot.usage.sessionCost,
-                            snapshot.account.quotaData, snapshot.account.statusIndicator());
+                            snapshot.account.quotaData, snapshot.account.statusIndicator(),
+                            snapshot.account.isQuotaStale);
 }
 
 /// The title's text without its styles.

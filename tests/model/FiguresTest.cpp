@@ -96,7 +96,7 @@ TEST(StatusTitle, StylesEverySegment) {
     using enum TitleSegment::Weight;
     const StatusTitle title =
         buildStatusTitle({1'234'567, 0, 0, 0}, 4.5, quotaAt(67), StatusIndicator::orange);
-    const StatusTitle expected{
+    StatusTitle expected{
         {"1.2", semibold, false, {}},  {"M", regular, false, {}},
         {" | ", regular, true, {}},    {"$", regular, false, {}},
         {"4.50", semibold, false, {}}, {" | ", regular, true, {}},
@@ -104,6 +104,14 @@ TEST(StatusTitle, StylesEverySegment) {
         {"  ", regular, false, {}},    {"●", heavy, false, RgbColor{0.99, 0.74, 0.18}},
     };
     EXPECT_EQ(title, expected);
+
+    Snapshot stale;
+    stale.usage.sessionTokens.input = 1'234'567;
+    stale.usage.sessionCost = 4.5;
+    stale.account.quotaData = quotaAt(67);
+    stale.account.isQuotaStale = true;
+    expected[7].dimmed = true;
+    EXPECT_EQ(buildStatusTitle(stale), expected);
 }
 
 } // namespace

@@ -2,10 +2,14 @@
 // SPDX-License-Identifier: MIT
 #include "ui/DashboardScenes.h"
 
+#include "support/VisibleControls.h"
+
 #include <QCoreApplication>
 #include <QTest>
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 #include <random>
 
 namespace burnwick::test {
@@ -85,6 +89,25 @@ DashboardFixture &DashboardFixture::answerStatus(const QByteArray &claudeCode, c
     return *this;
 }
 
+void DashboardFixture::setCourses(const std::vector<LimitCourse> &courses) {
+    auto &[usage, account] = snapshot();
+    usage.limitCourses = courses;
+    account.limits.clear();
+    for (const LimitCourse &course : courses)
+        account.limits.push_back(course.limit);
+    account.quotaData->fiveHourUsagePct = courses.front().limit.usedPct;
+    account.quotaData->fiveHourResetAt = courses.front().limit.resetsAt;
+    Q_EMIT m_state.objectWillChange();
+}
+
+void DashboardFixture::loseTheQuota() {
+    AccountFigures &account = snapshot().account;
+    account.isQuotaStale = true;
+    account.quotaReadAt = m_clock.now() - 35min;
+    account.asksAgainAt = m_clock.now() + 10min;
+    Q_EMIT m_state.objectWillChange();
+}
+
 void DashboardFixture::begin() {
     const Instant before = usage().lastUpdated;
     m_clock.advance(1s);
@@ -105,72 +128,80 @@ void DashboardFixture::play(const DashboardScene &scene, MainWindowView &window)
     if (scene.tab == 1)
         QTest::keyClick(&window, Qt::Key_2, Qt::ControlModifier);
     QCoreApplication::processEvents();
+    if (scene.pressed != nullptr)
+        press(window, QAccessible::RadioButton, scene.pressed);
 }
 
 const std::vector<DashboardScene> &dashboardScenes() {
     using Fixture = DashboardFixture;
-    static const std::vector<DashboardScene> scenes{
-        {"no-logs",
-         [](Fixture &f) { f.settle(); },
-         {"OAuth token not found", "Open Settings to connect your Claude account",
-          "OAuth token status: Disconnected", "Re-authenticate", "Sessions: 0", "Peak hour: --",
-          "Claude Code: Operational"},
-         {"QUOTA", "BURN RATE", "EXTRA USAGE"}},
-        {"no-account",
-         [](Fixture &f) { f.addHistory().settle(); },
-         {"OAuth token not found", "BURN RATE", "Favorite model: Sonnet", "Longest streak: 15d"},
-         {"QUOTA"}},
-        {"connected",
-         [](Fixture &f) { f.addHistory().logIn(67).settle(); },
-         {"OAuth token status: Connected", "Reconnect", "Session: 67% used, resets in 2h 5m",
-          "Weekly: 31% used, resets in 3d 14h", "Claude Design: 8% used, resets in 5d 2h", "Reset 2h 5m",
-          "Updated just now"},
-         {"OAuth token not found", "EXTRA USAGE"}},
-        {"extra-usage",
-         [](Fixture &f) {
-             f.addHistory().logIn(withExtraUsage).answerStatus(up, "degraded_performance").settle();
-         },
-         {"$12.40 spent, 25% · 20 days left", "Monthly limit: $50.00", "Current balance: $37.60",
-          "Claude API (api.anthropic.com): Degraded"}},
-        {"keep-history",
-         [](Fixture &f) { f.addHistory(29).askToKeep().logIn(withExtraUsage).settle(); },
-         {"Claude Code deletes logs after 30 days. Keep your history?", "Keep", "Not now"}},
-        {"models",
-         [](Fixture &f) { f.addHistory().logIn(withExtraUsage).settle(); },
-         {"claude-sonnet-4-5-20250929"},
-         {"No model data yet"},
-         1},
-        {"above-limit",
-         [](Fixture &f) { f.addHistory().logIn(130).settle(); },
-         {"Session: 130% used, resets in 2h 5m"}},
-        {"token-expired",
-         [](Fixture &f) { f.addHistory().logIn(ScriptedAnswer{401}).settle(); },
-         {"OAuth token status: Token Expired", "Re-authenticate", "OAuth token not found"}},
-        {"authenticating",
-         [](Fixture &f) {
-             f.settle();
-             f.startLogin();
-         },
-         {"OAuth token status: Authenticating…", "Waiting for browser…"},
-         {"Re-authenticate", "Retry", "Reconnect"}},
-        {"outage",
-         [](Fixture &f) { f.addHistory().logIn(12).answerStatus("major_outage", "something new").settle(); },
-         {"Claude Code: Outage", "Claude API (api.anthropic.com): Unknown",
-          "Session: 12% used, resets in 2h 5m"}},
-        {"ten-models",
-         [](Fixture &f) { f.addModels(10).settle(); },
-         {"vendor-0/<b>a-model</b>-with-quite-a-long-name-"},
-         {},
-         1},
-        {"no-models", [](Fixture &f) { f.settle(); }, {"No model data yet"}, {"Tokens per day"}, 1},
-        {"first-answer-awaited",
-         [](Fixture &f) { f.addHistory().logIn(held(usageAnswer(67))).begin(); },
-         {"QUOTA", "Session: –", "Weekly: –", "Claude Design: –", "OAuth token status: Unknown", "Retry"},
-         {"OAuth token not found"}},
-        {"first-second",
-         [](Fixture &) {},
-         {"OAuth token status: Unknown", "Retry", "Fetching status…", "Sessions: 0", "Updated just now"}},
-    };
+    static const std::vector<DashboardScene> scenes = [] {
+        std::vector<DashboardScene> all{
+            {"no-logs",
+             [](Fixture &f) { f.settle(); },
+             {"OAuth token not found", "Open Settings to connect your Claude account",
+              "OAuth token status: Disconnected", "Re-authenticate", "Sessions: 0", "Peak hour: --",
+              "Claude Code: Operational"},
+             {"QUOTA", "BURN RATE", "EXTRA USAGE"}},
+            {"no-account",
+             [](Fixture &f) { f.addHistory().settle(); },
+             {"OAuth token not found", "BURN RATE", "Favorite model: Sonnet", "Longest streak: 15d"},
+             {"QUOTA"}},
+            {"connected",
+             [](Fixture &f) { f.addHistory().logIn(67).settle(); },
+             {"OAuth token status: Connected", "Reconnect", "Session: 67% used, resets in 2h 5m",
+              "Weekly: 31% used, resets in 3d 14h", "Claude Design: 8% used, resets in 5d 2h", "Reset 2h 5m",
+              "Updated just now"},
+             {"OAuth token not found", "EXTRA USAGE"}},
+            {"extra-usage",
+             [](Fixture &f) {
+                 f.addHistory().logIn(withExtraUsage).answerStatus(up, "degraded_performance").settle();
+             },
+             {"$12.40 spent, 25% · 20 days left", "Monthly limit: $50.00", "Current balance: $37.60",
+              "Claude API (api.anthropic.com): Degraded"}},
+            {"keep-history",
+             [](Fixture &f) { f.addHistory(29).askToKeep().logIn(withExtraUsage).settle(); },
+             {"Claude Code deletes logs after 30 days. Keep your history?", "Keep", "Not now"}},
+            {"models",
+             [](Fixture &f) { f.addHistory().logIn(withExtraUsage).settle(); },
+             {"claude-sonnet-4-5-20250929"},
+             {"No model data yet"},
+             1},
+            {"above-limit",
+             [](Fixture &f) { f.addHistory().logIn(130).settle(); },
+             {"Session: 130% used, resets in 2h 5m"}},
+            {"token-expired",
+             [](Fixture &f) { f.addHistory().logIn(ScriptedAnswer{401}).settle(); },
+             {"OAuth token status: Token Expired", "Re-authenticate", "OAuth token not found"}},
+            {"authenticating",
+             [](Fixture &f) {
+                 f.settle();
+                 f.startLogin();
+             },
+             {"OAuth token status: Authenticating…", "Waiting for browser…"},
+             {"Re-authenticate", "Retry", "Reconnect"}},
+            {"outage",
+             [](Fixture &f) {
+                 f.addHistory().logIn(12).answerStatus("major_outage", "something new").settle();
+             },
+             {"Claude Code: Outage", "Claude API (api.anthropic.com): Unknown",
+              "Session: 12% used, resets in 2h 5m"}},
+            {"ten-models",
+             [](Fixture &f) { f.addModels(10).settle(); },
+             {"vendor-0/<b>a-model</b>-with-quite-a-long-name-"},
+             {},
+             1},
+            {"no-models", [](Fixture &f) { f.settle(); }, {"No model data yet"}, {"Tokens per day"}, 1},
+            {"first-answer-awaited",
+             [](Fixture &f) { f.addHistory().logIn(held(usageAnswer(67))).begin(); },
+             {"QUOTA", "Session: –", "Weekly: –", "Claude Design: –", "OAuth token status: Unknown", "Retry"},
+             {"OAuth token not found"}},
+            {"first-second",
+             [](Fixture &) {},
+             {"OAuth token status: Unknown", "Retry", "Fetching status…", "Sessions: 0", "Updated just now"}},
+        };
+        std::ranges::move(limitScenes(), std::back_inserter(all));
+        return all;
+    }();
     return scenes;
 }
 

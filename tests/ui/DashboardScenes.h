@@ -35,6 +35,16 @@ public:
     DashboardFixture &logIn(double fiveHourPct) { return logIn(usageAnswer(fiveHourPct)); }
     /// Scripts the status page with the states of Claude Code and of the API.
     DashboardFixture &answerStatus(const QByteArray &claudeCode, const QByteArray &api);
+    /// Passes that time.
+    DashboardFixture &pass(std::chrono::minutes time) {
+        m_clock.advance(time);
+        return *this;
+    }
+    /// Shows these limits, also in the panel of the quota. Call it after settle(): the next refresh removes
+    /// them.
+    void setCourses(const std::vector<LimitCourse> &courses);
+    /// Shows the quota as stale, and a request in ten minutes.
+    void loseTheQuota();
     void startLogin() { m_state.connect(); }
     /// Starts the state and waits for the logs and the status page.
     void begin();
@@ -42,6 +52,10 @@ public:
     void settle();
     /// Shows the window in the scene's state.
     void play(const DashboardScene &scene, MainWindowView &window);
+
+private:
+    /// For changes that no source makes yet.
+    [[nodiscard]] Snapshot &snapshot() { return const_cast<Snapshot &>(m_state.snapshot()); }
 };
 
 /// A state of the dashboard for pictures and tests.
@@ -51,12 +65,16 @@ struct DashboardScene {
     std::vector<std::string> texts;       ///< the beginnings of visible texts
     std::vector<std::string> absent = {}; ///< no visible text begins with these
     int tab = 0;
+    const char *pressed = nullptr; ///< the name of a button that is pressed at the end
 
     friend std::ostream &operator<<(std::ostream &out, const DashboardScene &scene) {
         return out << scene.name;
     }
 };
 
+/// With those of limitScenes().
 [[nodiscard]] const std::vector<DashboardScene> &dashboardScenes();
+/// The states of the account's limits.
+[[nodiscard]] std::vector<DashboardScene> limitScenes();
 
 } // namespace burnwick::test

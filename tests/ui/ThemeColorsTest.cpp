@@ -46,6 +46,8 @@ TEST(ThemeColors, TextIsLegibleOnEverySurface) {
         EXPECT_GE(contrast(colors.granted, over(colors.card, withOpacity(colors.granted, badgeOpacity))),
                   legible);
         EXPECT_GE(contrast(colors.secondary, over(colors.card, colors.track)), legible) << "a segment";
+        for (const QColor &tone : {colors.overText, colors.nearText})
+            EXPECT_GE(contrast(tone, colors.card), legible) << tone.name().toStdString();
         const QColor note = over(colors.card, colors.note);
         EXPECT_GE(contrast(colors.text, over(note, colors.pressed)), legible) << "a note's button";
         EXPECT_GE(contrast(colors.secondary, note), legible) << "a note's other button";

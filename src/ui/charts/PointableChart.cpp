@@ -7,6 +7,8 @@
 #include <QMouseEvent>
 #include <QToolTip>
 
+#include <utility>
+
 namespace burnwick {
 
 PointableChart::PointableChart() {
@@ -15,7 +17,10 @@ PointableChart::PointableChart() {
 }
 
 void PointableChart::partsChanged() {
-    m_pointed = m_pointer ? partAt(*m_pointer) : std::nullopt;
+    if (m_pointer)
+        m_pointed = partAt(*m_pointer);
+    else if (m_pointed)
+        m_pointed = partAt(zoneOf(*m_pointed).center());
     update();
     if (m_pointed && QToolTip::isVisible())
         showToolTip();
@@ -29,29 +34,40 @@ void PointableChart::changeEvent(QEvent *event) {
 
 void PointableChart::mouseMoveEvent(QMouseEvent *event) {
     m_pointer = event->position();
-    const auto pointed = partAt(*m_pointer);
-    if (pointed == m_pointed)
-        return;
-    if (m_pointed)
-        update(zoneOf(*m_pointed));
-    m_pointed = pointed;
-    if (!m_pointed) {
-        QToolTip::hideText();
-        return;
-    }
-    update(zoneOf(*m_pointed));
-    showToolTip(); // without Qt's delay, for comparing days
+    if (highlight(partAt(*m_pointer)))
+        showToolTip(); // without Qt's delay, for comparing days
 }
 
 void PointableChart::leaveEvent(QEvent *) {
     m_pointer.reset();
-    if (m_pointed)
-        update(zoneOf(*m_pointed));
-    m_pointed.reset();
+    highlight(std::nullopt);
+}
+
+void PointableChart::point(std::optional<std::size_t> part) {
+    m_pointer.reset();
+    if (highlight(part))
+        showToolTip();
+}
+
+/// Returns whether another part is highlighted.
+bool PointableChart::highlight(std::optional<std::size_t> part) {
+    if (part == m_pointed)
+        return false;
+    for (const auto &changed : {std::exchange(m_pointed, part), part}) {
+        if (changed)
+            update(zoneOf(*changed));
+    }
+    return true;
 }
 
 void PointableChart::showToolTip() {
-    QToolTip::showText(mapToGlobal(*m_pointer).toPoint(), tipOf(*m_pointed), this, zoneOf(*m_pointed));
+    if (!m_pointed) {
+        QToolTip::hideText();
+        return;
+    }
+    const QRect zone = zoneOf(*m_pointed);
+    const QPointF place = m_pointer.value_or(zone.center());
+    QToolTip::showText(mapToGlobal(place).toPoint(), tipOf(*m_pointed), this, zone);
 }
 
 } // namespace burnwick

@@ -20,6 +20,8 @@ public:
 protected:
     /// The highlighted part.
     [[nodiscard]] std::optional<std::size_t> pointedPart() const { return m_pointed; }
+    /// Highlights that part, or none, and shows its tool tip, until the pointer moves.
+    void point(std::optional<std::size_t> part);
     /// Repaints; the subclass calls it after its parts changed.
     void partsChanged();
 
@@ -35,6 +37,7 @@ protected:
     void leaveEvent(QEvent *event) override;
 
 private:
+    bool highlight(std::optional<std::size_t> part);
     void showToolTip();
 
     std::optional<QPointF> m_pointer;

@@ -6,6 +6,7 @@
 #include "ui/charts/HeatmapLegend.h"
 #include "ui/charts/ModelBarChartView.h"
 #include "ui/controls/PanelCard.h"
+#include "ui/dashboard/LimitsCard.h"
 #include "ui/dashboard/ModelStatRowView.h"
 #include "ui/dashboard/StatTile.h"
 #include "ui/layout/ScrollAreas.h"
@@ -88,6 +89,8 @@ private:
 
 OverviewTab::OverviewTab()
     : m_heatmap(new ActivityHeatmapView({.cellSize = 11, .gap = 3, .weeks = 52}))
+    , m_activity(new PanelCard)
+    , m_limits(new LimitsCard)
     , m_notes(new QVBoxLayout) {
     auto *tiles = new QGridLayout;
     constexpr int tileSpacing = 4;
@@ -100,23 +103,47 @@ OverviewTab::OverviewTab()
     for (int column = 0; column < tilesPerRow; ++column)
         tiles->setColumnStretch(column, 1);
 
-    auto *card = new PanelCard;
     auto *title = new QHBoxLayout;
     title->addWidget(sectionTitle("Activity"));
     title->addStretch();
     title->addWidget(new HeatmapLegend);
-    card->content()->addLayout(title);
+    m_activity->content()->addLayout(title);
     m_notes->addStretch();
     auto *chart = new QVBoxLayout;
     chart->setSpacing(0);
     chart->addStretch();
     chart->addWidget(m_heatmap, 0, Qt::AlignHCenter);
     chart->addLayout(m_notes);
-    card->content()->addLayout(chart, 1);
+    m_activity->content()->addLayout(chart, 1);
 
     QVBoxLayout *column = columnOf(this);
     column->addLayout(tiles);
-    column->addWidget(card, 1);
+    column->addWidget(m_activity, 1);
+    column->addWidget(m_limits);
+    fitTiles(false);
+}
+
+void OverviewTab::setLimits(const std::vector<LimitCourse> &courses, const Calendar &calendar, Instant now) {
+    m_limits->setCourses(courses, calendar, now);
+    if (m_limits->isHidden() == courses.empty())
+        return;
+    auto *column = static_cast<QVBoxLayout *>(layout());
+    column->setStretchFactor(m_activity, courses.empty() ? 1 : 0);
+    column->setStretchFactor(m_limits, courses.empty() ? 0 : 1);
+    fitTiles(!courses.empty());
+    // Last, because it makes Qt lay out the whole window at once.
+    m_limits->setVisible(!courses.empty());
+}
+
+void OverviewTab::setDense(bool dense) {
+    m_dense = dense;
+    fitTiles(!m_limits->isHidden());
+}
+
+void OverviewTab::fitTiles(bool besideLimits) {
+    const int height = besideLimits ? (m_dense ? 56 : 76) : (m_dense ? 64 : 92);
+    for (StatTile *tile : m_tiles)
+        tile->setFixedHeight(height);
 }
 
 void OverviewTab::setValues(const HistoricalData &history, double sessionCost, LocalDay today,
@@ -125,6 +152,11 @@ void OverviewTab::setValues(const HistoricalData &history, double sessionCost, L
     for (std::size_t i = 0; i < figures.size(); ++i)
         m_tiles[i]->setValue(textOf(figures[i].value));
     m_heatmap->setActivity(history.dailyActivity, today, first);
+}
+
+QSize OverviewTab::sizeHint() const {
+    const int fromLimits = m_limits->isHidden() ? 0 : m_notes->sizeHint().height();
+    return QWidget::sizeHint() - QSize(0, fromLimits);
 }
 
 void OverviewTab::addNote(QWidget *note) {

@@ -3,7 +3,9 @@
 #pragma once
 
 #include "display/StatFigures.h"
+#include "model/Calendar.h"
 #include "model/HistoricalData.h"
+#include "model/Limit.h"
 
 #include <QWidget>
 
@@ -17,12 +19,13 @@ class QVBoxLayout;
 namespace burnwick {
 
 class ActivityHeatmapView;
+class LimitsCard;
 class ModelBarChartView;
 class ModelStatRowView;
 class PanelCard;
 class StatTile;
 
-/// The figures of the history and its heatmap.
+/// The figures of the history, its heatmap, and the account's limits.
 class OverviewTab final : public QWidget {
     Q_OBJECT
 
@@ -32,12 +35,24 @@ public:
     /// `sessionCost` is the current session's, in dollars; `first` is the first day of the history's period.
     void setValues(const HistoricalData &history, double sessionCost, LocalDay today,
                    std::optional<LocalDay> first);
-    /// Adds a line at the bottom of the heatmap's card, which moves nothing else.
+    /// Shows the limits below the heatmap, and lower tiles; without courses neither.
+    void setLimits(const std::vector<LimitCourse> &courses, const Calendar &calendar, Instant now);
+    /// Reduces the height of the tiles, for low screens.
+    void setDense(bool dense);
+    /// Adds a line at the bottom of the heatmap's card. It takes its room from the card's free space, or from
+    /// the limits, and moves nothing else.
     void addNote(QWidget *note);
 
+    [[nodiscard]] QSize sizeHint() const override;
+
 private:
+    void fitTiles(bool besideLimits);
+
     std::array<StatTile *, std::tuple_size_v<decltype(statFigures({}, 0))>> m_tiles{};
     ActivityHeatmapView *m_heatmap;
+    PanelCard *m_activity;
+    LimitsCard *m_limits;
+    bool m_dense = false;
     QVBoxLayout *m_notes; ///< in the lower half of the card's free space
 };
 

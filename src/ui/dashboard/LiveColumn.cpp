@@ -71,7 +71,7 @@ void LiveColumn::setValues(const Snapshot &snapshot, Instant now) {
     const auto &extraUsage = account.extraUsage;
     const bool showsQuota = quota || account.awaitsFirstQuota;
     if (showsQuota)
-        m_quota->setQuota(quota, now);
+        m_quota->setAccount(account, usage.calendar, now);
     if (extraUsage)
         m_extraUsage->setUsage(*extraUsage);
     m_burnRate->setValues({usage.burnRateTokensPerMin, usage.projectedTodayCost, usage.projectedWeeklyCost,

@@ -4,6 +4,8 @@
 
 #include "display/DisplayFormat.h"
 #include "display/DisplayText.h"
+#include "display/LimitText.h"
+#include "model/Snapshot.h"
 #include "ui/controls/AccessibleRole.h"
 #include "ui/dashboard/PanelRows.h"
 #include "ui/text/Text.h"
@@ -14,11 +16,15 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace burnwick {
 
 namespace {
+
+constexpr const char *claudeDesign = "Claude Design";
 
 template <typename Row>
 Row *addRow(PanelCard &card, Row *row) {
@@ -71,26 +77,86 @@ WindowQuotaPanel::WindowQuotaPanel()
     : PanelCard(QStringLiteral("QUOTA"))
     , m_session(addRow(*this, new QuotaBarRow(QStringLiteral("Session"))))
     , m_weekly(addRow(*this, new QuotaBarRow(QStringLiteral("Weekly"))))
-    , m_claudeDesign(addRow(*this, new QuotaBarRow(QStringLiteral("Claude Design")))) {
+    , m_claudeDesign(addRow(*this, new QuotaBarRow(QString::fromUtf8(claudeDesign)))) {
     setDense(false);
 }
 
 void WindowQuotaPanel::setDense(bool dense) {
-    PanelCard::setDense(dense);
-    content()->setSpacing(dense ? 8 : 12);
-    for (QuotaBarRow *row : {m_session, m_weekly, m_claudeDesign})
-        row->setDense(dense);
+    m_dense = dense;
+    arrange();
 }
 
-void WindowQuotaPanel::setQuota(const std::optional<QuotaData> &quota, Instant now) {
-    if (!quota) {
+/// With further rows the panel keeps the height of three, so that the window keeps its own.
+void WindowQuotaPanel::arrange() {
+    const std::size_t most = !m_hasNeighbour ? 3 : m_dense ? 1 : 2;
+    const int regularSpacing = m_dense ? 8 : 12;
+    std::vector rows{m_session, m_weekly, m_claudeDesign};
+    int room = 3 * regularSpacing; // also below the header
+    for (QuotaBarRow *row : rows) {
+        row->setDense(m_dense);
+        row->setCrowded(false);
+        room += row->sizeHint().height();
+    }
+    PanelCard::setDense(m_dense); // resets the margins
+    content()->setSpacing(regularSpacing);
+    rows.insert(rows.end(), m_models.begin(),
+                std::next(m_models.begin(), static_cast<std::ptrdiff_t>(std::min(most, m_models.size()))));
+    if (rows.size() == 3)
+        return;
+
+    const int gaps = static_cast<int>(rows.size());
+    for (QuotaBarRow *row : rows) {
+        row->setDense(true);
+        row->setCrowded(m_dense || (m_hasNeighbour && rows.size() > 4));
+        room -= row->sizeHint().height();
+    }
+    const int spacing = std::clamp(room / gaps, m_dense ? 6 : 8, 18);
+    QMargins margins = content()->contentsMargins();
+    margins.setBottom(margins.bottom() + std::max(0, room - gaps * spacing));
+    content()->setContentsMargins(margins);
+    content()->setSpacing(spacing);
+    for (std::size_t i = 0; i < m_models.size(); ++i)
+        m_models[i]->setVisible(i < most);
+}
+
+void WindowQuotaPanel::setAccount(const AccountFigures &account, const Calendar &calendar, Instant now) {
+    const auto &quota = account.quotaData;
+    if (quota) {
+        m_session->setUsage(quota->fiveHourUsagePct, quota->fiveHourResetAt, now);
+        m_weekly->setUsage(quota->sevenDayUsagePct, quota->sevenDayResetAt, now);
+        m_claudeDesign->setUsage(quota->claudeDesignWeeklyPct, quota->claudeDesignResetAt, now);
+    } else {
         for (QuotaBarRow *row : {m_session, m_weekly, m_claudeDesign})
             row->setAwaited();
-        return;
     }
-    m_session->setUsage(quota->fiveHourUsagePct, quota->fiveHourResetAt, now);
-    m_weekly->setUsage(quota->sevenDayUsagePct, quota->sevenDayResetAt, now);
-    m_claudeDesign->setUsage(quota->claudeDesignWeeklyPct, quota->claudeDesignResetAt, now);
+    setModels(account, now);
+    for (auto *row : findChildren<QuotaBarRow *>())
+        row->setDimmed(account.isQuotaStale);
+    setPlainToolTip(*this, textOf(staleQuotaText(account, calendar)));
+}
+
+void WindowQuotaPanel::setModels(const AccountFigures &account, Instant now) {
+    constexpr std::size_t most = 3;
+    std::vector<const Limit *> limits;
+    for (const Limit &limit : account.limits) {
+        if (limit.kind == Limit::Kind::weeklyScoped && limit.model != claudeDesign && limits.size() < most)
+            limits.push_back(&limit);
+    }
+    const bool hasNeighbour = account.extraUsage.has_value();
+    const bool changes = limits.size() != m_models.size() || hasNeighbour != m_hasNeighbour;
+    m_hasNeighbour = hasNeighbour;
+    while (m_models.size() > limits.size()) {
+        delete m_models.back();
+        m_models.pop_back();
+    }
+    while (m_models.size() < limits.size())
+        m_models.push_back(addRow(*this, new QuotaBarRow({})));
+    for (std::size_t i = 0; i < limits.size(); ++i) {
+        m_models[i]->setLabel(textOf(limitName(*limits[i])));
+        m_models[i]->setUsage(limits[i]->usedPct, limits[i]->resetsAt, now);
+    }
+    if (changes)
+        arrange();
 }
 
 WindowExtraUsagePanel::WindowExtraUsagePanel()

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "model/Calendar.h"
 #include "model/ClaudeComponentStatus.h"
 #include "model/ExtraUsageData.h"
 #include "model/QuotaData.h"
@@ -16,22 +17,30 @@ class ExtraUsageBarRow;
 class MenuRowView;
 class QuotaBarRow;
 class TextLabel;
+struct AccountFigures;
 
-/// The account's three rate-limit windows.
+/// The account's three rate-limit windows, and further ones of single models.
 class WindowQuotaPanel final : public PanelCard {
     Q_OBJECT
 
 public:
     WindowQuotaPanel();
 
-    /// The quota is absent until the first response.
-    void setQuota(const std::optional<QuotaData> &quota, Instant now);
+    /// The quota is absent until the first response. The panel has rows for as many models as fit into the
+    /// lowest window.
+    void setAccount(const AccountFigures &account, const Calendar &calendar, Instant now);
     void setDense(bool dense) override;
 
 private:
+    void setModels(const AccountFigures &account, Instant now);
+    void arrange();
+
+    bool m_dense = false;
+    bool m_hasNeighbour = false; ///< whether the panel of the extra usage needs room, too
     QuotaBarRow *m_session;
     QuotaBarRow *m_weekly;
     QuotaBarRow *m_claudeDesign;
+    std::vector<QuotaBarRow *> m_models; ///< some may be hidden
 };
 
 /// The account's paid extra usage.

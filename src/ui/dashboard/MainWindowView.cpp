@@ -4,6 +4,7 @@
 
 #include "async/DetachedTask.h"
 #include "display/DisplayFormat.h"
+#include "display/LimitText.h"
 #include "model/Calendar.h"
 #include "model/Clock.h"
 #include "model/TimeFilter.h"
@@ -22,7 +23,6 @@
 #include "ui/dashboard/ActivityTabs.h"
 #include "ui/dashboard/KeepHistoryHint.h"
 #include "ui/dashboard/LiveColumn.h"
-#include "ui/dashboard/StatTile.h"
 #include "ui/layout/ScreenRoom.h"
 #include "ui/layout/ScrollAreas.h"
 #include "ui/text/Text.h"
@@ -200,8 +200,7 @@ void MainWindowView::setDense(bool dense) {
         layout->setSpacing(dense ? 8 : 12);
     for (PanelCard *card : findChildren<PanelCard *>())
         card->setDense(dense);
-    for (StatTile *tile : findChildren<StatTile *>())
-        tile->setDense(dense);
+    m_overview->setDense(dense);
     m_models->setDense(dense);
 }
 
@@ -260,11 +259,16 @@ void MainWindowView::showState() {
     m_liveColumn->setValues(snapshot, now);
     m_overview->setValues(usage.historicalData, usage.sessionCost, today,
                           firstDayOf(usage.timeFilter, now, usage.calendar));
+    m_overview->setLimits(usage.limitCourses, usage.calendar, now);
     m_hint->setFigures(usage, now);
     m_models->setValues(usage.historicalData, today);
     m_filters->button(static_cast<int>(usage.timeFilter))->setChecked(true);
     m_accountBar->setStatus(snapshot.account.oauthStatus);
-    m_updated->setText(QStringLiteral("Updated ") + textOf(relativeAgeText(usage.lastUpdated, now)));
+    QString updated = QStringLiteral("Updated ") + textOf(relativeAgeText(usage.lastUpdated, now));
+    if (const auto &at = snapshot.account.asksAgainAt)
+        updated +=
+            QString::fromUtf8(" · the quota is asked again at ") + textOf(clockText(*at, usage.calendar));
+    m_updated->setText(updated);
 }
 
 } // namespace burnwick

@@ -71,6 +71,23 @@ QuotaBarRow::QuotaBarRow(const QString &label)
     m_column->addWidget(m_reset);
 }
 
+void QuotaBarRow::setLabel(const QString &label) {
+    if (m_label->text() == label)
+        return;
+    m_label->setElidable();
+    m_label->setText(label);
+    nameRow();
+}
+
+void QuotaBarRow::setDimmed(bool dimmed) {
+    m_used->setForegroundRole(dimmed ? QPalette::PlaceholderText : QPalette::WindowText);
+}
+
+void QuotaBarRow::setCrowded(bool crowded) {
+    m_column->setSpacing(crowded ? 4 : 6);
+    updateGeometry();
+}
+
 void QuotaBarRow::setDense(bool dense) {
     m_column->removeWidget(m_reset);
     m_firstLine->removeWidget(m_reset);
@@ -78,6 +95,8 @@ void QuotaBarRow::setDense(bool dense) {
         m_firstLine->insertWidget(1, m_reset);
     else
         m_column->addWidget(m_reset);
+    // The card's layout keeps the former size of a row whose layout was activated by that of the card.
+    updateGeometry();
 }
 
 void QuotaBarRow::setUsage(double usedPct, const std::optional<Instant> &resetAt, Instant now) {
@@ -90,8 +109,12 @@ void QuotaBarRow::setUsage(double usedPct, const std::optional<Instant> &resetAt
         return;
     m_used->setText(used);
     m_reset->setText(reset);
-    setAccessibleName(m_label->text() + QLatin1String(": ") + used +
-                      (reset.isEmpty() ? QString() : QLatin1String(", ") + reset));
+    nameRow();
+}
+
+void QuotaBarRow::nameRow() {
+    setAccessibleName(m_label->text() + QLatin1String(": ") + m_used->text() +
+                      (m_reset->text().isEmpty() ? QString() : QLatin1String(", ") + m_reset->text()));
 }
 
 void QuotaBarRow::setAwaited() {

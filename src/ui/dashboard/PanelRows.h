@@ -41,14 +41,22 @@ class QuotaBarRow final : public QWidget {
 public:
     explicit QuotaBarRow(const QString &label);
 
+    /// The label is elidable.
+    void setLabel(const QString &label);
     /// `usedPct` may exceed 100. Without an instant the row has no reset line.
     void setUsage(double usedPct, const std::optional<Instant> &resetAt, Instant now);
+    /// Shows the percentage in the secondary colour.
+    void setDimmed(bool dimmed);
     /// Moves the reset into the label's line, for low screens.
     void setDense(bool dense);
+    /// Reduces the space above the bar.
+    void setCrowded(bool crowded);
     /// Shows a dash and an empty bar, with the height of a row with a reset.
     void setAwaited();
 
 private:
+    void nameRow();
+
     QVBoxLayout *m_column;
     QHBoxLayout *m_firstLine;
     TextLabel *m_label;

@@ -16,7 +16,6 @@ StatTile::StatTile(const QString &label, Qt::Edges outer)
     , m_label(label)
     , m_value(new TextLabel(TextStyle::figure)) {
     constexpr int sidePadding = 14;
-    setDense(false);
     setAccessibleRole(*this, QAccessible::Grouping);
     m_value->setElidable();
     setMinimumWidth(sidePadding);
@@ -37,10 +36,6 @@ void StatTile::setValue(const QString &value) {
         return;
     m_value->setText(value);
     setAccessibleName(m_label + QLatin1String(": ") + value);
-}
-
-void StatTile::setDense(bool dense) {
-    setFixedHeight(dense ? 64 : 92);
 }
 
 void StatTile::paintEvent(QPaintEvent *) {

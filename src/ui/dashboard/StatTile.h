@@ -8,7 +8,7 @@ namespace burnwick {
 
 class TextLabel;
 
-/// A figure of the dashboard with its label, both plain text.
+/// A figure of the dashboard with its label, both plain text. The caller sets the height.
 class StatTile final : public QWidget {
     Q_OBJECT
 
@@ -18,8 +18,6 @@ public:
 
     /// Repaints only for another text.
     void setValue(const QString &value);
-    /// Reduces the height, for low screens.
-    void setDense(bool dense);
 
 protected:
     void paintEvent(QPaintEvent *event) override;

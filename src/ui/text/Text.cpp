@@ -13,7 +13,7 @@ QString plainToolTip(const QString &text) {
 }
 
 void setPlainToolTip(QWidget &widget, const QString &text) {
-    widget.setToolTip(plainToolTip(text));
+    widget.setToolTip(text.isEmpty() ? QString() : plainToolTip(text));
     widget.setAccessibleDescription(text);
 }
 

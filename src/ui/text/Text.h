@@ -18,8 +18,8 @@ namespace burnwick {
 /// Returns a tool tip that shows the text line by line, without interpreting markup in it.
 [[nodiscard]] QString plainToolTip(const QString &text);
 
-/// Sets the plain tool tip, and the text as the accessible description, for which Qt would use the tool tip
-/// with its markup.
+/// Sets the plain tool tip, or none for an empty text, and the text as the accessible description, for which
+/// Qt would use the tool tip with its markup.
 void setPlainToolTip(QWidget &widget, const QString &text);
 
 } // namespace burnwick

@@ -15,6 +15,8 @@ constexpr Measures measuresOf(TextStyle style) {
     switch (style) {
     case TextStyle::small:
         return {10, QFont::Normal};
+    case TextStyle::smallStrong:
+        return {10, QFont::DemiBold};
     case TextStyle::caption:
         return {11, QFont::Normal};
     case TextStyle::captionStrong:

@@ -9,6 +9,7 @@ namespace burnwick {
 /// The sizes and weights of texts in the windows.
 enum class TextStyle {
     small,          ///< 10 px: legends, dates along an axis
+    smallStrong,    ///< 10 px, semibold: marks above a chart
     caption,        ///< 11 px: captions of figures, buttons
     captionStrong,  ///< 11 px, medium: a chart's name, badges
     sectionCaption, ///< 11 px, medium, spaced: a panel's name in capitals

@@ -44,6 +44,8 @@ ThemeColors lightColors() {
     colors.secondary = QColor(0x6B, 0x67, 0x62);
     colors.tertiary = QColor(0xA5, 0xA1, 0x9B);
     colors.link = QColor(0x9D, 0x56, 0x3F);
+    colors.overText = QColor(0xC6, 0x2F, 0x25);
+    colors.nearText = QColor(0x8A, 0x5A, 0x00);
     colors.granted = QColor(15, 117, 34);
     colors.operationalText = QColor(14, 110, 28);
     colors.degradedText = QColor(126, 93, 23);
@@ -65,6 +67,8 @@ ThemeColors darkColors() {
     colors.secondary = QColor(0xA3, 0x9F, 0x99);
     colors.tertiary = QColor(0x6F, 0x6B, 0x66);
     colors.link = QColor(0xC9, 0x77, 0x5D);
+    colors.overText = QColor(0xFF, 0x7A, 0x70);
+    colors.nearText = QColor(0xFC, 0xBD, 0x2E);
     colors.granted = QColor(25, 195, 50);
     colors.segment = QColor(0x54, 0x50, 0x4B);
     colors.line = withOpacity(colors.text, 0.09);

@@ -28,6 +28,8 @@ struct ThemeColors {
     QColor tertiary;  ///< low contrast: the version, disabled text
     QColor inactive;  ///< unchecked tabs and filters
     QColor link;      ///< the accent, as text
+    QColor overText;  ///< a limit that will be full early; 4.5:1 on a card
+    QColor nearText;  ///< one that may be; 4.5:1 on a card
     QColor granted;   ///< the badge "Enabled"; 4.5:1 on a tint of itself on a card
 
     /// @name Text on a tint of the state's colour on the account bar, with a contrast of at least 4.5:1
