@@ -211,13 +211,13 @@ void addAccount(Table &table, const Snapshot &snapshot, Instant now) {
     if (quota) {
         addUsage(table, "Session", quota->fiveHourUsagePct, resetText(quota->fiveHourResetAt, now));
         addUsage(table, "Weekly", quota->sevenDayUsagePct, resetText(quota->sevenDayResetAt, now));
-        addUsage(table, "Claude Design", quota->claudeDesignWeeklyPct,
+        addUsage(table, claudeDesign, quota->claudeDesignWeeklyPct,
                  resetText(quota->claudeDesignResetAt, now));
     } else if (isAsked) {
         table.line("No quota could be had");
     }
     for (const Limit &limit : account.limits) {
-        if (!quota || limit.kind == Limit::Kind::weeklyScoped)
+        if (!quota || (limit.kind == Limit::Kind::weeklyScoped && limit.model != claudeDesign))
             addUsage(table, limitLabel(limit), limit.usedPct, resetText(limit.resetsAt, now));
     }
     addForecasts(table, usage, now);

@@ -5,8 +5,12 @@
 #include "model/Instant.h"
 
 #include <optional>
+#include <string_view>
 
 namespace burnwick {
+
+/// The model of the scoped limit whose figures QuotaData has.
+inline constexpr std::string_view claudeDesign = "Claude Design";
 
 /// One snapshot of the account's rate-limit windows. Percentages run from 0 to 100 and may exceed 100.
 struct QuotaData {

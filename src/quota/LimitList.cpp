@@ -51,7 +51,7 @@ void copyToQuota(const Limit &limit, QuotaData &quota) {
 
 bool isInPresentWindow(const Limit &limit, Instant now) {
     return limit.resetsAt && *limit.resetsAt > now &&
-           *limit.resetsAt - now <= windowLengthOf(limit.kind) + std::chrono::hours(24);
+           isInWindow(now, *limit.resetsAt, windowLengthOf(limit.kind) + std::chrono::hours(24));
 }
 
 } // namespace burnwick

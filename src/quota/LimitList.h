@@ -5,13 +5,9 @@
 #include "model/Limit.h"
 #include "model/QuotaData.h"
 
-#include <string_view>
 #include <vector>
 
 namespace burnwick {
-
-/// The model of the scoped limit that has its own fields in QuotaData.
-inline constexpr std::string_view claudeDesign = "Claude Design";
 
 /// Returns the first of each limit, at most 20 scoped ones, in order: session, weekly, Claude Design, other
 /// scoped ones. Omits limits whose percentage is not finite; a negative one becomes 0.
