@@ -3,6 +3,7 @@
 #include "demo/DemoHome.h"
 
 #include "bench/Random.h"
+#include "ledger/Ledger.h"
 #include "model/Timestamp.h"
 #include "support/LogTreeFixture.h"
 
@@ -106,6 +107,31 @@ void addLogs(const test::LogHome &home, Instant now, const Calendar &calendar) {
     }
     constexpr std::uint64_t moreThanFit = 1'000;
     writer.addSession(now - 75min, moreThanFit);
+}
+
+void addSamples(const std::filesystem::path &home, const std::vector<Limit> &limits,
+                const Calendar &calendar) {
+    Ledger ledger(home / ".local" / "share" / "burnwick");
+    Random random{20260202};
+    Calendar::Cursor cursor(calendar);
+    for (const Limit &limit : limits) {
+        std::vector<Limit> samples;
+        const std::chrono::nanoseconds length = windowLengthOf(limit.kind);
+        double used = 0;
+        for (Instant at = *limit.resetsAt - length; at < limit.observedAt; at += length / 100) {
+            const auto local = cursor.localTimeOf(at);
+            const auto timeOfDay = local - std::chrono::floor<std::chrono::days>(local);
+            const bool isAtWork = length < 24h || (timeOfDay > 9h && timeOfDay < 18h);
+            samples.push_back(limit);
+            samples.back().observedAt = at;
+            samples.back().usedPct = used;
+            used += isAtWork ? static_cast<double>(random.below(1'000)) : 0;
+        }
+        for (Limit &sample : samples) {
+            sample.usedPct *= used > 0 ? limit.usedPct / used : 0;
+            static_cast<void>(ledger.recordLimits({&sample, 1}));
+        }
+    }
 }
 
 void addLogin(const std::filesystem::path &home) {

@@ -4,8 +4,10 @@
 
 #include "model/Calendar.h"
 #include "model/Instant.h"
+#include "model/Limit.h"
 
 #include <filesystem>
+#include <vector>
 
 class QString;
 class QUrl;
@@ -19,6 +21,11 @@ namespace burnwick::demo {
 /// Writes two months of session logs with three models, mostly on working days in the morning and afternoon,
 /// with a session in progress. Deterministic for an instant and a calendar.
 void addLogs(const test::LogHome &home, Instant now, const Calendar &calendar);
+
+/// Records how the limits came to be used since their windows began: without pause in a session, and by day
+/// in the others.
+void addSamples(const std::filesystem::path &home, const std::vector<Limit> &limits,
+                const Calendar &calendar);
 
 /// Writes a login that does not expire.
 void addLogin(const std::filesystem::path &home);

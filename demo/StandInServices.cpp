@@ -20,14 +20,17 @@ std::string instantText(Instant instant) {
     return printTimestamp(instant, 0);
 }
 
-QByteArray usage(Instant now) {
+OAuthUsageResponse usage(Instant now) {
     // Later by half a minute, so that a program that has just started shows 2 h 5 min.
     const Instant seen = now + 30s;
-    return encodeUsageResponse({.fiveHour = OAuthUsagePeriod{67, instantText(seen + 2h + 5min)},
-                                .sevenDay = OAuthUsagePeriod{31, instantText(seen + 3 * 24h + 14h)},
-                                .sevenDayOpus = std::nullopt,
-                                .sevenDayOmelette = OAuthUsagePeriod{8, instantText(seen + 5 * 24h + 2h)},
-                                .extraUsage = OAuthExtraUsage{true, 5'000, 1'240, 24.8}});
+    const OAuthUsagePeriod session{67, instantText(seen + 2h + 5min)};
+    const OAuthUsagePeriod weekly{31, instantText(seen + 3 * 24h + 14h)};
+    const OAuthUsagePeriod design{8, instantText(seen + 5 * 24h + 2h)};
+    return {.fiveHour = session,
+            .sevenDay = weekly,
+            .sevenDayOpus = std::nullopt,
+            .sevenDayOmelette = design,
+            .extraUsage = OAuthExtraUsage{true, 5'000, 1'240, 24.8}};
 }
 
 const QByteArray components = R"json({"components":[
@@ -49,12 +52,16 @@ QString offeredVersion() {
     return QVersionNumber(own.majorVersion(), own.minorVersion() + 1, 0).toString();
 }
 
+std::vector<Limit> limitsAt(Instant now) {
+    return limitsFrom(usage(now), now);
+}
+
 void standIn(test::ScriptedServer &server, Instant now) {
     const test::ScriptedAnswer page{
         200,
         "This is a demonstration of Burnwick: nothing was sent anywhere, and there is nothing here.\n",
         {{"Content-Type", "text/plain; charset=utf-8"}, {"Connection", "close"}}};
-    server.script("/api/oauth/usage", {{200, usage(now)}});
+    server.script("/api/oauth/usage", {{200, encodeUsageResponse(usage(now))}});
     server.script(
         "/api/oauth/token",
         {{200, R"({"access_token":"demo-access","refresh_token":"demo-refresh","expires_in":28800})"}});

@@ -50,6 +50,7 @@ int run(const QString &theme) {
     test::ScriptedServer services;
     standIn(services, clock.now());
     addLogs(home, clock.now(), Calendar::current());
+    addSamples(home.path(), limitsAt(clock.now()), Calendar::current());
     addLogin(home.path());
     addSettings(home.path(), services.url(), theme);
 
