@@ -57,6 +57,13 @@ const std::vector<Misfortune> misfortunes{
          SQLite::Database(backupOf(t).string(), SQLite::OPEN_READWRITE).exec("UPDATE chunk SET checksum = 0");
      },
      "backup.sqlite: damaged and moved aside", 0},
+    {"no file, altered samples in the backup",
+     [](LedgerTest &t) {
+         fs::remove(t.m_file);
+         SQLite::Database(backupOf(t).string(), SQLite::OPEN_READWRITE)
+             .exec("INSERT INTO limitPart VALUES(1, 0, x'', 0, x'000000', 0)");
+     },
+     "backup.sqlite: damaged and moved aside", 0},
     {"damaged file that is due for a backup",
      [](LedgerTest &t) {
          t.execute("UPDATE detail SET checksum = 0");

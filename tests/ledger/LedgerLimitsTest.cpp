@@ -194,7 +194,7 @@ TEST(LedgerLimits, AWindowHasAnyNumberOfSamplesWhateverItsResetVaries) {
     Ledger ledger(home.path());
     Samples samples;
     for (int i = 0; i < 200; ++i) {
-        const Limit limit = session(std::chrono::minutes(i), i % 100, i % 2 == 0 ? 4h : 4h + 40s);
+        const Limit limit = session(std::chrono::minutes(i), i % 100, i % 3 == 0 ? 4h : 4h + 40s);
         samples = ledger.recordLimits({&limit, 1}).value().at(0);
     }
     ASSERT_EQ(samples.size(), 200U);
