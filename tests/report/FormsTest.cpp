@@ -209,7 +209,12 @@ TEST(TableForm, ShowsLimitsAlsoWhereNobodyWasAsked) {
                    sentences});
 
     for (const auto &hostile : test::hostileTexts()) {
-        const auto lines = linesOf(tableOf(someLimits(hostile.text)));
+        Snapshot figures = someLimits(hostile.text);
+        LimitCourse &weekly = figures.usage.limitCourses[1]; // its words are longer than the line
+        weekly.limit.resetsAt = now + 72h;
+        weekly.samples = {{now - 48h, 10}, {now - 24h, 40}, {now - 1min, 70}};
+        const auto lines = linesOf(tableOf(figures));
+        expectMatches(tableOf(figures), {"\n  Weekly +Full on .* before it resets\n"});
         EXPECT_EQ(lines.size(), linesOf(tableOf(snapshot)).size()) << hostile.what;
         for (const std::string &line : lines) {
             EXPECT_FALSE(test::hasControls(line)) << hostile.what;

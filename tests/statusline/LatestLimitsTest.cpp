@@ -119,6 +119,21 @@ TEST_F(LatestLimitsTest, WritesNothingWithoutObservationsOrAFolder) {
     EXPECT_EQ(latest.read(now).size(), 0U);
 }
 
+TEST(MergeLimits, KeepsTheLaterObservationOfEachLimit) {
+    const Limit early = observed(Kind::session, 1, now + 1h, now);
+    const Limit late = observed(Kind::session, 2, now + 1h, now + 1s);
+    const Limit opus = observed(Kind::weeklyScoped, 3, now + 1h, now, "Opus");
+    const Limit other = observed(Kind::weeklyScoped, 4, now + 1h, now, "Sonnet");
+    const Limit weekly = observed(Kind::weekly, 5, now + 1h, now);
+    std::vector limits{opus, late};
+    mergeLimits(limits, std::vector{other, early, weekly});
+    EXPECT_EQ(limits, (std::vector{late, weekly, opus, other}));
+    Limit same = late;
+    same.usedPct = 6;
+    mergeLimits(limits, std::vector{same});
+    EXPECT_EQ(limits.front(), same) << "the added one of two at the same time";
+}
+
 TEST_F(LatestLimitsTest, SeveralWritersNeverTearTheFile) {
     ASSERT_TRUE(record({observed(Kind::session, 0, now + 1h)}));
     std::atomic<int> running = 4;
