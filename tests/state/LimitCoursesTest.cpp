@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "state/LimitCourses.h"
-#include "support/ManualClock.h"
+#include "support/StateFixture.h"
 
-#include <gtest/gtest.h>
+#include <QCoreApplication>
 
 namespace burnwick {
 namespace {
@@ -131,6 +131,61 @@ TEST(LimitCourses, WithoutALedgerTheFormerSamplesOfTheWindowStay) {
         EXPECT_EQ(courses[0].samples.size(), samples) << name;
         EXPECT_EQ(courses[0].samples.back(), (LimitSample{next.observedAt, next.usedPct})) << name;
     }
+}
+
+class TrackedLimits : public test::StateFixture {
+protected:
+    void logTokens(int input) const {
+        m_home.add("a.jsonl", test::usageLine("2025-06-10T12:00:00.000Z", input, 0), m_clock.now());
+    }
+};
+
+TEST_F(TrackedLimits, LimitsAreRecordedOnceInTheBackgroundAndFollowedByTokens) {
+    logTokens(1'000'000);
+    auto services = this->services().usage;
+    std::vector<std::size_t> recordings;
+    bool fails = false;
+    services.recordLimits = [&](std::span<const Limit> limits) {
+        recordings.push_back(limits.size());
+        return fails ? std::nullopt : m_ledger.recordLimits(limits);
+    };
+    UsageTracker tracker(std::move(services));
+    const auto &courses = tracker.figures().limitCourses;
+    const auto has = [&](std::size_t samples, double dollars) {
+        return waitFor([&] {
+            return courses.size() == 1 && courses[0].samples.size() == samples &&
+                   courses[0].tokens.size() == 1 && courses[0].tokens[0].weight == dollars;
+        });
+    };
+    Limit limit{Limit::Kind::session, "", 5, m_clock.now() + 4h, m_clock.now() + 1min};
+    tracker.setLimits({limit});
+    EXPECT_TRUE(recordings.empty()) << "before the start";
+    tracker.start();
+    EXPECT_TRUE(has(1, 3));
+    EXPECT_TRUE(tracker.figures().historyReadAt);
+
+    logTokens(2'000'000);
+    tracker.setLimits({limit});
+    tracker.refreshLocalData();
+    EXPECT_TRUE(has(1, 6)) << "after a change of the logs";
+    EXPECT_EQ(recordings, std::vector<std::size_t>{1}) << "recorded again";
+
+    for (const bool isFailing : {false, true}) {
+        fails = isFailing;
+        limit.observedAt += 5min;
+        limit.usedPct += 1;
+        tracker.setLimits({limit});
+        EXPECT_TRUE(has(isFailing ? 3 : 2, 6));
+        EXPECT_EQ(courses[0].limit, limit);
+    }
+    tracker.setTimeFilter(TimeFilter::sevenDays);
+    tracker.setLimits({});
+    EXPECT_TRUE(waitFor([&] { return courses.empty(); }));
+    EXPECT_EQ(tracker.figures().timeFilter, TimeFilter::sevenDays);
+    tracker.stop();
+    tracker.setLimits({limit});
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(courses.empty());
 }
 
 } // namespace

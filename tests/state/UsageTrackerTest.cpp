@@ -296,54 +296,6 @@ TEST_F(UsageTrackerTest, AnotherRateRestartsBothTimersAndStoppingEndsAll) {
     EXPECT_EQ(announced, 0);
 }
 
-TEST_F(UsageTrackerTest, LimitsAreRecordedOnceInTheBackgroundAndFollowedByTokens) {
-    add("a.jsonl", 1'000'000);
-    auto services = this->services().usage;
-    std::vector<std::size_t> recordings;
-    bool fails = false;
-    services.recordLimits = [&](std::span<const Limit> limits) {
-        recordings.push_back(limits.size());
-        return fails ? std::nullopt : m_ledger.recordLimits(limits);
-    };
-    UsageTracker tracker(std::move(services));
-    const auto &courses = tracker.figures().limitCourses;
-    const auto has = [&](std::size_t samples, double dollars) {
-        return waitFor([&] {
-            return courses.size() == 1 && courses[0].samples.size() == samples &&
-                   courses[0].tokens.size() == 1 && courses[0].tokens[0].weight == dollars;
-        });
-    };
-    Limit limit{Limit::Kind::session, "", 5, m_clock.now() + 4h, m_clock.now() + 1min};
-    tracker.setLimits({limit});
-    EXPECT_TRUE(recordings.empty()) << "before the start";
-    tracker.start();
-    EXPECT_TRUE(has(1, 3));
-    EXPECT_TRUE(tracker.figures().historyReadAt);
-
-    add("a.jsonl", 2'000'000);
-    tracker.setLimits({limit});
-    tracker.refreshLocalData();
-    EXPECT_TRUE(has(1, 6)) << "after a change of the logs";
-    EXPECT_EQ(recordings, std::vector<std::size_t>{1}) << "recorded again";
-
-    for (const bool isFailing : {false, true}) {
-        fails = isFailing;
-        limit.observedAt += 5min;
-        limit.usedPct += 1;
-        tracker.setLimits({limit});
-        EXPECT_TRUE(has(isFailing ? 3 : 2, 6));
-        EXPECT_EQ(courses[0].limit, limit);
-    }
-    tracker.setTimeFilter(TimeFilter::sevenDays);
-    tracker.setLimits({});
-    EXPECT_TRUE(waitFor([&] { return courses.empty(); }));
-    EXPECT_EQ(tracker.figures().timeFilter, TimeFilter::sevenDays);
-    tracker.stop();
-    tracker.setLimits({limit});
-    QCoreApplication::processEvents();
-    EXPECT_TRUE(courses.empty());
-}
-
 TEST(RecentSince, IsTheSameTimeOfYesterdayAlsoAfterANightOf25Hours) {
     EXPECT_EQ(recentSince(Calendar::inZone("Europe/Berlin"), test::at("2025-10-26T11:00:00Z")),
               test::at("2025-10-25T10:00:00Z"));
