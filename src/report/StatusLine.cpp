@@ -55,7 +55,7 @@ std::optional<std::vector<Limit>> limitsIn(const TimedInput &input, Instant now)
 
 void record(const TitleSources &sources, const std::vector<Limit> &limits) {
     LatestLimits(sources.ledgerFolder).record(limits);
-    static_cast<void>(Ledger(sources.ledgerFolder).recordLimits(limits));
+    static_cast<void>(Ledger(sources.ledgerFolder, Patience::brief).recordLimits(limits));
 }
 
 std::string titleLine(const TitleSources &sources, const std::vector<Limit> &limits, const Clock &clock,

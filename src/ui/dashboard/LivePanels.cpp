@@ -24,7 +24,6 @@ namespace burnwick {
 
 namespace {
 
-constexpr const char *claudeDesign = "Claude Design";
 
 template <typename Row>
 Row *addRow(PanelCard &card, Row *row) {
@@ -77,7 +76,7 @@ WindowQuotaPanel::WindowQuotaPanel()
     : PanelCard(QStringLiteral("QUOTA"))
     , m_session(addRow(*this, new QuotaBarRow(QStringLiteral("Session"))))
     , m_weekly(addRow(*this, new QuotaBarRow(QStringLiteral("Weekly"))))
-    , m_claudeDesign(addRow(*this, new QuotaBarRow(QString::fromUtf8(claudeDesign)))) {
+    , m_claudeDesign(addRow(*this, new QuotaBarRow(textOf(claudeDesign)))) {
     setDense(false);
 }
 
