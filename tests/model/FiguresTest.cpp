@@ -105,7 +105,7 @@ TEST(StatusTitle, StylesEverySegment) {
     };
     EXPECT_EQ(title, expected);
 
-    Snapshot stale;
+    Snapshot stale{{Calendar::inZone("UTC")}, {}};
     stale.usage.sessionTokens.input = 1'234'567;
     stale.usage.sessionCost = 4.5;
     stale.account.quotaData = quotaAt(67);
