@@ -119,6 +119,28 @@ TEST_F(StatusLineProgram, TheReportHasTheLimitsFromTheFileAndFromTheLedger) {
     test::expectMembers(json(), expected);
 }
 
+TEST_F(StatusLineProgram, TheReportForecastsWithTheTokensSinceTheLastSample) {
+    // The first answer used 10 %. The second one came after the last sample; no more are expected.
+    home.add("p/two.jsonl",
+             usageLine(printTimestamp(now() - 2h, 3), 1000, 0) +
+                 usageLine(printTimestamp(now() - 1min, 3), 1000, 0),
+             now());
+    const Limit first{Limit::Kind::session, {}, 10, now() + 2min, now() - 3h};
+    Limit last = first;
+    last.usedPct = 20;
+    last.observedAt = now() - 5min;
+    Ledger ledger(data);
+    ASSERT_TRUE(ledger.recordLimits({&first, 1}));
+    ASSERT_TRUE(ledger.recordLimits({&last, 1}));
+    const auto output = [this](const QString &form) { return Program(home.path()).run({form}).output; };
+    const double low = test::jsonObject(output(
+        QStringLiteral("--json")))[QStringLiteral("limits")][0][QStringLiteral("forecastLow")]
+                           .toDouble();
+    EXPECT_NEAR(low, 30, 1);
+    for (const char *form : {"--waybar", "--genmon"})
+        EXPECT_NE(output(QString::fromUtf8(form)).find("Session: Probably 3"), std::string::npos) << form;
+}
+
 TEST_F(StatusLineProgram, AnswersBadInputWithAnEmptyLineAndWritesNothing) {
     const std::pair<const char *, std::string> rows[] = {
         {"empty", ""},
