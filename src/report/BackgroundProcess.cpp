@@ -3,6 +3,7 @@
 #include "report/BackgroundProcess.h"
 
 #include <cerrno>
+#include <csignal>
 #include <exception>
 
 #include <fcntl.h>
@@ -39,6 +40,8 @@ bool runInBackground(std::chrono::seconds atMost, const std::function<void()> &w
     if (worker != 0)
         ::_exit(worker < 0 ? 1 : 0);
     emptyStandardStreams();
+    // Nobody may read its answer any more.
+    std::signal(SIGPIPE, SIG_IGN);
     ::alarm(static_cast<unsigned>(atMost.count()));
     try {
         work();

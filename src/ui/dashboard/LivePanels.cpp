@@ -24,7 +24,6 @@ namespace burnwick {
 
 namespace {
 
-
 template <typename Row>
 Row *addRow(PanelCard &card, Row *row) {
     card.content()->addWidget(row);
