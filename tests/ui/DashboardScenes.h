@@ -36,7 +36,7 @@ public:
     /// Scripts the status page with the states of Claude Code and of the API.
     DashboardFixture &answerStatus(const QByteArray &claudeCode, const QByteArray &api);
     /// Passes that time.
-    DashboardFixture &pass(std::chrono::minutes time) {
+    DashboardFixture &pass(std::chrono::seconds time) {
         m_clock.advance(time);
         return *this;
     }

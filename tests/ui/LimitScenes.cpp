@@ -36,7 +36,7 @@ LimitCourse sessionThrough(const Points &points) {
 
 /// Shows three limits, of which that one is the session, with extra usage.
 void show(Fixture &fixture, const LimitCourse &session) {
-    fixture.pass(55min)
+    fixture.pass(55min - 1s)
         .addHistory()
         .answerStatus("operational", "degraded_performance")
         .logIn(withExtraUsage)
@@ -106,14 +106,14 @@ std::vector<DashboardScene> limitScenes() {
          {"Probably "}},
         {"limits-weekly",
          [](Fixture &f) { show(f, sessionThrough(calm)); },
-         {"Limits, Weekly", "4% in the last day"},
+         {"Limits, Weekly", "Could be full by Fri 20:00", "Probably 63% when it resets on Sat 03:00"},
          {},
          0,
          "Weekly"},
         {"limits-no-window",
          [](Fixture &f) {
              LimitCourse course;
-             f.pass(55min).addHistory().logIn(0).settle();
+             f.pass(55min - 1s).addHistory().logIn(0).settle();
              f.setCourses({course});
          },
          {"0% used", "The window begins with the next answer"},
@@ -134,7 +134,7 @@ std::vector<DashboardScene> limitScenes() {
              }
              f.setCourses(courses);
          },
-         {"Sonnet: 42% used, resets in 2h 4m", "Opus: 42% used", "Some model with a really long name"},
+         {"Sonnet: 42% used, resets in 2h 5m", "Opus: 42% used", "Some model with a really long name"},
          {"And the last"}},
     };
 }

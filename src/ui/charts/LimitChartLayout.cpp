@@ -109,7 +109,7 @@ private:
                 m_layout.measured.emplace_back();
             QPolygonF &run = m_layout.measured.back();
             // A point that differs by less than the eye can see would only cost time.
-            constexpr double visible = 0.4;
+            constexpr double visible = 1;
             if (run.size() >= 2 && point.x() - run[run.size() - 2].x() < visible)
                 run.removeLast();
             run << point;
@@ -123,7 +123,7 @@ private:
         };
         const QPointF to = toEdge(range.middle, isOver() ? m_forecast.fullAt : std::nullopt);
         m_layout.forecast = QLineF(from, to);
-        if (range.high <= range.low)
+        if (m_forecast.state == Forecast::State::quiet)
             return;
         // When the middle is full, no percent follows, and the band ends.
         const QPointF upper = toEdge(range.high, m_forecast.earliestFullAt);
@@ -233,12 +233,6 @@ void placeWaitLabel(LimitChartLayout &layout, QString text, const QFontMetricsF 
     layout.waitLabel = {room.center().x(), std::move(text), centredAt(room.center(), size)};
 }
 
-/// The percent's place on the line from left to right at x.
-QPointF pointOn(const QPointF &from, const QPointF &to, double x) {
-    const double share = to.x() > from.x() ? (x - from.x()) / (to.x() - from.x()) : 1;
-    return {x, from.y() + (to.y() - from.y()) * share};
-}
-
 } // namespace
 
 std::optional<double> evenPaceOf(const Limit &limit, Instant now) {
@@ -286,62 +280,6 @@ LimitChartLayout layoutLimitChart(const LimitCourse &course, const Forecast &for
     }
     placeMarks(layout, size.width(), QFontMetricsF(fonts.mark));
     return layout;
-}
-
-std::size_t LimitChartLayout::stepCount() const {
-    const minutes step(kind == Limit::Kind::session ? 1 : 15);
-    return length.count() > 0 ? static_cast<std::size_t>(length / step) + 1 : 0;
-}
-
-double LimitChartLayout::xOf(std::size_t step) const {
-    if (stepCount() == 0)
-        return plot.left();
-    return plot.left() + plot.width() * static_cast<double>(step) / static_cast<double>(stepCount() - 1);
-}
-
-std::optional<std::size_t> LimitChartLayout::stepAt(QPointF point) const {
-    constexpr double slack = 4; // beside the plot, for its ends
-    if (stepCount() == 0 || !plot.adjusted(-slack, -slack, slack, slack).contains(point))
-        return std::nullopt;
-    const double share = std::clamp((point.x() - plot.left()) / plot.width(), 0.0, 1.0);
-    const auto step = static_cast<std::size_t>(std::lround(share * static_cast<double>(stepCount() - 1)));
-    return readingAt(step) ? std::optional(step) : std::nullopt;
-}
-
-std::optional<LimitChartLayout::Reading> LimitChartLayout::readingAt(std::size_t step) const {
-    if (step >= stepCount() || measured.empty())
-        return std::nullopt;
-    const double x = xOf(step);
-    const auto reading = [&](const QPointF &point, bool isExact) {
-        const Instant at =
-            start + length / static_cast<std::int64_t>(stepCount() - 1) * static_cast<std::int64_t>(step);
-        const double percent = 100 * (plot.bottom() - point.y()) / plot.height();
-        return Reading{point, textOf(limitTimeText(kind, at, *calendar)) +
-                                  (isExact ? QLatin1String(": ") : QLatin1String(": about ")) +
-                                  textOf(percentText(percent))};
-    };
-    constexpr double roundingError = 1; // of the step, in pixels
-    if (x < measured.front().front().x() - roundingError)
-        return std::nullopt;
-    const QPointF *before = nullptr; // the end of the run before the gap
-    for (const QPolygonF &run : measured) {
-        if (x < run.front().x() && before != nullptr)
-            return reading(pointOn(*before, run.front(), x), false);
-        if (x <= run.back().x() + (&run == &measured.back() ? roundingError : 0)) {
-            const auto next =
-                std::lower_bound(run.begin(), run.end(), x,
-                                 [](const QPointF &point, double value) { return point.x() < value; });
-            if (next == run.begin() || next == run.end())
-                return reading({x, (next == run.end() ? run.back() : *next).y()}, true);
-            return reading(pointOn(*(next - 1), *next, x), true);
-        }
-        before = &run.back();
-    }
-    if (!wait.isEmpty() && x >= wait.left())
-        return reading({x, plot.top()}, !forecast);
-    if (!forecast || x > forecast->x2() + roundingError)
-        return std::nullopt;
-    return reading(pointOn(forecast->p1(), forecast->p2(), x), false);
 }
 
 } // namespace burnwick

@@ -107,7 +107,7 @@ void drawCurves(QPainter &painter, const Layout &layout, const ThemeColors &colo
         before = &run;
     }
     if (layout.forecast)
-        drawForecast(painter, *layout.forecast, colors, layout.tone);
+        drawForecast(painter, *layout.forecast, colors.*forecastColor(layout.tone));
 }
 
 void drawDots(QPainter &painter, const Layout &layout, const ThemeColors &colors) {
@@ -173,10 +173,10 @@ void drawMeasured(QPainter &painter, const QPolygonF &line, const ThemeColors &c
     painter.drawPolyline(line);
 }
 
-void drawForecast(QPainter &painter, const QLineF &line, const ThemeColors &colors, LimitWords::Tone tone) {
+void drawForecast(QPainter &painter, const QLineF &line, const QColor &color, double dash, double gap) {
     constexpr double width = 1.75;
-    QPen pen(colors.*forecastColor(tone), width, Qt::CustomDashLine, Qt::FlatCap);
-    pen.setDashPattern({5 / width, 4 / width});
+    QPen pen(color, width, Qt::CustomDashLine, Qt::FlatCap);
+    pen.setDashPattern({dash / width, gap / width});
     painter.setPen(pen);
     painter.drawLine(line);
 }

@@ -18,7 +18,8 @@ class PixelGrid;
 
 /// @name Draw the lines of a limit chart. They change the painter's pen.
 void drawMeasured(QPainter &painter, const QPolygonF &line, const ThemeColors &colors);
-void drawForecast(QPainter &painter, const QLineF &line, const ThemeColors &colors, LimitWords::Tone tone);
+void drawForecast(QPainter &painter, const QLineF &line, const QColor &color, double dash = 5,
+                  double gap = 4);
 void drawEvenPace(QPainter &painter, const QLineF &line, const ThemeColors &colors);
 
 /// Paints the chart, and that reading's place as pointed at. Changes the painter's state.

@@ -25,14 +25,14 @@ void drawSwatch(QPainter &painter, LimitKeyRow::Line line, double middle, const 
     const QRectF area(0, middle - swatchHeight / 2.0, swatchWidth, swatchHeight);
     switch (line) {
     case LimitKeyRow::Line::measured: {
-        const double top = area.top() + 3;
+        const double top = area.top() + 1;
         painter.fillRect(QRectF(0, top, swatchWidth, swatchHeight), measuredFill(colors));
         painter.fillRect(QRectF(0, top, swatchWidth, 2), colors.accent);
         break;
     }
     case LimitKeyRow::Line::forecast:
         painter.fillRect(area, bandFill(colors, tone));
-        drawForecast(painter, {area.left(), middle, area.right(), middle}, colors, tone);
+        drawForecast(painter, {area.left(), middle, area.right(), middle}, colors.*forecastColor(tone), 4, 2);
         break;
     case LimitKeyRow::Line::evenPace:
         drawEvenPace(painter, {area.left(), middle, area.right(), middle}, colors);

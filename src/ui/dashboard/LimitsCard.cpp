@@ -9,13 +9,12 @@
 #include "ui/controls/AccessibleRole.h"
 #include "ui/controls/FlatButton.h"
 #include "ui/controls/SegmentedPicker.h"
+#include "ui/controls/WrappedText.h"
 #include "ui/text/Text.h"
 #include "ui/text/TextLabel.h"
 
 #include <QButtonGroup>
 #include <QHBoxLayout>
-#include <QPainter>
-#include <QTextLayout>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -32,7 +31,7 @@ constexpr int columnGap = 20;
 constexpr int chipsWidth = 640; ///< the most of all chips
 constexpr int chipSpacing = 2;
 constexpr int chipPadding = 9;
-/// Further limits are only in the menus and reports; a chip needs room for a few letters.
+/// More would have no room for their letters; the status item's tool tip has all limits.
 constexpr std::size_t mostChips = 8;
 
 FlatButton *makeChip() {
@@ -79,94 +78,42 @@ void nameChips(const QList<QAbstractButton *> &chips, const QStringList &names) 
     }
 }
 
+QColor ThemeColors::*textColorOf(LimitWords::Tone tone) {
+    switch (tone) {
+    case LimitWords::Tone::over:
+        return &ThemeColors::overText;
+    case LimitWords::Tone::near:
+        return &ThemeColors::nearText;
+    case LimitWords::Tone::calm:
+        break;
+    }
+    return &ThemeColors::text;
+}
+
 } // namespace
-
-/// A sentence that wraps, after a triangle if it is a warning.
-class LimitsCard::Sentence final : public QWidget {
-public:
-    Sentence() {
-        setFont(fontOf(TextStyle::labelStrong));
-        setAccessibleRole(*this, QAccessible::StaticText);
-        setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    }
-
-    void setWords(const QString &text, LimitWords::Tone tone) {
-        if (accessibleName() == text && m_tone == tone)
-            return;
-        m_tone = tone;
-        setAccessibleName(text);
-        updateGeometry();
-        update();
-    }
-
-    [[nodiscard]] QSize sizeHint() const override {
-        return {0, lineHeight * static_cast<int>(linesIn(wordsWidth).size())};
-    }
-    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
-
-protected:
-    void paintEvent(QPaintEvent *) override {
-        const ThemeColors &colors = colorsFor(*this);
-        const QColor color = m_tone == LimitWords::Tone::over   ? colors.overText
-                             : m_tone == LimitWords::Tone::near ? colors.nearText
-                                                                : colors.text;
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        if (isWarning())
-            drawTriangle(painter, color);
-        painter.setPen(color);
-        QRect line(indent(), 0, width() - indent(), lineHeight);
-        for (const QString &text : linesIn(width())) {
-            painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip, text);
-            line.translate(0, lineHeight);
-        }
-    }
-
-private:
-    static constexpr int lineHeight = 18;
-    static constexpr int mostLines = 3;
-
-    [[nodiscard]] bool isWarning() const { return m_tone == LimitWords::Tone::over; }
-    [[nodiscard]] int indent() const { return isWarning() ? 22 : 0; }
-
-    [[nodiscard]] QStringList linesIn(int width) const {
-        const QString text = accessibleName();
-        const int room = std::max(1, width - indent());
-        QTextLayout layout(text, font());
-        QStringList lines;
-        layout.beginLayout();
-        for (QTextLine line = layout.createLine(); line.isValid() && lines.size() < mostLines;
-             line = layout.createLine()) {
-            line.setLineWidth(room);
-            const bool isLast = lines.size() == mostLines - 1;
-            lines << (isLast ? fontMetrics().elidedText(text.mid(line.textStart()), Qt::ElideRight, room)
-                             : text.mid(line.textStart(), line.textLength()).trimmed());
-        }
-        layout.endLayout();
-        return lines;
-    }
-
-    static void drawTriangle(QPainter &painter, const QColor &color) {
-        // 15 x 14 with its outline; its base is level with the capitals' feet.
-        painter.setPen(QPen(color, 1.3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawPolygon(QPolygonF({{7.5, 1.6}, {14.3, 13.4}, {0.7, 13.4}}));
-        painter.drawLine(QPointF(7.5, 6), QPointF(7.5, 9.2));
-        painter.drawPoint(QPointF(7.5, 11.4));
-    }
-
-    LimitWords::Tone m_tone = LimitWords::Tone::calm;
-};
 
 LimitsCard::LimitsCard()
     : m_chips(new QWidget)
-    , m_chipLine(new QHBoxLayout(m_chips))
+    , m_group(new QButtonGroup(this))
     , m_chart(new LimitChartView)
     , m_words(makeWords()) {
     hide();
     setAccessibleRole(*this, QAccessible::Grouping);
-    m_chipLine->setContentsMargins({});
-    m_chipLine->setSpacing(chipSpacing);
+    auto *chipLine = new QHBoxLayout(m_chips);
+    chipLine->setContentsMargins({});
+    chipLine->setSpacing(chipSpacing);
+    for (std::size_t i = 0; i < mostChips; ++i) {
+        FlatButton *chip = makeChip();
+        m_group->addButton(chip, static_cast<int>(i));
+        chipLine->addWidget(chip);
+    }
+    chipLine->addStretch();
+    m_group->button(0)->setChecked(true);
+    stopAtChosen(*m_group);
+    connect(m_group, &QButtonGroup::idToggled, this, [this](int index, bool isChosen) {
+        if (isChosen)
+            choose(static_cast<std::size_t>(index));
+    });
     m_chips->setMinimumWidth(wordsWidth);
     m_chips->setFixedHeight(headerHeight);
     m_chips->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
@@ -193,12 +140,13 @@ QWidget *LimitsCard::makeWords() {
     auto *words = new QWidget;
     auto *column = new QVBoxLayout(words);
     column->setSpacing(0);
-    column->addWidget(m_sentence = new Sentence);
+    column->addWidget(
+        m_sentence = new WrappedText(TextStyle::labelStrong, {.line = 18, .lines = 3, .width = wordsWidth}));
     column->addSpacing(5);
-    column->addWidget(m_detail = new TextLabel(TextStyle::caption, QPalette::PlaceholderText));
+    column->addWidget(m_detail =
+                          new WrappedText(TextStyle::caption, {.line = 14, .lines = 2, .width = wordsWidth}));
     column->addStretch();
     column->addWidget(m_key = new LimitKey);
-    m_detail->setElidable();
     return words;
 }
 
@@ -239,40 +187,19 @@ void LimitsCard::setCourses(const std::vector<LimitCourse> &courses, const Calen
 void LimitsCard::showChips() {
     const std::size_t count = std::min(m_courses.size(), mostChips);
     m_chips->setVisible(count > 1);
-    if (m_group == nullptr || static_cast<std::size_t>(m_group->buttons().size()) != count)
-        makeChips();
+    QList<QAbstractButton *> chips;
+    for (QAbstractButton *chip : m_group->buttons()) {
+        chip->setVisible(static_cast<std::size_t>(chips.size()) < count);
+        if (!chip->isHidden())
+            chips << chip;
+    }
     QStringList names;
     for (std::size_t i = 0; i < count; ++i)
         names << textOf(limitName(m_courses[i].limit));
-    nameChips(m_group->buttons(), names);
+    nameChips(chips, names);
     if (m_chosen >= count)
         m_chosen = 0;
     m_group->button(static_cast<int>(m_chosen))->setChecked(true);
-}
-
-void LimitsCard::makeChips() {
-    const bool hadFocus = m_chips->isAncestorOf(m_chips->window()->focusWidget());
-    delete std::exchange(m_group, new QButtonGroup(this));
-    qDeleteAll(m_chips->findChildren<FlatButton *>());
-    while (QLayoutItem *item = m_chipLine->takeAt(0))
-        delete item;
-    const int count = static_cast<int>(std::min(m_courses.size(), mostChips));
-    for (int i = 0; i < count; ++i) {
-        FlatButton *chip = makeChip();
-        m_group->addButton(chip, i);
-        m_chipLine->addWidget(chip);
-        chip->show(); // which the layout would do in a later turn of the event loop
-    }
-    m_chipLine->addStretch();
-    QAbstractButton *chosen = m_group->button(std::min(static_cast<int>(m_chosen), count - 1));
-    chosen->setChecked(true);
-    stopAtChosen(*m_group);
-    connect(m_group, &QButtonGroup::idToggled, this, [this](int index, bool isChosen) {
-        if (isChosen)
-            choose(static_cast<std::size_t>(index));
-    });
-    if (hadFocus)
-        chosen->setFocus();
 }
 
 void LimitsCard::choose(std::size_t index) {
@@ -285,8 +212,8 @@ void LimitsCard::showChosen() {
     const Forecast forecast = forecastOf(course, m_now);
     const LimitWords words = limitWords(course, forecast, *m_calendar, m_now);
     const QString sentence = textOf(words.sentence);
-    m_sentence->setWords(sentence, words.tone);
-    m_detail->setText(textOf(words.detail));
+    m_sentence->setText(sentence, textColorOf(words.tone), words.tone == LimitWords::Tone::over);
+    m_detail->setText(textOf(words.detail), &ThemeColors::secondary);
     showKey(forecast, words);
     m_chart->setCourse(course, forecast, *m_calendar, m_now);
     const QString all =

@@ -11,14 +11,13 @@
 #include <vector>
 
 class QButtonGroup;
-class QHBoxLayout;
 
 namespace burnwick {
 
 class FlatButton;
 class LimitChartView;
 class LimitKey;
-class TextLabel;
+class WrappedText;
 struct LimitWords;
 
 /// The window of one of the account's limits as a chart and in words; the user chooses the limit. Names of
@@ -30,19 +29,16 @@ public:
     /// Empty and hidden.
     LimitsCard();
 
-    /// Shows the limit that the user chose last, otherwise the first; hides the card without courses.
-    /// Repaints only for other values or in another minute.
+    /// Shows the limit that the user chose last, otherwise the first. Repaints only for other values or in
+    /// another minute. Without courses the card changes nothing; the caller hides it.
     void setCourses(const std::vector<LimitCourse> &courses, const Calendar &calendar, Instant now);
     void setDense(bool dense) override;
 
     [[nodiscard]] QSize sizeHint() const override;
 
 private:
-    class Sentence;
-
     [[nodiscard]] QWidget *makeWords();
     void showChips();
-    void makeChips();
     void choose(std::size_t index);
     void showChosen();
     void showKey(const Forecast &forecast, const LimitWords &words);
@@ -54,12 +50,11 @@ private:
     int m_preferredHeight = 0;
 
     QWidget *m_chips;
-    QHBoxLayout *m_chipLine;
-    QButtonGroup *m_group = nullptr; ///< of the present chips
+    QButtonGroup *m_group; ///< of all chips, of which some may be hidden
     LimitChartView *m_chart;
     QWidget *m_words;
-    Sentence *m_sentence;
-    TextLabel *m_detail;
+    WrappedText *m_sentence;
+    WrappedText *m_detail;
     LimitKey *m_key;
 };
 
