@@ -126,7 +126,7 @@ std::vector<TokenUse> RecentUse::within(const Limit &limit, Instant lastSample) 
             known->second = coversModel(limit.model, model.view());
         return known->second;
     };
-    std::vector<TokenUse> bins(countOf(length) / countOf(binLength));
+    std::vector<TokenUse> bins(static_cast<std::size_t>(length / binLength));
     std::unordered_map<std::int64_t, TokenUse> late;
     for (const auto &list : m_lists) {
         for (const ListUse::Minute &minute : list->uses) {
@@ -134,8 +134,9 @@ std::vector<TokenUse> RecentUse::within(const Limit &limit, Instant lastSample) 
             if (!isInWindow(at, *limit.resetsAt, length) || !isCovered(minute.model))
                 continue;
             const std::uint64_t elapsed = countOf(length) - nanosecondsBetween(at, *limit.resetsAt);
-            TokenUse &bin = at > lastSample ? late[minute.minute.time_since_epoch().count()]
-                                            : bins[std::min(elapsed / countOf(binLength), bins.size() - 1)];
+            TokenUse &bin = at > lastSample
+                                ? late[minute.minute.time_since_epoch().count()]
+                                : bins[std::min<std::size_t>(elapsed / countOf(binLength), bins.size() - 1)];
             bin.at = bin.weight > 0 ? std::max(bin.at, at) : at;
             bin.weight += minute.use.weight;
         }

@@ -118,7 +118,10 @@ void DashboardFixture::begin() {
 
 void DashboardFixture::settle() {
     begin();
-    ASSERT_TRUE(waitFor([this] { return account().oauthStatus != OAuthStatus::unknown; }));
+    ASSERT_TRUE(waitFor([this] {
+        return account().oauthStatus != OAuthStatus::unknown &&
+               account().limits.size() == snapshot().usage.limitCourses.size();
+    }));
     QCoreApplication::processEvents();
 }
 

@@ -140,16 +140,18 @@ TEST(OverviewTabTest, LimitsTakeRoomFromTilesAndGiveItToANote) {
     note->hide();
     tab.addNote(note);
     tab.show();
-    const auto show = [&](const std::vector<LimitCourse> &courses, bool hasNote) {
-        tab.setLimits(courses, utc, now);
+    const auto show = [&](const std::vector<LimitCourse> &courses, bool hasNote, bool areAwaited = false) {
+        tab.setLimits(courses, areAwaited, utc, now);
         note->setVisible(hasNote);
         QCoreApplication::processEvents();
         return std::pair(tab.findChild<StatTile *>()->height(), tab.sizeHint().height());
     };
     const auto without = show({}, false);
     EXPECT_EQ(without.first, 92);
+    const auto awaiting = show({}, false, true);
     const auto with = show({session}, false);
     EXPECT_EQ(with.first, 76);
+    EXPECT_EQ(awaiting, with);
     EXPECT_EQ(with.second - without.second, 232 + 12 - 2 * 16);
     EXPECT_EQ(show({session}, true), with);
     EXPECT_EQ(show({}, false), without);

@@ -123,16 +123,19 @@ OverviewTab::OverviewTab()
     fitTiles(false);
 }
 
-void OverviewTab::setLimits(const std::vector<LimitCourse> &courses, const Calendar &calendar, Instant now) {
-    m_limits->setCourses(courses, calendar, now);
-    if (m_limits->isHidden() == courses.empty())
+void OverviewTab::setLimits(const std::vector<LimitCourse> &courses, bool areAwaited,
+                            const Calendar &calendar, Instant now) {
+    const bool isShown = areAwaited || !courses.empty();
+    if (isShown)
+        m_limits->setCourses(courses, calendar, now);
+    if (m_limits->isHidden() != isShown)
         return;
     auto *column = static_cast<QVBoxLayout *>(layout());
-    column->setStretchFactor(m_activity, courses.empty() ? 1 : 0);
-    column->setStretchFactor(m_limits, courses.empty() ? 0 : 1);
-    fitTiles(!courses.empty());
+    column->setStretchFactor(m_activity, isShown ? 0 : 1);
+    column->setStretchFactor(m_limits, isShown ? 1 : 0);
+    fitTiles(isShown);
     // Last, because it makes Qt lay out the whole window at once.
-    m_limits->setVisible(!courses.empty());
+    m_limits->setVisible(isShown);
 }
 
 void OverviewTab::setDense(bool dense) {

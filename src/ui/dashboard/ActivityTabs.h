@@ -35,8 +35,10 @@ public:
     /// `sessionCost` is the current session's, in dollars; `first` is the first day of the history's period.
     void setValues(const HistoricalData &history, double sessionCost, LocalDay today,
                    std::optional<LocalDay> first);
-    /// Shows the limits below the heatmap, and lower tiles; without courses neither.
-    void setLimits(const std::vector<LimitCourse> &courses, const Calendar &calendar, Instant now);
+    /// Shows the limits below the heatmap, and lower tiles; neither without courses that exist or are
+    /// awaited.
+    void setLimits(const std::vector<LimitCourse> &courses, bool areAwaited, const Calendar &calendar,
+                   Instant now);
     /// Reduces the height of the tiles, for low screens.
     void setDense(bool dense);
     /// Adds a line at the bottom of the heatmap's card. It takes its room from the card's free space, or from

@@ -167,7 +167,7 @@ QSize LimitsCard::sizeHint() const {
 
 void LimitsCard::setCourses(const std::vector<LimitCourse> &courses, const Calendar &calendar, Instant now) {
     using std::chrono::minutes;
-    if (courses == m_courses && m_calendar == calendar &&
+    if (m_calendar == calendar && courses == m_courses &&
         std::chrono::floor<minutes>(now) == std::chrono::floor<minutes>(m_now))
         return;
     const std::optional<Limit> chosen =
@@ -176,12 +176,24 @@ void LimitsCard::setCourses(const std::vector<LimitCourse> &courses, const Calen
     m_calendar = calendar;
     m_now = now;
     if (courses.empty())
-        return;
+        return showAwaited();
     const auto same = std::ranges::find_if(
         courses, [&](const LimitCourse &course) { return chosen && isSameLimit(course.limit, *chosen); });
     m_chosen = same == courses.end() ? 0 : static_cast<std::size_t>(same - courses.begin());
     showChips();
     showChosen();
+}
+
+void LimitsCard::showAwaited() {
+    m_chips->hide();
+    const QString sentence = QString::fromUtf8("Waiting for figures…");
+    m_sentence->setText(sentence, &ThemeColors::text, false);
+    m_detail->setText({}, &ThemeColors::secondary);
+    m_key->setRows({}, LimitWords::Tone::calm);
+    m_chart->setCourse({}, {}, *m_calendar, m_now);
+    m_chart->setAccessibleDescription(sentence);
+    setAccessibleName(QStringLiteral("Limits"));
+    setAccessibleDescription(sentence);
 }
 
 void LimitsCard::showChips() {

@@ -29,8 +29,8 @@ public:
     /// Empty and hidden.
     LimitsCard();
 
-    /// Shows the limit that the user chose last, otherwise the first. Repaints only for other values or in
-    /// another minute. Without courses the card changes nothing; the caller hides it.
+    /// Shows the limit that the user chose last, otherwise the first; without courses it says that they are
+    /// awaited. Repaints only for other values or in another minute.
     void setCourses(const std::vector<LimitCourse> &courses, const Calendar &calendar, Instant now);
     void setDense(bool dense) override;
 
@@ -38,6 +38,7 @@ public:
 
 private:
     [[nodiscard]] QWidget *makeWords();
+    void showAwaited();
     void showChips();
     void choose(std::size_t index);
     void showChosen();

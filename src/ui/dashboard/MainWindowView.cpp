@@ -259,7 +259,10 @@ void MainWindowView::showState() {
     m_liveColumn->setValues(snapshot, now);
     m_overview->setValues(usage.historicalData, usage.sessionCost, today,
                           firstDayOf(usage.timeFilter, now, usage.calendar));
-    m_overview->setLimits(usage.limitCourses, usage.calendar, now);
+    // The courses follow the limits a moment later.
+    m_overview->setLimits(usage.limitCourses,
+                          snapshot.account.awaitsFirstQuota || !snapshot.account.limits.empty(),
+                          usage.calendar, now);
     m_hint->setFigures(usage, now);
     m_models->setValues(usage.historicalData, today);
     m_filters->button(static_cast<int>(usage.timeFilter))->setChecked(true);
