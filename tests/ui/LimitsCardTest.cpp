@@ -93,6 +93,17 @@ TEST_F(LimitsCardTest, ManyLongNamesAreElidedWithoutWideningTheCard) {
     EXPECT_TRUE(first->text().contains(QChar(0x2026)) && first->text().startsWith(QStringLiteral("R&&D")))
         << first->text().toStdString();
     EXPECT_EQ(first->accessibleDescription(), first->accessibleName());
+
+    set({session, weekly});
+    QCoreApplication::processEvents();
+    courses = {session};
+    for (const char *name : {"Claude Design", "Sonnet", "Opus", "Some model with a really long name", "A & B",
+                             "Haiku", "One more", "And another"})
+        courses.push_back(scoped(name));
+    set(courses);
+    QCoreApplication::processEvents();
+    for (const auto *chip : m_card.findChildren<QAbstractButton *>())
+        EXPECT_EQ(chip->width(), chip->sizeHint().width()) << chip->text().toStdString();
 }
 
 TEST_F(LimitsCardTest, RepaintsOnlyForOtherValuesOrInAnotherMinute) {

@@ -114,9 +114,7 @@ LimitsCard::LimitsCard()
         if (isChosen)
             choose(static_cast<std::size_t>(index));
     });
-    m_chips->setMinimumWidth(wordsWidth);
     m_chips->setFixedHeight(headerHeight);
-    m_chips->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
     setAccessibleRole(*m_chips, QAccessible::Grouping);
     m_chips->setAccessibleName(QStringLiteral("Shown limit"));
 
@@ -209,6 +207,10 @@ void LimitsCard::showChips() {
     for (std::size_t i = 0; i < count; ++i)
         names << textOf(limitName(m_courses[i].limit));
     nameChips(chips, names);
+    int width = (static_cast<int>(count) - 1) * chipSpacing;
+    for (const QAbstractButton *chip : chips)
+        width += chip->sizeHint().width();
+    m_chips->setFixedWidth(std::max(width, wordsWidth));
     if (m_chosen >= count)
         m_chosen = 0;
     m_group->button(static_cast<int>(m_chosen))->setChecked(true);
