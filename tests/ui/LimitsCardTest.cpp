@@ -68,7 +68,13 @@ protected:
 TEST_F(LimitsCardTest, TheChosenLimitSurvivesUpdatesUntilItDisappears) {
     set({session});
     EXPECT_EQ(chips(), "") << "nothing to choose";
+    const auto chartTop = [this] {
+        QCoreApplication::processEvents();
+        return m_card.findChild<LimitChartView *>()->y();
+    };
+    const int top = chartTop();
     set({session, weekly, scoped("Sonnet"), scoped("Opus")});
+    EXPECT_EQ(chartTop(), top) << "the chart moves";
     EXPECT_EQ(chips(), "*Session|Weekly|Sonnet|Opus");
     test::press(m_card, QAccessible::RadioButton, "Opus");
     EXPECT_EQ(shown(), "Opus limit");

@@ -119,8 +119,10 @@ LimitsCard::LimitsCard()
     m_chips->setAccessibleName(QStringLiteral("Shown limit"));
 
     auto *header = new QHBoxLayout;
-    header->addWidget(
-        new TextLabel(QStringLiteral("Limits"), TextStyle::captionStrong, QPalette::PlaceholderText));
+    auto *title =
+        new TextLabel(QStringLiteral("Limits"), TextStyle::captionStrong, QPalette::PlaceholderText);
+    title->setFixedHeight(headerHeight); // also without chips
+    header->addWidget(title);
     header->addStretch();
     header->addWidget(m_chips);
     auto *body = new QHBoxLayout;
