@@ -131,6 +131,7 @@ void DashboardFixture::play(const DashboardScene &scene, MainWindowView &window)
     if (scene.tab == 1)
         QTest::keyClick(&window, Qt::Key_2, Qt::ControlModifier);
     QCoreApplication::processEvents();
+    QCoreApplication::processEvents(); // the window adopts the size of its new content
     if (scene.pressed != nullptr)
         press(window, QAccessible::RadioButton, scene.pressed);
 }
