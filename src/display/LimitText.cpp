@@ -61,7 +61,9 @@ std::string clockText(Instant instant, const Calendar &calendar) {
     return twoDigits(minute.count() / 60) + ':' + twoDigits(minute.count() % 60);
 }
 
-std::string limitTimeText(Limit::Kind kind, Instant instant, const Calendar &calendar) {
+std::string limitTimeText(Limit::Kind kind, Instant exact, const Calendar &calendar) {
+    // The service computes a reset for each answer, a second or two before or after the full hour.
+    const Instant instant = std::chrono::round<minutes>(exact);
     if (kind == Limit::Kind::session)
         return clockText(instant, calendar);
     constexpr std::array days{"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};

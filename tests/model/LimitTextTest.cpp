@@ -103,6 +103,7 @@ TEST(LimitWords, NameTheLimitAndItsLocalTime) {
                                    "Weekly: Reset on Sat 06:55, waiting for figures",
                                    "Opus\uFFFD4: Reset on Sat 21:54, waiting for figures"};
     EXPECT_EQ(limitLines(snapshot, now), lines);
+    EXPECT_EQ(limitTimeText(Kind::weekly, now + 125min - 1s, tokyo), "Sun 00:00");
     snapshot.account.isQuotaStale = true;
     lines.emplace_back("as of 21:55");
     EXPECT_EQ(limitLines(snapshot, now), lines);
