@@ -22,7 +22,7 @@ constexpr double quietAfter = hour;
 constexpr double endedAfterQuiet = 0.4;
 /// Half of the work ends within five hours: 5 h / ln 2.
 constexpr double workLasts = 7 * hour;
-/// In windows of several days, the pace of the next 24 hours relative to that of all days: somebody who asks
+/// In windows of several days, the pace of the next 24 hours relative to that of all days: a user who asks
 /// is at work, mostly on five days of seven.
 constexpr double firstDay = 1.4;
 /// Whole percents hide up to one.
@@ -69,9 +69,7 @@ struct Measured {
         const auto peak =
             std::max_element(samples.begin(), samples.end(),
                              [](const Point &a, const Point &b) { return a.amount < b.amount; });
-        // Below half of an earlier percent, the service has reset the limit early. Less is an old figure that
-        // arrived late.
-        if (peak != samples.end() && samples.back().amount < peak->amount / 2) {
+        if (peak != samples.end() && isEarlyReset(peak->amount, samples.back().amount)) {
             origin = peak->at;
             samples.erase(samples.begin(), peak + 1);
         }
@@ -225,10 +223,10 @@ Forecast forecastLimit(const LimitWindow &window, std::span<const LimitSample> a
 
 Forecast forecastOf(const LimitCourse &course, Instant now) {
     const Limit &limit = course.limit;
-    const std::chrono::nanoseconds length = windowLengthOf(limit.kind);
-    if (!limit.resetsAt || *limit.resetsAt > now + length + std::chrono::hours(24))
+    if (!limit.resetsAt || !isPlausibleReset(*limit.resetsAt, limit.kind, now))
         return {};
-    return forecastLimit({*limit.resetsAt, length, staleLimitAge}, course.samples, course.tokens, now);
+    return forecastLimit({*limit.resetsAt, windowLengthOf(limit.kind), staleLimitAge}, course.samples,
+                         course.tokens, now);
 }
 
 } // namespace burnwick

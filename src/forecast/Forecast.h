@@ -57,11 +57,17 @@ struct Forecast {
 [[nodiscard]] Forecast forecastLimit(const LimitWindow &window, std::span<const LimitSample> samples,
                                      std::span<const TokenUse> tokens, Instant now);
 
+/// Returns whether a percent after the peak shows that the service has reset the limit early: less than half
+/// of it. A smaller fall is an old figure that arrived late.
+[[nodiscard]] constexpr bool isEarlyReset(double peak, double last) noexcept {
+    return last < peak / 2;
+}
+
 /// The time after which a sample is too old for a forecast: two refreshes of the quota.
 inline constexpr std::chrono::minutes staleLimitAge{10};
 
-/// Returns the forecast of the course's window. Without a plausible reset (none, or later than a whole window
-/// and a day from now) the state is `collecting`.
+/// Returns the forecast of the course's window. Without a plausible reset (see
+/// isPlausibleReset()) the state is `collecting`.
 [[nodiscard]] Forecast forecastOf(const LimitCourse &course, Instant now);
 
 } // namespace burnwick

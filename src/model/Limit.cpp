@@ -28,6 +28,10 @@ bool isInItsWindow(const Limit &limit) noexcept {
     return limit.resetsAt && isInWindow(limit.observedAt, *limit.resetsAt, windowLengthOf(limit.kind));
 }
 
+bool isPlausibleReset(Instant resetsAt, Limit::Kind kind, Instant now) noexcept {
+    return resetsAt <= now || isInWindow(now, resetsAt, windowLengthOf(kind) + std::chrono::hours(24));
+}
+
 bool isSamePercent(double percent, double other) noexcept {
     return std::abs(percent - other) < 0.01;
 }

@@ -68,6 +68,10 @@ struct LimitSample {
 /// also means that this machine's clock or the reset instant is wrong.
 [[nodiscard]] bool isInItsWindow(const Limit &limit) noexcept;
 
+/// Returns whether the reset, which may be over, is at most a window and a day from `now`. A later one is
+/// wrong.
+[[nodiscard]] bool isPlausibleReset(Instant resetsAt, Limit::Kind kind, Instant now) noexcept;
+
 /// Returns whether samples of the two percents count as unchanged: they differ by less than 0.01.
 [[nodiscard]] bool isSamePercent(double percent, double other) noexcept;
 /// Adds a sample of the same window. The samples, which must be in order, stay so. They keep one for each

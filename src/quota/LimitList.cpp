@@ -50,8 +50,7 @@ void copyToQuota(const Limit &limit, QuotaData &quota) {
 }
 
 bool isInPresentWindow(const Limit &limit, Instant now) {
-    return limit.resetsAt && *limit.resetsAt > now &&
-           isInWindow(now, *limit.resetsAt, windowLengthOf(limit.kind) + std::chrono::hours(24));
+    return limit.resetsAt && *limit.resetsAt > now && isPlausibleReset(*limit.resetsAt, limit.kind, now);
 }
 
 } // namespace burnwick

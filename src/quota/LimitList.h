@@ -16,8 +16,7 @@ namespace burnwick {
 /// Copies percentage and reset to the limit's fields of the quota, if it has any.
 void copyToQuota(const Limit &limit, QuotaData &quota);
 
-/// Whether the limit's reset is in the future, by at most the length of its window and a day, for wrong
-/// clocks.
+/// Whether the limit's reset is plausible and not over.
 [[nodiscard]] bool isInPresentWindow(const Limit &limit, Instant now);
 
 } // namespace burnwick

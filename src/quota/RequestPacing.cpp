@@ -11,7 +11,9 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr std::chrono::minutes shortestPause = 10min;
-constexpr std::chrono::minutes longestPause = 1h;
+constexpr std::chrono::minutes longestMinimum = 1h;
+/// Whatever the service asks for.
+constexpr std::chrono::hours longestPause = 24h;
 constexpr std::chrono::seconds usersPause = 30s;
 constexpr double jitterShare = 0.1;
 constexpr std::chrono::minutes freshObservation = 5min;
@@ -37,7 +39,7 @@ void RequestPacing::noteRefusal(Instant now, std::optional<std::chrono::seconds>
         std::clamp<std::chrono::seconds>(retryAfter.value_or(0s), m_nextMinimum, longestPause);
     m_refusedAt = now;
     m_pause = pause + std::chrono::round<std::chrono::milliseconds>(pause * (jitterShare * jitter));
-    m_nextMinimum = std::min(2 * m_nextMinimum, longestPause);
+    m_nextMinimum = std::min(2 * m_nextMinimum, longestMinimum);
 }
 
 void RequestPacing::forgetRefusals() {

@@ -12,7 +12,7 @@ namespace burnwick {
 /// Decides when the usage endpoint may be asked. It refuses requests that follow each other too closely.
 ///
 /// After a refusal, the next automatic request waits for 10 minutes, twice as long after each further one up
-/// to an hour, and at least as long as the service asks for, up to an hour. A random part of up to 10 % is
+/// to an hour, and at least as long as the service asks for, up to a day. A random part of up to 10 % is
 /// added. The user's requests wait for 30 s. While the status line reports the limits, automatic requests are
 /// 30 minutes apart. Clocks may jump: an event in the future is ignored.
 class RequestPacing final {

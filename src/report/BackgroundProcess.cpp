@@ -34,13 +34,13 @@ bool runInBackground(std::chrono::seconds atMost, const std::function<void()> &w
         }
         return status == 0;
     }
-    // The second fork leaves no child to whatever this process executes next.
+    // The second fork leaves no child to the command that this process may execute next.
     ::setsid();
     const pid_t worker = ::fork();
     if (worker != 0)
         ::_exit(worker < 0 ? 1 : 0);
     emptyStandardStreams();
-    // Nobody may read its answer any more.
+    // The reader of its pipe may have ended.
     std::signal(SIGPIPE, SIG_IGN);
     ::alarm(static_cast<unsigned>(atMost.count()));
     try {

@@ -7,10 +7,10 @@
 
 namespace burnwick {
 
-/// Runs the work in a new process that neither belongs to this one nor to its terminal: whoever waits for
-/// this process or reads its output does not wait for the work. Standard input, output and error are empty
-/// there; the process ends when the work returns or throws, at the latest after that time. Returns false if
-/// there can be no new process. Only for a process with one thread.
+/// Runs the work in a new process in a session without terminal: a program that waits for this process or
+/// reads its output does not wait for the work. Standard input, output and error are empty there; the process
+/// ends when the work returns or throws, at the latest after that time. Returns false if the system cannot
+/// create a process. Only for a process with one thread.
 bool runInBackground(std::chrono::seconds atMost, const std::function<void()> &work);
 
 } // namespace burnwick

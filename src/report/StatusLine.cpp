@@ -32,7 +32,7 @@ constexpr std::chrono::milliseconds usualTitle{30};
 /// For logs that were never read.
 constexpr std::chrono::seconds longestTitle{2};
 constexpr std::chrono::seconds longestRecording{10};
-/// A command that reads its input later than this gets the beginning of it.
+/// After this time, a command that has not read all its input gets its end.
 constexpr std::chrono::hours longestFeeding{1};
 
 TimedInput readStandardInput() {
@@ -90,7 +90,7 @@ bool writeAll(int descriptor, std::string_view bytes) {
     return true;
 }
 
-/// Writes the input to the pipe, and what follows it in the descriptor.
+/// Writes the input to the pipe, then the rest of the descriptor, and closes the pipe.
 void feed(int pipe, const TimedInput &input, int rest) {
     bool isWritten = writeAll(pipe, input.bytes);
     std::array<char, 65'536> block;
@@ -100,8 +100,8 @@ void feed(int pipe, const TimedInput &input, int rest) {
     ::close(pipe);
 }
 
-/// Replaces this process by the command; returns if that is not possible. Its exit status, its signals and
-/// all that it prints are then its own.
+/// Replaces this process by the command, so that its exit status, signals and output pass unchanged. Returns
+/// only if that is not possible.
 void execute(const std::vector<std::string> &command, const TimedInput &input,
              const std::function<void()> &afterwards) {
     std::array<int, 2> pipe{-1, -1};

@@ -8,7 +8,7 @@
 
 namespace burnwick {
 
-/// What a descriptor had until a deadline.
+/// The bytes that a descriptor had until a deadline.
 struct TimedInput {
     std::string bytes;
     bool isComplete = false; ///< whether its end was reached

@@ -206,7 +206,8 @@ bool AccountTracker::isPostponed() {
 void AccountTracker::resumeAt(Instant instant) {
     startOnce(m_resumeTimer, m_services.scheduler, instant - m_services.clock.now(), [this] {
         restartTimer(); // not two requests within one interval
-        runDetached(m_figures.asksAgainAt ? refreshQuotaNow() : refreshQuota());
+        const bool isUsers = std::exchange(m_figures.asksAgainAt, std::nullopt).has_value();
+        runDetached(isUsers ? refreshQuotaNow() : refreshQuota());
     });
 }
 
@@ -284,6 +285,7 @@ void AccountTracker::endLogin(LoginFlow::Outcome outcome) {
     m_login.reset();
     if (outcome == LoginFlow::Outcome::loggedIn) {
         m_pacing.forgetRefusals();
+        m_resumeTimer.reset();
         runDetached(forceRefreshQuota());
         return;
     }

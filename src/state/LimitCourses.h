@@ -21,7 +21,7 @@ namespace burnwick {
 /// entries of that file alone. Never modified once made, so that threads can share it.
 class RecentUse {
 public:
-    /// Takes over the use of the lists of entries that the last object has.
+    /// Shares the use of those lists of entries that `last` also has.
     RecentUse(const LogHistory &history, Instant since, const RecentUse *last = nullptr);
 
     /// Returns the use of the limit in its window, in dollars and in order: a value a minute since the last

@@ -20,7 +20,7 @@ void copyObservationsToQuota(AccountFigures &figures) {
     }
 }
 
-/// Whether the observation is to be ignored. A status line may repeat what its session saw long ago.
+/// A status line may repeat figures that its session received long ago.
 bool isOutdated(const Limit &observed, const Limit &known, Instant now) {
     return observed.observedAt < known.observedAt ||
            (observed.resetsAt && *observed.resetsAt <= now && isInPresentWindow(known, now));

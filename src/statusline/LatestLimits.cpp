@@ -7,17 +7,11 @@
 #include "json/JsonFile.h"
 #include "json/JsonReading.h"
 
-#include <QFile>
 #include <QJsonArray>
-#include <QJsonObject>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <optional>
 #include <string>
-#include <system_error>
-
-#include <sys/stat.h>
 
 namespace burnwick {
 
@@ -30,7 +24,7 @@ constexpr QLatin1String usedKey("usedPct");
 constexpr QLatin1String resetsKey("resetsAt");
 constexpr QLatin1String observedKey("observedAt");
 
-/// A change of less is none: the service computes the reset anew for each answer.
+/// Smaller differences of instants are no change: the service computes the reset anew for each answer.
 constexpr std::chrono::minutes tolerance{1};
 
 QJsonValue jsonOf(Instant instant) {
@@ -77,15 +71,6 @@ bool isOver(const Limit &limit, Instant now) {
     return limit.resetsAt.value_or(limit.observedAt + windowLengthOf(limit.kind)) <= now;
 }
 
-bool replace(const std::filesystem::path &path, const QByteArray &bytes) {
-    std::error_code ignored; // opening the file fails then
-    std::filesystem::create_directories(path.parent_path().parent_path(), ignored);
-    ::mkdir(path.parent_path().c_str(), S_IRWXU);
-    QSaveFile file(QString::fromStdString(path));
-    return file.open(QIODevice::WriteOnly) && file.setPermissions(QFile::ReadOwner | QFile::WriteOwner) &&
-           file.write(bytes) == bytes.size() && file.commit();
-}
-
 } // namespace
 
 std::vector<Limit> LatestLimits::read(Instant now) const {
@@ -93,7 +78,8 @@ std::vector<Limit> LatestLimits::read(Instant now) const {
     try {
         const QJsonArray array = parseJsonObject(jsonFileBytes(m_file)).value(limitsKey).toArray();
         for (const QJsonValue &value : array) {
-            if (const auto limit = limitFrom(value.toObject()); limit && limit->observedAt <= now + tolerance)
+            const auto limit = limitFrom(value.toObject());
+            if (limit && limit->observedAt <= now + tolerance && !isOver(*limit, now))
                 mergeLimits(limits, {&*limit, 1});
         }
     } catch (const DecodeError &) {
@@ -109,12 +95,11 @@ bool LatestLimits::record(std::span<const Limit> observed) const {
     std::vector<Limit> limits = read(now);
     if (std::ranges::none_of(observed, [&limits](const Limit &limit) { return isNews(limit, limits); }))
         return true;
-    std::erase_if(limits, [now](const Limit &limit) { return isOver(limit, now); });
     mergeLimits(limits, observed);
     QJsonArray array;
     for (const Limit &limit : limits)
         array.append(jsonOf(limit));
-    return replace(m_file, QJsonDocument(QJsonObject{{limitsKey, array}}).toJson());
+    return replaceJsonFile(m_file, {{limitsKey, array}});
 }
 
 void mergeLimits(std::vector<Limit> &limits, std::span<const Limit> observed) {

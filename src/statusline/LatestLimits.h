@@ -18,7 +18,7 @@ public:
     explicit LatestLimits(const std::filesystem::path &folder)
         : m_file(folder / "limits.json") {}
 
-    /// Returns the observations, also of windows that are over by now. Malformed ones and those more than a
+    /// Returns the observations of windows that are not over. Malformed observations and those more than a
     /// minute after `now` are left out; empty if the file is missing, malformed or cannot be read.
     [[nodiscard]] std::vector<Limit> read(Instant now) const;
 

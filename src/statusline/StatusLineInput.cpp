@@ -56,9 +56,7 @@ std::optional<double> usedPercentage(const QJsonValue &value) {
 
 std::optional<Instant> resetInstant(const QJsonValue &value, Limit::Kind kind, Instant observedAt) {
     const auto instant = instantOf(value);
-    const bool isPlausible =
-        instant && *instant <= observedAt + windowLengthOf(kind) + std::chrono::hours(24);
-    return isPlausible ? instant : std::nullopt;
+    return instant && isPlausibleReset(*instant, kind, observedAt) ? instant : std::nullopt;
 }
 
 std::vector<Limit> decodeStatusLine(const QByteArray &json, Instant observedAt) {

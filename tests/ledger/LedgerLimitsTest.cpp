@@ -6,9 +6,7 @@
 #include "support/ManualClock.h"
 
 #include <algorithm>
-#include <iostream>
 #include <limits>
-#include <random>
 #include <thread>
 
 namespace burnwick {
@@ -21,9 +19,18 @@ using Samples = std::vector<LimitSample>;
 
 const Instant noon = test::at("2025-06-10T12:00:00Z");
 
-Limit session(std::chrono::nanoseconds time, double percent, std::chrono::nanoseconds resets = 4h) {
-    return {Kind::session, "", percent, noon + resets, noon + time, Limit::Source::endpoint};
-}
+/// Of the session's limit.
+struct Observation {
+    double minute, percent;
+    std::optional<std::chrono::nanoseconds> resets = 4h; ///< after noon
+
+    operator Limit() const { // NOLINT: for the tables
+        const std::chrono::nanoseconds time(std::llround(minute * 60e9));
+        return {Kind::session, "",
+                percent,       resets ? std::optional(noon + *resets) : std::nullopt,
+                noon + time,   Limit::Source::endpoint};
+    }
+};
 
 std::string textOf(const Samples &samples) {
     std::ostringstream text;
@@ -41,7 +48,7 @@ Samples recorded(const fs::path &folder, const Limit &limit, Patience patience =
 
 struct Course {
     const char *name;
-    std::vector<Limit> observations;
+    std::vector<Observation> observations;
     const char *samples;        ///< at the last one, "minute:percent"
     double lastPercent = 0;     ///< of lastLimits(); 0 for no limit
     int lastMinute = 0;         ///< of lastLimits()
@@ -52,66 +59,33 @@ std::ostream &operator<<(std::ostream &out, const Course &course) {
     return out << course.name;
 }
 
-const Limit noWindow{Kind::session, "", 5, std::nullopt, noon, Limit::Source::endpoint};
 const double huge = std::numeric_limits<double>::max();
 
 const std::vector<Course> courses{
-    {"changes", {session(0min, 1), session(5min, 2.5), session(10min, 2.51)}, "0:1 5:2.5 10:2.51 ", 2.51, 10},
-    {"the same percent for a while",
-     {session(0min, 1), session(5min, 1), session(10min, 1), session(16min, 1), session(20min, 1)},
-     "0:1 16:1 20:1 ",
-     1,
-     20},
-    {"a change after the same percent",
-     {session(0min, 1), session(10min, 1), session(14min, 2)},
-     "0:1 14:2 ",
-     2,
-     14},
-    {"the same percent within a minute",
-     {session(0min, 1), session(20s, 1), session(45s, 1)},
-     "0:1 0.75:1 ",
-     1,
-     0},
-    {"one observation twice", {session(1500ms, 1), session(1500ms, 1)}, "0.025:1 ", 1, 0},
-    {"a second with two percents",
-     {session(60s, 1), session(60'400ms, 2), session(2min, 3)},
-     "1:2 2:3 ",
-     3,
-     2},
-    {"a fall", {session(0min, 60), session(5min, 3), session(10min, 61)}, "0:60 5:3 10:61 ", 61, 10},
-    {"reset instants that vary",
-     {session(0min, 1), session(5min, 2, 4h + 50s), session(10min, 3, 4h - 50s)},
-     "0:1 5:2 10:3 ",
-     3,
-     10},
-    {"another window", {session(0min, 90), session(5min, 2, 4h + 2min)}, "5:2 ", 2, 5},
-    {"another window that resets earlier", {session(0min, 90), session(5min, 2, 3h)}, "5:2 ", 2, 5},
+    {"changes", {{0, 1}, {5, 2.5}, {10, 2.51}}, "0:1 5:2.5 10:2.51 ", 2.51, 10},
+    {"the same percent for a while", {{0, 1}, {5, 1}, {10, 1}, {16, 1}, {20, 1}}, "0:1 16:1 20:1 ", 1, 20},
+    {"a change after the same percent", {{0, 1}, {10, 1}, {14, 2}}, "0:1 14:2 ", 2, 14},
+    {"the same percent within a minute", {{0, 1}, {1 / 3., 1}, {0.75, 1}}, "0:1 0.75:1 ", 1, 0},
+    {"one observation twice", {{0.025, 1}, {0.025, 1}}, "0.025:1 ", 1, 0},
+    {"a second with two percents", {{1, 1}, {1 + 0.4 / 60, 2}, {2, 3}}, "1:2 2:3 ", 3, 2},
+    {"a fall", {{0, 60}, {5, 3}, {10, 61}}, "0:60 5:3 10:61 ", 61, 10},
+    {"reset instants that vary", {{0, 1}, {5, 2, 4h + 50s}, {10, 3, 4h - 50s}}, "0:1 5:2 10:3 ", 3, 10},
+    {"another window", {{0, 90}, {5, 2, 4h + 2min}}, "5:2 ", 2, 5},
+    {"another window that resets earlier", {{0, 90}, {5, 2, 3h}}, "5:2 ", 2, 5},
     {"samples that a varying reset puts before the window",
-     {session(-1h + 1s, 1), session(5min, 2, 4h + 30s)},
+     {{-60 + 1 / 60., 1}, {5, 2, 4h + 30s}},
      "5:2 ",
      2,
      5},
-    {"a clock that was set back",
-     {session(0min, 1), session(50min, 2), session(20min, 3)},
-     "0:1 20:3 ",
-     2,
-     50},
-    {"the time after that",
-     {session(0min, 1), session(50min, 2), session(20min, 3), session(55min, 4)},
-     "0:1 20:3 50:2 55:4 ",
-     4,
-     55},
-    {"a clock that is still set back", {session(50min, 2), session(20min, 3)}, "20:3 ", 3, 20, noon + 30min},
-    {"a reset that is over", {session(0min, 1), session(5min, 2)}, "0:1 5:2 ", 0, 0, noon + 4h},
-    {"no reset instant", {noWindow, noWindow}, "0:5 "},
-    {"a reset in the past", {session(0min, 1, -1h), session(5min, 1, -1h)}, "5:1 "},
-    {"a reset in ten years", {session(0min, 1, 87'600h), session(5min, 1, 87'600h)}, "5:1 "},
-    {"no number", {session(0min, std::nan("")), session(5min, -1)}, "5:-1 "},
-    {"numbers that are too large",
-     {session(0min, 1e9), session(1min, huge), session(2min, 0)},
-     "0:1e+09 1:1e+10 2:0 ",
-     0,
-     2},
+    {"a clock that was set back", {{0, 1}, {50, 2}, {20, 3}}, "0:1 20:3 ", 2, 50},
+    {"the time after that", {{0, 1}, {50, 2}, {20, 3}, {55, 4}}, "0:1 20:3 50:2 55:4 ", 4, 55},
+    {"a clock that is still set back", {{50, 2}, {20, 3}}, "20:3 ", 3, 20, noon + 30min},
+    {"a reset that is over", {{0, 1}, {5, 2}}, "0:1 5:2 ", 0, 0, noon + 4h},
+    {"no reset instant", {{0, 5, {}}, {0, 5, {}}}, "0:5 "},
+    {"a reset in the past", {{0, 1, -1h}, {5, 1, -1h}}, "5:1 "},
+    {"a reset in ten years", {{0, 1, 87'600h}, {5, 1, 87'600h}}, "5:1 "},
+    {"no number", {{0, std::nan("")}, {5, -1}}, "5:-1 "},
+    {"numbers that are too large", {{0, 1e9}, {1, huge}, {2, 0}}, "0:1e+09 1:1e+10 2:0 ", 0, 2},
 };
 
 class LimitCourses : public testing::TestWithParam<Course> {
@@ -125,7 +99,7 @@ TEST_P(LimitCourses, SamplesAreThoseOfTheWindowUpToTheLastObservation) {
     const test::LogCapture log;
     Ledger ledger(m_folder);
     Samples last;
-    for (const Limit &limit : course.observations)
+    for (const Limit limit : course.observations)
         last = ledger.recordLimits(std::span(&limit, 1)).value().at(0);
     EXPECT_EQ(textOf(last), course.samples);
     EXPECT_EQ(textOf(recorded(m_folder, course.observations.back())), course.samples) << "in a new program";
@@ -135,7 +109,7 @@ TEST_P(LimitCourses, SamplesAreThoseOfTheWindowUpToTheLastObservation) {
         EXPECT_EQ(limit.usedPct, course.lastPercent);
         EXPECT_EQ(std::chrono::floor<std::chrono::minutes>(limit.observedAt - noon).count(),
                   course.lastMinute);
-        EXPECT_TRUE(limit.resetsAt == course.observations.front().resetsAt ||
+        EXPECT_TRUE(limit.resetsAt == Limit(course.observations.front()).resetsAt ||
                     course.observations.size() == 2);
     }
     EXPECT_TRUE(log.lines().isEmpty()) << log.lines().join(u'\n').toStdString();
@@ -148,7 +122,7 @@ TEST(LedgerLimits, EachOfTheFirst32LimitsHasItsOwnSamplesWhateverItsName) {
     Ledger ledger(home.path());
     const std::string names[] = {"", "Opus", std::string("\0\xFF'\n", 4), std::string(256, 'n'),
                                  std::string(257, 'n')};
-    std::vector<Limit> limits{session(0min, 1)};
+    std::vector<Limit> limits{Observation{0, 1}};
     for (const std::string &name : names)
         limits.push_back({Kind::weeklyScoped, name, 2, noon + 96h, noon, Limit::Source::statusLine});
     while (limits.size() < 40)
@@ -194,7 +168,7 @@ TEST(LedgerLimits, AWindowHasAnyNumberOfSamplesWhateverItsResetVaries) {
     Ledger ledger(home.path());
     Samples samples;
     for (int i = 0; i < 200; ++i) {
-        const Limit limit = session(std::chrono::minutes(i), i % 100, i % 3 == 0 ? 4h : 4h + 40s);
+        const Limit limit = Observation{1.0 * i, 1.0 * (i % 100), i % 3 == 0 ? 4h : 4h + 40s};
         samples = ledger.recordLimits({&limit, 1}).value().at(0);
     }
     ASSERT_EQ(samples.size(), 200U);
@@ -208,21 +182,21 @@ TEST(LedgerLimits, AWindowHasAnyNumberOfSamplesWhateverItsResetVaries) {
 
 TEST(LedgerLimits, ProgramsThatRecordAtOnceLoseAndRepeatNothing) {
     const test::LogHome home;
-    static_cast<void>(recorded(home.path(), session(-2h, 1, 3h)));
+    static_cast<void>(recorded(home.path(), Observation{-120, 1, 3h}));
     constexpr int each = 150;
     std::vector<std::thread> programs;
     for (int program = 0; program < 3; ++program) {
         programs.emplace_back([&home, program] {
             Ledger ledger(home.path());
             for (int i = 0; i < each;) {
-                const Limit limit = session(std::chrono::seconds(3 * i + program), i + 0.1 * program);
+                const Limit limit = Observation{(3 * i + program) / 60., i + 0.1 * program};
                 i += ledger.recordLimits({&limit, 1}) ? 1 : 0; // others may write for too long
             }
         });
     }
     for (std::thread &program : programs)
         program.join();
-    const Samples samples = recorded(home.path(), session(1h, 99));
+    const Samples samples = recorded(home.path(), Observation{60, 99});
     ASSERT_EQ(samples.size(), 3U * each + 1);
     EXPECT_TRUE(std::ranges::is_sorted(samples, {}, &LimitSample::at));
     for (std::size_t i = 0; i < 3U * each; ++i) // NOLINT: of small numbers
@@ -243,7 +217,7 @@ TEST_F(LedgerTest, LimitsBetweenReadingsOfLogsDisturbNeither) {
     ledger.recall(history);
     EXPECT_TRUE(ledger.keep(file, nullptr, *LogFileReader(LineSelection::usageOnly).readFile(file)));
     for (Ledger *program : {&ledger, &other}) {
-        const Limit limit = session(program == &ledger ? 0min : 5min, program == &ledger ? 1 : 2);
+        const Limit limit = program == &ledger ? Observation{0, 1} : Observation{5, 2};
         EXPECT_TRUE(program->recordLimits({&limit, 1}));
     }
     EXPECT_TRUE(ledger.finish(&history)) << "another program's samples count as lines";
@@ -277,8 +251,8 @@ TEST_F(LedgerTest, BriefPatienceRepairsNothingAndDoesNotWaitLong) {
         const test::LogCapture log;
         Ledger ledger(m_folder, Patience::brief);
         const auto begin = std::chrono::steady_clock::now();
-        for (const double percent : {1, 2}) {
-            const Limit limit = session(0min, percent);
+        for (const double percent : {1.0, 2.0}) {
+            const Limit limit = Observation{0, percent};
             EXPECT_EQ(ledger.recordLimits({&limit, 1}).has_value(), line == nullptr);
         }
         EXPECT_LT(std::chrono::steady_clock::now() - begin, 150ms);
@@ -287,7 +261,7 @@ TEST_F(LedgerTest, BriefPatienceRepairsNothingAndDoesNotWaitLong) {
             EXPECT_TRUE(log.lines().join(u'\n').contains(QLatin1String(line)));
             EXPECT_EQ(contents(), before);
         } else {
-            EXPECT_EQ(textOf(recorded(m_folder, session(1min, 3), Patience::brief)), "0:2 1:3 ");
+            EXPECT_EQ(textOf(recorded(m_folder, Observation{1, 3}, Patience::brief)), "0:2 1:3 ");
         }
     }
 }

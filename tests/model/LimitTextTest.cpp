@@ -12,7 +12,6 @@ namespace {
 using namespace std::chrono_literals;
 using Kind = Limit::Kind;
 using State = Forecast::State;
-using Tone = LimitWords::Tone;
 
 const Instant now = test::at("2026-11-21T12:55:00Z"); // Saturday
 const Instant reset = now + 2h + 5min;
@@ -23,7 +22,13 @@ LimitCourse courseOf(Kind kind, std::optional<Instant> resetsAt) {
 }
 
 TEST(LimitWords, SayWhetherTheWindowWillLast) {
-    const Forecast::Range lasts{80, 92.4, 98};
+    const LimitCourse session = courseOf(Kind::session, reset), weekly = courseOf(Kind::weekly, weekReset);
+    const auto expected = [](std::optional<Instant> fullAt = {}, std::optional<Instant> earliest = {}) {
+        return Forecast{State::expected, now, 67, 67, Forecast::Range{80, 92.4, 98}, fullAt, earliest};
+    };
+    const Forecast full{State::full, now, 101, 100, Forecast::Range{100, 100, 100}, now - 5min, now - 5min};
+    const Forecast quiet{State::quiet, now, 67, 67, Forecast::Range{67, 67, 67}};
+    using enum LimitWords::Tone;
     const struct {
         const char *what;
         LimitCourse course;
@@ -31,57 +36,45 @@ TEST(LimitWords, SayWhetherTheWindowWillLast) {
         LimitWords words;
     } rows[] = {
         {"lasts",
-         courseOf(Kind::session, reset),
-         {State::expected, now, 67, 67, lasts},
-         {Tone::calm, "Probably 92% when it resets at 15:00", "12% in the last hour"}},
+         session,
+         expected(),
+         {calm, "Probably 92% when it resets at 15:00", "12% in the last hour"}},
         {"lasts a week",
-         courseOf(Kind::weekly, weekReset),
-         {State::expected, now, 67, 67, lasts},
-         {Tone::calm, "Probably 92% when it resets on Wed 03:00", "27% in the last day"}},
+         weekly,
+         expected(),
+         {calm, "Probably 92% when it resets on Wed 03:00", "27% in the last day"}},
         {"may be full",
-         courseOf(Kind::session, reset),
-         {State::expected, now, 67, 67, lasts, {}, now + 104min},
-         {Tone::near, "Could be full by 14:40", "Probably 92% when it resets at 15:00"}},
+         session,
+         expected({}, now + 104min),
+         {near, "Could be full by 14:40", "Probably 92% when it resets at 15:00"}},
         {"may be full just before the reset",
          courseOf(Kind::session, reset - 2min),
-         {State::expected, now, 67, 67, lasts, {}, reset - 3min},
-         {Tone::near, "Could be full by 14:55", "Probably 92% when it resets at 14:58"}},
+         expected({}, reset - 3min),
+         {near, "Could be full by 14:55", "Probably 92% when it resets at 14:58"}},
         {"full early",
-         courseOf(Kind::session, reset),
-         {State::expected, now, 67, 67, lasts, now + 27min, now + 10min},
-         {Tone::over, "Full at 13:20, 1h 40m before it resets", "12% in the last hour"}},
+         session,
+         expected(now + 27min, now + 10min),
+         {over, "Full at 13:20, 1h 40m before it resets", "12% in the last hour"}},
         {"full early in the week",
-         courseOf(Kind::weekly, weekReset),
-         {State::expected, now, 67, 67, lasts, now + 27min, now + 10min},
-         {Tone::over, "Full on Sat 13:00, 3d 14h before it resets", "27% in the last day"}},
+         weekly,
+         expected(now + 27min, now + 10min),
+         {over, "Full on Sat 13:00, 3d 14h before it resets", "27% in the last day"}},
         {"full just before the reset",
-         courseOf(Kind::session, reset),
-         {State::expected, now, 67, 67, lasts, reset - 2min, now + 10min},
-         {Tone::near, "Could be full by 13:05", "Probably 92% when it resets at 15:00"}},
-        {"full",
-         courseOf(Kind::session, reset),
-         {State::full, now, 101, 100, Forecast::Range{100, 100, 100}, now - 5min, now - 5min},
-         {Tone::over, "Full until 15:00", "2h 5m to wait"}},
-        {"quiet",
-         courseOf(Kind::session, reset),
-         {State::quiet, now, 67, 67, Forecast::Range{67, 67, 67}},
-         {Tone::calm, "Quiet: stays at 67% until 15:00", ""}},
-        {"collecting",
-         courseOf(Kind::session, reset),
-         {State::collecting},
-         {Tone::calm, "Collecting…", "A forecast takes ten minutes"}},
-        {"stale",
-         courseOf(Kind::session, reset),
-         {State::stale, now - 35min, 70, 70},
-         {Tone::calm, "67% used", "Last measured at 12:20"}},
+         session,
+         expected(reset - 2min, now + 10min),
+         {near, "Could be full by 13:05", "Probably 92% when it resets at 15:00"}},
+        {"full", session, full, {over, "Full until 15:00", "2h 5m to wait"}},
+        {"quiet", session, quiet, {calm, "Quiet: stays at 67% until 15:00", ""}},
+        {"collecting", session, {}, {calm, "Collecting…", "A forecast takes ten minutes"}},
+        {"stale", session, {State::stale, now - 35min, 70, 70}, {calm, "67% used", "Last measured at 12:20"}},
         {"waiting",
          courseOf(Kind::weekly, now - 1min),
          {State::waiting},
-         {Tone::calm, "Reset on Sat 12:54, waiting for figures", ""}},
+         {calm, "Reset on Sat 12:54, waiting for figures", ""}},
         {"no window",
          courseOf(Kind::session, {}),
-         {State::collecting},
-         {Tone::calm, "67% used", "The window begins with the next answer"}},
+         {},
+         {calm, "67% used", "The window begins with the next answer"}},
     };
     const Calendar calendar = Calendar::inZone("UTC");
     for (const auto &row : rows) {

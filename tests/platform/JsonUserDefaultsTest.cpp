@@ -12,7 +12,6 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
-#include <thread>
 #include <vector>
 
 #include <fcntl.h>

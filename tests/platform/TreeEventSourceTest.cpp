@@ -205,14 +205,6 @@ TEST(TreeEventSourceTest, FoldersThatCannotBeWatchedLeaveTheOthersWatched) {
     }
 }
 
-TEST(TreeEventSourceTest, WatchesTwoThousandFolders) {
-    WatchedTree tree;
-    tree.run("seq -f 'many/%g' 2000 | xargs mkdir -p");
-    tree.changes();
-    tree.run("seq -f 'many/%g/log' 100 100 2000 | xargs touch");
-    EXPECT_EQ(tree.changes().files.size(), 20);
-}
-
 TEST(TreeEventSourceTest, TheHandlerMayDestroyTheSourceWhichClosesItsDescriptor) {
     const auto descriptors = test::entriesOf("/proc/self/fd");
     WatchedTree tree;

@@ -3,8 +3,6 @@
 #include "async/DetachedTask.h"
 #include "support/StateFixture.h"
 
-#include <algorithm>
-
 namespace burnwick {
 namespace {
 
@@ -53,6 +51,14 @@ protected:
         (forced ? m_tracker.forceRefreshQuota() : m_tracker.refreshQuotaNow()).then([&done] { done = true; });
         ASSERT_TRUE(waitFor([&done] { return done; }));
         hasBegun();
+    }
+    /// Makes the user's request wait after a refusal, the first of the answers.
+    void startPostponed(const std::vector<ScriptedAnswer> &answers) {
+        start();
+        m_server.script(usagePath, answers);
+        press();
+        press();
+        ASSERT_NE(figures().asksAgainAt, std::nullopt);
     }
     void observe(double percent, std::chrono::seconds age = 0s) {
         m_tracker.observe({{Limit::Kind::session, "", percent, m_clock.now() + 1h, m_clock.now() - age,
@@ -139,25 +145,32 @@ TEST_F(AccountPacingTest, AfterARefusalTheUsersNextRequestWaitsAsAnnounced) {
 }
 
 TEST_F(AccountPacingTest, AnObservationAnswersAPostponedRequest) {
-    start();
-    m_server.script(usagePath, {refusal});
-    press();
-    press();
-    EXPECT_NE(figures().asksAgainAt, std::nullopt);
+    startPostponed({refusal});
     observe(60);
     EXPECT_EQ(figures().asksAgainAt, std::nullopt);
     EXPECT_EQ(figures().quotaData->fiveHourUsagePct, 60);
 }
 
-TEST_F(AccountPacingTest, ANewLoginEndsThePause) {
-    start();
-    m_server.script(usagePath, {refusal, usageAnswer(70)});
-    press();
+TEST_F(AccountPacingTest, TheAnnouncedTimeEndsAlsoDuringALogin) {
+    startPostponed({refusal});
+    m_tracker.connect();
+    m_clock.advance(10min);
+    m_scheduler.advance(10min);
+    EXPECT_EQ(figures().oauthStatus, OAuthStatus::authenticating);
+    EXPECT_EQ(figures().asksAgainAt, std::nullopt);
+}
+
+TEST_F(AccountPacingTest, ANewLoginEndsThePauseAlsoIfItsFirstRequestFails) {
+    startPostponed({refusal, {500, ""}, usageAnswer(70)});
     m_tracker.connect();
     m_terminal.answer(true);
     m_store.blob = R"({"claudeAiOauth":{"accessToken":"new"}})";
     m_scheduler.fire(2s);
-    EXPECT_TRUE(waitFor([this] { return figures().quotaData->fiveHourUsagePct == 70; }));
+    ASSERT_TRUE(waitFor([this] { return m_ended == 3; }));
+    EXPECT_EQ(figures().asksAgainAt, std::nullopt);
+    hasBegun();
+    advance(300s);
+    EXPECT_EQ(figures().quotaData->fiveHourUsagePct, 70);
 }
 
 TEST_F(AccountPacingTest, AQuotaIsStaleAfterTwoRefreshesUntilTheNextOneOrAnObservation) {

@@ -258,26 +258,5 @@ TEST_F(AccountTrackerTest, ALoginThatVanishesDuringAFailureIsDisconnectedUnlessT
     }
 }
 
-TEST_F(AccountTrackerTest, WithThePreferenceOffOnlyAForcedRefreshRequestsTheQuota) {
-    m_preferences.setAutoRefreshQuota(false);
-    m_server.script(usagePath, {usageAnswer(67)});
-    m_state.start();
-    ASSERT_TRUE(waitFor([&] { return !m_server.requestsFor(statusPath).empty(); }));
-    fireQuotaTimer();
-    EXPECT_TRUE(m_server.requestsFor(usagePath).empty());
-    EXPECT_EQ(account().oauthStatus, OAuthStatus::unknown);
-    refresh(RefreshKind::forced);
-    EXPECT_EQ(account().oauthStatus, OAuthStatus::connected);
-}
-
-TEST_F(AccountTrackerTest, EveryAnswerAndEveryLocalRefreshIsEmittedForTheAlerts) {
-    int handedOn = 0;
-    QObject::connect(&m_state, &AppState::refreshed, &m_state, [&handedOn] { ++handedOn; });
-    connectOnce();
-    EXPECT_GT(std::exchange(handedOn, 0), 0);
-    m_state.refreshLocalData();
-    EXPECT_TRUE(waitFor([&handedOn] { return handedOn > 0; })) << "the preferences may have changed";
-}
-
 } // namespace
 } // namespace burnwick

@@ -22,7 +22,7 @@ JSONLEntry entry(std::optional<std::chrono::nanoseconds> time, std::int64_t mill
 
 /// Adds a file to those before it, or, without a time of modification, a list of kept lines.
 void add(LogHistory &history, std::optional<Instant> modified, std::vector<JSONLEntry> entries) {
-    auto list = std::make_shared<const std::vector<JSONLEntry>>(std::move(entries));
+    auto list = std::make_shared<const EntryList>(std::move(entries));
     if (!modified)
         return history.kept.push_back(std::move(list));
     LogFile file;

@@ -44,6 +44,10 @@ Forecast calmForecast() {
     return {State::expected, now, 67, 67, Forecast::Range{84, 92, 98}};
 }
 
+Forecast nearForecast() {
+    return {State::expected, now, 67, 67, Forecast::Range{67, 90, 100}, {}, now + 60min};
+}
+
 Forecast fullForecast(Instant fullAt) {
     return {State::expected, now, 67, 67, Forecast::Range{90, 100, 100}, fullAt, now + (fullAt - now) / 2};
 }
@@ -66,22 +70,16 @@ TEST(LimitChartLayoutTest, EachStateHasItsParts) {
     LimitCourse gap = courseThrough(Kind::session, reset, {{40min, 10}, {60min, 20}});
     gap.samples.push_back({now - 60min, 40});
     gap.samples.push_back({now - 45min, 41}); // a quarter of an hour later
-    const Forecast::Range range{67, 90, 100};
+    const Forecast full{State::full, now, 101, 100, Forecast::Range{100, 100, 100}, now - 9min, now - 9min};
     const Row rows[] = {
         {"calm", calm, calmForecast(), "pace now 1 band forecast"},
-        {"near",
-         calm,
-         {State::expected, now, 67, 67, range, {}, now + 60min},
-         "near pace now 1 band forecast"},
+        {"near", calm, nearForecast(), "near pace now 1 band forecast"},
         {"urgent", calm, fullForecast(now + 25min), "over pace now 1 band forecast full wait"},
         {"full too late for words", calm, fullForecast(reset - 1min), "near pace now 1 band forecast"},
         {"collecting", calm, {State::collecting, now, 67, 67}, "pace now 1"},
         {"unmeasured", courseThrough(Kind::session, reset, {}), {}, "pace now"},
         {"quiet", calm, {State::quiet, now, 67, 67, Forecast::Range{67, 67, 67}}, "pace now 1 forecast"},
-        {"full",
-         calm,
-         {State::full, now, 101, 100, Forecast::Range{100, 100, 100}, now - 9min, now - 9min},
-         "over pace now 1 full wait"},
+        {"full", calm, full, "over pace now 1 full wait"},
         {"stale", calm, {State::stale, now, 67, 67}, "pace now 1"},
         {"gap", gap, {State::stale, now, 41, 41}, "pace now 2"},
         {"waiting", past, {State::waiting, now - 1h, 67, 67}, ""},
@@ -255,9 +253,7 @@ TEST(LimitChartViewTest, PaintsUseForecastAndTheTimeWhenItIsFull) {
             EXPECT_GT(countOf(colors.accent, right), 20 * scale * scale) << "forecast";
             EXPECT_EQ(countOf(colors.over, right), 0);
             EXPECT_GT(countOf(colors.card, right), 5'000 * scale * scale);
-            view.setCourse(calmCourse(),
-                           {State::expected, now, 67, 67, Forecast::Range{67, 90, 100}, {}, now + 1h}, utc,
-                           now);
+            view.setCourse(calmCourse(), nearForecast(), utc, now);
             EXPECT_GT(countOf(colors.near, right), 20 * scale * scale);
             view.setCourse(calmCourse(), fullForecast(now + 25min), utc, now);
             EXPECT_LT(countOf(colors.card, right), 3'000 * scale * scale) << "hatched, but for the label";

@@ -32,11 +32,10 @@ constexpr QSizeF waitPadding{5, 4};
 /// request after that.
 constexpr minutes longestStep{20};
 
-/// Before the reset by as much as a window can last, and not long after it.
-bool isPlausible(const Limit &limit, Instant now) {
-    constexpr std::chrono::hours day(24);
-    return limit.resetsAt && *limit.resetsAt <= now + windowLengthOf(limit.kind) + day &&
-           *limit.resetsAt > now - 366 * day;
+/// Whether there is a plausible reset, not more than a year ago.
+bool hasWindow(const Limit &limit, Instant now) {
+    return limit.resetsAt && isPlausibleReset(*limit.resetsAt, limit.kind, now) &&
+           *limit.resetsAt > now - std::chrono::hours(366 * 24);
 }
 
 QRectF centredAt(QPointF centre, QSizeF size) {
@@ -86,7 +85,7 @@ private:
                 samples.push_back(sample);
         }
         const auto peak = std::ranges::max_element(samples, {}, &LimitSample::percent);
-        const bool wasReset = peak != samples.end() && samples.back().percent < peak->percent / 2;
+        const bool wasReset = peak != samples.end() && isEarlyReset(peak->percent, samples.back().percent);
         const auto raise = [](auto from, auto to) {
             for (double highest = 0; from != to; ++from)
                 from->percent = highest = std::max(highest, from->percent);
@@ -236,7 +235,7 @@ void placeWaitLabel(LimitChartLayout &layout, QString text, const QFontMetricsF 
 } // namespace
 
 std::optional<double> evenPaceOf(const Limit &limit, Instant now) {
-    if (!isPlausible(limit, now) || *limit.resetsAt <= now)
+    if (!hasWindow(limit, now) || *limit.resetsAt <= now)
         return std::nullopt;
     const std::chrono::duration<double> left = *limit.resetsAt - now;
     return std::clamp(100 * (1 - left / windowLengthOf(limit.kind)), 0.0, 100.0);
@@ -253,7 +252,7 @@ LimitChartLayout layoutLimitChart(const LimitCourse &course, const Forecast &for
                    std::max(1.0, size.height() - limitPlotTop - bottomInset)};
     placeGuideLines(layout, font.height());
     const Limit &limit = course.limit;
-    if (!isPlausible(limit, now))
+    if (!hasWindow(limit, now))
         return layout;
 
     layout.kind = limit.kind;
