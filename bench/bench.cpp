@@ -227,7 +227,7 @@ void measureHistory(const Options &options, ResultTable &table) {
                             entries->begin() + static_cast<std::ptrdiff_t>(
                                                    std::min(entries->size(), entryCount - repeated.size())));
     }
-    history.entries = {std::make_shared<const std::vector<JSONLEntry>>(std::move(repeated))};
+    history.entries = {std::make_shared<const EntryList>(std::move(repeated))};
     const Calendar calendar = benchCalendar();
 
     double slowest = 0;

@@ -86,7 +86,7 @@ LogHistory yearOfLogs(Instant now) {
         log.status.regular = true;
         log.status.modified = begin + 20s * 200;
         history.files.push_back(log);
-        history.entries.push_back(std::make_shared<const std::vector<JSONLEntry>>(std::move(entries)));
+        history.entries.push_back(std::make_shared<const EntryList>(std::move(entries)));
     }
     return history;
 }
@@ -131,7 +131,7 @@ int main() {
                   std::nullopt, {});
     std::shared_ptr<const RecentUse> use;
     const double first = millisecondsOf([&] { use = addTokens(courses, history, nullptr); });
-    history.entries.back() = std::make_shared<const std::vector<JSONLEntry>>(*history.entries.back());
+    history.entries.back() = std::make_shared<const EntryList>(*history.entries.back());
     const double update = millisecondsOf([&] { use = addTokens(courses, history, use.get()); });
     table.addFigure("limits: tokens of a million lines", first, "ms", 2);
     table.addAtMost("limits: the same after a change", update, 5, "ms", 2);

@@ -15,6 +15,7 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace burnwick::demo {
 
@@ -24,11 +25,19 @@ using bench::Random;
 using namespace std::chrono_literals;
 
 constexpr int firstDay = 61; // days before today
-constexpr std::array<std::string_view, 4> projects{"-home-dev-atlas", "-home-dev-billing-api",
-                                                   "-home-dev-parser", "-home-dev-website"};
+struct Project {
+    std::string_view logs;   ///< the folder of its logs
+    std::string_view folder; ///< below the home folder
+};
+
+constexpr std::array<Project, 4> projects{{{"-home-dev-atlas", "work/atlas"},
+                                           {"-home-dev-billing-api", "work/billing-api"},
+                                           {"-home-dev-parser", "src/parser"},
+                                           {"-home-dev-website", "clients/nordwind/2026/relaunch/website"}}};
 constexpr std::string_view opus = "claude-opus-4-1-20250805";
 constexpr std::string_view sonnet = "claude-sonnet-4-5-20250929";
 constexpr std::string_view haiku = "claude-haiku-4-5-20251001";
+constexpr std::string_view unpriced = "gateway/large-2";
 /// Weighted by repetition.
 constexpr std::array<std::string_view, 5> sessionModels{sonnet, sonnet, sonnet, opus, opus};
 constexpr std::array<int, 14> hoursOfWork{9, 9, 10, 10, 10, 11, 13, 14, 14, 15, 15, 16, 17, 21};
@@ -43,18 +52,26 @@ public:
 
     /// Adds a log with answers about a minute apart, none of them later than now.
     void addSession(Instant begin, std::uint64_t answers) {
-        const std::string_view model = m_random.oneOf(sessionModels);
-        std::string lines;
+        constexpr int unpricedSession = 20;
+        const std::string_view usual = m_random.oneOf(sessionModels);
+        const std::string_view model = m_sessions == unpricedSession ? unpriced : usual;
+        std::vector<std::string> lines;
         Instant last{};
         for (Instant at = begin; answers > 0 && at <= m_now; --answers) {
-            lines += answer(at, m_random.oneIn(6) ? haiku : model);
+            lines.push_back(answer(at, m_random.oneIn(6) ? haiku : model));
             last = at;
             at += std::chrono::milliseconds(15'000 + m_random.below(90'000));
         }
         if (lines.empty())
             return;
         const std::string file = "session-" + std::to_string(++m_sessions) + ".jsonl";
-        m_home.add(std::string(m_random.oneOf(projects)) + "/" + file, lines, last);
+        const Project project = m_random.oneOf(projects);
+        const std::filesystem::path folder = m_home.path() / project.folder;
+        std::filesystem::create_directories(folder);
+        std::string log;
+        for (const std::string &line : lines)
+            log += R"({"cwd":")" + folder.string() + R"(",)" + line.substr(1);
+        m_home.add(std::string(project.logs) + "/" + file, log, last);
     }
 
 private:

@@ -22,8 +22,8 @@ namespace burnwick::demo {
 /// with a session in progress. Deterministic for an instant and a calendar.
 void addLogs(const test::LogHome &home, Instant now, const Calendar &calendar);
 
-/// Records how the limits came to be used since their windows began: without pause in a session, and by day
-/// in the others.
+/// Records samples of the limits since their windows began. The use of a session has no pause, that of other
+/// limits has nights.
 void addSamples(const std::filesystem::path &home, const std::vector<Limit> &limits,
                 const Calendar &calendar);
 

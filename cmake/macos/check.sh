@@ -75,7 +75,7 @@ rule pch
 rule moc
   command = /usr/lib/qt6/libexec/moc -D__APPLE__ -DQ_OS_MACOS '-I$root/src' \$in -o \$out
 rule rcc
-  command = /usr/lib/qt6/libexec/rcc --name burnwick_icons \$in -o \$out
+  command = /usr/lib/qt6/libexec/rcc --name \$name \$in -o \$out
 rule cpp
   command = clang++-19 \$flags -include-pch precompiled.pch -c \$in -o \$out -MD -MF \$out.d
   depfile = \$out.d
@@ -85,9 +85,13 @@ rule mm
   depfile = \$out.d
   deps = gcc
 build precompiled.pch: pch $here/precompiled.h
-build moc/qrc_burnwick_icons.cpp: rcc $root/data/icons/burnwick_icons.qrc
-build objects/qrc_burnwick_icons.o: cpp moc/qrc_burnwick_icons.cpp | precompiled.pch
 NINJA
+    for list in "$root"/data/*/*.qrc; do
+        name=$(basename "$list" .qrc)
+        echo "build moc/qrc_$name.cpp: rcc $list"
+        echo "  name = $name"
+        echo "build objects/qrc_$name.o: cpp moc/qrc_$name.cpp | precompiled.pch"
+    done
     find "$root/src" \( -name '*.cpp' -o -name '*.mm' \) -not -path '*/platform/linux/*' | sort | while IFS= read -r file; do
         name=${file#"$root"/src/}
         echo "build objects/${name//\//_}.o: ${file##*.} $file | precompiled.pch"

@@ -22,7 +22,7 @@ int untilCleanup() {
     return daysUntilCleanup(homeDirectory());
 }
 
-void openInBrowser(const QUrl &url) {
+void openOnDesktop(const QUrl &url) {
     QDesktopServices::openUrl(url);
 }
 
@@ -62,9 +62,10 @@ StandardUpdaterController::Services AppDelegate::updaterServices() {
 AppState::Services AppDelegate::stateServices() {
     return {{m_preferences, JSONLParser(homeDirectory()), [] { return Calendar::current(); }, m_clock,
              m_scheduler, platform::openDirectoryEventSource, platform::openTreeEventSource, &m_ledger,
-             [this](std::span<const Limit> limits) { return m_ledger.recordLimits(limits); }},
+             [this](std::span<const Limit> limits) { return m_ledger.recordLimits(limits); },
+             PriceTable::ofUser()},
             {m_preferences, m_clock, m_scheduler, m_account, *m_terminal,
-             [this] { openInBrowser(m_endpoints.loginURL); }}};
+             [this] { openOnDesktop(m_endpoints.loginURL); }}};
 }
 
 SettingsView::Services AppDelegate::settingsServices() {
@@ -72,7 +73,7 @@ SettingsView::Services AppDelegate::settingsServices() {
             *m_loginItem,
             *m_notificationCenter,
             *m_desktopSettings,
-            {m_account.http, m_scheduler, m_endpoints.productBaseURL, platform::releaseForm(), openInBrowser},
+            {m_account.http, m_scheduler, m_endpoints.productBaseURL, platform::releaseForm(), openOnDesktop},
             {untilCleanup, [this]() -> const UsageFigures & { return m_appState.snapshot().usage; },
              [this](bool withLines) { return m_ledger.forgetKeptHistory(withLines); }},
             m_endpoints.feedbackURL,
@@ -105,7 +106,7 @@ void AppDelegate::launch(const ApplicationRequest &start) {
     static_cast<void>(m_loginItem->restoreChoice(m_preferences.launchAtStartup()));
     // After the first reading of the logs, so that the window's first frame has the figures.
     m_mainWindow.emplace(MainWindowView::Services{m_appState, m_preferences, m_clock, m_scheduler,
-                                                  untilCleanup, m_windowChrome.get()});
+                                                  untilCleanup, m_windowChrome.get(), openOnDesktop});
     m_mainWindow->setWindowTitle(QStringLiteral("Burnwick"));
     m_mainWindow->setWindowIcon(applicationIcon());
     QObject::connect(&*m_mainWindow, &MainWindowView::settingsRequested, &*m_mainWindow,

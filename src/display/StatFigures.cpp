@@ -17,7 +17,7 @@ std::array<StatFigure, 12> statFigures(const HistoricalData &history, double ses
         {"Active days", std::to_string(history.activeDays)},
         {"Cache Effective", percentText(cacheEfficiencyPct(tokens))},
         {"Input", tokenCountText(tokens.input)},
-        {"Session Cost", costText(sessionCost)},
+        {sessionCostLabel, costText(sessionCost)},
         {"Current streak", inDays(history.currentStreak)},
         {"Longest streak", inDays(history.longestStreak)},
         {"Peak hour", peakHourText(history.peakHour)},
@@ -25,6 +25,14 @@ std::array<StatFigure, 12> statFigures(const HistoricalData &history, double ses
          history.favoriteModel ? displayText(modelFamilyName(*history.favoriteModel)) : "--"},
         {"Output", tokenCountText(tokens.output)},
     }};
+}
+
+std::string sessionCostNote(const UsageFigures &usage) {
+    std::string note = costText(usage.loggedSession.cost) + " as logged · " +
+                       costText(usage.exactSession.cost) + " exact, at API prices";
+    if (const std::int64_t unpriced = usage.exactSession.unpricedTokens; unpriced > 0)
+        note += " · " + tokenCountText(unpriced) + (unpriced == 1 ? " token" : " tokens") + " with no price";
+    return note;
 }
 
 } // namespace burnwick

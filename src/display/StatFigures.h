@@ -3,12 +3,16 @@
 #pragma once
 
 #include "model/HistoricalData.h"
+#include "model/Snapshot.h"
 
 #include <array>
 #include <string>
 #include <string_view>
 
 namespace burnwick {
+
+/// The label of the session's cost.
+inline constexpr std::string_view sessionCostLabel = "Session Cost";
 
 /// A figure of the history with its texts.
 struct StatFigure {
@@ -21,5 +25,9 @@ struct StatFigure {
 /// The twelve figures in display order, six to a row. `sessionCost` is the current session's, in dollars.
 /// Ends the program when the sum of the history's tokens overflows.
 [[nodiscard]] std::array<StatFigure, 12> statFigures(const HistoricalData &history, double sessionCost);
+
+/// Returns the session's cost under both choices: "$12.40 as logged · $7.10 exact, at API prices", and
+/// " · 1.2M tokens with no price" if the exact cost lacks some.
+[[nodiscard]] std::string sessionCostNote(const UsageFigures &usage);
 
 } // namespace burnwick

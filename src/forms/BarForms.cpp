@@ -5,6 +5,7 @@
 #include "display/DisplayFormat.h"
 #include "display/LimitText.h"
 #include "display/StatusTitle.h"
+#include "forms/PriceText.h"
 
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
@@ -58,12 +59,14 @@ std::string pangoLimitLines(const Snapshot &snapshot, Instant now) {
 std::string pangoToolTip(const Snapshot &snapshot, Instant now) {
     const auto &[usage, account] = snapshot;
     const SessionTokens &tokens = usage.sessionTokens;
+    const PricedTokens price = shownPrice(usage);
     const std::string quota =
         account.quotaData ? percentText(account.quotaData->fiveHourUsagePct) + " used" : "not known";
     return "<b>Burnwick</b>\nTokens: " + tokenCountText(tokens.total()) + "\n  " +
            tokenCountText(tokens.input) + " in · " + tokenCountText(tokens.output) + " out\n  " +
            tokenCountText(tokens.cacheCreation) + " cache creation · " + tokenCountText(tokens.cacheRead) +
-           " cache read\nCost: " + costText(usage.sessionCost) +
+           " cache read\nCost: " + priceText(price) +
+           (price.unpriced > 0 ? " · " + unpricedText(price) : "") +
            "\nBurn rate: " + burnRateText(usage.burnRateTokensPerMin) +
            "\nProjected: " + costText(usage.projectedTodayCost) + " today · " +
            costText(usage.projectedWeeklyCost) + " week · " + costText(usage.projectedMonthlyCost) +

@@ -4,22 +4,15 @@
 
 #include "display/StatusTitle.h"
 #include "forecast/Forecast.h"
+#include "forms/IsoText.h"
 #include "forms/OrderedJson.h"
-#include "model/Timestamp.h"
-
-#include <QtCore/QDate>
+#include "forms/PriceText.h"
 
 #include <algorithm>
 
 namespace burnwick {
 
 namespace {
-
-std::string isoDate(LocalDay day) {
-    constexpr qint64 julianDayOf1970 = 2'440'588;
-    const QDate date = QDate::fromJulianDay(julianDayOf1970 + day.time_since_epoch().count());
-    return date.toString(Qt::ISODate).toStdString();
-}
 
 OrderedJson &addTokens(OrderedJson &object, const SessionTokens &tokens) {
     return object.add("input", tokens.input)
@@ -38,6 +31,22 @@ OrderedJson sessionJson(const UsageFigures &usage) {
         .add("projectedTodayCost", usage.projectedTodayCost)
         .add("projectedWeeklyCost", usage.projectedWeeklyCost)
         .add("projectedMonthlyCost", usage.projectedMonthlyCost);
+    return object;
+}
+
+OrderedJson exactSessionJson(const UsageFigures &usage) {
+    const SessionFigures &session = usage.exactSession;
+    const PricedTokens price = priceOf(session);
+    const auto projected = [&price](double cost) { return costOf({price.tokens, price.unpriced, cost}); };
+    OrderedJson object = OrderedJson::object();
+    object.add("hasJSONLData", usage.hasJSONLData);
+    addTokens(object, session.tokens)
+        .add("cost", costOf(price))
+        .add("burnRateTokensPerMin", session.burnRateTokensPerMin)
+        .add("projectedTodayCost", projected(session.projectedTodayCost))
+        .add("projectedWeeklyCost", projected(session.projectedWeeklyCost))
+        .add("projectedMonthlyCost", projected(session.projectedMonthlyCost))
+        .add("unpricedTokens", session.unpricedTokens);
     return object;
 }
 
@@ -77,11 +86,54 @@ OrderedJson historyJson(const HistoricalData &history, TimeFilter timeFilter) {
         .add("modelStats", modelsJson(history));
 }
 
-std::optional<std::string> instantText(const std::optional<Instant> &instant) {
-    constexpr std::size_t milliseconds = 3;
-    if (!instant)
-        return std::nullopt;
-    return printTimestamp(*instant, milliseconds);
+OrderedJson modelUsageJson(const std::vector<ModelUsage> &models) {
+    OrderedJson array = OrderedJson::array();
+    for (const ModelUsage &model : models) {
+        array.add(OrderedJson::object()
+                      .add("name", model.name)
+                      .add("input", model.input)
+                      .add("output", model.output)
+                      .add("cacheWrite5m", model.cacheWrite5m)
+                      .add("cacheWrite1h", model.cacheWrite1h)
+                      .add("cacheRead", model.cacheRead)
+                      .add("webSearches", model.webSearches)
+                      .add("cost", costOf(model.total)));
+    }
+    return array;
+}
+
+OrderedJson projectsJson(const std::vector<ProjectUsage> &projects) {
+    OrderedJson array = OrderedJson::array();
+    for (const ProjectUsage &project : projects) {
+        array.add(OrderedJson::object()
+                      .add("path", project.path)
+                      .add("sessions", project.sessions)
+                      .add("tokens", project.total.tokens)
+                      .add("cost", costOf(project.total))
+                      .add("lastUsed", isoInstant(project.lastUsed)));
+    }
+    return array;
+}
+
+OrderedJson daysJson(const std::map<LocalDay, PricedTokens> &days) {
+    OrderedJson object = OrderedJson::object();
+    for (const auto &[day, total] : days)
+        object.add(isoDate(day),
+                   OrderedJson::object().add("tokens", total.tokens).add("cost", costOf(total)));
+    return object;
+}
+
+OrderedJson exactJson(const UsageFigures &usage) {
+    const UsageBreakdown &breakdown = *usage.breakdown;
+    return OrderedJson::object()
+        .add("session", exactSessionJson(usage))
+        .add("history", historyJson(breakdown.history, usage.timeFilter))
+        .add("cost", costOf(breakdown.total))
+        .add("unpricedTokens", breakdown.total.unpriced)
+        .add("messages", breakdown.history.messageCount)
+        .add("models", modelUsageJson(breakdown.models))
+        .add("projects", projectsJson(breakdown.projects))
+        .add("days", daysJson(breakdown.days));
 }
 
 OrderedJson quotaJson(const QuotaData &quota) {
@@ -89,9 +141,9 @@ OrderedJson quotaJson(const QuotaData &quota) {
         .add("fiveHourUsagePct", quota.fiveHourUsagePct)
         .add("sevenDayUsagePct", quota.sevenDayUsagePct)
         .add("claudeDesignWeeklyPct", quota.claudeDesignWeeklyPct)
-        .add("fiveHourResetAt", instantText(quota.fiveHourResetAt))
-        .add("sevenDayResetAt", instantText(quota.sevenDayResetAt))
-        .add("claudeDesignResetAt", instantText(quota.claudeDesignResetAt));
+        .add("fiveHourResetAt", isoInstant(quota.fiveHourResetAt))
+        .add("sevenDayResetAt", isoInstant(quota.sevenDayResetAt))
+        .add("claudeDesignResetAt", isoInstant(quota.claudeDesignResetAt));
 }
 
 OrderedJson limitsJson(const Snapshot &snapshot, Instant now) {
@@ -106,12 +158,12 @@ OrderedJson limitsJson(const Snapshot &snapshot, Instant now) {
                       .add("kind", nameOf(limit.kind))
                       .add("model", limit.model.empty() ? std::nullopt : std::optional(limit.model))
                       .add("usedPct", limit.usedPct)
-                      .add("resetsAt", instantText(limit.resetsAt))
-                      .add("observedAt", instantText(limit.observedAt))
+                      .add("resetsAt", isoInstant(limit.resetsAt))
+                      .add("observedAt", isoInstant(limit.observedAt))
                       .add("forecastPct", range ? std::optional(range->middle) : std::nullopt)
                       .add("forecastLow", range ? std::optional(range->low) : std::nullopt)
                       .add("forecastHigh", range ? std::optional(range->high) : std::nullopt)
-                      .add("fullAt", instantText(forecast.fullAt)));
+                      .add("fullAt", isoInstant(forecast.fullAt)));
     }
     return array;
 }
@@ -143,13 +195,17 @@ std::optional<OrderedJson> optionally(OrderedJson (*json)(const Value &), const 
 
 std::string jsonForm(const Snapshot &snapshot, std::string_view version, Instant now) {
     const auto &[usage, account] = snapshot;
+    constexpr std::string_view exactName = "exact";
+    constexpr std::string_view loggedName = "logged";
     const auto claudeStatus = account.claudeStatusReadAt ? std::optional(account.claudeStatus) : std::nullopt;
     return OrderedJson::object()
                .add("version", version)
                .add("title", plainText(buildStatusTitle(snapshot)))
                .add("statusIndicator", nameOf(account.statusIndicator()))
+               .add("figures", usage.figureChoice == FigureChoice::exact ? exactName : loggedName)
                .add("session", sessionJson(usage))
                .add("history", historyJson(usage.historicalData, usage.timeFilter))
+               .add("exact", exactJson(usage))
                .add("quota", optionally(quotaJson, account.quotaData))
                .add("limits", limitsJson(snapshot, now))
                .add("extraUsage", optionally(extraUsageJson, account.extraUsage))

@@ -6,11 +6,12 @@
 #include "display/LimitText.h"
 #include "display/StatFigures.h"
 #include "display/StatusTitle.h"
+#include "forms/PriceText.h"
 #include "forms/Sparkline.h"
+#include "forms/TableParts.h"
 #include "forms/TerminalText.h"
 
 #include <algorithm>
-#include <cmath>
 #include <span>
 #include <vector>
 
@@ -18,11 +19,10 @@ namespace burnwick {
 
 namespace {
 
-constexpr int indentColumns = 2;
 constexpr int labelColumns = 16;
 constexpr int valueColumns = 19;
 constexpr int gapColumns = 6;
-constexpr int contentColumns = 2 * (labelColumns + valueColumns) + gapColumns; // with the indent: 78
+static_assert(2 * (labelColumns + valueColumns) + gapColumns == contentColumns);
 constexpr int shareBarColumns = 12;
 constexpr int usageBarColumns = 24;
 constexpr std::size_t mostModelsShown = 8;
@@ -72,32 +72,26 @@ std::string titleLine(const Snapshot &snapshot, TerminalColors colors) {
 }
 
 void addSession(Table &table, const UsageFigures &usage) {
-    table.heading("Session", usage.hasJSONLData ? "logs of the last 24 hours"
-                                                : "no usage in the logs of the last 24 hours");
+    const PricedTokens price = shownPrice(usage);
+    const std::string remark =
+        usage.hasJSONLData ? "logs of the last 24 hours" : "no usage in the logs of the last 24 hours";
+    table.heading("Session", usage.figureChoice == FigureChoice::exact
+                                 ? remark + " · each message once, at its model's price"
+                                 : remark);
     const SessionTokens &tokens = usage.sessionTokens;
     const StatFigure figures[] = {{"Input", tokenCountText(tokens.input)},
                                   {"Output", tokenCountText(tokens.output)},
                                   {"Cache creation", tokenCountText(tokens.cacheCreation)},
                                   {"Cache read", tokenCountText(tokens.cacheRead)},
                                   {"Total tokens", tokenCountText(tokens.total())},
-                                  {"Cost", costText(usage.sessionCost)},
+                                  {"Cost", priceText(price)},
                                   {"Burn rate", burnRateText(usage.burnRateTokensPerMin)},
                                   {"Projected today", costText(usage.projectedTodayCost)},
                                   {"Projected week", costText(usage.projectedWeeklyCost)},
                                   {"Projected month", costText(usage.projectedMonthlyCost)}};
     table.figures(figures);
-}
-
-std::string_view periodOf(TimeFilter filter) {
-    switch (filter) {
-    case TimeFilter::thirtyDays:
-        return "last 30 days";
-    case TimeFilter::sevenDays:
-        return "last 7 days";
-    case TimeFilter::all:
-        break;
-    }
-    return "all time";
+    if (price.unpriced > 0)
+        table.line(table.dimmed(unpricedText(price) + ": counted, but not in the costs"));
 }
 
 void addActivity(Table &table, const std::map<LocalDay, std::int64_t> &activity, LocalDay today) {
@@ -112,15 +106,6 @@ void addActivity(Table &table, const std::map<LocalDay, std::int64_t> &activity,
         return;
     table.heading("Activity", "tokens a day, last " + std::to_string(days) + " days");
     table.line(line);
-}
-
-std::string percentageBar(double percentage, int columns) {
-    // A share above 0 shows, however small it is.
-    const int full = static_cast<int>(std::ceil(std::clamp(percentage, 0.0, 100.0) / 100 * columns));
-    std::string bar;
-    for (int column = 0; column < columns; ++column)
-        bar += column < full ? "━" : " ";
-    return bar;
 }
 
 void addModels(Table &table, const std::vector<ModelStat> &models) {
@@ -187,7 +172,7 @@ std::string limitLabel(const Limit &limit) {
     return elidedInMiddle(printableText(limitName(limit)), labelColumns - 1);
 }
 
-/// Adds a sentence for each limit, and what else there is to say where that fits into the line.
+/// Adds the sentence of each limit, and the detail where both fit into the line.
 void addForecasts(Table &table, const UsageFigures &usage, Instant now) {
     constexpr int sentenceColumns = contentColumns - labelColumns;
     for (const LimitCourse &course : usage.limitCourses) {
@@ -235,7 +220,7 @@ std::string tableForm(const Snapshot &snapshot, Instant now, TerminalColors colo
     Table table(colors);
     addSession(table, usage);
     addAccount(table, snapshot, now);
-    table.heading("History", periodOf(usage.timeFilter));
+    table.heading("History", periodText(usage.timeFilter));
     table.figures(statFigures(history, usage.sessionCost));
     addActivity(table, history.dailyActivity, usage.calendar.dayOf(now));
     addModels(table, history.modelStats);

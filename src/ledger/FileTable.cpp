@@ -76,6 +76,19 @@ void storeBytes(SQLite::Statement &replace, std::int64_t id, std::string_view by
     StatementUse(replace, id, bytes, checksumOf(bytes, id)).run();
 }
 
+/// Appends a chunk's entries to the list. The last one may be of a line that was unfinished.
+void appendEntries(std::string_view bytes, InternedString session, std::vector<JSONLEntry> &entries) {
+    const std::size_t size = entries.size();
+    if (!decodeEntries(bytes, session, entries) || entries.size() == size)
+        throw DamagedLedger("entries are malformed");
+}
+
+/// Appends a chunk's details to the list, which then must have at least that size.
+void appendDetails(std::string_view bytes, std::size_t size, std::vector<UsageDetails> &details) {
+    if (!decodeDetails(bytes, details) || details.size() < size)
+        throw DamagedLedger("details are malformed");
+}
+
 } // namespace
 
 struct FileTable::Statements {
@@ -119,18 +132,41 @@ FileTable::Row FileTable::rowOf(const std::filesystem::path &file) {
     return {id, position, position.entries + (numbers[8] > 1 ? 1 : 0)};
 }
 
-std::optional<FileReading> FileTable::find(const std::filesystem::path &file) {
+std::optional<StoredReading> FileTable::find(const std::filesystem::path &file, bool withMessages) {
     const Row row = rowOf(file);
     if (row.id == 0)
         return std::nullopt;
-    const InternedString session =
-        row.position.entries > 0 ? InternedString(file.stem().native()) : InternedString();
-    auto entries = std::make_shared<std::vector<JSONLEntry>>();
-    entries->reserve(row.lines);
-    for (std::int64_t chunk = row.id * chunksPerFile; entries->size() < row.position.entries; ++chunk)
-        appendEntries(chunk, session, *entries);
-    entries->resize(row.position.entries);
-    return FileReading{std::move(entries), row.position};
+    StoredReading reading;
+    if (row.position.entries > 0)
+        reading.m_session = InternedString(file.stem().native());
+    reading.m_position = row.position;
+    reading.m_lines = row.lines;
+    const std::size_t chunks = (row.position.entries + entriesPerChunk - 1) / entriesPerChunk;
+    std::int64_t id = row.id * chunksPerFile;
+    for (; reading.m_chunks.size() < chunks; ++id) {
+        StoredReading::Chunk &chunk = reading.m_chunks.emplace_back();
+        chunk.entries = checkedBytes(m_statements->findChunk, id);
+        if (withMessages)
+            chunk.details = checkedBytes(m_statements->findDetails, id);
+    }
+    return reading;
+}
+
+LogEntries StoredReading::decode() const {
+    auto list = std::make_shared<EntryList>();
+    list->reserve(m_lines);
+    std::vector<UsageDetails> details;
+    for (const Chunk &chunk : m_chunks) {
+        appendEntries(chunk.entries, m_session, *list);
+        if (chunk.details)
+            appendDetails(*chunk.details, list->size(), details);
+    }
+    if (list->size() < size())
+        throw DamagedLedger("entries are missing");
+    list->resize(size());
+    if (!details.empty())
+        list->messages.add(*list, details);
+    return list;
 }
 
 SessionLines FileTable::linesOf(const std::filesystem::path &file) {
@@ -139,26 +175,12 @@ SessionLines FileTable::linesOf(const std::filesystem::path &file) {
         throw DamagedLedger("a row is missing");
     SessionLines lines{InternedString(file.stem().native()), {}, {}};
     for (std::int64_t chunk = row.id * chunksPerFile; lines.entries.size() < row.lines; ++chunk) {
-        appendEntries(chunk, lines.session, lines.entries);
-        appendDetails(chunk, lines.entries.size(), lines.details);
+        appendEntries(checkedBytes(m_statements->findChunk, chunk), lines.session, lines.entries);
+        appendDetails(checkedBytes(m_statements->findDetails, chunk), lines.entries.size(), lines.details);
     }
     lines.entries.resize(row.lines);
     lines.details.resize(row.lines);
     return lines;
-}
-
-/// Appends the chunk's entries to the list. The last one may be of a line that was unfinished.
-void FileTable::appendEntries(std::int64_t chunk, InternedString session, std::vector<JSONLEntry> &entries) {
-    const std::size_t size = entries.size();
-    if (!decodeEntries(checkedBytes(m_statements->findChunk, chunk), session, entries) ||
-        entries.size() == size)
-        throw DamagedLedger("entries are malformed");
-}
-
-/// Appends the chunk's details to the list, which then must have at least that size.
-void FileTable::appendDetails(std::int64_t chunk, std::size_t size, std::vector<UsageDetails> &details) {
-    if (!decodeDetails(checkedBytes(m_statements->findDetails, chunk), details) || details.size() < size)
-        throw DamagedLedger("details are malformed");
 }
 
 std::vector<FileTable::Place> FileTable::files() {
@@ -193,7 +215,7 @@ void FileTable::keep(const std::filesystem::path &file, const ReadingPosition *c
         const std::int64_t chunk = id * chunksPerFile + static_cast<std::int64_t>(first / entriesPerChunk);
         std::vector<UsageDetails> details;
         if (first > begin) {
-            appendDetails(chunk, first - begin, details);
+            appendDetails(checkedBytes(m_statements->findDetails, chunk), first - begin, details);
             details.resize(first - begin);
         }
         details.insert(details.end(), added.begin(), added.begin() + static_cast<std::ptrdiff_t>(count));

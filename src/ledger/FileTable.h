@@ -10,9 +10,31 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace burnwick {
+
+/// A reading as it is stored, because decoding takes longer than finding it.
+class StoredReading final {
+public:
+    [[nodiscard]] const ReadingPosition &position() const noexcept { return m_position; }
+    [[nodiscard]] std::size_t size() const noexcept { return m_position.entries; }
+    /// Returns the usage lines up to the position. Throws DamagedLedger. Safe from any thread.
+    [[nodiscard]] LogEntries decode() const;
+
+private:
+    friend class FileTable;
+    struct Chunk {
+        std::string entries;
+        std::optional<std::string> details;
+    };
+
+    InternedString m_session;
+    ReadingPosition m_position;
+    std::size_t m_lines = 0; ///< with an unfinished one
+    std::vector<Chunk> m_chunks;
+};
 
 /// The ledger's tables of existing logs. Each row carries a checksum, because SQLite does not notice altered
 /// contents. All operations throw SQLite::Exception and DamagedLedger. For one thread at a time.
@@ -22,8 +44,8 @@ public:
     explicit FileTable(SQLite::Database &database);
     ~FileTable();
 
-    /// Returns the file's reading without new details; null if it is unknown.
-    [[nodiscard]] std::optional<FileReading> find(const std::filesystem::path &file);
+    /// Returns the file's reading, whose messages can be left out; null if it is unknown.
+    [[nodiscard]] std::optional<StoredReading> find(const std::filesystem::path &file, bool withMessages);
     [[nodiscard]] bool contains(const std::filesystem::path &file);
     /// Returns a known file's lines with their details.
     [[nodiscard]] SessionLines linesOf(const std::filesystem::path &file);
@@ -56,8 +78,6 @@ private:
     struct Statements;
 
     Row rowOf(const std::filesystem::path &file);
-    void appendEntries(std::int64_t chunk, InternedString session, std::vector<JSONLEntry> &entries);
-    void appendDetails(std::int64_t chunk, std::size_t size, std::vector<UsageDetails> &details);
 
     std::unique_ptr<Statements> m_statements;
 };

@@ -38,14 +38,6 @@ std::vector<std::string> KeptTable::sessions() {
 }
 
 SessionLines KeptTable::linesOf(InternedString session) {
-    return decoded(session, true);
-}
-
-std::vector<JSONLEntry> KeptTable::entriesOf(InternedString session) {
-    return decoded(session, false).entries;
-}
-
-SessionLines KeptTable::decoded(InternedString session, bool withDetails) {
     SessionLines lines{session, {}, {}};
     StatementUse find(m_statements->find, session.view());
     if (!find.next())
@@ -54,9 +46,8 @@ SessionLines KeptTable::decoded(InternedString session, bool withDetails) {
     const std::string_view details = find.bytes(1);
     if (checksumOf(session.view(), entries, details) != find.integer(2))
         throw DamagedLedger("a row is altered");
-    if (!decodeEntries(entries, session, lines.entries) ||
-        (withDetails &&
-         (!decodeDetails(details, lines.details) || lines.details.size() != lines.entries.size())))
+    if (!decodeEntries(entries, session, lines.entries) || !decodeDetails(details, lines.details) ||
+        lines.details.size() != lines.entries.size())
         throw DamagedLedger("kept lines are malformed");
     if (lines.entries.empty())
         throw DamagedLedger("kept lines are missing");

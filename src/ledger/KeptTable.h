@@ -25,8 +25,6 @@ public:
     [[nodiscard]] std::vector<std::string> sessions();
     /// Returns the session's lines; no lines if it is unknown.
     [[nodiscard]] SessionLines linesOf(InternedString session);
-    /// Returns the session's lines without details.
-    [[nodiscard]] std::vector<JSONLEntry> entriesOf(InternedString session);
 
     // These need an open transaction.
 
@@ -39,7 +37,6 @@ public:
 
 private:
     struct Statements;
-    SessionLines decoded(InternedString session, bool withDetails);
 
     std::unique_ptr<Statements> m_statements;
 };

@@ -2,12 +2,15 @@
 // SPDX-License-Identifier: MIT
 #include "ledger/Ledger.h"
 
+#include "async/RunOnThreads.h"
 #include "ledger/LedgerDatabase.h"
 
 #include <QtCore/QLoggingCategory>
 #include <QtCore/QStandardPaths>
 
 #include <algorithm>
+#include <atomic>
+#include <thread>
 #include <tuple>
 #include <utility>
 
@@ -22,6 +25,31 @@ constexpr std::size_t filesPerTransaction = 64;
 
 /// More than any account has.
 constexpr std::size_t maxLimits = 32;
+
+/// Few enough for the memory, and enough for several threads.
+constexpr std::size_t filesPerDecoding = 64;
+
+struct RecalledFile {
+    std::size_t index; ///< in the history
+    StoredReading reading;
+};
+
+/// Sets the files' entries and positions. Throws DamagedLedger.
+void decode(const std::vector<RecalledFile> &files, LogHistory &history) {
+    // Starting a thread costs about as much as decoding this many.
+    constexpr std::size_t linesWorthAThread = 500;
+    std::size_t lines = 0;
+    for (const RecalledFile &file : files)
+        lines += file.reading.size();
+    std::atomic<std::size_t> next = 0;
+    runOnThreads(std::min<std::size_t>(std::thread::hardware_concurrency(), 1 + lines / linesWorthAThread),
+                 [&] {
+                     for (std::size_t i = next++; i < files.size(); i = next++) {
+                         history.entries[files[i].index] = files[i].reading.decode();
+                         history.positions[files[i].index] = files[i].reading.position();
+                     }
+                 });
+}
 
 } // namespace
 
@@ -107,6 +135,7 @@ void Ledger::recall(LogHistory &history) {
         database.followOthers();
         m_mayLackFiles |= database.hasFollowed();
         FileTable &files = database.files();
+        std::vector<RecalledFile> recalled;
         for (std::size_t i = 0; i < history.files.size(); ++i) {
             const LogFile &file = history.files[i];
             LogEntries &entries = history.entries[i];
@@ -117,11 +146,12 @@ void Ledger::recall(LogHistory &history) {
                 entries = nullptr;
             if (entries != nullptr)
                 continue;
-            if (auto reading = files.find(file.path)) {
-                entries = std::move(reading->entries);
-                history.positions[i] = reading->position;
-            }
+            if (auto reading = files.find(file.path, m_withMessages))
+                recalled.push_back({i, std::move(*reading)});
+            if (recalled.size() == filesPerDecoding)
+                decode(std::exchange(recalled, {}), history);
         }
+        decode(recalled, history);
         database.commit();
         m_mayLackFiles = false;
     });

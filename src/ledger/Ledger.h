@@ -36,6 +36,10 @@ public:
     /// Returns the ledger's folder in the user's data folder.
     [[nodiscard]] static std::filesystem::path userFolder();
 
+    /// Makes recall() leave out the messages of lists from then on: figures as they are logged do not need
+    /// them.
+    void omitMessages() noexcept { m_withMessages = false; }
+
     void recall(LogHistory &history) override;
     [[nodiscard]] bool keep(const std::filesystem::path &file, const ReadingPosition *continued,
                             const FileReading &reading) override;
@@ -93,6 +97,7 @@ private:
     bool m_isIdle = false;                      ///< in this series: there are neither logs nor a ledger
     bool m_isCurrent = false;                   ///< whether the last series reached its end
     bool m_keepsHistory = false;
+    bool m_withMessages = true;
     std::vector<LogEntries> m_kept;     ///< as they were last read
     std::set<std::string> m_complaints; ///< those in the log
 };

@@ -13,6 +13,12 @@ namespace burnwick {
 
 namespace {
 
+LogEntries entriesOf(const SessionLines &lines) {
+    auto entries = std::make_shared<EntryList>(lines.entries.begin(), lines.entries.end());
+    entries->messages.add(lines.entries, lines.details);
+    return entries;
+}
+
 std::string_view sessionOf(const std::filesystem::path &file) {
     std::string_view name = file.native();
     name.remove_prefix(name.rfind('/') + 1);
@@ -129,11 +135,9 @@ void LedgerDatabase::followOthers() {
     m_isKeeping = m_keptLines.isKeeping();
     std::map<std::string, LogEntries, std::less<>> kept;
     for (const std::string &session : m_keptLines.sessions()) {
-        auto entries = m_keptLines.entriesOf(InternedString(session));
+        auto entries = entriesOf(m_keptLines.linesOf(InternedString(session)));
         const auto known = m_kept.find(session);
-        kept[session] = known != m_kept.end() && *known->second == entries
-                            ? known->second
-                            : std::make_shared<const std::vector<JSONLEntry>>(std::move(entries));
+        kept[session] = known != m_kept.end() && *known->second == *entries ? known->second : entries;
         m_unsettled.insert(session);
     }
     m_kept = std::move(kept);
@@ -155,8 +159,7 @@ void LedgerDatabase::replaceKept(const SessionLines &lines) {
     if (lines.entries.empty())
         m_kept.erase(std::string(lines.session.view()));
     else
-        m_kept[std::string(lines.session.view())] =
-            std::make_shared<const std::vector<JSONLEntry>>(lines.entries);
+        m_kept[std::string(lines.session.view())] = entriesOf(lines);
 }
 
 LedgerDatabase::Paths LedgerDatabase::pathsOf(const std::vector<FileTable::Place> &files) {

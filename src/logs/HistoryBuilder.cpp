@@ -60,9 +60,10 @@ std::int64_t &HistoryBuilder::tokensOn(LocalDay day) {
     return m_lastDay->second;
 }
 
-void HistoryBuilder::add(const JSONLEntry &entry) {
+void HistoryBuilder::add(const JSONLEntry &entry, bool isMessage) {
     const SessionTokens &counts = entry.counts();
-    ++m_messageCount;
+    const int messages = isMessage ? 1 : 0;
+    m_messageCount += messages;
     addCounts(m_totalTokens, counts);
 
     ModelSums *model = entry.model().hasValue() ? &sumsOf(entry.model()) : nullptr;
@@ -79,9 +80,9 @@ void HistoryBuilder::add(const JSONLEntry &entry) {
     std::int64_t &tokens = tokensOn(day);
     for (const std::int64_t count : {counts.input, counts.output, counts.cacheCreation, counts.cacheRead})
         tokens = addTokens(tokens, count);
-    ++m_entriesPerHour[static_cast<std::size_t>((local - day) / std::chrono::hours(1))];
+    m_entriesPerHour[static_cast<std::size_t>((local - day) / std::chrono::hours(1))] += messages;
     if (model != nullptr)
-        ++model->datedEntries;
+        model->datedEntries += messages;
 }
 
 void HistoryBuilder::add(const HistoryBuilder &other) {

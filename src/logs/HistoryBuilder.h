@@ -21,7 +21,8 @@ public:
     HistoryBuilder(const HistoryBuilder &) = delete;
     HistoryBuilder &operator=(const HistoryBuilder &) = delete;
 
-    void add(const JSONLEntry &entry);
+    /// Adds an entry; without `isMessage` only its tokens.
+    void add(const JSONLEntry &entry, bool isMessage = true);
     /// Adds all entries of the other builder, which has the same calendar.
     void add(const HistoryBuilder &other);
 

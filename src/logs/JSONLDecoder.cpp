@@ -244,19 +244,21 @@ std::vector<AdvisorUsage> JSONLDecoder::advisors(std::string_view array) {
         elements.skipSpace();
         if (textOf(member(element, "type")) != "advisor_message")
             return true;
-        const std::string_view usage = member(element, "usage");
         AdvisorUsage &advisor = advisors.emplace_back();
         advisor.model = nameOf(member(element, "model"), m_lastAdvisor);
-        m_json = JsonScanner(usage);
-        static_cast<void>(m_json.readObject([&](std::string_view key) {
-            std::int64_t *count = countNamed(key, advisor.counts);
-            std::string_view value;
-            if (!readRaw(value))
-                return false;
-            if (count != nullptr)
-                *count = integerOf(value);
-            return true;
-        }));
+        // The counts are in the element itself or in a usage of its own.
+        for (const std::string_view object : {element, member(element, "usage")}) {
+            m_json = JsonScanner(object);
+            static_cast<void>(m_json.readObject([&](std::string_view key) {
+                std::int64_t *count = countNamed(key, advisor.counts);
+                std::string_view value;
+                if (!readRaw(value))
+                    return false;
+                if (count != nullptr)
+                    *count = integerOf(value);
+                return true;
+            }));
+        }
         return true;
     };
     if (elements.accept('['))

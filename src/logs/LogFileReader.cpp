@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "logs/LogFileReader.h"
 
+#include "async/RunOnThreads.h"
 #include "logs/LineFilter.h"
 
 #include <simdjson.h>
@@ -11,8 +12,6 @@
 #include <cerrno>
 #include <new>
 #include <optional>
-#include <system_error>
-#include <thread>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -67,7 +66,9 @@ std::optional<FileReading> LogFileReader::readFile(const std::filesystem::path &
     const FileStatus status = statusOf(open.descriptor());
     if (!status.regular)
         return std::nullopt;
-    if (former != nullptr && !hasGrown(former->position, status, open.descriptor(), watch))
+    // The messages of an unfinished line cannot be taken back.
+    if (former != nullptr && (former->entries->size() != former->position.entries ||
+                              !hasGrown(former->position, status, open.descriptor(), watch)))
         former = nullptr;
     std::uint64_t begin = former != nullptr ? former->position.offset : 0;
     if (!open.seek(begin))
@@ -89,17 +90,19 @@ std::optional<FileReading> LogFileReader::readFile(const std::filesystem::path &
             begin = 0;
         }
         const std::size_t known = former != nullptr ? former->position.entries : 0;
-        auto entries = std::make_shared<std::vector<JSONLEntry>>();
+        auto entries = std::make_shared<EntryList>();
         entries->reserve(known + lines->entries.size());
-        if (known > 0)
-            entries->assign(former->entries->begin(),
-                            former->entries->begin() + static_cast<std::ptrdiff_t>(known));
+        if (known > 0) {
+            entries->assign(former->entries->begin(), former->entries->end());
+            entries->messages = former->entries->messages;
+        }
         if (!lines->entries.empty()) {
             const InternedString session(file.stem().native());
             for (JSONLEntry &entry : lines->entries) {
                 entry.setSessionId(session);
                 entries->push_back(entry);
             }
+            entries->messages.add(lines->entries, lines->details);
         }
         FileReading reading{std::move(entries), {status}, former != nullptr, std::move(lines->details)};
         ReadingPosition &position = reading.position;
@@ -213,14 +216,7 @@ void readMissingEntries(LogHistory &history, unsigned threads, Watch watch, Read
     constexpr std::uint64_t bytesWorthAThread = 1U << 20U;
     const std::uint64_t workers =
         std::min({std::uint64_t{threads}, std::uint64_t{missing.size()}, 1 + bytes / bytesWorthAThread});
-    std::vector<StoppableThread> helpers;
-    try {
-        for (std::uint64_t i = 1; i < workers; ++i)
-            helpers.emplace_back(work);
-    } catch (const std::system_error &) {
-        // No more threads can be started. Those that run read all the files.
-    }
-    work();
+    runOnThreads(workers, work);
 }
 
 } // namespace burnwick

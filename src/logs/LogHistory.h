@@ -4,17 +4,30 @@
 
 #include "logs/JSONLEntry.h"
 #include "logs/LogTree.h"
+#include "logs/MessageList.h"
 #include "logs/ReadingPosition.h"
 
 #include <memory>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace burnwick {
 
-/// The usage lines of one log file in their order; null if it is not a regular file, could not be read to its
-/// end, or memory was short.
-using LogEntries = std::shared_ptr<const std::vector<JSONLEntry>>;
+/// The usage lines of one log in their order, and the messages that they are from.
+struct EntryList : std::vector<JSONLEntry> {
+    using vector::vector;
+    explicit EntryList(std::vector<JSONLEntry> entries)
+        : vector(std::move(entries)) {}
+
+    MessageList messages;
+
+    bool operator==(const EntryList &) const = default;
+};
+
+/// The usage lines of one log file; null if it is not a regular file, could not be read to its end, or memory
+/// was short.
+using LogEntries = std::shared_ptr<const EntryList>;
 
 /// The usage lines of a log tree, each held once. Never modified once made, so that threads can share it.
 struct LogHistory {

@@ -5,6 +5,7 @@
 #include "model/Calendar.h"
 #include "model/ClaudeComponentStatus.h"
 #include "model/ExtraUsageData.h"
+#include "model/FigureChoice.h"
 #include "model/HistoricalData.h"
 #include "model/Limit.h"
 #include "model/OAuthStatus.h"
@@ -12,7 +13,9 @@
 #include "model/SessionTokens.h"
 #include "model/StatusIndicator.h"
 #include "model/TimeFilter.h"
+#include "model/UsageBreakdown.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -22,8 +25,9 @@ namespace burnwick {
 /// The figures of the logs. The session consists of the files modified within the last day. Costs are US
 /// dollars.
 struct UsageFigures {
-    Calendar calendar;                       ///< of the history's days and hours
-    TimeFilter timeFilter = TimeFilter::all; ///< the history's period
+    Calendar calendar;                                  ///< of the history's days and hours
+    TimeFilter timeFilter = TimeFilter::all;            ///< the history's period
+    FigureChoice figureChoice = FigureChoice::asLogged; ///< of the session's figures and historicalData
 
     std::optional<Instant> sessionReadAt{}; ///< absent before the first reading
     std::size_t recentFileCount = 0;        ///< the number of files in the session
@@ -34,9 +38,13 @@ struct UsageFigures {
     double projectedTodayCost = 0; ///< for 24 hours at the burn rate, whatever the time of day
     double projectedWeeklyCost = 0;
     double projectedMonthlyCost = 0;
+    SessionFigures loggedSession{}; ///< each line counted, at one price for all models
+    SessionFigures exactSession{};  ///< each message counted once, at its model's price
 
-    std::optional<Instant> historyReadAt{};  ///< absent before the first reading
-    HistoricalData historicalData{};         ///< empty before the first reading
+    std::optional<Instant> historyReadAt{}; ///< absent before the first reading
+    HistoricalData historicalData{};        ///< empty before the first reading
+    /// The exact figures of the same period, whatever the choice; never null.
+    std::shared_ptr<const UsageBreakdown> breakdown = std::make_shared<const UsageBreakdown>();
     std::optional<Instant> oldestLog{};      ///< the earliest time of modification of a log
     std::int64_t keptSessions = 0;           ///< that have lines in no log any more
     std::int64_t keptMessages = 0;           ///< the number of these lines

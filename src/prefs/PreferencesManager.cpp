@@ -19,6 +19,7 @@ PreferencesManager::PreferencesManager(UserDefaults &defaults, QObject *parent)
     , m_paceAlerts(load(defaults, settings::paceAlerts))
     , m_keepHistory(load(defaults, settings::keepHistory))
     , m_keepHistoryAsked(load(defaults, settings::keepHistoryAsked))
+    , m_figures(load(defaults, settings::figures))
     , m_monthlySpendLimit(load(defaults, settings::monthlySpendLimit)) {}
 
 template <typename Value>
@@ -78,6 +79,10 @@ void PreferencesManager::setKeepHistory(bool on) {
 void PreferencesManager::setKeepHistoryAsked(bool asked) {
     assign(settings::keepHistoryAsked, m_keepHistoryAsked, asked,
            &PreferencesManager::keepHistoryAskedChanged);
+}
+
+void PreferencesManager::setFigures(FigureChoice choice) {
+    assign(settings::figures, m_figures, choice, &PreferencesManager::figuresChanged);
 }
 
 void PreferencesManager::setMonthlySpendLimit(double limit) {

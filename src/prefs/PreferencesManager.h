@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "model/FigureChoice.h"
 #include "prefs/RefreshRate.h"
 #include "prefs/Theme.h"
 
@@ -35,6 +36,7 @@ public:
     [[nodiscard]] bool keepHistory() const { return m_keepHistory; }
     /// Whether the user has ever answered the question to keep the history, also by setKeepHistory().
     [[nodiscard]] bool keepHistoryAsked() const { return m_keepHistoryAsked; }
+    [[nodiscard]] FigureChoice figures() const { return m_figures; }
     /// US dollars a month.
     [[nodiscard]] double monthlySpendLimit() const { return m_monthlySpendLimit; }
 
@@ -49,6 +51,7 @@ public:
     /// Also answers the question.
     void setKeepHistory(bool on);
     void setKeepHistoryAsked(bool asked);
+    void setFigures(FigureChoice choice);
     /// For the running program only: never writes to the store.
     void setMonthlySpendLimit(double limit);
 
@@ -63,6 +66,7 @@ Q_SIGNALS:
     void paceAlertsChanged(bool on);
     void keepHistoryChanged(bool on);
     void keepHistoryAskedChanged(bool asked);
+    void figuresChanged(FigureChoice choice);
     void monthlySpendLimitChanged(double limit);
 
 private:
@@ -85,6 +89,7 @@ private:
     bool m_paceAlerts;
     bool m_keepHistory;
     bool m_keepHistoryAsked;
+    FigureChoice m_figures;
     double m_monthlySpendLimit;
 };
 

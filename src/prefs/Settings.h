@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "model/FigureChoice.h"
 #include "platform/UserDefaults.h"
 #include "prefs/RefreshRate.h"
 #include "prefs/Theme.h"
@@ -20,7 +21,14 @@ struct StoredAs : std::type_identity<Value> {};
 template <>
 struct StoredAs<Theme> : std::type_identity<QString> {};
 template <>
+struct StoredAs<FigureChoice> : std::type_identity<QString> {};
+template <>
 struct StoredAs<RefreshRate> : std::type_identity<qint64> {};
+
+/// Returns the choice's value in the settings file.
+[[nodiscard]] inline QString rawValueOf(FigureChoice choice) {
+    return choice == FigureChoice::exact ? QStringLiteral("exact") : QStringLiteral("asLogged");
+}
 
 /// One row of the table of settings.
 template <typename Value>
@@ -65,6 +73,8 @@ inline constexpr Setting<bool> paceAlerts{QLatin1String("paceAlerts"), false, an
 inline constexpr Setting<bool> keepHistory{QLatin1String("keepHistory"), false, anyValue};
 /// Whether the user has ever chosen to keep the history or not.
 inline constexpr Setting<bool> keepHistoryAsked{QLatin1String("keepHistoryAsked"), false, anyValue};
+inline constexpr Setting<FigureChoice> figures{QLatin1String("figures"), FigureChoice::asLogged,
+                                               oneOf<allFigureChoices>};
 /// US dollars a month. Read from the store, never written to it.
 inline constexpr Setting<double> monthlySpendLimit{QLatin1String("monthlySpendLimit"), 50.0, positive};
 

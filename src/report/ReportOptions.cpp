@@ -29,6 +29,9 @@ const FormOption outputOptions[] = {
     {Form::genmon, QStringLiteral("genmon"),
      QStringLiteral("Print the status title for Xfce's generic monitor.")},
     {Form::json, QStringLiteral("json"), QStringLiteral("Print all the figures as JSON.")},
+    {Form::projects, QStringLiteral("projects"), QStringLiteral("Print the use and cost of each project.")},
+    {Form::models, QStringLiteral("models"), QStringLiteral("Print the use and cost of each model.")},
+    {Form::days, QStringLiteral("days"), QStringLiteral("Print the use and cost of each day.")},
     {Form::exportHistory, QStringLiteral("export-history"),
      QStringLiteral("Write each message's usage to a CSV file (- for standard output)."),
      QStringLiteral("file")},
@@ -45,6 +48,8 @@ const FormOption outputOptions[] = {
 };
 
 const QString filterName = QStringLiteral("filter");
+const QString figuresName = QStringLiteral("figures");
+const QString csvName = QStringLiteral("csv");
 const QString quotaName = QStringLiteral("quota");
 const QString helpName = QStringLiteral("help");
 const QString versionName = QStringLiteral("version");
@@ -58,8 +63,13 @@ void addOptions(QCommandLineParser &parser) {
     QCommandLineOption filter(filterName, QStringLiteral("Period of the history: all, 30d or 7d."),
                               QStringLiteral("period"), QStringLiteral("all"));
     parser.addOption(filter);
+    parser.addOption({figuresName,
+                      QStringLiteral("How to count: logged (each line) or exact (each message once, at its "
+                                     "model's price). Without this option: as in the settings."),
+                      QStringLiteral("choice")});
     parser.addOption(
         {quotaName, QStringLiteral("Ask for the account's quota and the service's status, too.")});
+    parser.addOption({csvName, QStringLiteral("Print projects, models or days as CSV.")});
     for (const FormOption &option : outputOptions)
         parser.addOption({option.name, option.description, option.value});
     parser.addPositionalArgument(QStringLiteral("command"),
@@ -73,6 +83,14 @@ std::optional<TimeFilter> filterNamed(const QString &name) {
         if (name == QString::fromStdString(std::string(nameOf(filter))).toLower())
             return filter;
     }
+    return std::nullopt;
+}
+
+std::optional<FigureChoice> figuresNamed(const QString &name) {
+    if (name == QStringLiteral("logged"))
+        return FigureChoice::asLogged;
+    if (name == QStringLiteral("exact"))
+        return FigureChoice::exact;
     return std::nullopt;
 }
 
@@ -105,6 +123,12 @@ std::variant<ReportOptions, WrongOptions> parseReportOptions(const std::vector<s
             QStringLiteral("Unknown period '%1': use all, 30d or 7d.").arg(parser.value(filterName)));
     options.timeFilter = *filter;
     options.quota = parser.isSet(quotaName);
+    if (parser.isSet(figuresName)) {
+        options.figures = figuresNamed(parser.value(figuresName));
+        if (!options.figures)
+            return wrong(
+                QStringLiteral("Unknown figures '%1': use logged or exact.").arg(parser.value(figuresName)));
+    }
 
     QStringList chosen;
     for (const FormOption &option : outputOptions) {
@@ -120,6 +144,9 @@ std::variant<ReportOptions, WrongOptions> parseReportOptions(const std::vector<s
     }
     if (chosen.size() > 1)
         return wrong(QStringLiteral("Only one of %1 at a time.").arg(chosen.join(QStringLiteral(", "))));
+    options.isCsv = parser.isSet(csvName);
+    if (options.isCsv && !options.isBreakdown())
+        return wrong(QStringLiteral("--csv needs --projects, --models or --days."));
     if (parser.isSet(versionName))
         options.form = Form::version;
     if (parser.isSet(helpName))

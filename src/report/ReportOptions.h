@@ -2,11 +2,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "model/FigureChoice.h"
 #include "model/TimeFilter.h"
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -21,6 +23,9 @@ struct ReportOptions {
         waybar,
         genmon,
         json,
+        projects,
+        models,
+        days,
         exportHistory,
         importHistory,
         statusLine,
@@ -31,10 +36,15 @@ struct ReportOptions {
 
     Form form = Form::table;
     TimeFilter timeFilter = TimeFilter::all;
-    bool quota = false;                 ///< whether to request the quota and the service's status
-    QString file{};                     ///< of the history; "-" is a standard stream
-    std::vector<std::string> command{}; ///< of the status line: a program and its arguments; may be empty
+    bool quota = false;                    ///< whether to request the quota and the service's status
+    QString file{};                        ///< of the history; "-" is a standard stream
+    std::vector<std::string> command{};    ///< of the status line: a program and its arguments; may be empty
+    std::optional<FigureChoice> figures{}; ///< null for the user's preference
+    bool isCsv = false;                    ///< whether to print projects, models or days as CSV
 
+    [[nodiscard]] bool isBreakdown() const {
+        return form == Form::projects || form == Form::models || form == Form::days;
+    }
     bool operator==(const ReportOptions &) const = default;
 };
 

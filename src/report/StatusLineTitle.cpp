@@ -10,10 +10,10 @@
 #include "json/JsonFile.h"
 #include "json/JsonReading.h"
 
-#include <QtCore/QSaveFile>
-
 #include <array>
+#include <cerrno>
 #include <cstring>
+#include <thread>
 #include <type_traits>
 
 #include <fcntl.h>
@@ -33,28 +33,31 @@ constexpr std::chrono::hours oldestCache{1};
 
 constexpr QLatin1String countKeys[] = {QLatin1String("input"), QLatin1String("output"),
                                        QLatin1String("cacheCreation"), QLatin1String("cacheRead")};
+constexpr QLatin1String costKey("cost");
 constexpr QLatin1String readAtKey("readAt");
 
 static_assert(std::is_trivially_copyable_v<TitleFigures>, "it is sent through a pipe");
 
-/// Waits until no other process reads the logs for a title; until its end, others wait for this one.
-void becomeOnlyReader(const std::filesystem::path &logs) {
-    if (const int folder = ::open(logs.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); folder >= 0)
-        static_cast<void>(::flock(folder, LOCK_EX));
+/// Waits until no other process reads the logs for a title; until its end, others wait for this one. Returns
+/// false at the deadline: while the first reading of large logs lasts, no queue of processes may form.
+bool becomeOnlyReader(const std::filesystem::path &logs, steady_clock::time_point deadline) {
+    const int folder = ::open(logs.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    while (folder >= 0 && ::flock(folder, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+        if (steady_clock::now() > deadline)
+            return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return true;
 }
 
 void store(const std::filesystem::path &file, const TitleFigures &figures, Instant readAt) {
     const auto &[input, output, cacheCreation, cacheRead] = figures.tokens;
     const qint64 counts[] = {input, output, cacheCreation, cacheRead};
-    QJsonObject object{{readAtKey, static_cast<qint64>(readAt.time_since_epoch().count())}};
+    QJsonObject object{{readAtKey, static_cast<qint64>(readAt.time_since_epoch().count())},
+                       {costKey, figures.cost}};
     for (std::size_t i = 0; i < std::size(counts); ++i)
         object.insert(countKeys[i], counts[i]);
-    std::error_code ignored; // opening the file fails then
-    std::filesystem::create_directories(file.parent_path(), ignored);
-    QSaveFile device(QString::fromStdString(file));
-    const QByteArray bytes = QJsonDocument(object).toJson();
-    if (device.open(QIODevice::WriteOnly) && device.write(bytes) == bytes.size())
-        device.commit();
+    replaceJsonFile(file, object);
 }
 
 std::optional<TitleFigures> load(const std::filesystem::path &file, Instant now) {
@@ -69,29 +72,41 @@ std::optional<TitleFigures> load(const std::filesystem::path &file, Instant now)
             if (count(i) < 0 || count(i) > most)
                 return std::nullopt;
         }
-        const bool isFresh = readAt <= now && readAt > now - oldestCache;
-        return isFresh ? std::optional(TitleFigures{tokens, sessionCost(tokens)}) : std::nullopt;
+        const double cost = object.value(costKey).toDouble(-1);
+        const bool isValid = readAt <= now && readAt > now - oldestCache && cost >= 0;
+        return isValid ? std::optional(TitleFigures{tokens, cost}) : std::nullopt;
     } catch (const DecodeError &) {
         return std::nullopt;
     }
 }
 
+TitleFigures figuresOf(const LogHistory &history, FigureChoice choice) {
+    if (choice == FigureChoice::exact) {
+        const SessionFigures session = ExactCounting(PriceTable::ofUser()).session(history.entries);
+        return {session.tokens, session.cost};
+    }
+    const SessionTokens tokens = JSONLParser::calculateSessionTokens(history.entries);
+    return {tokens, sessionCost(tokens)};
+}
+
 /// Writes the figures to the pipe, then stores them if that was late.
-void readFigures(const TitleSources &sources, Instant now, steady_clock::time_point deadline, int pipe) {
+void readFigures(const TitleSources &sources, Instant now, const TitleDeadlines &deadlines, int pipe) {
     const JSONLParser parser(sources.home);
-    becomeOnlyReader(parser.projectsURL());
+    if (!becomeOnlyReader(parser.projectsURL(), deadlines.last))
+        return;
     const auto began = steady_clock::now();
     Ledger ledger(sources.ledgerFolder);
     ledger.setKeepsHistory(sources.keepsHistory);
+    if (sources.figures == FigureChoice::asLogged)
+        ledger.omitMessages();
     const auto since = recentSince(Calendar::current(), now);
     const auto history = parser.parseRecentEntries(since, &ledger);
-    const SessionTokens tokens = JSONLParser::calculateSessionTokens(history->entries);
-    static_cast<void>(tokens.total()); // an overflow ends this process
-    const TitleFigures figures{tokens, sessionCost(tokens)};
+    const TitleFigures figures = figuresOf(*history, sources.figures);
+    static_cast<void>(figures.tokens.total()); // an overflow ends this process
     // Fails if the reader does not wait any more.
     static_cast<void>(::write(pipe, &figures, sizeof figures) == sizeof figures);
     ::close(pipe);
-    if (steady_clock::now() > deadline)
+    if (steady_clock::now() > deadlines.usual)
         store(sources.cacheFile, figures, now);
     if (steady_clock::now() - began > quickReading)
         static_cast<void>(parser.parseAllEntries(nullptr, &ledger));
@@ -107,7 +122,7 @@ std::optional<TitleFigures> titleFigures(const TitleSources &sources, const Cloc
         return load(sources.cacheFile, now);
     runInBackground(longestReading, [&] {
         ::close(pipe[0]);
-        readFigures(sources, now, deadlines.usual, pipe[1]);
+        readFigures(sources, now, deadlines, pipe[1]);
     });
     ::close(pipe[1]);
     std::optional<TitleFigures> figures;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "model/Clock.h"
+#include "model/FigureChoice.h"
 #include "model/SessionTokens.h"
 
 #include <chrono>
@@ -24,7 +25,8 @@ struct TitleSources {
     std::filesystem::path home;
     std::filesystem::path ledgerFolder;
     bool keepsHistory = false;
-    std::filesystem::path cacheFile; ///< written only after the usual deadline
+    FigureChoice figures = FigureChoice::asLogged;
+    std::filesystem::path cacheFile; ///< of that choice; written only after the usual deadline
 };
 
 /// How long to wait for the figures.
@@ -34,9 +36,9 @@ struct TitleDeadlines {
 };
 
 /// Returns the figures of the recent logs, which a background process reads. If that is late, returns the
-/// figures that the last late one stored, at most an hour ago; null if there are none at the last deadline.
-/// A slow process also stores what it reads in the ledger, so that the next one is quick. One of
-/// them works at a time.
+/// figures that the last late process stored, at most an hour ago; null if no figures exist at the last
+/// deadline. A slow process also stores what it reads in the ledger, so that the next one is quick. One
+/// process reads at a time; others give up at the last deadline.
 [[nodiscard]] std::optional<TitleFigures> titleFigures(const TitleSources &sources, const Clock &clock,
                                                        const TitleDeadlines &deadlines);
 

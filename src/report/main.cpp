@@ -3,6 +3,8 @@
 #include "display/StatusTitle.h"
 #include "forecast/Forecast.h"
 #include "forms/BarForms.h"
+#include "forms/BreakdownCsv.h"
+#include "forms/BreakdownTable.h"
 #include "forms/JsonForm.h"
 #include "forms/TableForm.h"
 #include "forms/TerminalText.h"
@@ -32,6 +34,7 @@
 #include <cstring>
 #include <exception>
 #include <filesystem>
+#include <future>
 #include <iostream>
 #include <memory>
 #include <stdexcept>
@@ -77,6 +80,10 @@ std::unique_ptr<UserDefaults> userDefaults() {
     return platform::makeUserDefaults(UserDefaults::Access::readOnly);
 }
 
+FigureChoice figuresOf(const ReportOptions &options, const UserDefaults &defaults) {
+    return options.figures ? *options.figures : load(defaults, settings::figures);
+}
+
 /// Sets the latest observations of the account's limits, and their courses. `history` has the recent files at
 /// least.
 void addLimits(Snapshot &snapshot, Ledger &ledger, const LogHistory &history, bool isWholeHistory,
@@ -108,7 +115,8 @@ Snapshot readSnapshot(const ReportOptions &options, const Clock &clock) {
     Snapshot snapshot{{Calendar::current(), options.timeFilter}, {}};
     auto &[usage, account] = snapshot;
     const auto defaults = userDefaults();
-    if (options.quota) {
+    usage.figureChoice = figuresOf(options, *defaults);
+    if (options.quota && !options.isBreakdown()) {
         account = fetchAccount(homeDirectory(), *defaults, clock, usage.calendar);
         if (!account.quotaData)
             complain("no quota: " + printableText(account.quotaFailure));
@@ -117,14 +125,22 @@ Snapshot readSnapshot(const ReportOptions &options, const Clock &clock) {
     Ledger ledger(Ledger::userFolder());
     ledger.setKeepsHistory(load(*defaults, settings::keepHistory));
     const Instant now = clock.now();
-    const bool isWholeHistory = options.form == Form::table || options.form == Form::json;
+    const bool isWholeHistory =
+        options.form == Form::table || options.form == Form::json || options.isBreakdown();
+    if (!isWholeHistory && usage.figureChoice == FigureChoice::asLogged)
+        ledger.omitMessages();
     const Instant since = recentSince(usage.calendar, now);
     const auto history =
         isWholeHistory ? parser.parseAllEntries(nullptr, &ledger) : parser.parseRecentEntries(since, &ledger);
-    updateSession(usage, isWholeHistory ? history->entriesSince(since) : std::span(history->entries), now);
-    if (isWholeHistory)
-        updateHistory(usage, HistorySums(*history, usage.calendar), now);
-    if (options.form != Form::title)
+    ExactCounting counting(PriceTable::ofUser());
+    updateSession(usage, isWholeHistory ? history->entriesSince(since) : std::span(history->entries),
+                  counting, now);
+    if (isWholeHistory) {
+        auto sums = std::async([&, calendar = usage.calendar] { return HistorySums(*history, calendar); });
+        const auto exactSums = counting.sums(*history, usage.calendar);
+        updateHistory(usage, sums.get(), *exactSums, now);
+    }
+    if (options.form != Form::title && !options.isBreakdown())
         addLimits(snapshot, ledger, *history, isWholeHistory, now);
     return snapshot;
 }
@@ -142,11 +158,13 @@ std::string exchangeHistory(const ReportOptions &options) {
     return isImport ? importHistory(ledger, options.file) : exportHistory(ledger, options.file);
 }
 
-TitleSources titleSources() {
+TitleSources titleSources(const ReportOptions &options) {
     const auto cache =
         QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation).toStdString() + "/burnwick";
-    return {homeDirectory(), Ledger::userFolder(), load(*userDefaults(), settings::keepHistory),
-            cache + "/title.json"};
+    const auto defaults = userDefaults();
+    const FigureChoice figures = figuresOf(options, *defaults);
+    return {homeDirectory(), Ledger::userFolder(), load(*defaults, settings::keepHistory), figures,
+            cache + (figures == FigureChoice::exact ? "/title-exact.json" : "/title.json")};
 }
 
 /// The shell finds a program without a slash in its name again; of others the path is needed.
@@ -173,6 +191,8 @@ std::string report(const ReportOptions &options, const std::string &programName)
         return statusLineSnippet(programName);
     const SystemClock clock;
     const Snapshot snapshot = readSnapshot(options, clock);
+    const UsageFigures &usage = snapshot.usage;
+    const TerminalColors colors = colorsOfStandardOutput();
     switch (options.form) {
     case Form::title:
         return plainText(buildStatusTitle(snapshot)) + '\n';
@@ -182,8 +202,14 @@ std::string report(const ReportOptions &options, const std::string &programName)
         return genmonForm(snapshot, clock.now());
     case Form::json:
         return jsonForm(snapshot, version(), clock.now());
+    case Form::projects:
+        return options.isCsv ? projectsCsv(usage) : projectsTable(usage, homeDirectory(), colors);
+    case Form::models:
+        return options.isCsv ? modelsCsv(usage) : modelsTable(usage, colors);
+    case Form::days:
+        return options.isCsv ? daysCsv(usage) : daysTable(usage, colors);
     default:
-        return tableForm(snapshot, clock.now(), colorsOfStandardOutput());
+        return tableForm(snapshot, clock.now(), colors);
     }
 }
 
@@ -205,7 +231,7 @@ int run(int argumentCount, char *arguments[]) {
     const auto &options = std::get<ReportOptions>(parsed);
     if (options.form == Form::statusLine) {
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
-        return runStatusLine(titleSources(), options.command, SystemClock());
+        return runStatusLine(titleSources(options), options.command, SystemClock());
     }
     if (writeToStandardOutput(report(options, texts.empty() ? "burnwick-report" : texts.front())))
         return exitSuccess;

@@ -27,6 +27,8 @@ AppState::AppState(Services services, QObject *parent)
         m_account.restartTimer();
         m_usage.restartTimer();
     });
+    connect(&services.usage.preferences, &PreferencesManager::figuresChanged, this,
+            [this] { m_usage.followFigureChoice(); });
 }
 
 template <typename Figures>

@@ -30,6 +30,7 @@ struct UsageTracker::Result {
     std::optional<UsageFigures> figures{}; ///< in the filter and zone of the job's start; absent if unchanged
     std::shared_ptr<const LogHistory> history{};       ///< null if the last one still holds
     std::shared_ptr<const HistorySums> sums{};         ///< present with figures
+    std::shared_ptr<const BreakdownSums> exactSums{};  ///< present with figures
     std::optional<std::vector<LimitCourse>> courses{}; ///< absent if unchanged
     std::shared_ptr<const RecentUse> recentUse{};      ///< of the courses
     bool isIncomplete = false;                         ///< memory was short
@@ -37,7 +38,9 @@ struct UsageTracker::Result {
 
 UsageTracker::UsageTracker(Services services)
     : m_services(std::move(services))
-    , m_figures{m_services.currentCalendar()} {
+    , m_figures{m_services.currentCalendar()}
+    , m_counting(m_services.prices) {
+    m_figures.figureChoice = m_services.preferences.figures();
     m_figures.lastUpdated = m_services.clock.now();
 }
 
@@ -47,7 +50,7 @@ void UsageTracker::start() {
     // Not in the background: the first picture has the session's figures.
     const Instant now = m_services.clock.now();
     m_history = m_services.parser.parseRecentEntries(recentSince(m_figures.calendar, now), m_services.store);
-    updateSession(m_figures, m_history->entries, now);
+    updateSession(m_figures, m_history->entries, m_counting, now);
     Q_EMIT refreshed();
     m_fileMonitor = std::make_unique<FileMonitor>(
         m_services.parser.projectsURL(),
@@ -144,6 +147,12 @@ void UsageTracker::setLimits(const std::vector<Limit> &limits) {
         startJob();
 }
 
+void UsageTracker::followFigureChoice() {
+    m_figures.figureChoice = m_services.preferences.figures();
+    showSession(m_figures);
+    recomputeHistory();
+}
+
 void UsageTracker::setTimeFilter(TimeFilter filter) {
     if (m_figures.timeFilter == filter)
         return;
@@ -154,24 +163,26 @@ void UsageTracker::setTimeFilter(TimeFilter filter) {
 void UsageTracker::recomputeHistory() {
     m_figures.lastUpdated = m_services.clock.now();
     if (m_figures.historyReadAt)
-        updateHistory(m_figures, *currentSums(), m_figures.lastUpdated);
+        computeHistory(m_figures.lastUpdated);
     Q_EMIT refreshed();
 }
 
-/// Returns the sums of the history in the figures' calendar.
-const std::shared_ptr<const HistorySums> &UsageTracker::currentSums() {
-    if (m_sums->calendar() != m_figures.calendar)
+void UsageTracker::computeHistory(Instant now) {
+    if (m_sums->calendar() != m_figures.calendar) {
         m_sums = std::make_shared<const HistorySums>(*m_history, m_figures.calendar);
-    return m_sums;
+        m_exactSums = std::make_shared<const BreakdownSums>(*m_exactSums, m_figures.calendar);
+    }
+    updateHistory(m_figures, *m_sums, *m_exactSums, now);
 }
 
 void UsageTracker::startJob() {
     m_refreshDue = m_jobRunning;
     if (m_jobRunning)
         return;
-    auto read = [this, &services = m_services, last = m_history, lastSums = m_sums, lastUse = m_recentUse,
-                 former = m_figures, limits = m_limits, changes = std::exchange(m_changes, {}),
-                 now = m_services.clock.now(), result = std::make_shared<Result>()](const StopRequest &stop) {
+    auto read = [this, &services = m_services, &counting = m_counting, last = m_history, lastSums = m_sums,
+                 lastUse = m_recentUse, former = m_figures, limits = m_limits,
+                 changes = std::exchange(m_changes, {}), now = m_services.clock.now(),
+                 result = std::make_shared<Result>()](const StopRequest &stop) {
         try {
             const Calendar &calendar = former.calendar;
             // The first history has the recent files alone, which are not stored yet.
@@ -192,9 +203,10 @@ void UsageTracker::startJob() {
                 if (isOther || !former.historyReadAt || isNewDay ||
                     recentEntries.size() != former.recentFileCount) {
                     UsageFigures &figures = result->figures.emplace(former);
-                    updateSession(figures, recentEntries, now);
+                    updateSession(figures, recentEntries, counting, now);
                     result->sums = std::make_shared<const HistorySums>(*history, calendar, lastSums.get());
-                    updateHistory(figures, *result->sums, now);
+                    result->exactSums = counting.sums(*history, calendar);
+                    updateHistory(figures, *result->sums, *result->exactSums, now);
                     updateLogs(figures, *history);
                     figures.historyReadAt = now;
                 }
@@ -228,21 +240,26 @@ void UsageTracker::takeResult(Result result) {
     m_changes.isEverything |= result.isIncomplete;
     if (m_stopped)
         return;
-    const auto former =
-        std::make_shared<std::tuple<decltype(m_history), decltype(m_sums), decltype(m_recentUse)>>(
-            m_history, m_sums, m_recentUse);
+    const auto former = std::make_shared<
+        std::tuple<decltype(m_history), decltype(m_sums), decltype(m_exactSums), decltype(m_recentUse)>>(
+        m_history, m_sums, m_exactSums, m_recentUse);
     if (result.history)
         m_history = std::move(result.history);
     if (result.figures) {
         m_sums = std::move(result.sums);
+        m_exactSums = std::move(result.exactSums);
         const TimeFilter filter = m_figures.timeFilter;
+        const FigureChoice choice = m_figures.figureChoice;
         const Calendar calendar = m_figures.calendar;
         m_figures = std::move(*result.figures);
-        if (filter != m_figures.timeFilter || calendar != m_figures.calendar) {
+        if (filter != m_figures.timeFilter || choice != m_figures.figureChoice ||
+            calendar != m_figures.calendar) {
             // Changed while the job was running.
             m_figures.timeFilter = filter;
+            m_figures.figureChoice = choice;
             m_figures.calendar = calendar;
-            updateHistory(m_figures, *currentSums(), m_services.clock.now());
+            showSession(m_figures);
+            computeHistory(m_services.clock.now());
         }
     }
     if (result.courses) {

@@ -43,6 +43,7 @@ public:
         /// background jobs. May be empty.
         std::function<std::optional<std::vector<std::vector<LimitSample>>>(std::span<const Limit>)>
             recordLimits{};
+        PriceTable prices = PriceTable::ofProduct();
     };
 
     /// Starts nothing.
@@ -64,6 +65,8 @@ public:
     /// Records the account's limits and computes their courses in the background. Does nothing if they are
     /// those of the last call.
     void setLimits(const std::vector<Limit> &limits);
+    /// Adopts the preference for the figures.
+    void followFigureChoice();
     /// Computes the history of another period.
     void setTimeFilter(TimeFilter filter);
     /// (Re)starts the local timer at the preference's rate.
@@ -82,7 +85,7 @@ private:
     void takeChanges();
     void startJob();
     void takeResult(Result result);
-    const std::shared_ptr<const HistorySums> &currentSums();
+    void computeHistory(Instant now);
     void recomputeHistory();
     void refreshOnceMore();
 
@@ -90,13 +93,15 @@ private:
     UsageFigures m_figures;
     std::shared_ptr<const LogHistory>
         m_history; ///< null before start(), then of the recent files until the first job ends
-    std::shared_ptr<const HistorySums> m_sums;      ///< of the history; null before the first job ends
-    std::vector<Limit> m_limits;                    ///< as they were last set
-    std::shared_ptr<const RecentUse> m_recentUse;   ///< of the courses; null without any
-    std::unique_ptr<RepeatingTimer> m_jsonlTimer;   ///< null before start() and after stop()
-    std::unique_ptr<RepeatingTimer> m_settleTimer;  ///< fires once after a change of the directory
-    std::unique_ptr<RepeatingTimer> m_changesTimer; ///< fires once after a change in the tree
-    TreeChanges m_changes{{}, true};                ///< since the last job began
+    std::shared_ptr<const HistorySums> m_sums;        ///< of the history; null before the first job ends
+    ExactCounting m_counting;                         ///< used by the running job, if there is one
+    std::shared_ptr<const BreakdownSums> m_exactSums; ///< of the history; null before the first job ends
+    std::vector<Limit> m_limits;                      ///< as they were last set
+    std::shared_ptr<const RecentUse> m_recentUse;     ///< of the courses; null without any
+    std::unique_ptr<RepeatingTimer> m_jsonlTimer;     ///< null before start() and after stop()
+    std::unique_ptr<RepeatingTimer> m_settleTimer;    ///< fires once after a change of the directory
+    std::unique_ptr<RepeatingTimer> m_changesTimer;   ///< fires once after a change in the tree
+    TreeChanges m_changes{{}, true};                  ///< since the last job began
     bool m_stopped = false;
     bool m_jobRunning = false;
     bool m_refreshDue = false;                     ///< requested while a job was running

@@ -38,7 +38,7 @@ TEST(DemoHomeTest, TheReportReadsItAndTheServices) {
         "limits": [{"kind": "session", "usedPct": 67}, {"kind": "weekly"}, {"model": "Claude Design"}],
         "extraUsage": {"monthlyLimit": 50},
         "claudeStatus": [{"status": "operational"}, {"status": "degraded"}],
-        "history": {"modelStats": [{}, {}, {}]}
+        "history": {"modelStats": [{}, {}, {}, {}]}
     })");
     EXPECT_GT(figures[QStringLiteral("history")][QStringLiteral("activeDays")].toInt(), 30);
     EXPECT_GT(figures[QStringLiteral("session")][QStringLiteral("burnRateTokensPerMin")].toDouble(), 50);

@@ -169,7 +169,7 @@ TEST_F(LedgerTest, ASeriesWithoutAnEndIsUndone) {
     const test::LogCapture log;
     LogHistory none;
     ledger.recall(none);
-    EXPECT_TRUE(ledger.keep(file, nullptr, {std::make_shared<std::vector<JSONLEntry>>(), {statusOf(file)}}));
+    EXPECT_TRUE(ledger.keep(file, nullptr, {std::make_shared<EntryList>(), {statusOf(file)}}));
     readWith(ledger);
     EXPECT_TRUE(log.lines().isEmpty()) << log.lines().join(u'\n').toStdString();
     EXPECT_EQ(recalled(), logs());

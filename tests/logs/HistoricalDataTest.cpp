@@ -152,10 +152,10 @@ TEST(HistoricalData, FiltersKeepEntriesDatedWithinThePeriod) {
              {"2025-05-11T11:59:59.999Z", 128, 0, "m", "older"},
          }) {
         all.push_back(entryOf(row));
-        log.entries.push_back(std::make_shared<const std::vector<JSONLEntry>>(1, all.back()));
+        log.entries.push_back(std::make_shared<const EntryList>(1, all.back()));
     }
     LogHistory together = log; // all rows in one file
-    together.entries = {nullptr, std::make_shared<const std::vector<JSONLEntry>>(all)};
+    together.entries = {nullptr, std::make_shared<const EntryList>(all)};
 
     const struct {
         TimeFilter filter;
@@ -173,7 +173,7 @@ TEST(HistoricalData, FiltersKeepEntriesDatedWithinThePeriod) {
 
 TEST(HistorySums, TakeOverTheSumsOfUnchangedFilesOnlyInTheSameCalendar) {
     const auto list = [](const char *time, std::int64_t input) {
-        return std::make_shared<const std::vector<JSONLEntry>>(1, entryOf({time, input, 0, "m", "s"}));
+        return std::make_shared<const EntryList>(1, entryOf({time, input, 0, "m", "s"}));
     };
     LogHistory log;
     log.files.resize(2);

@@ -33,7 +33,7 @@ constexpr auto noon = "2025-06-01T12:00:00.000Z";
 std::vector<std::int64_t> inputs(const LogHistory &history) {
     std::vector<std::int64_t> result;
     for (const LogEntries &entries : history.entries) {
-        for (const JSONLEntry &entry : entries != nullptr ? *entries : std::vector<JSONLEntry>())
+        for (const JSONLEntry &entry : entries != nullptr ? *entries : EntryList())
             result.push_back(entry.counts().input);
     }
     return result;

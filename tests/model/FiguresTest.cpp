@@ -105,13 +105,14 @@ TEST(StatusTitle, StylesEverySegment) {
     };
     EXPECT_EQ(title, expected);
 
-    Snapshot stale{{Calendar::inZone("UTC")}, {}};
-    stale.usage.sessionTokens.input = 1'234'567;
-    stale.usage.sessionCost = 4.5;
-    stale.account.quotaData = quotaAt(67);
-    stale.account.isQuotaStale = true;
+    UsageFigures usage{Calendar::inZone("UTC")};
+    usage.sessionTokens.input = 1'234'567;
+    usage.sessionCost = 4.5;
+    AccountFigures account;
+    account.quotaData = quotaAt(67);
+    account.isQuotaStale = true;
     expected[7].dimmed = true;
-    EXPECT_EQ(buildStatusTitle(stale), expected);
+    EXPECT_EQ(buildStatusTitle({usage, account}), expected);
 }
 
 } // namespace

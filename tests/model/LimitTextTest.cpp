@@ -87,19 +87,20 @@ TEST(LimitWords, SayWhetherTheWindowWillLast) {
 
 TEST(LimitWords, NameTheLimitAndItsLocalTime) {
     const Calendar tokyo = Calendar::inZone("Asia/Tokyo");
-    Snapshot snapshot{{tokyo}, {}};
-    snapshot.usage.limitCourses = {courseOf(Kind::session, now - 1min), courseOf(Kind::weekly, now - 15h),
-                                   courseOf(Kind::weeklyScoped, now - 1min), courseOf(Kind::session, {})};
-    snapshot.usage.limitCourses[2].limit.model = "Opus\n4";
-    snapshot.account.quotaReadAt = now;
+    UsageFigures usage{tokyo};
+    usage.limitCourses = {courseOf(Kind::session, now - 1min), courseOf(Kind::weekly, now - 15h),
+                          courseOf(Kind::weeklyScoped, now - 1min), courseOf(Kind::session, {})};
+    usage.limitCourses[2].limit.model = "Opus\n4";
+    AccountFigures account;
+    account.quotaReadAt = now;
     std::vector<std::string> lines{"Session: Reset at 21:54, waiting for figures",
                                    "Weekly: Reset on Sat 06:55, waiting for figures",
                                    "Opus\uFFFD4: Reset on Sat 21:54, waiting for figures"};
-    EXPECT_EQ(limitLines(snapshot, now), lines);
+    EXPECT_EQ(limitLines({usage, account}, now), lines);
     EXPECT_EQ(limitTimeText(Kind::weekly, now + 125min - 1s, tokyo), "Sun 00:00");
-    snapshot.account.isQuotaStale = true;
+    account.isQuotaStale = true;
     lines.emplace_back("as of 21:55");
-    EXPECT_EQ(limitLines(snapshot, now), lines);
+    EXPECT_EQ(limitLines({usage, account}, now), lines);
 }
 
 } // namespace

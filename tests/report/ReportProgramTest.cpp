@@ -92,6 +92,49 @@ TEST(ReportProgramOnOtherHomes, AFilterCutsTheHistoryButNotTheSession) {
     })");
 }
 
+TEST(ReportProgramOnOtherHomes, FiguresAreThoseOfTheOptionOrElseOfThePreference) {
+    const auto line = [](Instant at, int output) {
+        std::string text = usageLine(stamp(at), 10, output, 0, 0, opus);
+        return text.insert(text.find("\"model\""), R"("id":"msg_1",)");
+    };
+    const LogHome home;
+    home.add("p/one.jsonl",
+             usageLine(stamp(now() - 20 * 24h), 7, 0, 0, 0, "unknown") + line(now() - 2h, 1) +
+                 line(now() - 1h, 90),
+             now());
+    Program program(home.path());
+    const struct {
+        const char *settings;
+        QString option, title;
+        std::int64_t input;
+    } rows[] = {
+        {"{}", {}, QStringLiteral("118 "), 27},
+        {"{}", QStringLiteral("--figures=exact"), QStringLiteral("107 "), 17},
+        {R"({"figures": "exact"})", {}, QStringLiteral("107 "), 17},
+        {R"({"figures": "exact"})", QStringLiteral("--figures=logged"), QStringLiteral("118 "), 27},
+    };
+    for (const auto &row : rows) {
+        test::writeFile(home.path() / ".config" / "burnwick" / "burnwick.json", row.settings);
+        const QStringList options = row.option.isEmpty() ? QStringList() : QStringList{row.option};
+        const QJsonObject root = jsonOf(program, options);
+        EXPECT_TRUE(root[QStringLiteral("title")].toString().startsWith(row.title)) << row.settings;
+        for (const auto &tokens : {root[QStringLiteral("session")],
+                                   root[QStringLiteral("history")][QStringLiteral("totalTokens")]})
+            EXPECT_EQ(tokens[QStringLiteral("input")].toInteger(), row.input) << row.settings;
+        expectMembers(root[QStringLiteral("exact")],
+                      R"({"messages": 2, "unpricedTokens": 7, "session": {"input": 17, "output": 90}})");
+        const QStringList title = QStringList{QStringLiteral("--title")} + options;
+        EXPECT_TRUE(program.run(title).output.starts_with(row.title.toStdString())) << row.settings;
+        const QStringList models{QStringLiteral("--models"), QStringLiteral("--csv"),
+                                 QStringLiteral("--filter=7d")};
+        EXPECT_TRUE(
+            program.run(models + options)
+                .output.ends_with("\r\n\"claude-opus-4-5\"," + std::to_string(row.input - 7) +
+                                  (row.input == 17 ? ",90,0,0,0,0,0.0023,0\r\n" : ",91,,,,,0.0023,0\r\n")))
+            << program.run(models + options).output;
+    }
+}
+
 TEST(ReportProgramOnOtherHomes, WithoutLogsShowsZeros) {
     const test::TemporaryDirectory home;
     Program program(home.path());

@@ -5,12 +5,14 @@
 #include "model/Timestamp.h"
 #include "report/ReportChild.h"
 #include "report/StatusLineTitle.h"
+#include "report/TimedInput.h"
 #include "statusline/LatestLimits.h"
 #include "support/JsonMembers.h"
 #include "support/LogTreeFixture.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <csignal>
 
 #include <fcntl.h>
@@ -55,6 +57,10 @@ std::string usualInput() {
 struct StatusLineProgram : testing::Test {
     StatusLineProgram() { home.add("p/one.jsonl", usageLine("2026-01-31T12:00:00.000Z", 1000, 500), now()); }
 
+    /// Returns the answer to the input, without colours.
+    [[nodiscard]] Outcome answerTo(const std::string &input) const {
+        return Program(home.path()).set("NO_COLOR", "1").runWithInput(statusLine, input);
+    }
     /// Waits for the background process.
     std::vector<Limit> recorded() const {
         std::vector<Limit> limits;
@@ -85,15 +91,13 @@ TEST_F(StatusLineProgram, PrintsTheTitleInColorsAndKeepsTheLimits) {
     EXPECT_LT(now() - limits[0].observedAt, 1min);
 
     const std::string plain = "1.5K | $0.01 | s67%  ●";
-    EXPECT_EQ(Program(home.path()).set("NO_COLOR", "1").runWithInput(statusLine, usualInput()).output,
-              plain + '\n');
+    EXPECT_EQ(answerTo(usualInput()).output, plain + '\n');
     EXPECT_NE(Program(home.path())
                   .set("COLORTERM", "truecolor")
                   .runWithInput(statusLine, usualInput())
                   .output.find("38;2;252;189;46m●"),
               std::string::npos);
-    EXPECT_EQ(Program(home.path()).set("NO_COLOR", "1").runWithInput(statusLine, inputWith("null")).output,
-              "1.5K | $0.01 | s--  ●\n");
+    EXPECT_EQ(answerTo(inputWith("null")).output, "1.5K | $0.01 | s--  ●\n");
 
     test::writeFile(home.path() / "input", usualInput());
     const std::string shown =
@@ -153,7 +157,7 @@ TEST_F(StatusLineProgram, AnswersBadInputWithAnEmptyLineAndWritesNothing) {
         {"NUL", std::string(100, '\0')},
     };
     for (const auto &[what, input] : rows) {
-        const Outcome outcome = Program(home.path()).runWithInput(statusLine, input);
+        const Outcome outcome = answerTo(input);
         EXPECT_EQ(outcome.exitCode, 0) << what;
         EXPECT_EQ(outcome.output, "\n") << what;
         EXPECT_EQ(outcome.errors, "") << what;
@@ -162,7 +166,7 @@ TEST_F(StatusLineProgram, AnswersBadInputWithAnEmptyLineAndWritesNothing) {
     EXPECT_EQ(Program(home.path()).runInTerminal("--statusline -- echo x").output, "\r\n");
     EXPECT_EQ(Program(home.path()).run(statusLine).output, "\n") << "its input does not end";
     EXPECT_FALSE(hasFiles());
-    EXPECT_NE(Program(home.path()).runWithInput(statusLine, "{\"rate_limits\": 5}").output, "\n");
+    EXPECT_NE(answerTo("{\"rate_limits\": 5}").output, "\n");
     EXPECT_FALSE(fs::exists(data / "limits.json")) << "there was nothing to keep";
 }
 
@@ -182,61 +186,35 @@ TEST_F(StatusLineProgram, AnswersWhereItCanNeitherWriteNorReadSettings) {
 
 TEST_F(StatusLineProgram, ACommandGetsTheInputAndItsOutputAndEndPassUnchanged) {
     const std::string large = usualInput() + std::string(3 << 20, ' ');
+    const std::string usual = usualInput(), bytes("\0\xff\n", 3);
     const struct {
         const char *what;
-        QStringList command;
+        std::vector<const char *> command;
         std::string input, output, errors;
         int exitCode, signal = 0;
     } rows[] = {
-        {"its input", {QStringLiteral("cat")}, usualInput(), usualInput(), "", 0},
-        {"an input above the limit", {QStringLiteral("cat")}, large, large, "", 0},
-        {"malformed input",
-         {QStringLiteral("cat")},
-         std::string("\0\xff\n", 3),
-         std::string("\0\xff\n", 3),
-         "",
-         0},
-        {"streams and status",
-         {QStringLiteral("sh"), QStringLiteral("-c"), QStringLiteral("echo one; echo two >&2; exit 7")},
-         usualInput(),
-         "one\n",
-         "two\n",
-         7},
-        {"arguments",
-         {QStringLiteral("printf"), QStringLiteral("<%s>"), QStringLiteral("a b"), QStringLiteral("--"),
-          QString()},
-         usualInput(),
-         "<a b><--><>",
-         "",
-         0},
-        {"a signal",
-         {QStringLiteral("sh"), QStringLiteral("-c"), QStringLiteral("kill -TERM $$")},
-         usualInput(),
-         "",
-         "",
-         -1,
-         SIGTERM},
+        {"its input", {"cat"}, usual, usual, "", 0},
+        {"an input above the limit", {"cat"}, large, large, "", 0},
+        {"malformed input", {"cat"}, bytes, bytes, "", 0},
+        {"streams and status", {"sh", "-c", "echo one; echo two >&2; exit 7"}, usual, "one\n", "two\n", 7},
+        {"arguments", {"printf", "<%s>", "a b", "--", ""}, usual, "<a b><--><>", "", 0},
+        {"a signal", {"sh", "-c", "kill -TERM $$"}, usual, "", "", -1, SIGTERM},
         {"a closed pipe ends it as usual",
-         {QStringLiteral("sh"), QStringLiteral("-c"), QStringLiteral("sh -c 'yes; echo $? >&2' | head -c 2")},
-         usualInput(),
+         {"sh", "-c", "sh -c 'yes; echo $? >&2' | head -c 2"},
+         usual,
          "y\n",
          "141\n",
          0},
-        {"an input that it does not read", {QStringLiteral("true")}, large, "", "", 0},
-        {"large output",
-         {QStringLiteral("head"), QStringLiteral("-c"), QStringLiteral("5000000"),
-          QStringLiteral("/dev/zero")},
-         usualInput(),
-         std::string(5'000'000, '\0'),
-         "",
-         0},
-        {"a missing command", {QStringLiteral("/no/such")}, usualInput(), "\n", "", 0},
-        {"a file that is none", {QStringLiteral("/etc/passwd")}, usualInput(), "\n", "", 0},
+        {"an input that it does not read", {"true"}, large, "", "", 0},
+        {"large output", {"head", "-c", "5000000", "/dev/zero"}, usual, std::string(5'000'000, '\0'), "", 0},
+        {"a missing command", {"/no/such"}, usual, "\n", "", 0},
+        {"a file that is no program", {"/etc/passwd"}, usual, "\n", "", 0},
     };
     for (const auto &row : rows) {
-        const Outcome outcome =
-            Program(home.path())
-                .runWithInput(statusLine + QStringList{QStringLiteral("--")} + row.command, row.input);
+        QStringList arguments = statusLine + QStringList{QStringLiteral("--")};
+        for (const char *argument : row.command)
+            arguments << QString::fromUtf8(argument);
+        const Outcome outcome = Program(home.path()).runWithInput(arguments, row.input);
         EXPECT_EQ(outcome.exitCode, row.exitCode) << row.what;
         EXPECT_EQ(outcome.signal, row.signal) << row.what;
         EXPECT_TRUE(outcome.output == row.output) << row.what << outcome.output.substr(0, 200);
@@ -247,7 +225,7 @@ TEST_F(StatusLineProgram, ACommandGetsTheInputAndItsOutputAndEndPassUnchanged) {
 
 /// The deadline is over before the logs are read.
 TEST_F(StatusLineProgram, ALateReadingIsShownNextTime) {
-    const TitleSources sources{home.path(), data, false, cache / "title.json"};
+    const TitleSources sources{home.path(), data, false, FigureChoice::asLogged, cache / "title.json"};
     const auto figures = [&] { return titleFigures(sources, SystemClock(), {}); };
     EXPECT_EQ(figures(), std::nullopt);
     ASSERT_TRUE(waitFor([&] { return fs::exists(sources.cacheFile); }));
@@ -255,6 +233,8 @@ TEST_F(StatusLineProgram, ALateReadingIsShownNextTime) {
     ASSERT_TRUE(known);
     EXPECT_EQ(known->tokens, (SessionTokens{1000, 500}));
 
+    std::array<int, 2> pipe{}; // which background processes close at their end
+    ASSERT_EQ(::pipe(pipe.data()), 0);
     // Another process reads the logs meanwhile.
     const int folder = ::open(home.projects().c_str(), O_RDONLY);
     ASSERT_TRUE(waitFor([&] { return ::flock(folder, LOCK_EX | LOCK_NB) == 0; }));
@@ -271,6 +251,10 @@ TEST_F(StatusLineProgram, ALateReadingIsShownNextTime) {
     }
     test::writeFile(sources.cacheFile, bytes);
     EXPECT_EQ(figures(), known);
+    ::close(pipe[1]);
+    EXPECT_TRUE(readUntil(std::chrono::steady_clock::now() + 10s, pipe[0], 1).isComplete)
+        << "background processes wait for the lock although nobody waits for them";
+    ::close(pipe[0]);
     ::close(folder);
 }
 

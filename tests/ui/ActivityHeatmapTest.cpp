@@ -10,7 +10,6 @@
 
 #include <QAccessible>
 #include <QFontMetricsF>
-#include <QImage>
 #include <QTest>
 #include <QToolTip>
 

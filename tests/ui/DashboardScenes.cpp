@@ -100,6 +100,12 @@ void DashboardFixture::setCourses(const std::vector<LimitCourse> &courses) {
     Q_EMIT m_state.objectWillChange();
 }
 
+void DashboardFixture::setBreakdown(UsageBreakdown breakdown) {
+    UsageFigures &usage = snapshot().usage;
+    usage.breakdown = std::make_shared<const UsageBreakdown>(std::move(breakdown));
+    Q_EMIT m_state.objectWillChange();
+}
+
 void DashboardFixture::loseTheQuota() {
     AccountFigures &account = snapshot().account;
     account.isQuotaStale = true;
@@ -128,8 +134,8 @@ void DashboardFixture::settle() {
 void DashboardFixture::play(const DashboardScene &scene, MainWindowView &window) {
     window.show();
     scene.prepare(*this);
-    if (scene.tab == 1)
-        QTest::keyClick(&window, Qt::Key_2, Qt::ControlModifier);
+    if (scene.tab > 0)
+        QTest::keyClick(&window, static_cast<Qt::Key>(Qt::Key_1 + scene.tab), Qt::ControlModifier);
     QCoreApplication::processEvents();
     QCoreApplication::processEvents(); // the window adopts the size of its new content
     if (scene.pressed != nullptr)
@@ -204,6 +210,7 @@ const std::vector<DashboardScene> &dashboardScenes() {
              {"OAuth token status: Unknown", "Retry", "Fetching status…", "Sessions: 0", "Updated just now"}},
         };
         std::ranges::move(limitScenes(), std::back_inserter(all));
+        std::ranges::move(projectScenes(), std::back_inserter(all));
         return all;
     }();
     return scenes;

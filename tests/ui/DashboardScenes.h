@@ -21,7 +21,13 @@ public:
     DashboardFixture();
 
     [[nodiscard]] MainWindowView::Services windowServices() {
-        return {m_state, m_preferences, m_clock, m_scheduler, [] { return 30; }};
+        return {m_state,
+                m_preferences,
+                m_clock,
+                m_scheduler,
+                [] { return 30; },
+                nullptr,
+                [this](const QUrl &url) { m_opened << url.toString(); }};
     }
 
     /// Adds logs of the last days with three models.
@@ -43,6 +49,9 @@ public:
     /// Shows these limits, also in the panel of the quota. Call it after settle(): the next refresh removes
     /// them.
     void setCourses(const std::vector<LimitCourse> &courses);
+    /// Shows these exact figures until the next reading of the logs. Call it after settle().
+    void setBreakdown(UsageBreakdown breakdown);
+    void setTimeFilter(TimeFilter filter) { m_state.setTimeFilter(filter); }
     /// Shows the quota as stale, and a request in ten minutes.
     void loseTheQuota();
     void startLogin() { m_state.connect(); }
@@ -52,6 +61,8 @@ public:
     void settle();
     /// Shows the window in the scene's state.
     void play(const DashboardScene &scene, MainWindowView &window);
+
+    QStringList m_opened; ///< the addresses that the window opened
 
 private:
     /// For changes that no source makes yet.
@@ -72,8 +83,10 @@ struct DashboardScene {
     }
 };
 
-/// With those of limitScenes().
+/// With those of limitScenes() and projectScenes().
 [[nodiscard]] const std::vector<DashboardScene> &dashboardScenes();
+/// The states of the projects.
+[[nodiscard]] std::vector<DashboardScene> projectScenes();
 /// The states of the account's limits.
 [[nodiscard]] std::vector<DashboardScene> limitScenes();
 

@@ -4,6 +4,7 @@
 #include "support/Screens.h"
 #include "support/VisibleControls.h"
 #include "ui/DashboardScenes.h"
+#include "ui/ProjectScenes.h"
 #include "ui/charts/ActivityHeatmapView.h"
 #include "ui/controls/FocusRing.h"
 #include "ui/dashboard/AccountBar.h"
@@ -95,7 +96,7 @@ TEST_P(DashboardSceneTest, FitsOnALowScreenAndScrollsVerticallyOnALowerOne) {
         test::moveTo(test::screenNamed(name), window);
         window.show();
         const QSize first = window.size();
-        QTest::keyClick(&window, GetParam().tab == 0 ? Qt::Key_1 : Qt::Key_2, Qt::ControlModifier);
+        QTest::keyClick(&window, static_cast<Qt::Key>(Qt::Key_1 + GetParam().tab), Qt::ControlModifier);
         QCoreApplication::processEvents();
         EXPECT_EQ(window.size(), first);
         const auto *area = window.findChild<FittedArea *>();
@@ -252,19 +253,23 @@ TEST_F(DashboardTest, TheKeyboardReachesEverythingInReadingOrder) {
     MainWindowView &window = open();
     window.activateWindow();
     ASSERT_TRUE(waitFor([&] { return window.isActiveWindow(); }));
+    setBreakdown(test::sampleBreakdown(m_clock.now()));
+    QCoreApplication::processEvents();
     const auto *ring = window.findChild<FocusRing *>();
     EXPECT_FALSE(ring->isVisible()) << "before the first key";
     for (const auto &[key, expected] :
-         {std::pair(Qt::Key_1, "Settings|Overview|All|Keep|Not now|Claude|Re-authenticate"),
-          {Qt::Key_2, "Settings|Models|All|Claude|Re-authenticate"}}) {
+         {std::pair(Qt::Key_1, "Settings|Overview|All|Keep|Not now|Model: Claude|Re-authenticate"),
+          {Qt::Key_2, "Settings|Models|All|Model: Claude|Re-authenticate"},
+          {Qt::Key_3, "Settings|Projects|All|Project|Tokens per day|Cost|Tokens|Sessions|Last used|Projects|"
+                      "Model: Claude|Re-authenticate"}}) {
         pressWithControl(key);
         QStringList order;
-        while (!order.endsWith(QStringLiteral("Re-authenticate")) && order.size() < 9) {
+        while (!order.endsWith(QStringLiteral("Re-authenticate")) && order.size() < 13) {
             QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
-            const auto *focused = qobject_cast<QAbstractButton *>(QApplication::focusWidget());
+            QWidget *focused = QApplication::focusWidget();
             ASSERT_TRUE(focused != nullptr && ring->isVisible());
             EXPECT_EQ(ring->geometry().center(), focused->mapTo(&window, focused->rect().center()));
-            order << (focused->text().isEmpty() ? focused->accessibleName() : focused->text());
+            order << QAccessible::queryAccessibleInterface(focused)->text(QAccessible::Name);
         }
         EXPECT_EQ(order.join(u'|').toStdString(), expected);
     }

@@ -61,14 +61,14 @@ protected:
 
 TEST_P(HostileTextTest, IsHarmlessAsTheNameOfAModelOrComponent) {
     ModelStatRowView row;
-    row.setStat({m_text, 1, 2, 50});
+    row.setStat({m_text, 1, 2, 50}, {});
     expectHarmless(row, m_shown);
     EXPECT_EQ(asShown(row.toolTip()).toStdString(), m_shown + "\nIn: 1 token\nOut: 2 tokens");
 
-    HistoricalData history;
-    history.favoriteModel = m_text;
+    UsageFigures usage{Calendar::inZone("UTC")};
+    usage.historicalData.favoriteModel = m_text;
     OverviewTab tab;
-    tab.setValues(history, 0, {}, {});
+    tab.setValues(usage, {}, {});
     expectHarmless(tab, m_shown.substr(m_shown.rfind('/') + 1)); // a family's name has no vendor
 
     WindowClaudeStatusPanel panel;

@@ -78,14 +78,15 @@ TEST_F(SettingsViewTest, EachPickIsStoredAtOnceAndFollowsThePreference) {
     m_preferences.setTheme(Theme::light);
     openView();
     EXPECT_TRUE(isOn(radioButton, "Light") && isOn(radioButton, "1m"));
-    press(*m_view, radioButton, "Dark");
-    press(*m_view, radioButton, "10m");
-    EXPECT_EQ(stored("theme"), QStringLiteral("dark"));
+    for (const char *segment : {"Dark", "10m", "Exact"})
+        press(*m_view, radioButton, segment);
+    EXPECT_EQ(stored("theme").toString() + stored("figures").toString(), QStringLiteral("darkexact"));
     EXPECT_EQ(stored("refreshRate"), 600);
     EXPECT_TRUE(isOn(radioButton, "Dark") && isOn(radioButton, "10m") && !isOn(radioButton, "1m"));
     m_preferences.setTheme(Theme::system);
     m_preferences.setRefreshRate(RefreshRate::fiveMin);
-    EXPECT_TRUE(isOn(radioButton, "System") && isOn(radioButton, "5m"));
+    m_preferences.setFigures(FigureChoice::asLogged);
+    EXPECT_TRUE(isOn(radioButton, "System") && isOn(radioButton, "5m") && isOn(radioButton, "As logged"));
 }
 
 TEST_F(SettingsViewTest, LaunchAtStartupShowsTheDesktopsStateAndKeepsTheUsersEntry) {

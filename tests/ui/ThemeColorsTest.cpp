@@ -50,6 +50,7 @@ TEST(ThemeColors, TextIsLegibleOnEverySurface) {
             EXPECT_GE(contrast(tone, colors.card), legible) << tone.name().toStdString();
         const QColor note = over(colors.card, colors.note);
         EXPECT_GE(contrast(colors.text, over(note, colors.pressed)), legible) << "a note's button";
+        EXPECT_GE(contrast(colors.secondary, over(colors.card, colors.mark)), legible) << "no price";
         EXPECT_GE(contrast(colors.secondary, note), legible) << "a note's other button";
         EXPECT_GE(contrast(colors.text, colors.segment), legible) << "the checked segment";
     }

@@ -13,7 +13,6 @@
 
 #include <QApplication>
 #include <QPainter>
-#include <QSignalSpy>
 #include <QToolTip>
 #include <QWidget>
 

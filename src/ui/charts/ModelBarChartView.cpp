@@ -16,8 +16,8 @@ namespace burnwick {
 
 namespace {
 
-constexpr QSize preferredSize(600, 184);
-constexpr QSize smallestSize(240, 96);
+constexpr QSize preferredSize(600, 164);
+constexpr QSize smallestSize(240, 76);
 
 void drawBar(QPainter &painter, const PixelGrid &grid, const QRectF &bar) {
     constexpr double largestRadius = 2;

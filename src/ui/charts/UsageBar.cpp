@@ -15,6 +15,16 @@ constexpr int preferredWidth = 120;
 
 } // namespace
 
+void drawUsageBar(QPainter &painter, const QRectF &bar, double percent, const QColor &fill,
+                  const ThemeColors &colors) {
+    const double radius = bar.height() / 2;
+    fillRounded(painter, bar, radius, colors.track);
+    if (percent <= 0)
+        return;
+    const double width = std::max(bar.height(), bar.width() * std::min(percent, 100.0) / 100);
+    fillRounded(painter, {bar.left(), bar.top(), width, bar.height()}, radius, fill);
+}
+
 UsageBar::UsageBar() {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
@@ -44,14 +54,8 @@ QSize UsageBar::minimumSizeHint() const {
 
 void UsageBar::paintEvent(QPaintEvent *) {
     const ThemeColors &colors = colorsFor(*this);
-    const QRectF bar = rect();
-    const double radius = bar.height() / 2;
     QPainter painter(this);
-    fillRounded(painter, bar, radius, colors.track);
-    if (m_share <= 0)
-        return;
-    const double width = std::max(bar.height(), bar.width() * m_share / 100);
-    fillRounded(painter, {bar.left(), bar.top(), width, bar.height()}, radius, colors.*m_color);
+    drawUsageBar(painter, rect(), m_share, colors.*m_color, colors);
 }
 
 } // namespace burnwick

@@ -8,6 +8,11 @@
 
 namespace burnwick {
 
+/// Draws a bar with a filled share in percent, at most 100; a share above 0 fills at least a dot. Changes the
+/// painter's pen, brush and hints.
+void drawUsageBar(QPainter &painter, const QRectF &bar, double percent, const QColor &fill,
+                  const ThemeColors &colors);
+
 /// A horizontal bar with a filled share. Invisible to assistive technology, because a text beside it has the
 /// figure.
 class UsageBar final : public QWidget {

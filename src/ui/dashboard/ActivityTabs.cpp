@@ -12,6 +12,7 @@
 #include "ui/layout/ScrollAreas.h"
 #include "ui/text/Text.h"
 #include "ui/text/TextLabel.h"
+#include "ui/theme/QuietStyle.h"
 
 #include <QEvent>
 #include <QGridLayout>
@@ -28,6 +29,7 @@ namespace burnwick {
 namespace {
 
 constexpr int tilesPerRow = 6;
+constexpr int cardPadding = 16;
 
 /// The tile's edges that are edges of the whole block.
 Qt::Edges outerEdges(std::size_t index, std::size_t count) {
@@ -50,6 +52,19 @@ QVBoxLayout *columnOf(QWidget *tab) {
     return column;
 }
 
+QHBoxLayout *modelHeads() {
+    const auto head = [](const char *text) {
+        return new TextLabel(QString::fromUtf8(text), TextStyle::small, QPalette::PlaceholderText);
+    };
+    return modelColumns(head("Model"), {head("Cost")}, head("Tokens"));
+}
+
+/// Returns the tokens' cost; null if no message has that name.
+std::optional<PricedTokens> costOf(const std::string &name, const std::vector<ModelUsage> &usage) {
+    const auto found = std::ranges::lower_bound(usage, name, {}, &ModelUsage::name);
+    return found != usage.end() && found->name == name ? std::optional(found->total) : std::nullopt;
+}
+
 } // namespace
 
 /// A column of rows as high as its content, which scrolls above a limit.
@@ -57,6 +72,7 @@ class ModelsTab::RowsArea final : public QScrollArea {
 public:
     explicit RowsArea(QWidget *rows) {
         makeColumn(*this, rows);
+        QuietStyle::layOverMargin(*verticalScrollBar());
         // The rows take no focus, so the area does while it can scroll.
         const QScrollBar *bar = verticalScrollBar();
         const auto update = [this](int, int end) { setFocusPolicy(end > 0 ? Qt::StrongFocus : Qt::NoFocus); };
@@ -84,7 +100,7 @@ protected:
     }
 
 private:
-    int m_tallest = 336;
+    int m_tallest = 0;
 };
 
 OverviewTab::OverviewTab()
@@ -149,12 +165,14 @@ void OverviewTab::fitTiles(bool besideLimits) {
         tile->setFixedHeight(height);
 }
 
-void OverviewTab::setValues(const HistoricalData &history, double sessionCost, LocalDay today,
-                            std::optional<LocalDay> first) {
-    const auto figures = statFigures(history, sessionCost);
-    for (std::size_t i = 0; i < figures.size(); ++i)
+void OverviewTab::setValues(const UsageFigures &usage, LocalDay today, std::optional<LocalDay> first) {
+    const auto figures = statFigures(usage.historicalData, usage.sessionCost);
+    for (std::size_t i = 0; i < figures.size(); ++i) {
         m_tiles[i]->setValue(textOf(figures[i].value));
-    m_heatmap->setActivity(history.dailyActivity, today, first);
+        if (figures[i].label == sessionCostLabel)
+            m_tiles[i]->setNote(textOf(sessionCostNote(usage)));
+    }
+    m_heatmap->setActivity(usage.historicalData.dailyActivity, today, first);
 }
 
 QSize OverviewTab::sizeHint() const {
@@ -177,10 +195,13 @@ ModelsTab::ModelsTab()
 
     auto *rows = new QWidget;
     m_rowColumn = new QVBoxLayout(rows);
-    m_rowColumn->setContentsMargins({});
+    m_rowColumn->setContentsMargins(0, 0, cardPadding, 0);
     m_rowColumn->setSpacing(14);
     m_rowColumn->addStretch();
     m_rowsArea = new RowsArea(rows);
+    QHBoxLayout *heads = modelHeads();
+    heads->setContentsMargins(0, 0, cardPadding, 0);
+    m_models->content()->addLayout(heads);
     m_models->content()->addWidget(m_rowsArea);
 
     m_chartCard->content()->addWidget(sectionTitle("Tokens per day"));
@@ -190,13 +211,19 @@ ModelsTab::ModelsTab()
     column->addWidget(m_noData, 1);
     column->addWidget(m_models);
     column->addWidget(m_chartCard, 1);
+    setDense(false);
 }
 
 void ModelsTab::setDense(bool dense) {
     m_rowsArea->setTallest(dense ? 192 : 336);
+    // The scroll bar lies over the padding.
+    QMargins padding = m_models->content()->contentsMargins();
+    padding.setRight(0);
+    m_models->content()->setContentsMargins(padding);
 }
 
-void ModelsTab::setValues(const HistoricalData &history, LocalDay today) {
+void ModelsTab::setValues(const HistoricalData &history, const std::vector<ModelUsage> &usage,
+                          LocalDay today) {
     // A limit for logs with thousands of names, whose rows would block the window.
     constexpr std::size_t mostRows = 1000;
     const std::span stats(history.modelStats.begin(), std::min(history.modelStats.size(), mostRows));
@@ -209,7 +236,7 @@ void ModelsTab::setValues(const HistoricalData &history, LocalDay today) {
         m_rowColumn->insertWidget(m_rowColumn->count() - 1, m_rows.back());
     }
     for (std::size_t i = 0; i < stats.size(); ++i)
-        m_rows[i]->setStat(stats[i]);
+        m_rows[i]->setStat(stats[i], costOf(stats[i].name, usage));
     m_chart->setActivity(history.dailyActivity, today);
 
     m_noData->setVisible(stats.empty());

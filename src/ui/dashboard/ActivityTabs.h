@@ -4,8 +4,7 @@
 
 #include "display/StatFigures.h"
 #include "model/Calendar.h"
-#include "model/HistoricalData.h"
-#include "model/Limit.h"
+#include "model/Snapshot.h"
 
 #include <QWidget>
 
@@ -32,9 +31,8 @@ class OverviewTab final : public QWidget {
 public:
     OverviewTab();
 
-    /// `sessionCost` is the current session's, in dollars; `first` is the first day of the history's period.
-    void setValues(const HistoricalData &history, double sessionCost, LocalDay today,
-                   std::optional<LocalDay> first);
+    /// `first` is the first day of the history's period.
+    void setValues(const UsageFigures &usage, LocalDay today, std::optional<LocalDay> first);
     /// Shows the limits below the heatmap, and lower tiles; neither without courses that exist or are
     /// awaited.
     void setLimits(const std::vector<LimitCourse> &courses, bool areAwaited, const Calendar &calendar,
@@ -65,7 +63,8 @@ class ModelsTab final : public QWidget {
 public:
     ModelsTab();
 
-    void setValues(const HistoricalData &history, LocalDay today);
+    /// Costs are those of the usage with the model's name; `usage` is in the order of names.
+    void setValues(const HistoricalData &history, const std::vector<ModelUsage> &usage, LocalDay today);
     /// Reduces the height of the list of models, for low screens.
     void setDense(bool dense);
 

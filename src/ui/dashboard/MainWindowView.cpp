@@ -25,6 +25,7 @@
 #include "ui/dashboard/LiveColumn.h"
 #include "ui/layout/ScreenRoom.h"
 #include "ui/layout/ScrollAreas.h"
+#include "ui/projects/ProjectsTab.h"
 #include "ui/text/Text.h"
 #include "ui/text/TextLabel.h"
 
@@ -81,6 +82,7 @@ MainWindowView::MainWindowView(Services services)
     , m_overview(new OverviewTab)
     , m_hint(new KeepHistoryHint(m_services.preferences, m_services.daysUntilCleanup))
     , m_models(new ModelsTab)
+    , m_projects(new ProjectsTab(m_services.openURL))
     , m_accountBar(new AccountBar)
     , m_updated(new TextLabel(TextStyle::caption, QPalette::PlaceholderText))
     , m_subscription(m_services.appState, [this] { showState(); })
@@ -144,7 +146,7 @@ QWidget *MainWindowView::makeTabBar() {
     auto *line = new QHBoxLayout(bar);
     line->setContentsMargins({});
     line->setSpacing(4);
-    for (const char *label : {"Overview", "Models"}) {
+    for (const char *label : {"Overview", "Models", "Projects"}) {
         auto *tab =
             makeChoice(QString::fromUtf8(label), TextStyle::label, TextStyle::labelStrong, {14, 6}, 8);
         m_tabs->addButton(tab, static_cast<int>(m_tabs->buttons().size()));
@@ -183,6 +185,7 @@ QWidget *MainWindowView::makeBody() {
     m_overview->addNote(m_hint);
     m_pages->addWidget(m_overview);
     m_pages->addWidget(m_models);
+    m_pages->addWidget(m_projects);
     m_pages->setFixedWidth(rightColumnWidth);
     m_right->addWidget(m_pages, 1);
     line->addLayout(m_right);
@@ -207,6 +210,7 @@ void MainWindowView::setDense(bool dense) {
 void MainWindowView::addShortcuts() {
     new QShortcut(Qt::CTRL | Qt::Key_1, this, this, [this] { selectTab(0); });
     new QShortcut(Qt::CTRL | Qt::Key_2, this, this, [this] { selectTab(1); });
+    new QShortcut(Qt::CTRL | Qt::Key_3, this, this, [this] { selectTab(2); });
     new QShortcut(Qt::CTRL | Qt::Key_R, this, this, &MainWindowView::refreshAll);
     new QShortcut(Qt::CTRL | Qt::Key_Comma, this, this, &MainWindowView::settingsRequested);
     new QShortcut(Qt::CTRL | Qt::Key_W, this, this, &QWidget::close);
@@ -257,14 +261,14 @@ void MainWindowView::showState() {
     const Instant now = m_services.clock.now();
     const LocalDay today = usage.calendar.dayOf(now);
     m_liveColumn->setValues(snapshot, now);
-    m_overview->setValues(usage.historicalData, usage.sessionCost, today,
-                          firstDayOf(usage.timeFilter, now, usage.calendar));
+    m_overview->setValues(usage, today, firstDayOf(usage.timeFilter, now, usage.calendar));
     // The courses follow the limits a moment later.
     m_overview->setLimits(usage.limitCourses,
                           snapshot.account.awaitsFirstQuota || !snapshot.account.limits.empty(),
                           usage.calendar, now);
     m_hint->setFigures(usage, now);
-    m_models->setValues(usage.historicalData, today);
+    m_models->setValues(usage.historicalData, usage.breakdown->models, today);
+    m_projects->setFigures(usage, now);
     m_filters->button(static_cast<int>(usage.timeFilter))->setChecked(true);
     m_accountBar->setStatus(snapshot.account.oauthStatus);
     QString updated = QStringLiteral("Updated ") + textOf(relativeAgeText(usage.lastUpdated, now));

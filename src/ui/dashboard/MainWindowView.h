@@ -12,6 +12,7 @@
 
 class QButtonGroup;
 class QStackedWidget;
+class QUrl;
 class QVBoxLayout;
 
 namespace burnwick {
@@ -23,6 +24,7 @@ class LiveColumn;
 class ModelsTab;
 class OverviewTab;
 class PreferencesManager;
+class ProjectsTab;
 class TextLabel;
 class WindowChrome;
 
@@ -38,7 +40,8 @@ public:
         const Clock &clock;
         Scheduler &scheduler;
         std::function<int()> daysUntilCleanup;
-        WindowChrome *chrome = nullptr; ///< null where the window manager decorates windows
+        WindowChrome *chrome = nullptr;                 ///< null where the window manager decorates windows
+        std::function<void(const QUrl &)> openURL = {}; ///< with the desktop's program
     };
 
     explicit MainWindowView(Services services);
@@ -74,6 +77,7 @@ private:
     OverviewTab *m_overview;
     KeepHistoryHint *m_hint;
     ModelsTab *m_models;
+    ProjectsTab *m_projects;
     AccountBar *m_accountBar;
     TextLabel *m_updated;
     std::optional<bool> m_dense;

@@ -3,6 +3,7 @@
 #include "ui/dashboard/StatTile.h"
 
 #include "ui/controls/AccessibleRole.h"
+#include "ui/text/Text.h"
 #include "ui/text/TextLabel.h"
 #include "ui/theme/ThemeColors.h"
 
@@ -36,6 +37,11 @@ void StatTile::setValue(const QString &value) {
         return;
     m_value->setText(value);
     setAccessibleName(m_label + QLatin1String(": ") + value);
+}
+
+void StatTile::setNote(const QString &note) {
+    if (accessibleDescription() != note)
+        setPlainToolTip(*this, note);
 }
 
 void StatTile::paintEvent(QPaintEvent *) {

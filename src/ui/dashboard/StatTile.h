@@ -18,6 +18,8 @@ public:
 
     /// Repaints only for another text.
     void setValue(const QString &value);
+    /// Sets the tool tip and the accessible description.
+    void setNote(const QString &note);
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -29,15 +29,18 @@ QWidget *makeDivider() {
 }
 
 SettingsRow::SettingsRow(const QString &label, QWidget *control)
-    : m_label(new TextLabel(label, TextStyle::label)) {
+    : m_label(new TextLabel(label, TextStyle::label))
+    , m_line(new QHBoxLayout) {
     constexpr int height = 38;
     setFixedHeight(height);
-    auto *line = new QHBoxLayout(this);
-    line->setContentsMargins({});
-    line->setSpacing(4);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins({});
+    column->setSpacing(0);
+    column->addLayout(m_line, 1);
+    m_line->setSpacing(4);
     m_label->setElidable();
-    line->addWidget(m_label, 1);
-    line->addWidget(control);
+    m_line->addWidget(m_label, 1);
+    m_line->addWidget(control);
 }
 
 void SettingsRow::setLabel(const QString &label) {
@@ -55,7 +58,17 @@ void SettingsRow::addCaption(const QString &caption) {
     texts->addWidget(m_label);
     texts->addWidget(second);
     texts->addStretch();
-    static_cast<QHBoxLayout *>(layout())->insertLayout(0, texts, 1);
+    m_line->insertLayout(0, texts, 1);
+}
+
+void SettingsRow::addWideCaption(const QString &caption) {
+    constexpr int height = 64;
+    setFixedHeight(height);
+    auto *second = new TextLabel(caption, TextStyle::caption, QPalette::PlaceholderText);
+    second->setElidable();
+    auto *column = static_cast<QVBoxLayout *>(layout());
+    column->setContentsMargins(0, 11, 0, 8);
+    column->addWidget(second);
 }
 
 SettingsCard::SettingsCard(const QString &title) {

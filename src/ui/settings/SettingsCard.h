@@ -24,9 +24,12 @@ public:
     void setLabel(const QString &label);
     /// Adds a second, smaller line below the label and makes the row higher.
     void addCaption(const QString &caption);
+    /// Adds a second, smaller line below the label and the control and makes the row higher.
+    void addWideCaption(const QString &caption);
 
 private:
     TextLabel *m_label;
+    QHBoxLayout *m_line;
 };
 
 /// A card of rows with dividers between them.

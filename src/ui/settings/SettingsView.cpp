@@ -44,6 +44,10 @@ SettingsRow *rowOf(QWidget *control) {
     return new SettingsRow(control->accessibleName(), control);
 }
 
+QString labelOf(FigureChoice choice) {
+    return choice == FigureChoice::exact ? QStringLiteral("Exact") : QStringLiteral("As logged");
+}
+
 /// The cards scroll on low screens.
 QScrollArea *makeScrolling(QWidget *cards) {
     auto *area = new QScrollArea;
@@ -134,7 +138,8 @@ QWidget *SettingsView::makeCards() {
          rowOf(makeSwitch("Rate limit alerts",
                           {&P::rateLimitAlerts, &P::setRateLimitAlerts, &P::rateLimitAlertsChanged})),
          rowOf(makeSwitch("Pace alerts", {&P::paceAlerts, &P::setPaceAlerts, &P::paceAlertsChanged}))});
-    add({new KeepHistoryRow(m_services.history, m_services.preferences, m_services.reducedMotion)},
+    add({makeFiguresRow(),
+         new KeepHistoryRow(m_services.history, m_services.preferences, m_services.reducedMotion)},
         QStringLiteral("History and figures"));
     add({makeFeedbackRow()});
     column->addStretch();
@@ -182,6 +187,16 @@ SegmentedPicker *SettingsView::makePicker(const char *name, const Values &values
         (preferences.*preference.set)(values[static_cast<std::size_t>(index)]);
     });
     return control;
+}
+
+SettingsRow *SettingsView::makeFiguresRow() {
+    const QString caption = QString::fromUtf8("Exact counts each answer once, at its model’s price");
+    auto *control = makePicker<FigureChoice>("Figures", allFigureChoices,
+                                             {&P::figures, &P::setFigures, &P::figuresChanged});
+    control->setAccessibleDescription(caption);
+    SettingsRow *row = rowOf(control);
+    row->addWideCaption(caption);
+    return row;
 }
 
 SettingsRow *SettingsView::makeFeedbackRow() {

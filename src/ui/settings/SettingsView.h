@@ -62,6 +62,7 @@ private:
     template <typename Value, typename Values>
     [[nodiscard]] SegmentedPicker *makePicker(const char *name, const Values &values,
                                               Preference<Value> preference);
+    [[nodiscard]] SettingsRow *makeFiguresRow();
     [[nodiscard]] SettingsRow *makeFeedbackRow();
     void registerAtDesktop(bool on);
     void addShortcuts();

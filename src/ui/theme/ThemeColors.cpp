@@ -21,6 +21,8 @@ void addSharedColors(ThemeColors &colors) {
     colors.inactive = withOpacity(colors.text, 0.45);
     colors.hover = withOpacity(colors.text, 0.07);
     colors.note = withOpacity(colors.text, 0.045);
+    colors.axis = withOpacity(colors.text, 0.14);
+    colors.mark = withOpacity(colors.text, 0.08);
     colors.selected = withOpacity(colors.text, 0.10);
     colors.pressed = withOpacity(colors.text, 0.12);
     colors.emptyCell = withOpacity(colors.text, 0.07);

@@ -41,6 +41,8 @@ struct ThemeColors {
     /// @name Translucent shapes
     QColor line;      ///< separators, guide lines, outlines
     QColor track;     ///< behind bars
+    QColor axis;      ///< the base line of a small chart
+    QColor mark;      ///< behind a remark in place of a figure
     QColor hover;     ///< a button; a tab or a filter under the pointer
     QColor note;      ///< a remark inside a card
     QColor selected;  ///< the checked tab or filter

@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "model/Snapshot.h"
+
+#include <optional>
+#include <string>
+
+/// Costs of tokens of which some may have no price.
+namespace burnwick {
+
+/// Returns the price of the session's shown figures. As logged, all tokens have one.
+[[nodiscard]] PricedTokens shownPrice(const UsageFigures &usage);
+[[nodiscard]] PricedTokens priceOf(const SessionFigures &session);
+
+/// Returns the cost in US dollars; null if the price list has none.
+[[nodiscard]] std::optional<double> costOf(const PricedTokens &price);
+/// Returns "$12.35" or "no price".
+[[nodiscard]] std::string priceText(const PricedTokens &price);
+/// Returns "7.1M tokens with no price"; empty if all have one.
+[[nodiscard]] std::string unpricedText(const PricedTokens &price);
+
+} // namespace burnwick
