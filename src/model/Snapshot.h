@@ -44,7 +44,7 @@ struct UsageFigures {
     std::optional<Instant> historyReadAt{}; ///< absent before the first reading
     HistoricalData historicalData{};        ///< empty before the first reading
     /// The exact figures of the same period, whatever the choice; never null.
-    std::shared_ptr<const UsageBreakdown> breakdown = std::make_shared<const UsageBreakdown>();
+    std::shared_ptr<const UsageBreakdown> breakdown = noUsage();
     std::optional<Instant> oldestLog{};      ///< the earliest time of modification of a log
     std::int64_t keptSessions = 0;           ///< that have lines in no log any more
     std::int64_t keptMessages = 0;           ///< the number of these lines

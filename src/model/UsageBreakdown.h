@@ -78,4 +78,7 @@ struct UsageBreakdown {
     bool operator==(const UsageBreakdown &) const = default;
 };
 
+/// Returns the use without any message. Ends the program if memory is short. Safe from any thread.
+[[nodiscard]] std::shared_ptr<const UsageBreakdown> noUsage() noexcept;
+
 } // namespace burnwick
