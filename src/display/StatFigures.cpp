@@ -4,10 +4,11 @@
 
 #include "display/DisplayFormat.h"
 #include "display/DisplayText.h"
+#include "display/PriceText.h"
 
 namespace burnwick {
 
-std::array<StatFigure, 12> statFigures(const HistoricalData &history, double sessionCost) {
+std::array<StatFigure, 12> statFigures(const HistoricalData &history, std::optional<double> sessionCost) {
     const SessionTokens &tokens = history.totalTokens;
     const auto inDays = [](std::int64_t days) { return std::to_string(days) + 'd'; };
     return {{
@@ -17,7 +18,7 @@ std::array<StatFigure, 12> statFigures(const HistoricalData &history, double ses
         {"Active days", std::to_string(history.activeDays)},
         {"Cache Effective", percentText(cacheEfficiencyPct(tokens))},
         {"Input", tokenCountText(tokens.input)},
-        {sessionCostLabel, costText(sessionCost)},
+        {sessionCostLabel, priceText(sessionCost)},
         {"Current streak", inDays(history.currentStreak)},
         {"Longest streak", inDays(history.longestStreak)},
         {"Peak hour", peakHourText(history.peakHour)},
@@ -28,10 +29,12 @@ std::array<StatFigure, 12> statFigures(const HistoricalData &history, double ses
 }
 
 std::string sessionCostNote(const UsageFigures &usage) {
-    std::string note = costText(usage.loggedSession.cost) + " as logged · " +
-                       costText(usage.exactSession.cost) + " exact, at API prices";
-    if (const std::int64_t unpriced = usage.exactSession.unpricedTokens; unpriced > 0)
-        note += " · " + tokenCountText(unpriced) + (unpriced == 1 ? " token" : " tokens") + " with no price";
+    const PricedTokens exact = priceOf(usage.exactSession);
+    std::string note = costText(usage.loggedSession.cost) + " as logged";
+    if (const auto cost = costOf(exact))
+        note += " · " + costText(*cost) + " exact, at API prices";
+    if (exact.unpriced > 0)
+        note += " · " + unpricedText(exact);
     return note;
 }
 

@@ -6,6 +6,7 @@
 #include "model/Snapshot.h"
 
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -22,12 +23,13 @@ struct StatFigure {
     bool operator==(const StatFigure &) const = default;
 };
 
-/// The twelve figures in display order, six to a row. `sessionCost` is the current session's, in dollars.
-/// Ends the program when the sum of the history's tokens overflows.
-[[nodiscard]] std::array<StatFigure, 12> statFigures(const HistoricalData &history, double sessionCost);
+/// The twelve figures in display order, six to a row. `sessionCost` is the current session's, in dollars;
+/// null if it has no price. Ends the program when the sum of the history's tokens overflows.
+[[nodiscard]] std::array<StatFigure, 12> statFigures(const HistoricalData &history,
+                                                     std::optional<double> sessionCost);
 
 /// Returns the session's cost under both choices: "$12.40 as logged · $7.10 exact, at API prices", and
-/// " · 1.2M tokens with no price" if the exact cost lacks some.
+/// " · 1.2M tokens with no price" if the exact cost lacks some; without an exact cost if it lacks all.
 [[nodiscard]] std::string sessionCostNote(const UsageFigures &usage);
 
 } // namespace burnwick

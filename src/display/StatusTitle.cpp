@@ -3,6 +3,7 @@
 #include "display/StatusTitle.h"
 
 #include "display/DisplayFormat.h"
+#include "display/PriceText.h"
 
 #include <algorithm>
 #include <array>
@@ -43,8 +44,9 @@ std::string_view nameOf(StatusIndicator indicator) noexcept {
     return "green";
 }
 
-StatusTitle buildStatusTitle(const SessionTokens &tokens, double cost, const std::optional<QuotaData> &quota,
-                             StatusIndicator indicator, bool isQuotaStale) {
+StatusTitle buildStatusTitle(const SessionTokens &tokens, std::optional<double> cost,
+                             const std::optional<QuotaData> &quota, StatusIndicator indicator,
+                             bool isQuotaStale) {
     using enum TitleSegment::Weight;
     StatusTitle title;
     const auto add = [&title](std::string text, TitleSegment::Weight weight, bool dimmed = false) {
@@ -59,7 +61,7 @@ StatusTitle buildStatusTitle(const SessionTokens &tokens, double cost, const std
 
     add(" | ", regular, true);
     add("$", regular);
-    add(costText(cost).substr(1), semibold);
+    add(cost ? costText(*cost).substr(1) : "--", semibold);
 
     add(" | ", regular, true);
     add("s", semibold, true);
@@ -67,6 +69,12 @@ StatusTitle buildStatusTitle(const SessionTokens &tokens, double cost, const std
     add("  ", regular);
     title.push_back({"\u25CF", heavy, false, colorOf(indicator)});
     return title;
+}
+
+StatusTitle buildStatusTitle(const Snapshot &snapshot) {
+    const auto &[usage, account] = snapshot;
+    return buildStatusTitle(usage.sessionTokens, shownCost(usage), account.quotaData,
+                            account.statusIndicator(), account.isQuotaStale);
 }
 
 std::string plainText(const StatusTitle &title) {

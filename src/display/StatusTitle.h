@@ -47,16 +47,12 @@ using StatusTitle = std::vector<TitleSegment>;
 inline constexpr double dimmedOpacity = 0.48;
 inline constexpr int statusTitlePixelSize = 13;
 
-/// Returns "1.2M | $4.50 | s67%  ●" in its styles, with "s--" while the quota is unknown, and with a dimmed
-/// percentage if the quota is stale.
-[[nodiscard]] StatusTitle buildStatusTitle(const SessionTokens &tokens, double cost,
+/// Returns "1.2M | $4.50 | s67%  ●" in its styles, with "$--" without a cost, "s--" while the quota is
+/// unknown, and a dimmed percentage if the quota is stale.
+[[nodiscard]] StatusTitle buildStatusTitle(const SessionTokens &tokens, std::optional<double> cost,
                                            const std::optional<QuotaData> &quota, StatusIndicator indicator,
                                            bool isQuotaStale = false);
-[[nodiscard]] inline StatusTitle buildStatusTitle(const Snapshot &snapshot) {
-    return buildStatusTitle(snapshot.usage.sessionTokens, snapshot.usage.sessionCost,
-                            snapshot.account.quotaData, snapshot.account.statusIndicator(),
-                            snapshot.account.isQuotaStale);
-}
+[[nodiscard]] StatusTitle buildStatusTitle(const Snapshot &snapshot);
 
 /// The title's text without its styles.
 [[nodiscard]] std::string plainText(const StatusTitle &title);

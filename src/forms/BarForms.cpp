@@ -4,8 +4,8 @@
 
 #include "display/DisplayFormat.h"
 #include "display/LimitText.h"
+#include "display/PriceText.h"
 #include "display/StatusTitle.h"
-#include "forms/PriceText.h"
 
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "forms/BreakdownCsv.h"
 
+#include "display/PriceText.h"
 #include "forms/BreakdownRows.h"
 #include "forms/IsoText.h"
-#include "forms/PriceText.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QLocale>

@@ -3,9 +3,9 @@
 #include "forms/BreakdownTable.h"
 
 #include "display/DisplayFormat.h"
+#include "display/PriceText.h"
 #include "forms/BreakdownRows.h"
 #include "forms/IsoText.h"
-#include "forms/PriceText.h"
 #include "forms/TableParts.h"
 #include "forms/TerminalText.h"
 #include "model/CheckedMath.h"

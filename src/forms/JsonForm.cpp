@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "forms/JsonForm.h"
 
+#include "display/PriceText.h"
 #include "display/StatusTitle.h"
 #include "forecast/Forecast.h"
 #include "forms/IsoText.h"
 #include "forms/OrderedJson.h"
-#include "forms/PriceText.h"
 
 #include <algorithm>
 

@@ -4,9 +4,9 @@
 
 #include "display/DisplayFormat.h"
 #include "display/LimitText.h"
+#include "display/PriceText.h"
 #include "display/StatFigures.h"
 #include "display/StatusTitle.h"
-#include "forms/PriceText.h"
 #include "forms/Sparkline.h"
 #include "forms/TableParts.h"
 #include "forms/TerminalText.h"
@@ -221,7 +221,7 @@ std::string tableForm(const Snapshot &snapshot, Instant now, TerminalColors colo
     addSession(table, usage);
     addAccount(table, snapshot, now);
     table.heading("History", periodText(usage.timeFilter));
-    table.figures(statFigures(history, usage.sessionCost));
+    table.figures(statFigures(history, shownCost(usage)));
     addActivity(table, history.dailyActivity, usage.calendar.dayOf(now));
     addModels(table, history.modelStats);
     return titleLine(snapshot, colors) + std::move(table).take();

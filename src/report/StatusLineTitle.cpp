@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "report/StatusLineTitle.h"
 
+#include "display/PriceText.h"
 #include "ledger/Ledger.h"
 #include "model/Cost.h"
 #include "report/BackgroundProcess.h"
@@ -54,7 +55,7 @@ void store(const std::filesystem::path &file, const TitleFigures &figures, Insta
     const auto &[input, output, cacheCreation, cacheRead] = figures.tokens;
     const qint64 counts[] = {input, output, cacheCreation, cacheRead};
     QJsonObject object{{readAtKey, static_cast<qint64>(readAt.time_since_epoch().count())},
-                       {costKey, figures.cost}};
+                       {costKey, figures.cost ? QJsonValue(*figures.cost) : QJsonValue()}};
     for (std::size_t i = 0; i < std::size(counts); ++i)
         object.insert(countKeys[i], counts[i]);
     replaceJsonFile(file, object);
@@ -72,9 +73,12 @@ std::optional<TitleFigures> load(const std::filesystem::path &file, Instant now)
             if (count(i) < 0 || count(i) > most)
                 return std::nullopt;
         }
-        const double cost = object.value(costKey).toDouble(-1);
-        const bool isValid = readAt <= now && readAt > now - oldestCache && cost >= 0;
-        return isValid ? std::optional(TitleFigures{tokens, cost}) : std::nullopt;
+        const QJsonValue cost = object.value(costKey);
+        TitleFigures figures{tokens, {}};
+        if (!cost.isNull())
+            figures.cost = cost.toDouble(-1);
+        const bool isValid = readAt <= now && readAt > now - oldestCache && figures.cost.value_or(0) >= 0;
+        return isValid ? std::optional(figures) : std::nullopt;
     } catch (const DecodeError &) {
         return std::nullopt;
     }
@@ -83,7 +87,7 @@ std::optional<TitleFigures> load(const std::filesystem::path &file, Instant now)
 TitleFigures figuresOf(const LogHistory &history, FigureChoice choice) {
     if (choice == FigureChoice::exact) {
         const SessionFigures session = ExactCounting(PriceTable::ofUser()).session(history.entries);
-        return {session.tokens, session.cost};
+        return {session.tokens, costOf(priceOf(session))};
     }
     const SessionTokens tokens = JSONLParser::calculateSessionTokens(history.entries);
     return {tokens, sessionCost(tokens)};

@@ -15,7 +15,7 @@ namespace burnwick {
 /// The session's figures in the status title.
 struct TitleFigures {
     SessionTokens tokens;
-    double cost = 0;
+    std::optional<double> cost; ///< in dollars; null if the price list has none
 
     bool operator==(const TitleFigures &) const = default;
 };

@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
 #include "display/DisplayFormat.h"
+#include "display/PriceText.h"
+#include "display/StatFigures.h"
 #include "display/StatusTitle.h"
 #include "model/Cost.h"
 #include "model/StatusIndicator.h"
@@ -113,6 +115,30 @@ TEST(StatusTitle, StylesEverySegment) {
     account.isQuotaStale = true;
     expected[7].dimmed = true;
     EXPECT_EQ(buildStatusTitle({usage, account}), expected);
+}
+
+TEST(ExactFigures, WithoutAnyPriceHaveNoCost) {
+    UsageFigures usage{Calendar::inZone("UTC")};
+    usage.loggedSession.cost = 12.4;
+    usage.figureChoice = FigureChoice::exact;
+    usage.exactSession.tokens.input = usage.sessionTokens.input = 7'100'000;
+    const struct {
+        double cost;
+        std::int64_t unpriced;
+        const char *title, *tile, *note;
+    } rows[] = {
+        {7.1, 0, "7.1M | $7.10 | s--  ●", "$7.10", "$12.40 as logged · $7.10 exact, at API prices"},
+        {7.1, 1, "7.1M | $7.10 | s--  ●", "$7.10",
+         "$12.40 as logged · $7.10 exact, at API prices · 1 token with no price"},
+        {0, 7'100'000, "7.1M | $-- | s--  ●", "no price", "$12.40 as logged · 7.1M tokens with no price"},
+    };
+    for (const auto &row : rows) {
+        usage.exactSession.cost = usage.sessionCost = row.cost;
+        usage.exactSession.unpricedTokens = row.unpriced;
+        EXPECT_EQ(plainText(buildStatusTitle({usage, {}})), row.title);
+        EXPECT_EQ(statFigures({}, shownCost(usage))[6].value, row.tile);
+        EXPECT_EQ(sessionCostNote(usage), row.note);
+    }
 }
 
 } // namespace

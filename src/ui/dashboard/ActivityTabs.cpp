@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/dashboard/ActivityTabs.h"
 
+#include "display/PriceText.h"
 #include "ui/charts/ActivityHeatmapView.h"
 #include "ui/charts/HeatmapLegend.h"
 #include "ui/charts/ModelBarChartView.h"
@@ -166,7 +167,7 @@ void OverviewTab::fitTiles(bool besideLimits) {
 }
 
 void OverviewTab::setValues(const UsageFigures &usage, LocalDay today, std::optional<LocalDay> first) {
-    const auto figures = statFigures(usage.historicalData, usage.sessionCost);
+    const auto figures = statFigures(usage.historicalData, shownCost(usage));
     for (std::size_t i = 0; i < figures.size(); ++i) {
         m_tiles[i]->setValue(textOf(figures[i].value));
         if (figures[i].label == sessionCostLabel)

@@ -16,7 +16,11 @@ namespace burnwick {
 
 /// Returns the cost in US dollars; null if the price list has none.
 [[nodiscard]] std::optional<double> costOf(const PricedTokens &price);
-/// Returns "$12.35" or "no price".
+/// Returns the cost of the session's shown figures in US dollars; null if the price list has none.
+[[nodiscard]] std::optional<double> shownCost(const UsageFigures &usage);
+
+/// Returns "$12.35", or "no price" for null.
+[[nodiscard]] std::string priceText(const std::optional<double> &cost);
 [[nodiscard]] std::string priceText(const PricedTokens &price);
 /// Returns "7.1M tokens with no price"; empty if all have one.
 [[nodiscard]] std::string unpricedText(const PricedTokens &price);

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
-#include "forms/PriceText.h"
+#include "display/PriceText.h"
 
 #include "display/DisplayFormat.h"
 
@@ -20,8 +20,16 @@ std::optional<double> costOf(const PricedTokens &price) {
     return price.hasPrice() ? std::optional(price.cost) : std::nullopt;
 }
 
+std::optional<double> shownCost(const UsageFigures &usage) {
+    return costOf(shownPrice(usage));
+}
+
+std::string priceText(const std::optional<double> &cost) {
+    return cost ? costText(*cost) : "no price";
+}
+
 std::string priceText(const PricedTokens &price) {
-    return price.hasPrice() ? costText(price.cost) : "no price";
+    return priceText(costOf(price));
 }
 
 std::string unpricedText(const PricedTokens &price) {
