@@ -64,13 +64,14 @@ private:
 
 } // namespace
 
-std::optional<Picodollars> priceOf(const Message &message, const PriceTable::ModelPrices &prices) {
+std::optional<Picodollars> priceOf(const Message &message, std::optional<Instant> at,
+                                   const PriceTable::ModelPrices &prices) {
     if (message.cost)
         return message.cost;
-    if (!message.at)
+    if (!at)
         return std::nullopt;
-    return prices.priceOf({*message.at, message.input, message.cacheWrite5m, message.cacheWrite1h,
-                           message.cacheRead, message.output, message.webSearches, message.context.isFast,
+    return prices.priceOf({*at, message.input, message.cacheWrite5m, message.cacheWrite1h, message.cacheRead,
+                           message.output, message.webSearches, message.context.isFast,
                            message.context.isBatch, message.context.isInUnitedStates});
 }
 
@@ -92,7 +93,7 @@ struct BreakdownSums::ListSums {
         , changes(std::move(listChanges))
         , sums(calendar) {
         forEachMessage(entries->messages, changes, [&](const Message &message, std::optional<Instant> at) {
-            sums.add(message, at, priceOf(message, prices.of(message.context.model)));
+            sums.add(message, at, priceOf(message, at, prices.of(message.context.model)));
             period.include(at);
         });
         forEachLine(*entries, [&](const JSONLEntry &line, const MessageList::Origin &origin) {
@@ -217,7 +218,7 @@ UsageBreakdown BreakdownSums::within(TimeFilter filter, Instant now, std::int64_
                            [&](const Message &message, std::optional<Instant> at) {
                                if (at && *at >= cutOff)
                                    builder.add(message, at,
-                                               priceOf(message, modelPrices.of(message.context.model)));
+                                               priceOf(message, at, modelPrices.of(message.context.model)));
                            });
             forEachLine(*list->entries, [&](const JSONLEntry &line, const MessageList::Origin &origin) {
                 if (line.timestamp() && *line.timestamp() >= cutOff)
@@ -236,7 +237,7 @@ SessionPart::SessionPart(LogEntries list, MessageChanges listChanges, const Pric
         const SessionTokens counts{message.input, message.output,
                                    addTokens(message.cacheWrite5m, message.cacheWrite1h), message.cacheRead};
         addCounts(tokens, counts);
-        if (const auto price = priceOf(message, modelPrices.of(message.context.model)))
+        if (const auto price = priceOf(message, at, modelPrices.of(message.context.model)))
             cost = addAmounts(cost, *price);
         else
             unpricedTokens = addTokens(unpricedTokens, counts.total());

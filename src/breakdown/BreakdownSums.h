@@ -14,7 +14,7 @@
 namespace burnwick {
 
 /// Returns the message's price: its logged cost, or else that of the list; null without either.
-[[nodiscard]] std::optional<Picodollars> priceOf(const Message &message,
+[[nodiscard]] std::optional<Picodollars> priceOf(const Message &message, std::optional<Instant> at,
                                                  const PriceTable::ModelPrices &prices);
 
 /// The instants of several messages and lines.

@@ -29,6 +29,16 @@ struct Candidate {
 } // namespace
 
 std::vector<MessageChanges> MessageSelection::select(std::span<const LogEntries> lists) {
+    try {
+        return update(lists);
+    } catch (...) {
+        // Half an update would count messages twice, or not at all.
+        *this = MessageSelection();
+        throw;
+    }
+}
+
+std::vector<MessageChanges> MessageSelection::update(std::span<const LogEntries> lists) {
     std::unordered_set<const EntryList *> present;
     for (const LogEntries &list : lists)
         present.insert(list.get());
@@ -119,6 +129,7 @@ void MessageSelection::add(std::uint32_t place) {
 void MessageSelection::remove(std::uint32_t place) {
     List &list = m_lists[place];
     const MessageList &messages = list.entries->messages;
+    std::unordered_set<std::uint64_t> handled; // keys of groups, which a list may be in often
     for (std::uint32_t index = 0; index < messages.size(); ++index) {
         const std::uint64_t key = messages.messageKeyOf(index);
         const auto known = m_spots.constFind(key);
@@ -128,6 +139,8 @@ void MessageSelection::remove(std::uint32_t place) {
             m_spots.erase(known);
             continue;
         }
+        if (!handled.insert(key).second)
+            continue;
         const auto group = m_groups.find(key);
         std::erase_if(group->second, [place](const Spot &spot) { return spot.list == place; });
         m_undecided.insert(key);
@@ -153,7 +166,11 @@ void MessageSelection::decide(std::uint64_t messageKey) {
     });
 
     // Of each message the lists have it in a range of candidates.
-    std::vector<const Candidate *> winners;
+    struct Winner {
+        const Candidate *candidate;
+        bool isInMainChain; ///< whether a line of its session and request is
+    };
+    std::vector<Winner> winners;
     std::unordered_set<InternedString> mainChains;
     for (auto first = candidates.begin(); first != candidates.end();) {
         const auto end = std::find_if(first, candidates.end(), [first](const Candidate &other) {
@@ -175,12 +192,16 @@ void MessageSelection::decide(std::uint64_t messageKey) {
                 change = {true, first->message.at};
             setChange({other->list, other->index}, change);
         }
-        winners.push_back(winner);
+        const InternedString session = winner->message.context.session;
+        const bool isInMainChain = std::any_of(first, end, [session](const Candidate &candidate) {
+            const MessageContext &context = candidate.message.context;
+            return !context.isSidechain && context.session == session;
+        });
+        winners.push_back({winner, isInMainChain});
         first = end;
     }
-    for (const Candidate *winner : winners) {
-        const MessageContext &context = winner->message.context;
-        if (context.isSidechain && mainChains.contains(context.session))
+    for (const auto &[winner, isInMainChain] : winners) {
+        if (!isInMainChain && mainChains.contains(winner->message.context.session))
             setChange({winner->list, winner->index}, MessageChange());
     }
 }

@@ -39,6 +39,7 @@ public:
     /// messages the one with the most output tokens counts, the last one of equals, at the time of the first.
     /// A message of a side chain does not count if the same session has the message in the main chain under
     /// another request. A list's changes are the same object until they differ.
+    /// Throws std::bad_alloc, and has forgotten the lists then.
     [[nodiscard]] std::vector<MessageChanges> select(std::span<const LogEntries> lists);
 
 private:
@@ -54,6 +55,7 @@ private:
         bool isChanged = false; ///< since they were published
     };
 
+    [[nodiscard]] std::vector<MessageChanges> update(std::span<const LogEntries> lists);
     void add(std::uint32_t place);
     void remove(std::uint32_t place);
     void decide(std::uint64_t messageKey);

@@ -24,6 +24,10 @@ std::optional<double> shownCost(const UsageFigures &usage) {
     return costOf(shownPrice(usage));
 }
 
+std::optional<double> shownProjection(const UsageFigures &usage, double UsageFigures::*projection) {
+    return shownCost(usage) ? std::optional(usage.*projection) : std::nullopt;
+}
+
 std::string priceText(const std::optional<double> &cost) {
     return cost ? costText(*cost) : "no price";
 }

@@ -68,10 +68,10 @@ std::string pangoToolTip(const Snapshot &snapshot, Instant now) {
            " cache read\nCost: " + priceText(price) +
            (price.unpriced > 0 ? " · " + unpricedText(price) : "") +
            "\nBurn rate: " + burnRateText(usage.burnRateTokensPerMin) +
-           "\nProjected: " + costText(usage.projectedTodayCost) + " today · " +
-           costText(usage.projectedWeeklyCost) + " week · " + costText(usage.projectedMonthlyCost) +
-           " month\n5-hour window: " + quota + " (" + std::string(nameOf(account.statusIndicator())) + ")" +
-           pangoLimitLines(snapshot, now);
+           "\nProjected: " + projectionText(usage, &UsageFigures::projectedTodayCost) + " today · " +
+           projectionText(usage, &UsageFigures::projectedWeeklyCost) + " week · " +
+           projectionText(usage, &UsageFigures::projectedMonthlyCost) + " month\n5-hour window: " + quota +
+           " (" + std::string(nameOf(account.statusIndicator())) + ")" + pangoLimitLines(snapshot, now);
 }
 
 } // namespace

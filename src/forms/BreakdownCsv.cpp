@@ -73,9 +73,11 @@ std::string projectsCsv(const UsageFigures &usage) {
 std::string modelsCsv(const UsageFigures &usage) {
     std::string csv = "model,input_tokens,output_tokens,cache_write_5m_tokens,cache_write_1h_tokens,"
                       "cache_read_tokens,web_searches,cost_usd,unpriced_tokens\r\n";
-    for (const ModelRow &row : modelRows(usage))
+    for (const ModelRow &row : modelRows(usage)) {
+        const std::int64_t unpriced = row.price.value_or(PricedTokens()).unpriced;
         addLine(csv, row.name, row.input, row.output, row.cacheWrite5m, row.cacheWrite1h, row.cacheRead,
-                row.webSearches, costOf(row.price), row.price.unpriced);
+                row.webSearches, row.price ? costOf(*row.price) : std::nullopt, unpriced);
+    }
     return csv;
 }
 

@@ -54,7 +54,8 @@ std::vector<ModelRow> modelRows(const UsageFigures &usage) {
         rows.push_back(std::move(row));
     }
     std::ranges::stable_sort(rows, std::ranges::greater(), [](const ModelRow &row) {
-        return std::tuple(row.price.cost, row.price.tokens, row.input);
+        const PricedTokens price = row.price.value_or(PricedTokens());
+        return std::tuple(price.cost, price.tokens, row.input);
     });
     return rows;
 }

@@ -29,7 +29,7 @@ struct ModelRow {
     std::int64_t output = 0;
     /// Null as logged, because those figures have these counts for all models together only.
     std::optional<std::int64_t> cacheWrite5m{}, cacheWrite1h{}, cacheRead{}, webSearches{};
-    PricedTokens price{};
+    std::optional<PricedTokens> price{}; ///< null if none of its lines is a message
 
     bool operator==(const ModelRow &) const = default;
 };

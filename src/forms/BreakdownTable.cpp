@@ -33,8 +33,10 @@ struct Table {
     PricedTokens price{}; ///< of all lines
 };
 
-std::string costCell(const PricedTokens &price) {
-    return priceText(price) + (price.hasPrice() && price.unpriced > 0 ? "*" : " ");
+std::string costCell(const std::optional<PricedTokens> &price) {
+    if (!price)
+        return {};
+    return priceText(*price) + (price->hasPrice() && price->unpriced > 0 ? "*" : " ");
 }
 
 /// A figure that the choice does not have is empty.
@@ -46,9 +48,10 @@ template <typename Row>
 PricedTokens priceOfAll(const std::vector<Row> &rows) {
     PricedTokens sum;
     for (const Row &row : rows) {
-        sum.tokens = addTokens(sum.tokens, row.price.tokens);
-        sum.unpriced = addTokens(sum.unpriced, row.price.unpriced);
-        sum.cost += row.price.cost;
+        const PricedTokens price = std::optional(row.price).value_or(PricedTokens());
+        sum.tokens = addTokens(sum.tokens, price.tokens);
+        sum.unpriced = addTokens(sum.unpriced, price.unpriced);
+        sum.cost += price.cost;
     }
     return sum;
 }
@@ -161,7 +164,8 @@ std::string projectsTable(const UsageFigures &usage, const std::string &home, Te
 std::string modelsTable(const UsageFigures &usage, TerminalColors colors) {
     const auto rows = modelRows(usage);
     Table table{"Models", "No model data yet", {"Model", {"Cost ", "Input", "Output"}}};
-    const auto lineOf = [](std::string name, const PricedTokens &price, const ModelRow &counts) {
+    const auto lineOf = [](std::string name, const std::optional<PricedTokens> &price,
+                           const ModelRow &counts) {
         Line line{std::move(name), {costCell(price), countCell(counts.input), countCell(counts.output)}};
         if (const auto written = sumOf(counts.cacheWrite5m, counts.cacheWrite1h))
             line.figures.insert(line.figures.end(), {countCell(written), countCell(counts.cacheRead)});

@@ -26,11 +26,11 @@ OrderedJson sessionJson(const UsageFigures &usage) {
     OrderedJson object = OrderedJson::object();
     object.add("hasJSONLData", usage.hasJSONLData);
     addTokens(object, usage.sessionTokens)
-        .add("cost", usage.sessionCost)
+        .add("cost", shownCost(usage))
         .add("burnRateTokensPerMin", usage.burnRateTokensPerMin)
-        .add("projectedTodayCost", usage.projectedTodayCost)
-        .add("projectedWeeklyCost", usage.projectedWeeklyCost)
-        .add("projectedMonthlyCost", usage.projectedMonthlyCost);
+        .add("projectedTodayCost", shownProjection(usage, &UsageFigures::projectedTodayCost))
+        .add("projectedWeeklyCost", shownProjection(usage, &UsageFigures::projectedWeeklyCost))
+        .add("projectedMonthlyCost", shownProjection(usage, &UsageFigures::projectedMonthlyCost));
     return object;
 }
 

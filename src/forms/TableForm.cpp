@@ -79,16 +79,17 @@ void addSession(Table &table, const UsageFigures &usage) {
                                  ? remark + " · each message once, at its model's price"
                                  : remark);
     const SessionTokens &tokens = usage.sessionTokens;
-    const StatFigure figures[] = {{"Input", tokenCountText(tokens.input)},
-                                  {"Output", tokenCountText(tokens.output)},
-                                  {"Cache creation", tokenCountText(tokens.cacheCreation)},
-                                  {"Cache read", tokenCountText(tokens.cacheRead)},
-                                  {"Total tokens", tokenCountText(tokens.total())},
-                                  {"Cost", priceText(price)},
-                                  {"Burn rate", burnRateText(usage.burnRateTokensPerMin)},
-                                  {"Projected today", costText(usage.projectedTodayCost)},
-                                  {"Projected week", costText(usage.projectedWeeklyCost)},
-                                  {"Projected month", costText(usage.projectedMonthlyCost)}};
+    const StatFigure figures[] = {
+        {"Input", tokenCountText(tokens.input)},
+        {"Output", tokenCountText(tokens.output)},
+        {"Cache creation", tokenCountText(tokens.cacheCreation)},
+        {"Cache read", tokenCountText(tokens.cacheRead)},
+        {"Total tokens", tokenCountText(tokens.total())},
+        {"Cost", priceText(price)},
+        {"Burn rate", burnRateText(usage.burnRateTokensPerMin)},
+        {"Projected today", projectionText(usage, &UsageFigures::projectedTodayCost)},
+        {"Projected week", projectionText(usage, &UsageFigures::projectedWeeklyCost)},
+        {"Projected month", projectionText(usage, &UsageFigures::projectedMonthlyCost)}};
     table.figures(figures);
     if (price.unpriced > 0)
         table.line(table.dimmed(unpricedText(price) + ": counted, but not in the costs"));

@@ -132,7 +132,7 @@ void Ledger::recall(LogHistory &history) {
         if (m_keepsHistory)
             database.beginKeeping();
         database.beginReading();
-        database.followOthers();
+        database.followOthers(m_withMessages);
         m_mayLackFiles |= database.hasFollowed();
         FileTable &files = database.files();
         std::vector<RecalledFile> recalled;

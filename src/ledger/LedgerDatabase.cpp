@@ -13,9 +13,10 @@ namespace burnwick {
 
 namespace {
 
-LogEntries entriesOf(const SessionLines &lines) {
+LogEntries entriesOf(const SessionLines &lines, bool withMessages = true) {
     auto entries = std::make_shared<EntryList>(lines.entries.begin(), lines.entries.end());
-    entries->messages.add(lines.entries, lines.details);
+    if (withMessages)
+        entries->messages.add(lines.entries, lines.details);
     return entries;
 }
 
@@ -122,7 +123,7 @@ std::vector<LogEntries> LedgerDatabase::kept() {
     return lists;
 }
 
-void LedgerDatabase::followOthers() {
+void LedgerDatabase::followOthers(bool withMessages) {
     const std::int64_t version = m_file.database().execAndGet("PRAGMA data_version").getInt64();
     if (m_version == version)
         return;
@@ -135,7 +136,7 @@ void LedgerDatabase::followOthers() {
     m_isKeeping = m_keptLines.isKeeping();
     std::map<std::string, LogEntries, std::less<>> kept;
     for (const std::string &session : m_keptLines.sessions()) {
-        auto entries = entriesOf(m_keptLines.linesOf(InternedString(session)));
+        auto entries = entriesOf(m_keptLines.linesOf(InternedString(session)), withMessages);
         const auto known = m_kept.find(session);
         kept[session] = known != m_kept.end() && *known->second == *entries ? known->second : entries;
         m_unsettled.insert(session);

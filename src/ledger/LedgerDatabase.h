@@ -41,8 +41,9 @@ public:
     void commit() { m_file.database().exec("COMMIT"); }
 
     [[nodiscard]] FileTable &files() { return m_files; }
-    /// Reads the kept lines again if another process may have written lines. Needs an open transaction.
-    void followOthers();
+    /// Reads the kept lines again if another process may have written lines, with or without the messages of
+    /// their lists. Needs an open transaction.
+    void followOthers(bool withMessages = true);
 
     /// See ReadingStore::keep(). Needs an open transaction.
     [[nodiscard]] bool keep(const std::filesystem::path &file, const ReadingPosition *continued,

@@ -50,7 +50,7 @@ std::int64_t integerOf(std::string_view json) {
     return error == std::errc() && end == json.data() + json.size() ? value : 0;
 }
 
-/// Null if it is no number, or too large.
+/// Null if it is no number, negative, or too large.
 std::optional<std::int64_t> picodollarsOf(std::string_view json) {
     if (json.empty() || json.front() == '"')
         return std::nullopt;
@@ -59,7 +59,7 @@ std::optional<std::int64_t> picodollarsOf(std::string_view json) {
     in.imbue(std::locale::classic());
     double dollars = 0;
     constexpr double limit = 9e6;
-    if (!(in >> dollars) || std::abs(dollars) > limit)
+    if (!(in >> dollars) || !(dollars >= 0) || dollars > limit)
         return std::nullopt;
     return std::llround(dollars * 1e12);
 }

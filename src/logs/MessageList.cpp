@@ -75,13 +75,13 @@ void MessageList::add(std::span<const JSONLEntry> lines, std::span<const UsageDe
         const std::int64_t write5m = plausible(facts.cacheWrite5m);
         const std::int64_t write1h = plausible(facts.cacheWrite1h);
         // Some versions wrote only one of the two.
-        const std::int64_t uncovered = std::max<std::int64_t>(counts.cacheCreation - write5m - write1h, 0);
+        const std::int64_t writes = std::max<std::int64_t>(counts.cacheCreation, 0);
+        const std::int64_t uncovered = std::max<std::int64_t>(writes - write5m - write1h, 0);
         Message message{facts.messageKey,
                         facts.requestKey,
                         line.timestamp(),
                         {line.model(), folder, session, facts.isSidechain, facts.speed == fast,
-                         facts.serviceTier == batch, facts.geography == unitedStates, false,
-                         line.timestamp().has_value()},
+                         facts.serviceTier == batch, facts.geography == unitedStates},
                         std::max<std::int64_t>(counts.input, 0),
                         std::max<std::int64_t>(counts.output, 0),
                         write5m + uncovered,
@@ -91,6 +91,9 @@ void MessageList::add(std::span<const JSONLEntry> lines, std::span<const UsageDe
                         facts.cost};
         if (!addOrReplace(message, index))
             continue;
+        // An advisor has the time of the message's first line.
+        if (message.messageKey != 0)
+            message.at = (*this)[index.value(Identity(message))].at;
         std::uint64_t ordinal = 0;
         for (const AdvisorUsage &advisor : facts.advisors) {
             Message other = message;
@@ -118,7 +121,8 @@ void MessageList::add(std::span<const JSONLEntry> lines, std::span<const UsageDe
         for (gone.messageKey = advisorKeyOf(message.messageKey, ++ordinal); index.contains(Identity(gone));
              gone.messageKey = advisorKeyOf(message.messageKey, ++ordinal)) {
             const std::size_t place = index.value(Identity(gone));
-            Message none{gone.messageKey, gone.requestKey, gone.at, (*this)[place].context};
+            const Message former = (*this)[place];
+            Message none{gone.messageKey, gone.requestKey, former.at, former.context};
             set(place, none);
         }
     }
@@ -131,13 +135,12 @@ bool MessageList::addOrReplace(const Message &message, Index &index) {
         std::size_t &known = index[Identity(message)];
         if (index.size() == size) {
             const Message former = (*this)[known];
-            if (message.output < former.output)
-                return false;
-            Message replacement = message;
-            replacement.at = former.at;
-            replacement.context.hasTime = former.context.hasTime;
-            set(known, replacement);
-            return true;
+            const bool isReplaced = message.output >= former.output;
+            Message counting = isReplaced ? message : former;
+            counting.at = former.at;
+            counting.context.isSidechain = message.context.isSidechain && former.context.isSidechain;
+            set(known, counting);
+            return isReplaced;
         }
         known = m_messages.size();
     }
@@ -181,11 +184,10 @@ void MessageList::set(std::size_t index, const Message &message) {
                             message.cacheRead};
     const bool fits = message.webSearches == 0 && !message.cost &&
                       std::ranges::all_of(counts, [](std::int64_t n) { return n >= 0 && n < hasRest; });
-    Packed packed{message.messageKey,
-                  message.requestKey,
-                  message.at.value_or(Instant()),
-                  {},
-                  numberOf(message.context)};
+    MessageContext context = message.context;
+    context.hasTime = message.at.has_value();
+    Packed packed{
+        message.messageKey, message.requestKey, message.at.value_or(Instant()), {}, numberOf(context)};
     if (fits) {
         std::ranges::transform(counts, packed.counts.begin(),
                                [](std::int64_t n) { return static_cast<std::uint32_t>(n); });

@@ -20,7 +20,7 @@ struct MessageContext {
     InternedString model;
     InternedString folder; ///< of the project; null if unknown
     InternedString session;
-    bool isSidechain = false;
+    bool isSidechain = false; ///< whether no line of the message is in the main chain
     bool isFast = false;
     bool isBatch = false;
     bool isInUnitedStates = false; ///< whether the inference was bound to the United States

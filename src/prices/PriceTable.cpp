@@ -14,6 +14,7 @@
 
 #include <cmath>
 #include <filesystem>
+#include <iterator>
 #include <system_error>
 #include <utility>
 
@@ -185,6 +186,7 @@ PriceTable::PriceTable(const QByteArray &json) {
     const QJsonValue list = parseJsonObject(json).value(QLatin1String("rows"));
     if (!list.isArray())
         throw DecodeError("\"rows\" is missing or no list");
+    Rows &rows = m_lists.emplace_back();
     int number = 0;
     for (const QJsonValue value : list.toArray()) {
         ++number;
@@ -194,8 +196,11 @@ PriceTable::PriceTable(const QByteArray &json) {
             if (ids.isEmpty())
                 throw DecodeError("\"ids\" is missing or empty");
             const PriceRow row = rowIn(object);
-            for (const QJsonValue id : ids)
-                m_rows.emplace(id.toString().toStdString(), row);
+            for (const QJsonValue id : ids) {
+                if (id.toString().isEmpty())
+                    throw DecodeError("an element of \"ids\" is no name");
+                rows.emplace(id.toString().toStdString(), row);
+            }
         } catch (const DecodeError &error) {
             throw DecodeError("row " + std::to_string(number) + ": " + error.what());
         }
@@ -203,17 +208,18 @@ PriceTable::PriceTable(const QByteArray &json) {
 }
 
 void PriceTable::prepend(PriceTable other) {
-    // Equal keys keep the order of their insertion.
-    other.m_rows.insert(m_rows.begin(), m_rows.end());
-    m_rows = std::move(other.m_rows);
+    m_lists.insert(m_lists.begin(), std::make_move_iterator(other.m_lists.begin()),
+                   std::make_move_iterator(other.m_lists.end()));
 }
 
 PriceTable::ModelPrices PriceTable::pricesOf(std::string_view model) const {
     ModelPrices prices;
-    for (const std::string_view name : priceListNames(model)) {
-        const auto [first, last] = m_rows.equal_range(name);
-        for (auto row = first; row != last; ++row)
-            prices.m_rows.push_back(&row->second);
+    for (const Rows &rows : m_lists) {
+        for (const std::string_view name : priceListNames(model)) {
+            const auto [first, last] = rows.equal_range(name);
+            for (auto row = first; row != last; ++row)
+                prices.m_rows.push_back(&row->second);
+        }
     }
     return prices;
 }

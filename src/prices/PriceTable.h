@@ -92,10 +92,12 @@ public:
     /// Puts the rows of another list before those of this one.
     void prepend(PriceTable other);
     [[nodiscard]] ModelPrices pricesOf(std::string_view model) const;
-    [[nodiscard]] const std::multimap<std::string, PriceRow, std::less<>> &rows() const { return m_rows; }
+    using Rows = std::multimap<std::string, PriceRow, std::less<>>; ///< by the model's name
+    /// Returns the rows of each list, in the order of their precedence.
+    [[nodiscard]] const std::vector<Rows> &lists() const { return m_lists; }
 
 private:
-    std::multimap<std::string, PriceRow, std::less<>> m_rows; ///< by the model's name
+    std::vector<Rows> m_lists;
 };
 
 } // namespace burnwick

@@ -44,7 +44,7 @@ private:
         details.messageKey = below(40);
         details.requestKey = below(3);
         details.session = InternedString(below(m_sessions) == 0 ? "s1" : "s2");
-        details.isSidechain = details.requestKey == 2;
+        details.isSidechain = below(3) == 0;
         const Instant at = now - std::chrono::hours(24 * below(3));
         const auto output = static_cast<std::int64_t>(below(3));
         // The number of the line finds its details again.

@@ -109,6 +109,13 @@ TEST(ExactCounting, CountsEachMessageOnce) {
          {UsageLine{}.json(), UsageLine{.request = "r2", .isSidechain = true}.json(),
           UsageLine{.session = "s2"}.json()},
          "1 messages; claude-opus-5 10/1/0/0/0/0; day 1: 11"},
+        {"a main chain's line, and the same in a side chain's log",
+         {UsageLine{}.json(), UsageLine{.isSidechain = true}.json()},
+         "1 messages; claude-opus-5 10/1/0/0/0/0; day 1: 11"},
+        {"both in one log, and a replay under another request",
+         {UsageLine{}.json() + UsageLine{.output = 2, .isSidechain = true}.json(),
+          UsageLine{.output = 5, .request = "r2", .isSidechain = true}.json()},
+         "1 messages; claude-opus-5 20/2/0/0/0/0; day 1: 22"},
         {"counts of 32 bits",
          {UsageLine{.moreUsage = R"(,"cache_read_input_tokens":4294967295)"}.json()},
          "1 messages; claude-opus-5 10/1/0/0/4294967295/0; day 1: 4294967306"},
@@ -151,6 +158,16 @@ TEST(ExactCounting, CountsEachMessageOnce) {
          {UsageLine{.moreUsage = advisor}.json() + UsageLine{.output = 2}.json() +
           UsageLine{.moreUsage = advisor}.json()},
          "1 messages; claude-opus-5 20/2/0/0/0/0; day 1: 22"},
+        {"advisors at the time of the message's first line",
+         {UsageLine{.moreUsage = advisor}.json() +
+          UsageLine{.time = "2026-08-02T00:00:00.000Z", .moreUsage = advisor}.json()},
+         "1 messages; claude-haiku-4-5 7/3/2/0/1/0; claude-opus-5 10/1/0/0/0/0; day 1: 24"},
+        {"a negative count",
+         {UsageLine{
+             .moreUsage =
+                 R"(,"cache_creation_input_tokens":-9223372036854775808,"cache_creation":{"ephemeral_5m_input_tokens":1})"}
+              .json()},
+         "1 messages; claude-opus-5 10/1/1/0/0/0; day 1: 12"},
         {"without a time", {UsageLine{.time = ""}.json()}, "1 messages; claude-opus-5 10/1/0/0/0/0"},
     };
     for (const auto &row : rows)
@@ -170,6 +187,7 @@ TEST(ExactCounting, PricesMessagesAndNamesTokensWithoutPrice) {
         {"in the United States", {.output = 1'000'000, .moreUsage = R"(,"inference_geo":"us")"}, 82.5, 0},
         {"searches", {.output = 0, .moreUsage = R"(,"server_tool_use":{"web_search_requests":3})"}, 0.03, 0},
         {"by the line's cost", {.model = "x", .moreMembers = R"(,"costUSD":1.5)"}, 1.5, 0},
+        {"a negative cost of the line", {.output = 1'000'000, .moreMembers = R"(,"costUSD":-1.5)"}, 75, 0},
         {"an unknown model", {.model = "x"}, 0, 11},
         {"before the list's first day", {.time = "2026-07-01T00:00:00.000Z"}, 0, 11},
         {"without a time", {.time = ""}, 0, 11},

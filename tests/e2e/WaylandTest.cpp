@@ -8,6 +8,8 @@
 namespace burnwick {
 namespace {
 
+using namespace std::chrono_literals;
+
 /// The real program under a Wayland compositor, where no X server is.
 class WaylandTest : public test::ProgramFixture {
 protected:
@@ -23,7 +25,15 @@ protected:
     bool hasWindows(const QStringList &titles) {
         return waitFor([&] { return m_display.windows() == titles; });
     }
-    void activateItem() { m_watcher.callItem(QStringLiteral("Activate"), {0, 0}); }
+    /// Clicks the item. The first click may arrive before the program knows that its window lost the focus.
+    bool opensByTheItem() {
+        for (int clicks = 0; clicks < 3; ++clicks) {
+            m_watcher.callItem(QStringLiteral("Activate"), {0, 0});
+            if (waitFor([this] { return m_display.focused() == window; }, 3s))
+                return true;
+        }
+        return false;
+    }
     static void openSettings() {
         QDBusMessage action = QDBusMessage::createMethodCall(
             QStringLiteral("com.burnwick.Burnwick"), QStringLiteral("/com/burnwick/Burnwick"),
@@ -43,8 +53,7 @@ TEST_F(WaylandTest, WindowsOpenWithTheFocusOnTheUsersWorkspace) {
 
     EXPECT_TRUE(m_display.run(QStringLiteral("workspace 2")));
     ASSERT_TRUE(focuses({}));
-    activateItem();
-    EXPECT_TRUE(focuses(window)) << "covered by another workspace";
+    EXPECT_TRUE(opensByTheItem()) << "on another workspace";
 
     openSettings();
     EXPECT_TRUE(focuses(settings));
@@ -54,8 +63,7 @@ TEST_F(WaylandTest, WindowsOpenWithTheFocusOnTheUsersWorkspace) {
 
     EXPECT_TRUE(m_display.run(QStringLiteral("kill")));
     EXPECT_TRUE(hasWindows({}));
-    activateItem();
-    EXPECT_TRUE(focuses(window)) << "closed";
+    EXPECT_TRUE(opensByTheItem()) << "closed";
     EXPECT_TRUE(endsAt(SIGTERM));
 }
 

@@ -94,8 +94,9 @@ TEST(PriceTable, EveryRowOfTheProductIsPlausible) {
                                            "claude-sonnet-5-5"};
     const std::set<std::string> roundedWrites{"claude-3-haiku", "claude-3-haiku-20240307"};
     const PriceTable table = PriceTable::ofProduct();
-    EXPECT_EQ(table.rows().size(), 47U);
-    for (const auto &[name, row] : table.rows()) {
+    const PriceTable::Rows &rows = table.lists().at(0);
+    EXPECT_EQ(rows.size(), 47U);
+    for (const auto &[name, row] : rows) {
         SCOPED_TRACE(name);
         EXPECT_LT(row.from, row.until);
         EXPECT_TRUE(row.unitedStatesPermille == 1000 || row.unitedStatesPermille == 1100);
@@ -121,8 +122,8 @@ TEST(PriceTable, EveryRowOfTheProductIsPlausible) {
             }
         }
         // Rows of one name follow each other.
-        const auto next = std::next(table.rows().find(name));
-        if (table.rows().count(name) > 1 && &next->second != &row) {
+        const auto next = std::next(rows.find(name));
+        if (rows.count(name) > 1 && &next->second != &row) {
             EXPECT_EQ(row.until, next->second.from);
         }
     }
@@ -142,6 +143,9 @@ TEST(PriceTable, TheUsersRowsComeFirst) {
     EXPECT_EQ(table.pricesOf("own").priceOf(millionsAt("2026-07-31")), 5 * dollar);
     EXPECT_EQ(table.pricesOf("own").priceOf(millionsAt("2026-08-01")), std::nullopt);
     EXPECT_EQ(table.pricesOf("claude-opus-5").priceOf(millionsAt("2026-08-01")), 4675 * cent);
+    table.prepend(PriceTable(listWith("").replace("claude-opus-5", "claude-opus-4-5")));
+    EXPECT_EQ(table.pricesOf("claude-opus-4-5-20251101").priceOf(millionsAt("2026-08-01")), 5 * dollar)
+        << "a name with a date, which the product has too";
 }
 
 TEST(PriceTable, RejectsAMalformedListWithTheRowsNumber) {
@@ -152,6 +156,7 @@ TEST(PriceTable, RejectsAMalformedListWithTheRowsNumber) {
         {R"({"rows":[{}]})", first + "\"ids\" is missing"},
         {R"({"rows":[7]})", first + "\"ids\" is missing"},
         {R"({"rows":[{"ids":["a"]}]})", first + "\"input\" is missing"},
+        {listWith("").replace("\"own\"", "1"), first + "an element of \"ids\" is no name"},
         {listWith(",\"input\":-1"), first + "\"input\" is no price"},
         {listWith(",\"output\":\"1\""), first + "\"output\" is of another type"},
         {listWith(",\"effective_from\":\"soon\""), first + "\"effective_from\" is no date"},

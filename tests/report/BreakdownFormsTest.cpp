@@ -108,7 +108,7 @@ TEST(BreakdownCsv, HasPlainFiguresOfTheChoice) {
                             "cache_read_tokens,web_searches,cost_usd,unpriced_tokens\r\n"
                             "\"opus\",2500,1800,,,,,0.000001,0\r\n"
                             "\"a\",25,50,,,,,,40\r\n"
-                            "\"echo\",7,0,,,,,0,0\r\n"},
+                            "\"echo\",7,0,,,,,,0\r\n"},
         {modelsCsv(exact), "model,input_tokens,output_tokens,cache_write_5m_tokens,cache_write_1h_tokens,"
                            "cache_read_tokens,web_searches,cost_usd,unpriced_tokens\r\n"
                            "\"opus\",1000,900,30,50,20,1,0.000001,0\r\n"

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/dashboard/LiveColumn.h"
 
+#include "display/PriceText.h"
 #include "model/Snapshot.h"
 #include "ui/controls/AccessibleRole.h"
 #include "ui/dashboard/LivePanels.h"
@@ -74,9 +75,11 @@ void LiveColumn::setValues(const Snapshot &snapshot, Instant now) {
         m_quota->setAccount(account, usage.calendar, now);
     if (extraUsage)
         m_extraUsage->setUsage(*extraUsage);
-    m_burnRate->setValues({usage.burnRateTokensPerMin, usage.projectedTodayCost, usage.projectedWeeklyCost,
-                           usage.projectedMonthlyCost, quota ? quota->fiveHourResetAt : std::nullopt,
-                           account.awaitsFirstQuota},
+    m_burnRate->setValues({usage.burnRateTokensPerMin,
+                           shownProjection(usage, &UsageFigures::projectedTodayCost),
+                           shownProjection(usage, &UsageFigures::projectedWeeklyCost),
+                           shownProjection(usage, &UsageFigures::projectedMonthlyCost),
+                           quota ? quota->fiveHourResetAt : std::nullopt, account.awaitsFirstQuota},
                           now);
     m_claudeStatus->setComponents(account.claudeStatus);
 

@@ -5,6 +5,7 @@
 #include "display/DisplayFormat.h"
 #include "display/DisplayText.h"
 #include "display/LimitText.h"
+#include "display/PriceText.h"
 #include "model/Snapshot.h"
 #include "ui/controls/AccessibleRole.h"
 #include "ui/dashboard/PanelRows.h"
@@ -182,9 +183,9 @@ WindowBurnRatePanel::WindowBurnRatePanel()
 
 void WindowBurnRatePanel::setValues(const Values &values, Instant now) {
     m_current->setValue(textOf(burnRateText(values.tokensPerMin)));
-    m_today->setValue(textOf(costText(values.todayCost)));
-    m_weekly->setValue(textOf(costText(values.weeklyCost)));
-    m_monthly->setValue(textOf(costText(values.monthlyCost)));
+    m_today->setValue(textOf(priceText(values.todayCost)));
+    m_weekly->setValue(textOf(priceText(values.weeklyCost)));
+    m_monthly->setValue(textOf(priceText(values.monthlyCost)));
     m_reset->setVisible(values.resetAt || values.awaitsReset);
     m_reset->setText(values.resetAt
                          ? QStringLiteral("Reset ") + textOf(timeRemainingText(*values.resetAt, now))

@@ -68,11 +68,9 @@ public:
     /// Costs are dollars.
     struct Values {
         double tokensPerMin = 0;
-        double todayCost = 0;
-        double weeklyCost = 0;
-        double monthlyCost = 0;
-        std::optional<Instant> resetAt; ///< of the 5-hour window
-        bool awaitsReset = false;       ///< shows an empty line while `resetAt` is absent
+        std::optional<double> todayCost, weeklyCost, monthlyCost; ///< in dollars; null without a price
+        std::optional<Instant> resetAt;                           ///< of the 5-hour window
+        bool awaitsReset = false; ///< shows an empty line while `resetAt` is absent
     };
     void setValues(const Values &values, Instant now);
 

@@ -3,6 +3,7 @@
 #include "ui/projects/ProjectPainter.h"
 
 #include "display/DisplayFormat.h"
+#include "display/PriceText.h"
 #include "ui/charts/UsageBar.h"
 #include "ui/controls/PriceMark.h"
 #include "ui/layout/PixelGrid.h"
@@ -110,8 +111,9 @@ void drawProjectCost(QPainter &painter, const QRectF &area, const std::optional<
         drawLine(painter, line, TextStyle::caption, colors.secondary, shareText(share), Qt::AlignLeft);
 }
 
-void drawTotalCost(QPainter &painter, const QRectF &area, double cost, const ThemeColors &colors) {
-    drawLine(painter, area, TextStyle::labelStrong, colors.text, textOf(costText(cost)), Qt::AlignRight);
+void drawTotalCost(QPainter &painter, const QRectF &area, const PricedTokens &price,
+                   const ThemeColors &colors) {
+    drawLine(painter, area, TextStyle::labelStrong, colors.text, textOf(priceText(price)), Qt::AlignRight);
 }
 
 void drawProjectFigure(QPainter &painter, const QRectF &area, const QString &text,

@@ -36,7 +36,8 @@ void drawSparkline(QPainter &painter, const QRectF &area, const std::vector<std:
 /// With its share of all costs in percent, as text and as bar; or the mark "no price" if the cost is null.
 void drawProjectCost(QPainter &painter, const QRectF &area, const std::optional<double> &cost, double share,
                      const ThemeColors &colors);
-void drawTotalCost(QPainter &painter, const QRectF &area, double cost, const ThemeColors &colors);
+void drawTotalCost(QPainter &painter, const QRectF &area, const PricedTokens &price,
+                   const ThemeColors &colors);
 void drawProjectFigure(QPainter &painter, const QRectF &area, const QString &text, const ThemeColors &colors);
 void drawProjectAge(QPainter &painter, const QRectF &area, const QString &text, const ThemeColors &colors);
 

@@ -3,6 +3,7 @@
 #include "ui/projects/ProjectTotalRow.h"
 
 #include "display/DisplayFormat.h"
+#include "display/PriceText.h"
 #include "ui/controls/AccessibleRole.h"
 #include "ui/projects/ProjectPainter.h"
 #include "ui/text/Text.h"
@@ -26,7 +27,7 @@ void ProjectTotalRow::follow() {
     if (totals.priced.unpriced > 0)
         m_note += QStringLiteral(" · %1 with no price").arg(textOf(tokenCountText(totals.priced.unpriced)));
     setAccessibleName(QStringLiteral("Total: %1, %2, %3, %4")
-                          .arg(m_note, textOf(costText(totals.priced.cost)), roundedTokensText(totals.tokens),
+                          .arg(m_note, textOf(priceText(totals.priced)), roundedTokensText(totals.tokens),
                                textOf(countText(totals.sessions, "session"))));
     update();
 }
@@ -40,7 +41,7 @@ void ProjectTotalRow::paintEvent(QPaintEvent *) {
     drawProjectName(painter, column(ProjectsModel::project), QStringLiteral("Total"), m_note, true, colors);
     drawSparkline(painter, column(ProjectsModel::tokensPerDay), totals.days,
                   sparklineMeasures(m_model.timeFilter()), colors);
-    drawTotalCost(painter, column(ProjectsModel::cost), totals.priced.cost, colors);
+    drawTotalCost(painter, column(ProjectsModel::cost), totals.priced, colors);
     drawProjectFigure(painter, column(ProjectsModel::tokens), textOf(tokenCountText(totals.tokens)), colors);
     drawProjectFigure(painter, column(ProjectsModel::sessions), QString::number(totals.sessions), colors);
 }
