@@ -127,20 +127,35 @@ LimitWords limitWords(const LimitCourse &course, const Forecast &forecast, const
     return {Tone::near, "Could be full by " + limitTimeText(limit.kind, earliest, calendar), probably};
 }
 
+std::vector<LimitRow> limitRows(const Snapshot &snapshot, Instant now) {
+    std::vector<LimitRow> rows;
+    for (const LimitCourse &course : snapshot.usage.limitCourses) {
+        rows.push_back({limitName(course.limit), course.limit.usedPct, course.limit.resetsAt,
+                        limitWords(course, forecastOf(course, now), snapshot.usage.calendar, now)});
+    }
+    return rows;
+}
+
+std::string gravestSentence(const std::vector<LimitRow> &rows) {
+    const auto gravest =
+        std::ranges::max_element(rows, {}, [](const LimitRow &row) { return row.words.tone; });
+    if (gravest == rows.end())
+        return {};
+    return (gravest == rows.begin() ? std::string() : gravest->name + ": ") + gravest->words.sentence;
+}
+
 std::string staleQuotaText(const AccountFigures &account, const Calendar &calendar) {
     return account.isQuotaStale && account.quotaReadAt ? "as of " + clockText(*account.quotaReadAt, calendar)
                                                        : std::string();
 }
 
 std::vector<std::string> limitLines(const Snapshot &snapshot, Instant now) {
-    const Calendar &calendar = snapshot.usage.calendar;
     std::vector<std::string> lines;
-    for (const LimitCourse &course : snapshot.usage.limitCourses) {
-        if (course.limit.resetsAt)
-            lines.push_back(limitName(course.limit) + ": " +
-                            limitWords(course, forecastOf(course, now), calendar, now).sentence);
+    for (const LimitRow &row : limitRows(snapshot, now)) {
+        if (row.resetsAt)
+            lines.push_back(row.name + ": " + row.words.sentence);
     }
-    if (std::string stale = staleQuotaText(snapshot.account, calendar); !stale.empty())
+    if (std::string stale = staleQuotaText(snapshot.account, snapshot.usage.calendar); !stale.empty())
         lines.push_back(std::move(stale));
     return lines;
 }

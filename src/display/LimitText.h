@@ -7,6 +7,7 @@
 #include "model/Limit.h"
 #include "model/Snapshot.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -49,6 +50,23 @@ struct LimitWords {
 /// Returns the words for the forecast of the course.
 [[nodiscard]] LimitWords limitWords(const LimitCourse &course, const Forecast &forecast,
                                     const Calendar &calendar, Instant now);
+
+/// A limit as a row of a list.
+struct LimitRow {
+    std::string name;
+    double usedPct = 0;                ///< may exceed 100
+    std::optional<Instant> resetsAt{}; ///< null before the window's first use
+    LimitWords words{};
+
+    bool operator==(const LimitRow &) const = default;
+};
+
+/// Returns a row for each limit, in the order of the snapshot.
+[[nodiscard]] std::vector<LimitRow> limitRows(const Snapshot &snapshot, Instant now);
+
+/// Returns the sentence of the first row with the gravest tone, after its name unless it is the first row.
+/// Empty without rows.
+[[nodiscard]] std::string gravestSentence(const std::vector<LimitRow> &rows);
 
 /// Returns "as of 12:05", the time of the quota, if that is stale; otherwise an empty text.
 [[nodiscard]] std::string staleQuotaText(const AccountFigures &account, const Calendar &calendar);

@@ -4,6 +4,7 @@
 #include "platform/linux/statusitem/NotifierState.h"
 #include "platform/linux/statusitem/StatusItemPainting.h"
 #include "platform/linux/statusitem/StatusNotifierService.h"
+#include "platform/linux/statusitem/StatusTitleService.h"
 
 #include <QtGui/QGuiApplication>
 #include <QtGui/QIcon>
@@ -18,7 +19,8 @@ namespace burnwick {
 
 namespace {
 
-/// The status item of Linux desktops: on the session bus while a watcher runs, otherwise in the X11 tray.
+/// The status item of Linux desktops: drawn by an extension of the shell, or else on the session bus while a
+/// watcher runs, or else in the X11 tray.
 class LinuxStatusItem final : public QObject, public StatusItem {
 public:
     void setActivateHandler(ActivateHandler handler) override { m_activateHandler = std::move(handler); }
@@ -26,15 +28,37 @@ public:
         if (m_content == content)
             return;
         m_content = content;
-        if (!m_service)
+        if (!m_title)
             return appear();
-        m_service->setContent(content);
+        m_title->setContent(content);
+        if (m_service)
+            m_service->setContent(content);
         if (m_tray)
             updateTray();
     }
 
 private:
     void appear() {
+        m_title = std::make_unique<StatusTitleService>(
+            *m_content, [this](const std::string &activationToken) { activate(activationToken); });
+        connect(m_title.get(), &StatusTitleService::drawnChanged, this, [this](bool isDrawn) {
+            if (isDrawn)
+                withdrawItem();
+            else
+                offerItem();
+        });
+        if (!m_title->isConnected())
+            offerItem();
+    }
+
+    /// A second item beside the shell's own would repeat it.
+    void withdrawItem() {
+        qCInfo(statusItemLog, "the shell's extension shows the title; there is no other item");
+        m_service.reset();
+        m_tray.reset();
+    }
+
+    void offerItem() {
         m_service = std::make_unique<StatusNotifierService>(
             *m_content, [this](const std::string &activationToken) { activate(activationToken); });
         connect(m_service.get(), &StatusNotifierService::hostAppeared, this, [this] { m_tray.reset(); });
@@ -78,7 +102,8 @@ private:
 
     ActivateHandler m_activateHandler;
     std::optional<StatusItemContent> m_content;
-    std::unique_ptr<StatusNotifierService> m_service;
+    std::unique_ptr<StatusTitleService> m_title;      ///< null before the first content
+    std::unique_ptr<StatusNotifierService> m_service; ///< null while an extension draws the title
     /// Null while a watcher runs, with which Qt would register it.
     std::unique_ptr<QSystemTrayIcon> m_tray;
     bool m_absenceLogged = false;

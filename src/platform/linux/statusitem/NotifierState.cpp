@@ -75,6 +75,11 @@ QString notifierMenuPath() {
     return QStringLiteral("/MenuBar");
 }
 
+QString accessibleDescriptionOf(const StatusItemContent &content) {
+    return QStringLiteral("Burnwick: %1 (%2)")
+        .arg(QString::fromStdString(plainText(content.title)), toQString(nameOf(content.indicator)));
+}
+
 QString iconNameFor(StatusIndicator indicator) {
     return QStringLiteral("burnwick-status-") + toQString(nameOf(indicator));
 }
@@ -83,8 +88,7 @@ NotifierState notifierStateFor(const StatusItemContent &content, const TrayHost 
                                const QString &iconThemePath) {
     NotifierState state;
     state.title = QString::fromStdString(plainText(content.title));
-    state.accessibleDescription =
-        QStringLiteral("Burnwick: %1 (%2)").arg(state.title, toQString(nameOf(content.indicator)));
+    state.accessibleDescription = accessibleDescriptionOf(content);
     if (host.presentation == Presentation::label)
         state.label = labelText(content.title);
     if (host.iconsByName) {

@@ -30,6 +30,9 @@ struct NotifierState {
 [[nodiscard]] NotifierState notifierStateFor(const StatusItemContent &content, const TrayHost &host,
                                              const QString &iconThemePath);
 
+/// Returns the title with the dot's colour named, for screen readers.
+[[nodiscard]] QString accessibleDescriptionOf(const StatusItemContent &content);
+
 /// Returns the name of the icon with a dot of that colour.
 [[nodiscard]] QString iconNameFor(StatusIndicator indicator);
 
