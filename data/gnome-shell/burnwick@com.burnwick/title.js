@@ -25,6 +25,11 @@ function row(...children) {
     return box;
 }
 
+/** The opacity of text that matters less; in high contrast all of it is opaque. */
+function faint(share) {
+    return St.Settings.get().high_contrast ? 255 : Math.round(255 * share);
+}
+
 function label(text, styleClass = '', properties = {}) {
     return new St.Label({text, style_class: styleClass, y_align: Clutter.ActorAlign.CENTER, ...properties});
 }
@@ -63,11 +68,9 @@ class StatusTitle {
         this._cancellable.cancel();
         this._hidePopup();
         this._connections.forEach(([object, identifier]) => object.disconnect(identifier));
-        this._connections = [];
         Gio.DBus.session.unown_name(this._ownedName);
         this._popup.destroy();
         this._button.destroy();
-        this._proxy = null;
     }
 
     _connect(object, signal, handler) {
@@ -112,7 +115,6 @@ class StatusTitle {
             this._hidePopup();
         if (title === undefined)
             return;
-        const dimmed = St.Settings.get().high_contrast ? 255 : Math.round(0.48 * 255);
         const labels = this._segments.get_children();
         labels.slice(title.length).forEach(surplus => surplus.destroy());
         title.forEach(([text, weight, isDimmed, color], index) => {
@@ -121,7 +123,7 @@ class StatusTitle {
                 this._segments.add_child(segment);
             segment.text = text;
             segment.style = `font-weight: ${FONT_WEIGHTS[weight] ?? 400};${color ? ` color: ${color};` : ''}`;
-            segment.opacity = isDimmed ? dimmed : 255;
+            segment.opacity = isDimmed ? faint(0.48) : 255;
         });
         this._button.accessible_name = this._read('Description') ?? 'Burnwick';
         if (this._popup.visible)
@@ -166,15 +168,16 @@ class StatusTitle {
     _showPopup() {
         this._popup.destroy_all_children();
         const end = {x_expand: true, x_align: Clutter.ActorAlign.END};
+        const note = {opacity: faint(0.65)};
         this._popup.add_child(row(
             new St.Icon({icon_name: 'burnwick', style_class: 'burnwick-icon'}),
             label('Burnwick', 'burnwick-name'),
-            label(this._read('Summary') ?? '', 'burnwick-note', end)));
+            label(this._read('Summary') ?? '', 'burnwick-note', {...end, ...note})));
         for (const [name, percent, color, resetsAt] of this._read('Limits') ?? []) {
             const limit = column('burnwick-limit');
             limit.add_child(row(label(name), label(`${Math.round(percent)}%`, 'burnwick-percent', end),
-                label(resetText(resetsAt), 'burnwick-note')));
-            const style = `width: ${Math.round(2.6 * Math.min(percent, 100))}px; background-color: ${color};`;
+                label(resetText(resetsAt), 'burnwick-note', note)));
+            const style = `width: ${0.216 * Math.min(percent, 100)}em; background-color: ${color};`;
             const bar = new St.Widget({style_class: 'burnwick-bar', style, x_align: Clutter.ActorAlign.START});
             limit.add_child(new St.Bin({style_class: 'burnwick-track', child: bar}));
             this._popup.add_child(limit);
