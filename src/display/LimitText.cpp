@@ -136,14 +136,6 @@ std::vector<LimitRow> limitRows(const Snapshot &snapshot, Instant now) {
     return rows;
 }
 
-std::string gravestSentence(const std::vector<LimitRow> &rows) {
-    const auto gravest =
-        std::ranges::max_element(rows, {}, [](const LimitRow &row) { return row.words.tone; });
-    if (gravest == rows.end())
-        return {};
-    return (gravest == rows.begin() ? std::string() : gravest->name + ": ") + gravest->words.sentence;
-}
-
 std::string staleQuotaText(const AccountFigures &account, const Calendar &calendar) {
     return account.isQuotaStale && account.quotaReadAt ? "as of " + clockText(*account.quotaReadAt, calendar)
                                                        : std::string();
@@ -158,6 +150,21 @@ std::vector<std::string> limitLines(const Snapshot &snapshot, Instant now) {
     if (std::string stale = staleQuotaText(snapshot.account, snapshot.usage.calendar); !stale.empty())
         lines.push_back(std::move(stale));
     return lines;
+}
+
+std::vector<std::string> limitRemarks(const Snapshot &snapshot, const std::vector<LimitRow> &rows) {
+    const OAuthStatus link = snapshot.account.oauthStatus;
+    std::vector<std::string> remarks;
+    const auto gravest =
+        std::ranges::max_element(rows, {}, [](const LimitRow &row) { return row.words.tone; });
+    if (gravest != rows.end())
+        remarks.push_back((gravest == rows.begin() ? std::string() : gravest->name + ": ") +
+                          gravest->words.sentence);
+    else if (link == OAuthStatus::disconnected || link == OAuthStatus::expired)
+        remarks.emplace_back("Not connected");
+    if (std::string stale = staleQuotaText(snapshot.account, snapshot.usage.calendar); !stale.empty())
+        remarks.push_back(std::move(stale));
+    return remarks;
 }
 
 } // namespace burnwick

@@ -64,15 +64,16 @@ struct LimitRow {
 /// Returns a row for each limit, in the order of the snapshot.
 [[nodiscard]] std::vector<LimitRow> limitRows(const Snapshot &snapshot, Instant now);
 
-/// Returns the sentence of the first row with the gravest tone, after its name unless it is the first row.
-/// Empty without rows.
-[[nodiscard]] std::string gravestSentence(const std::vector<LimitRow> &rows);
-
 /// Returns "as of 12:05", the time of the quota, if that is stale; otherwise an empty text.
 [[nodiscard]] std::string staleQuotaText(const AccountFigures &account, const Calendar &calendar);
 
 /// Returns a line for each limit whose window is known, such as "Session: Probably 92% when it resets at
 /// 15:00", and that of staleQuotaText().
 [[nodiscard]] std::vector<std::string> limitLines(const Snapshot &snapshot, Instant now);
+
+/// Returns the lines for below the rows: the sentence of the first row with the gravest tone, after its name
+/// unless it is the first row, or "Not connected" without rows and login; and that of staleQuotaText().
+[[nodiscard]] std::vector<std::string> limitRemarks(const Snapshot &snapshot,
+                                                    const std::vector<LimitRow> &rows);
 
 } // namespace burnwick

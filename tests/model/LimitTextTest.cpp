@@ -103,5 +103,41 @@ TEST(LimitWords, NameTheLimitAndItsLocalTime) {
     EXPECT_EQ(limitLines({usage, account}, now), lines);
 }
 
+TEST(LimitRows, TheGravestForecastIsTheRemark) {
+    using enum LimitWords::Tone;
+    const auto row = [](const char *name, LimitWords::Tone tone) {
+        return LimitRow{name, 67, now, {tone, std::string(name) + " sentence", {}}};
+    };
+    const LimitRow session = row("Session", calm), weekly = row("Weekly", near), opus = row("Opus", near);
+    const struct {
+        std::vector<LimitRow> rows;
+        OAuthStatus link;
+        std::vector<std::string> remarks;
+    } cases[] = {
+        {{session}, OAuthStatus::connected, {"Session sentence"}},
+        {{session, weekly, opus}, OAuthStatus::expired, {"Weekly: Weekly sentence"}},
+        {{}, OAuthStatus::disconnected, {"Not connected"}},
+        {{}, OAuthStatus::expired, {"Not connected"}},
+        {{}, OAuthStatus::unknown, {}},
+    };
+    for (const auto &[rows, link, remarks] : cases) {
+        Snapshot snapshot{UsageFigures{Calendar::inZone("UTC")}, {}};
+        snapshot.account.oauthStatus = link;
+        EXPECT_EQ(limitRemarks(snapshot, rows), remarks);
+        snapshot.account.isQuotaStale = true;
+        snapshot.account.quotaReadAt = now;
+        EXPECT_EQ(limitRemarks(snapshot, rows).back(), "as of 12:55");
+    }
+    Snapshot snapshot{UsageFigures{Calendar::inZone("UTC")}, {}};
+    snapshot.usage.limitCourses = {courseOf(Kind::weekly, now - 1min), courseOf(Kind::session, {})};
+    const auto rows = limitRows(snapshot, now);
+    ASSERT_EQ(rows.size(), 2U);
+    EXPECT_EQ(rows[0].name, "Weekly");
+    EXPECT_EQ(rows[0].resetsAt, now - 1min);
+    EXPECT_EQ(rows[0].words.sentence, "Reset on Sat 12:54, waiting for figures");
+    EXPECT_EQ(rows[1].usedPct, 67);
+    EXPECT_EQ(rows[1].resetsAt, std::nullopt);
+}
+
 } // namespace
 } // namespace burnwick

@@ -11,23 +11,6 @@
 
 namespace burnwick {
 
-namespace {
-
-/// Returns the lines below the bars of the limits: the gravest forecast and the age of old figures.
-std::vector<std::string> remarksOf(const Snapshot &snapshot, const std::vector<LimitRow> &limits) {
-    const OAuthStatus link = snapshot.account.oauthStatus;
-    std::vector<std::string> remarks;
-    if (!limits.empty())
-        remarks.push_back(gravestSentence(limits));
-    else if (link == OAuthStatus::disconnected || link == OAuthStatus::expired)
-        remarks.emplace_back("Not connected");
-    if (std::string stale = staleQuotaText(snapshot.account, snapshot.usage.calendar); !stale.empty())
-        remarks.push_back(std::move(stale));
-    return remarks;
-}
-
-} // namespace
-
 StatusBarController::StatusBarController(const AppState &appState, const Clock &clock,
                                          std::unique_ptr<StatusItem> statusItem,
                                          StatusItem::ActivateHandler openMainWindow)
@@ -50,7 +33,7 @@ void StatusBarController::update() {
     content.summary = tokenCountText(snapshot.usage.sessionTokens.total()) + " tokens · " +
                       costText(snapshot.usage.sessionCost);
     content.limits = limitRows(snapshot, m_clock.now());
-    content.remarks = remarksOf(snapshot, content.limits);
+    content.remarks = limitRemarks(snapshot, content.limits);
     m_statusItem->show(content);
 }
 
