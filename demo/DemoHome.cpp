@@ -164,6 +164,8 @@ void addSettings(const std::filesystem::path &home, const QUrl &services, const 
     const QString base = services.toString();
     writeJson(home / ".config" / "burnwick" / "burnwick.json",
               {{QStringLiteral("theme"), theme},
+               // The answer would change the desktop of the user.
+               {QStringLiteral("barExtensionAsked"), true},
                {QStringLiteral("apiBaseURL"), base},
                {QStringLiteral("statusBaseURL"), base},
                {QStringLiteral("productBaseURL"), base},

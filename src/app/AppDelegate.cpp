@@ -48,6 +48,7 @@ AppDelegate::AppDelegate()
     , m_desktopAppearance(platform::makeDesktopAppearance())
     , m_theme(m_preferences, *m_desktopAppearance, m_scheduler)
     , m_windowChrome(platform::makeWindowChrome())
+    , m_barExtension(platform::makeBarExtension())
     , m_appState(stateServices())
     , m_limitsWatch(Ledger::userFolder(), m_clock, platform::openDirectoryEventSource,
                     [this](const std::vector<Limit> &limits) { m_appState.observe(limits); })
@@ -106,7 +107,8 @@ void AppDelegate::launch(const ApplicationRequest &start) {
     static_cast<void>(m_loginItem->restoreChoice(m_preferences.launchAtStartup()));
     // After the first reading of the logs, so that the window's first frame has the figures.
     m_mainWindow.emplace(MainWindowView::Services{m_appState, m_preferences, m_clock, m_scheduler,
-                                                  untilCleanup, m_windowChrome.get(), openOnDesktop});
+                                                  untilCleanup, m_windowChrome.get(), openOnDesktop,
+                                                  m_barExtension.get()});
     m_mainWindow->setWindowTitle(QStringLiteral("Burnwick"));
     m_mainWindow->setWindowIcon(applicationIcon());
     QObject::connect(&*m_mainWindow, &MainWindowView::settingsRequested, &*m_mainWindow,

@@ -77,6 +77,7 @@ private:
     std::unique_ptr<DesktopAppearance> m_desktopAppearance;
     ThemeController m_theme;
     std::unique_ptr<WindowChrome> m_windowChrome; ///< may be null
+    std::unique_ptr<BarExtension> m_barExtension; ///< may be null
     Ledger m_ledger{Ledger::userFolder()};
     AppState m_appState;
     LimitsWatch m_limitsWatch;

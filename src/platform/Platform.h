@@ -4,6 +4,7 @@
 
 #include "platform/ApplicationInstance.h"
 #include "platform/ApplicationStartup.h"
+#include "platform/BarExtension.h"
 #include "platform/DesktopAppearance.h"
 #include "platform/DesktopSettings.h"
 #include "platform/DirectoryEventSource.h"
@@ -31,6 +32,8 @@ namespace burnwick::platform {
 
 [[nodiscard]] std::unique_ptr<ApplicationInstance> makeApplicationInstance();
 [[nodiscard]] std::unique_ptr<ApplicationStartup> makeApplicationStartup();
+/// Null where the desktop has no such extension, or it is not installed.
+[[nodiscard]] std::unique_ptr<BarExtension> makeBarExtension();
 [[nodiscard]] std::unique_ptr<DesktopAppearance> makeDesktopAppearance();
 [[nodiscard]] std::unique_ptr<DesktopSettings> makeDesktopSettings();
 [[nodiscard]] std::unique_ptr<LoginItem> makeLoginItem();

@@ -19,6 +19,7 @@ PreferencesManager::PreferencesManager(UserDefaults &defaults, QObject *parent)
     , m_paceAlerts(load(defaults, settings::paceAlerts))
     , m_keepHistory(load(defaults, settings::keepHistory))
     , m_keepHistoryAsked(load(defaults, settings::keepHistoryAsked))
+    , m_barExtensionAsked(load(defaults, settings::barExtensionAsked))
     , m_figures(load(defaults, settings::figures))
     , m_monthlySpendLimit(load(defaults, settings::monthlySpendLimit)) {}
 
@@ -77,8 +78,11 @@ void PreferencesManager::setKeepHistory(bool on) {
 }
 
 void PreferencesManager::setKeepHistoryAsked(bool asked) {
-    assign(settings::keepHistoryAsked, m_keepHistoryAsked, asked,
-           &PreferencesManager::keepHistoryAskedChanged);
+    assign(settings::keepHistoryAsked, m_keepHistoryAsked, asked, &PreferencesManager::questionAnswered);
+}
+
+void PreferencesManager::setBarExtensionAsked(bool asked) {
+    assign(settings::barExtensionAsked, m_barExtensionAsked, asked, &PreferencesManager::questionAnswered);
 }
 
 void PreferencesManager::setFigures(FigureChoice choice) {

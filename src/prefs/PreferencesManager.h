@@ -36,6 +36,8 @@ public:
     [[nodiscard]] bool keepHistory() const { return m_keepHistory; }
     /// Whether the user has ever answered the question to keep the history, also by setKeepHistory().
     [[nodiscard]] bool keepHistoryAsked() const { return m_keepHistoryAsked; }
+    /// Whether the user has answered the question to show the title in the desktop's bar.
+    [[nodiscard]] bool barExtensionAsked() const { return m_barExtensionAsked; }
     [[nodiscard]] FigureChoice figures() const { return m_figures; }
     /// US dollars a month.
     [[nodiscard]] double monthlySpendLimit() const { return m_monthlySpendLimit; }
@@ -51,6 +53,7 @@ public:
     /// Also answers the question.
     void setKeepHistory(bool on);
     void setKeepHistoryAsked(bool asked);
+    void setBarExtensionAsked(bool asked);
     void setFigures(FigureChoice choice);
     /// For the running program only: never writes to the store.
     void setMonthlySpendLimit(double limit);
@@ -65,7 +68,8 @@ Q_SIGNALS:
     void sessionResetAlertsChanged(bool on);
     void paceAlertsChanged(bool on);
     void keepHistoryChanged(bool on);
-    void keepHistoryAskedChanged(bool asked);
+    /// The answer to a question was stored.
+    void questionAnswered(bool answered);
     void figuresChanged(FigureChoice choice);
     void monthlySpendLimitChanged(double limit);
 
@@ -89,6 +93,7 @@ private:
     bool m_paceAlerts;
     bool m_keepHistory;
     bool m_keepHistoryAsked;
+    bool m_barExtensionAsked;
     FigureChoice m_figures;
     double m_monthlySpendLimit;
 };

@@ -73,6 +73,8 @@ inline constexpr Setting<bool> paceAlerts{QLatin1String("paceAlerts"), false, an
 inline constexpr Setting<bool> keepHistory{QLatin1String("keepHistory"), false, anyValue};
 /// Whether the user has ever chosen to keep the history or not.
 inline constexpr Setting<bool> keepHistoryAsked{QLatin1String("keepHistoryAsked"), false, anyValue};
+/// Whether the user has ever refused that the desktop's bar shows the title.
+inline constexpr Setting<bool> barExtensionAsked{QLatin1String("barExtensionAsked"), false, anyValue};
 inline constexpr Setting<FigureChoice> figures{QLatin1String("figures"), FigureChoice::asLogged,
                                                oneOf<allFigureChoices>};
 /// US dollars a month. Read from the store, never written to it.

@@ -235,6 +235,48 @@ TEST_F(DashboardTest, AsksToKeepTheHistoryOnceALogIsTwentyDaysOld) {
     EXPECT_FALSE(shows(question)) << "the history is kept";
 }
 
+TEST_F(DashboardTest, OffersTheDesktopsBarUntilItShowsTheTitleOrTheUserRefuses) {
+    using enum BarExtension::State;
+    struct FakeBar final : BarExtension {
+        [[nodiscard]] State state() const override { return current; }
+        void setChangeHandler(std::function<void()> handler) override { change = std::move(handler); }
+        void enable() override { ++enabled; }
+        void become(State state) {
+            current = state;
+            change();
+        }
+
+        State current = settled;
+        std::function<void()> change;
+        int enabled = 0;
+    } bar;
+    m_home.add("old.jsonl", "", m_clock.now() - 21 * 24h);
+    addHistory(10).logIn(withExtraUsage).askToKeep().settle();
+    auto services = windowServices();
+    services.barExtension = &bar;
+    m_window.emplace(services).show();
+    const char *const offer = "See the tokens, the cost and the quota in GNOME's top bar?";
+    EXPECT_TRUE(shows(question));
+    bar.become(offered);
+    EXPECT_TRUE(shows(offer));
+    EXPECT_FALSE(shows(question)) << "two questions at once";
+    button("Show").click();
+    EXPECT_EQ(bar.enabled, 1);
+    bar.become(atNextLogin);
+    EXPECT_TRUE(shows("GNOME's top bar shows them when you have logged in again."));
+    bar.become(settled);
+    EXPECT_TRUE(shows(question)) << "the next one";
+    for (const auto &[state, answer] : {std::pair(offered, "Not now"), std::pair(atNextLogin, "OK")}) {
+        m_preferences.setBarExtensionAsked(false);
+        bar.become(state);
+        button(answer).click();
+        EXPECT_TRUE(shows(question)) << answer;
+    }
+    EXPECT_TRUE(m_preferences.barExtensionAsked());
+    m_window.reset();
+    bar.become(offered); // reaches nobody
+}
+
 TEST_F(DashboardTest, RetryRequestsTheQuotaWithoutAutoRefreshToo) {
     logIn(67);
     m_preferences.setAutoRefreshQuota(false);

@@ -8,6 +8,7 @@
 #include "model/Calendar.h"
 #include "model/Clock.h"
 #include "model/TimeFilter.h"
+#include "platform/BarExtension.h"
 #include "platform/WindowChrome.h"
 #include "prefs/PreferencesManager.h"
 #include "state/AppState.h"
@@ -21,8 +22,8 @@
 #include "ui/controls/SvgIcon.h"
 #include "ui/dashboard/AccountBar.h"
 #include "ui/dashboard/ActivityTabs.h"
-#include "ui/dashboard/KeepHistoryHint.h"
 #include "ui/dashboard/LiveColumn.h"
+#include "ui/dashboard/OpenQuestions.h"
 #include "ui/layout/ScreenRoom.h"
 #include "ui/layout/ScrollAreas.h"
 #include "ui/projects/ProjectsTab.h"
@@ -32,6 +33,7 @@
 #include <QApplication>
 #include <QButtonGroup>
 #include <QHBoxLayout>
+#include <QPointer>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -80,7 +82,7 @@ MainWindowView::MainWindowView(Services services)
     , m_column(new QVBoxLayout)
     , m_liveColumn(new LiveColumn)
     , m_overview(new OverviewTab)
-    , m_hint(new KeepHistoryHint(m_services.preferences, m_services.daysUntilCleanup))
+    , m_question(new QuestionBar)
     , m_models(new ModelsTab)
     , m_projects(new ProjectsTab(m_services.openURL))
     , m_accountBar(new AccountBar)
@@ -105,6 +107,12 @@ MainWindowView::MainWindowView(Services services)
     fit();
     connect(m_accountBar, &AccountBar::refreshRequested, this, &MainWindowView::refreshQuota);
     connect(m_accountBar, &AccountBar::loginRequested, this, [this] { m_services.appState.connect(); });
+    connect(&m_services.preferences, &PreferencesManager::questionAnswered, this, &MainWindowView::showState);
+    if (m_services.barExtension)
+        m_services.barExtension->setChangeHandler([view = QPointer(this)] {
+            if (view)
+                view->showState();
+        });
     addShortcuts();
     new FocusRing(this);
     // So that no control has the focus at first.
@@ -182,7 +190,7 @@ QWidget *MainWindowView::makeBody() {
 
     m_right = new QVBoxLayout;
     m_right->addWidget(makeTabBar());
-    m_overview->addNote(m_hint);
+    m_overview->addNote(m_question);
     m_pages->addWidget(m_overview);
     m_pages->addWidget(m_models);
     m_pages->addWidget(m_projects);
@@ -266,7 +274,10 @@ void MainWindowView::showState() {
     m_overview->setLimits(usage.limitCourses,
                           snapshot.account.awaitsFirstQuota || !snapshot.account.limits.empty(),
                           usage.calendar, now);
-    m_hint->setFigures(usage, now);
+    auto question = barQuestion(m_services.preferences, m_services.barExtension);
+    if (!question)
+        question = historyQuestion(m_services.preferences, usage, now, m_services.daysUntilCleanup);
+    m_question->ask(question);
     m_models->setValues(usage.historicalData, usage.breakdown->models, today);
     m_projects->setFigures(usage, now);
     m_filters->button(static_cast<int>(usage.timeFilter))->setChecked(true);

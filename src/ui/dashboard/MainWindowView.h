@@ -19,12 +19,13 @@ namespace burnwick {
 
 class AccountBar;
 class AppState;
-class KeepHistoryHint;
+class BarExtension;
 class LiveColumn;
 class ModelsTab;
 class OverviewTab;
 class PreferencesManager;
 class ProjectsTab;
+class QuestionBar;
 class TextLabel;
 class WindowChrome;
 
@@ -42,6 +43,7 @@ public:
         std::function<int()> daysUntilCleanup;
         WindowChrome *chrome = nullptr;                 ///< null where the window manager decorates windows
         std::function<void(const QUrl &)> openURL = {}; ///< with the desktop's program
+        BarExtension *barExtension = nullptr;           ///< null where there is none
     };
 
     explicit MainWindowView(Services services);
@@ -75,7 +77,7 @@ private:
     QVBoxLayout *m_right = nullptr;
     LiveColumn *m_liveColumn;
     OverviewTab *m_overview;
-    KeepHistoryHint *m_hint;
+    QuestionBar *m_question;
     ModelsTab *m_models;
     ProjectsTab *m_projects;
     AccountBar *m_accountBar;

@@ -4,6 +4,7 @@
 
 #include "display/DisplayFormat.h"
 #include "display/LimitText.h"
+#include "display/PriceText.h"
 #include "model/Clock.h"
 #include "state/AppState.h"
 
@@ -31,7 +32,7 @@ void StatusBarController::update() {
     content.indicator = snapshot.account.statusIndicator();
     content.notes = limitLines(snapshot, m_clock.now());
     content.summary = tokenCountText(snapshot.usage.sessionTokens.total()) + " tokens · " +
-                      costText(snapshot.usage.sessionCost);
+                      priceText(shownCost(snapshot.usage));
     content.limits = limitRows(snapshot, m_clock.now());
     content.remarks = limitRemarks(snapshot, content.limits);
     m_statusItem->show(content);

@@ -97,6 +97,10 @@ private:
 
 } // namespace
 
+std::unique_ptr<BarExtension> platform::makeBarExtension() {
+    return nullptr;
+}
+
 std::unique_ptr<StatusItem> platform::makeStatusItem() {
     return std::make_unique<MacStatusItem>();
 }
