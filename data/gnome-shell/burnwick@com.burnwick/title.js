@@ -178,8 +178,9 @@ class StatusTitle {
             limit.add_child(row(label(name), label(`${Math.round(percent)}%`, 'burnwick-percent', end),
                 label(resetText(resetsAt), 'burnwick-note', note)));
             const style = `width: ${0.216 * Math.min(percent, 100)}em; background-color: ${color};`;
-            const bar = new St.Widget({style_class: 'burnwick-bar', style, x_align: Clutter.ActorAlign.START});
-            limit.add_child(new St.Bin({style_class: 'burnwick-track', child: bar}));
+            const track = row(new St.Widget({style_class: 'burnwick-bar', style}));
+            track.style_class = 'burnwick-track';
+            limit.add_child(track);
             this._popup.add_child(limit);
         }
         (this._read('Remarks') ?? []).forEach((remark, index) => this._popup.add_child(

@@ -53,8 +53,6 @@ private:
     void update() {
         // The bus replies in order: the extension is the last.
         m_hasReplies = m_hasReplies || sender() == &m_extension;
-        if (m_state == State::atNextLogin && m_extension.name().isEmpty())
-            return;
         const bool isUnseen =
             !m_shell.name().isEmpty() && m_watcher.name().isEmpty() && m_extension.name().isEmpty();
         setState(m_hasReplies && isUnseen ? State::offered : State::settled);
