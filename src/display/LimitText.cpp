@@ -29,6 +29,17 @@ std::string timePhrase(Limit::Kind kind, Instant instant, const Calendar &calend
     return (kind == Limit::Kind::session ? "at " : "on ") + limitTimeText(kind, instant, calendar);
 }
 
+/// See LimitRow::bar.
+std::string barText(const Limit &limit, const Calendar &calendar) {
+    constexpr int squares = 10;
+    const int filled = static_cast<int>(std::lround(std::clamp(limit.usedPct, 0.0, 100.0) / (100 / squares)));
+    std::string text;
+    for (int i = 0; i < squares; ++i)
+        text += i < filled ? "■" : "□";
+    text += ' ' + percentText(limit.usedPct) + ' ' + limitName(limit);
+    return limit.resetsAt ? text + ", resets " + timePhrase(limit.kind, *limit.resetsAt, calendar) : text;
+}
+
 /// Returns "12% in the last hour", or "4% in the last day" in windows of seven days; empty before the first.
 std::string recentUseText(const LimitCourse &course, const Forecast &forecast, Instant now) {
     const bool isSession = course.limit.kind == Limit::Kind::session;
@@ -131,7 +142,8 @@ std::vector<LimitRow> limitRows(const Snapshot &snapshot, Instant now) {
     std::vector<LimitRow> rows;
     for (const LimitCourse &course : snapshot.usage.limitCourses) {
         rows.push_back({limitName(course.limit), course.limit.usedPct, course.limit.resetsAt,
-                        limitWords(course, forecastOf(course, now), snapshot.usage.calendar, now)});
+                        limitWords(course, forecastOf(course, now), snapshot.usage.calendar, now),
+                        barText(course.limit, snapshot.usage.calendar)});
     }
     return rows;
 }

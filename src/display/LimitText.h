@@ -57,6 +57,7 @@ struct LimitRow {
     double usedPct = 0;                ///< may exceed 100
     std::optional<Instant> resetsAt{}; ///< null before the window's first use
     LimitWords words{};
+    std::string bar{}; ///< "■■■■■■■□□□ 67% Session, resets at 15:00", for hosts that show text only
 
     bool operator==(const LimitRow &) const = default;
 };

@@ -18,9 +18,8 @@ struct StatusItemContent {
     StatusTitle title;                      ///< for hosts that show text
     std::optional<double> fiveHourUsagePct; ///< for hosts with room for three digits; absent while unknown
     StatusIndicator indicator = StatusIndicator::green;
-    std::vector<std::string> notes{}; ///< further lines of the tool tip, in plain text
 
-    // For hosts that draw a view of their own.
+    // For the tool tip, and for hosts that draw a view of their own.
     std::string summary{};              ///< such as "4.8M tokens · $7.81"
     std::vector<LimitRow> limits{};     ///< with a bar each
     std::vector<std::string> remarks{}; ///< lines below the bars, in plain text

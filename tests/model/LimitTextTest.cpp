@@ -130,13 +130,16 @@ TEST(LimitRows, TheGravestForecastIsTheRemark) {
     }
     Snapshot snapshot{UsageFigures{Calendar::inZone("UTC")}, {}};
     snapshot.usage.limitCourses = {courseOf(Kind::weekly, now - 1min), courseOf(Kind::session, {})};
+    snapshot.usage.limitCourses[1].limit.usedPct = 130;
     const auto rows = limitRows(snapshot, now);
     ASSERT_EQ(rows.size(), 2U);
     EXPECT_EQ(rows[0].name, "Weekly");
     EXPECT_EQ(rows[0].resetsAt, now - 1min);
     EXPECT_EQ(rows[0].words.sentence, "Reset on Sat 12:54, waiting for figures");
-    EXPECT_EQ(rows[1].usedPct, 67);
+    EXPECT_EQ(rows[1].usedPct, 130);
     EXPECT_EQ(rows[1].resetsAt, std::nullopt);
+    EXPECT_EQ(rows[0].bar, "■■■■■■■□□□ 67% Weekly, resets on Sat 12:54");
+    EXPECT_EQ(rows[1].bar, "■■■■■■■■■■ 130% Session");
 }
 
 } // namespace

@@ -36,12 +36,20 @@ TEST(StatusItemToolTip, UsesTheHostsMarkup) {
         EXPECT_EQ(toolTipBody(contentAt(row.usedPct), row.markup).toStdString(), row.body);
         EXPECT_TRUE(toolTipBody(hostile, row.markup).startsWith(QStringLiteral("a&lt;b&gt;&amp;&quot;")));
         StatusItemContent noted = contentAt(row.usedPct);
-        noted.notes = {"<Opus>: 5%", "as of 12:05"};
+        noted.remarks = {"<Opus>: 5%", "as of 12:05"};
+        const std::string end = row.markup == Markup::qtText  ? "</font>"
+                                : row.markup == Markup::pango ? "</span>"
+                                                              : "";
         const std::string lineBreak = row.markup == Markup::qtText  ? "<br/>"
                                       : row.markup == Markup::pango ? "\n"
                                                                     : " · ";
         EXPECT_EQ(toolTipBody(noted, row.markup).toStdString(),
                   row.body + lineBreak + "&lt;Opus&gt;: 5%" + lineBreak + "as of 12:05");
+        noted.limits = {{.bar = "a bar"}};
+        EXPECT_TRUE(toolTipBody(noted, row.markup)
+                        .endsWith(QString::fromStdString("●" + end + lineBreak + "a bar" + lineBreak +
+                                                         "&lt;Opus&gt;: 5%" + lineBreak + "as of 12:05")))
+            << "bars in place of words";
     }
 }
 

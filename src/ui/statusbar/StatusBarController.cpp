@@ -30,7 +30,6 @@ void StatusBarController::update() {
     if (const auto &quota = snapshot.account.quotaData)
         content.fiveHourUsagePct = quota->fiveHourUsagePct;
     content.indicator = snapshot.account.statusIndicator();
-    content.notes = limitLines(snapshot, m_clock.now());
     content.summary = tokenCountText(snapshot.usage.sessionTokens.total()) + " tokens · " +
                       priceText(shownCost(snapshot.usage));
     content.limits = limitRows(snapshot, m_clock.now());

@@ -7,6 +7,8 @@
 
 #include <QtCore/QtEndian>
 
+#include <algorithm>
+
 namespace burnwick {
 
 namespace {
@@ -110,9 +112,14 @@ QString toolTipBody(const StatusItemContent &content, Markup markup) {
     const QString lineBreak = markup == Markup::qtText  ? QStringLiteral("<br/>")
                               : markup == Markup::pango ? QStringLiteral("\n")
                                                         : QStringLiteral(" · ");
-    body += lineBreak + quotaInWords(content);
-    for (const std::string &note : content.notes)
-        body += lineBreak + QString::fromStdString(note).toHtmlEscaped();
+    const auto add = [&](const std::string &line) {
+        body += lineBreak + QString::fromStdString(line).toHtmlEscaped();
+    };
+    if (content.limits.empty())
+        body += lineBreak + quotaInWords(content);
+    for (const LimitRow &row : content.limits)
+        add(row.bar);
+    std::ranges::for_each(content.remarks, add);
     return body;
 }
 
