@@ -42,8 +42,8 @@ QProcessEnvironment environmentWith(const QString &home) {
     return environment;
 }
 
-/// Runs the program until its end and returns its exit code.
-int run(const QString &theme) {
+/// Runs the program at that path until its end and returns its exit code.
+int run(const QString &path, const QString &theme) {
     const TerminationSignals signals;
     const test::LogHome home;
     const SystemClock clock;
@@ -73,9 +73,7 @@ int run(const QString &theme) {
         QCoreApplication::exit(EXIT_FAILURE);
     });
     QMetaObject::invokeMethod(
-        &program,
-        [&] { program.start(QStringLiteral(BURNWICK_PROGRAM), {QStringLiteral("--new-instance")}); },
-        Qt::QueuedConnection);
+        &program, [&] { program.start(path, {QStringLiteral("--new-instance")}); }, Qt::QueuedConnection);
     return QCoreApplication::exec();
 }
 
@@ -87,16 +85,18 @@ int main(int argc, char **argv) {
     const QCoreApplication application(argc, argv);
     const QCommandLineOption theme(QStringLiteral("theme"), QStringLiteral("light, dark or system"),
                                    QStringLiteral("name"), QStringLiteral("system"));
+    const QCommandLineOption program(QStringLiteral("program"), QStringLiteral("the Burnwick to run"),
+                                     QStringLiteral("path"), QStringLiteral(BURNWICK_PROGRAM));
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
         "Runs Burnwick on a made-up home with made-up services. Nothing of the user's is read or written."));
     parser.addHelpOption();
-    parser.addOption(theme);
+    parser.addOptions({theme, program});
     parser.process(application);
     const QString chosen = parser.value(theme);
     if (std::ranges::find(burnwick::allThemes, chosen, burnwick::rawValueOf) == burnwick::allThemes.end()) {
         std::cerr << "burnwick-demo: there is no theme '" << chosen.toStdString() << "'\n";
         return 2;
     }
-    return burnwick::demo::run(chosen);
+    return burnwick::demo::run(parser.value(program), chosen);
 }

@@ -3,7 +3,8 @@
 # SPDX-License-Identifier: MIT
 #
 # build-in.sh SOURCES.tar RESULTS COMMAND ROOT: unpacks the sources in the Debian system at ROOT, runs the shell
-# command there as a new user of that system would, and copies the packages that it built into RESULTS.
+# command there as a new user of that system would, and copies the package and the demonstration that it built into
+# RESULTS.
 # Called by in-new-debian.sh.
 set -euo pipefail
 
@@ -13,6 +14,6 @@ tar --extract --file "$sources" --directory "$root/root/burnwick"
 chroot "$root" env -i HOME=/root LANG=C.UTF-8 PATH=/usr/sbin:/usr/bin:/sbin:/bin \
     sh -c "cd /root/burnwick && $command" </dev/null
 shopt -s nullglob
-for package in "$root"/root/burnwick/build/run/*.deb; do
-    cp "$package" "$results/"
+for file in "$root"/root/burnwick/build/run/*.deb "$root"/root/burnwick/build/run/demo/burnwick-dem[o]; do
+    cp "$file" "$results/"
 done

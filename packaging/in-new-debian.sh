@@ -7,12 +7,17 @@
 # the system's root, outside of it; its files are readable to every user. Packages come from the mirror that this
 # machine's apt uses.
 #
+# With BURNWICK_ROOT the system is kept in that folder, and used again by later calls.
+#
 # Without root this needs user namespaces and a range of user ids (/etc/subuid); a machine that lacks them is
 # refused with one line.
 set -euo pipefail
 
 release=$1
 shift
+
+root=${BURNWICK_ROOT:-}
+[ -z "$root" ] || [ ! -d "$root" ] || exec "$@" "$root"
 
 if [ "$(id -u)" -ne 0 ] && ! mmdebstrap --unshare-helper true 2>/dev/null; then
     echo "in-new-debian: another Debian needs root here, because user namespaces or ids in /etc/subuid are not available." >&2
@@ -36,4 +41,7 @@ else
 fi
 
 printf -v hook '%q ' "$@"
-exec mmdebstrap --quiet --variant=apt --format=null --customize-hook="$hook\"\$1\"" "$release" /dev/null "${sources[@]}"
+format=directory
+[ -n "$root" ] || format=null
+exec mmdebstrap --quiet --variant=apt "--format=$format" --customize-hook="$hook\"\$1\"" "$release" "${root:-/dev/null}" \
+    "${sources[@]}"

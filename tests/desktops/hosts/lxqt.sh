@@ -1,0 +1,11 @@
+# SPDX-FileCopyrightText: 2026 The Burnwick developers
+# SPDX-License-Identifier: MIT
+packages=(lxqt-panel lxqt-notificationd lxqt-themes openbox xdg-desktop-portal-gtk)
+desktop=LXQt
+panel=1280x40+0+760
+
+start_host() {
+    openbox &
+    lxqt-notificationd &
+    lxqt-panel &
+}

@@ -1,0 +1,11 @@
+# SPDX-FileCopyrightText: 2026 The Burnwick developers
+# SPDX-License-Identifier: MIT
+packages=(mate-panel marco mate-notification-daemon mate-settings-daemon mate-themes xdg-desktop-portal-gtk)
+desktop=MATE
+panel=1280x28+0+0
+
+start_host() {
+    mate-settings-daemon &
+    marco &
+    mate-panel &
+}

@@ -1,0 +1,54 @@
+# SPDX-FileCopyrightText: 2026 The Burnwick developers
+# SPDX-License-Identifier: MIT
+#
+# What session.sh sees and does on a screen; the functions here are those of an X11 display, which a host on Wayland
+# defines anew.
+
+# The colours of the item's dot: below 60 %, below 85 % and above.
+green='51 199 89'
+orange='252 189 46'
+red='255 69 59'
+
+declare -A unseen=()
+
+# wait_for SECONDS COMMAND...
+wait_for() {
+    local deadline=$((EPOCHSECONDS + $1))
+    shift
+    until "$@" 2>/dev/null; do
+        [ "$EPOCHSECONDS" -lt "$deadline" ] || return 1
+        sleep 0.2
+    done
+}
+
+# place_of COLOUR REGION PICTURE: prints the middle of the pixels of about that colour; fails for fewer than six.
+place_of() {
+    convert "$3" -crop "$2" -depth 8 txt:- | awk -v "color=$1" '
+        BEGIN { split(color, wanted, " ") }
+        match($0, /\([0-9.]+,[0-9.]+,[0-9.]+/) {
+            split(substr($0, RSTART + 1, RLENGTH - 1), have, ",")
+            for (i = 1; i <= 3; ++i) if (have[i] - wanted[i] > 14 || wanted[i] - have[i] > 14) next
+            split($1, at, "[,:]"); x += at[1]; y += at[2]; ++count
+        }
+        END { if (count < 6) exit 1; printf "%d %d\n", x / count, y / count }' >"$3.place" || return 1
+    local x y offset=${2#*+}
+    read -r x y <"$3.place"
+    echo $((x + ${offset%+*})) $((y + ${offset#*+}))
+}
+
+text_in() { convert "$1" -colorspace Gray -resize 200% png:- | tesseract - - --psm 6 2>/dev/null | tr -s " \n" " "; }
+
+shot() { import -silent -window root "$1"; }
+press() { xdotool mousemove "$1" "$2" sleep 0.3 click 1; }
+window() { xdotool search --onlyvisible --name '^Burnwick$' | tail -n 1; }
+has_window() { [ -n "$(window)" ]; }
+has_focus() { [ "$(xdotool getactivewindow getwindowname)" = Burnwick ]; }
+close_window() { ! has_window || wmctrl -c Burnwick; }
+window_place() {
+    local X Y WIDTH HEIGHT WINDOW SCREEN
+    eval "$(xdotool getwindowgeometry --shell "$(window)")"
+    echo "${WIDTH}x$HEIGHT+$X+$Y"
+}
+dismiss_alert() { :; }
+# Read by the settings portal of GTK.
+set_theme() { gsettings set org.gnome.desktop.interface color-scheme "prefer-$1"; }

@@ -1,0 +1,76 @@
+#!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Burnwick developers
+# SPDX-License-Identifier: MIT
+#
+# session.sh HOST: starts that host of status items, then the demonstration, as the user of a Debian that has both;
+# looks at the pictures of the screen and clicks with the display's pointer. Writes a line for each thing that was
+# looked for into results/cells ("item yes"), and the pictures. Called by enter.sh within a session bus.
+set -u
+
+here=$(dirname "$0")
+results=$here/results
+. "$here/screen.sh"
+. "$here/hosts/$1.sh"
+
+# cell NAME COMMAND...: waits until the command succeeds, and notes whether it did.
+cell() {
+    local name=$1 seen=yes
+    shift
+    wait_for 15 "$@" || seen=no
+    # What cannot be seen on this host has its reason there.
+    [ -z "${unseen[$name]:-}" ] || [ $seen = yes ] || seen="no: ${unseen[$name]}"
+    echo "$name $seen" | tee -a "$results/cells"
+}
+
+watcher() {
+    gdbus call --session --dest org.kde.StatusNotifierWatcher --object-path /StatusNotifierWatcher \
+        --method org.freedesktop.DBus.Properties.Get org.kde.StatusNotifierWatcher "$1"
+}
+has_host() { watcher IsStatusNotifierHostRegistered | grep -q true; }
+has_item() { watcher RegisteredStatusNotifierItems | grep -q StatusNotifierItem; }
+
+# Claude Code's status line names the limits of the account.
+use() {
+    local resets=$((EPOCHSECONDS + 2 * 3600 + 330))
+    echo "{\"rate_limits\":{\"five_hour\":{\"used_percentage\":$1,\"resets_at\":$resets}}}" |
+        HOME=$(echo "$TMPDIR"/*) burnwick-report --statusline >/dev/null
+}
+
+item_is() { shot "$results/now.png" && place_of "$1" "$panel" "$results/now.png" >"$results/place"; }
+item_lacks() { ! item_is "$1"; }
+opens() {
+    local x y
+    read -r x y <"$results/place"
+    press "$x" "$y"
+    wait_for 3 has_focus
+}
+alert_shown() { shot "$results/alert.png" && text_in "$results/alert.png" | grep -q "used 95% of your"; }
+window_closed() { close_window && ! has_window; }
+brightness() { shot "$results/$1.png" && convert "$results/$1.png" -crop "$(window_place)" +repage -colorspace Gray -format '%[fx:int(100*mean)]' info:; }
+is_dark() { [ "$(brightness dark)" -lt 30 ]; }
+is_light() { [ "$(brightness light)" -gt 70 ]; }
+
+rm -f "$results"/*
+export TMPDIR=$HOME/demo
+mkdir -p "$TMPDIR"
+start_host >"$results/host.log" 2>&1
+give_up() { echo "session: $1" >&2 && exit 1; }
+wait_for 60 has_host || give_up "no host of status items"
+wait_for 15 item_lacks "$green" && wait_for 5 item_lacks "$red" || give_up "the panel has the colours of the item"
+
+burnwick-demo --program /usr/bin/burnwick >"$results/program.log" 2>&1 &
+wait_for 30 has_window || give_up "no window"
+cell registered has_item
+wait_for 5 window_closed || give_up "the window does not close"
+cell item item_is "$orange"
+cp "$results/now.png" "$results/item.png"
+use 95
+cell change item_is "$red"
+cell alert alert_shown
+dismiss_alert
+cell click opens
+shot "$results/window.png"
+set_theme light
+cell light is_light
+set_theme dark
+cell dark is_dark
