@@ -24,9 +24,9 @@ for host in "$@"; do
     BURNWICK_ROOT=${BURNWICK_DESKTOP_ROOTS:+$BURNWICK_DESKTOP_ROOTS/$release-$host} \
         "$here/../../packaging/in-new-debian.sh" "$release" "$place/scripts/in-root.sh" "$place/scripts" "$place/programs" "$host" \
         "$place/results" || status=1
-    printf '%-8s %-12s %-10s' "$release" "$host" "$(cat "$place/results/version" 2>/dev/null)"
+    printf '%-8s %-12s %-10s' "$release" "$host" "$(cat "$place/results/version" 2>/dev/null || true)"
     for column in "${columns[@]}"; do
-        seen=$(sed -n "s/^$column //p" "$place/results/cells" 2>/dev/null)
+        seen=$(sed -n "s/^$column //p" "$place/results/cells" 2>/dev/null || true)
         [ "${seen:-no}" != no ] || status=1
         printf ' %s' "$column: ${seen:-no};"
     done

@@ -54,7 +54,7 @@ rm -f "$results"/*
 export TMPDIR=$HOME/demo
 mkdir -p "$TMPDIR"
 start_host >"$results/host.log" 2>&1
-give_up() { echo "session: $1" >&2 && exit 1; }
+give_up() { shot "$results/given-up.png"; echo "session: $1" >&2 && exit 1; }
 wait_for 60 has_host || give_up "no host of status items"
 wait_for 15 item_lacks "$green" && wait_for 5 item_lacks "$red" || give_up "the panel has the colours of the item"
 

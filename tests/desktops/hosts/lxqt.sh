@@ -5,6 +5,8 @@ desktop=LXQt
 panel=1280x40+0+760
 
 start_host() {
+    # As startlxqt does it.
+    export XDG_CONFIG_DIRS=/etc/xdg:/usr/share
     openbox &
     lxqt-notificationd &
     lxqt-panel &
