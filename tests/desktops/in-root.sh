@@ -26,7 +26,7 @@ install_packages() {
 
 if [ ! -e "$root/desktops" ]; then
     install_packages dbus iproute2 libglib2.0-bin imagemagick tesseract-ocr tesseract-ocr-eng fonts-dejavu-core fonts-inter \
-        adwaita-icon-theme xvfb xdotool x11-utils wmctrl gsettings-desktop-schemas dconf-gsettings-backend \
+        adwaita-icon-theme librsvg2-common xvfb xdotool x11-utils wmctrl gsettings-desktop-schemas dconf-gsettings-backend \
         xdg-desktop-portal "${packages[@]}"
     chroot "$root" useradd --create-home --uid 1000 user
     mkdir "$root/desktops"

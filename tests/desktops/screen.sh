@@ -49,6 +49,5 @@ window_place() {
     eval "$(xdotool getwindowgeometry --shell "$(window)")"
     echo "${WIDTH}x$HEIGHT+$X+$Y"
 }
-dismiss_alert() { :; }
 # Read by the settings portal of GTK.
 set_theme() { gsettings set org.gnome.desktop.interface color-scheme "prefer-$1"; }

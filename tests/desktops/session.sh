@@ -40,11 +40,29 @@ item_is() { shot "$results/now.png" && place_of "$1" "$panel" "$results/now.png"
 item_lacks() { ! item_is "$1"; }
 opens() {
     local x y
+    # Its place may have changed, by a host's own sign of notifications.
+    item_is "$red" || return
     read -r x y <"$results/place"
     press "$x" "$y"
     wait_for 3 has_focus
 }
-alert_shown() { shot "$results/alert.png" && text_in "$results/alert.png" | grep -q "used 95% of your"; }
+# A notification may stay for less time than reading a picture takes.
+film() {
+    local number
+    for number in {1..20}; do
+        shot "$results/film-$number.png"
+        sleep 0.5
+    done
+}
+alert_shown() {
+    local number last=
+    for number in {1..20}; do
+        [ -z "$last" ] || ! cmp --silent "$last" "$results/film-$number.png" || continue
+        last=$results/film-$number.png
+        text_in "$last" | grep -q "used 95% of your" && mv "$last" "$results/alert.png" && return
+    done
+    return 1
+}
 window_closed() { close_window && ! has_window; }
 brightness() { shot "$results/$1.png" && convert "$results/$1.png" -crop "$(window_place)" +repage -colorspace Gray -format '%[fx:int(100*mean)]' info:; }
 is_dark() { [ "$(brightness dark)" -lt 30 ]; }
@@ -65,9 +83,10 @@ wait_for 5 window_closed || give_up "the window does not close"
 cell item item_is "$orange"
 cp "$results/now.png" "$results/item.png"
 use 95
+film
 cell change item_is "$red"
 cell alert alert_shown
-dismiss_alert
+rm -f "$results"/film-*
 cell click opens
 shot "$results/window.png"
 set_theme light
