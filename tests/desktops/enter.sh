@@ -13,7 +13,7 @@ here=$(dirname "$0")
 
 ip link set lo up
 # Shells ask logind for a seat where this exists.
-rm -rf /run/systemd/seats /run/dbus/pid
+rm -rf /run/systemd/seats /run/dbus/pid /run/user/1000 /tmp/.X11-unix /tmp/.X*-lock
 mkdir -p /run/dbus /run/user/1000 /tmp/.X11-unix
 chmod 1777 /tmp/.X11-unix
 chown 1000:1000 /run/user/1000

@@ -36,7 +36,8 @@ rm -rf "$root/desktops/results" "$root/home/user"
 mkdir "$root/desktops/results" "$root/home/user"
 chroot "$root" chown 1000:1000 /desktops/results /home/user
 cp "$programs"/burnwick_*.deb "$root/burnwick.deb"
-install_packages --reinstall --allow-downgrades /burnwick.deb
+# A user gets the packages that it recommends too.
+install_packages --install-recommends --reinstall --allow-downgrades /burnwick.deb
 install "$programs/burnwick-demo" "$root/usr/local/bin/burnwick-demo"
 
 status=0

@@ -10,6 +10,8 @@ orange='252 189 46'
 red='255 69 59'
 
 declare -A unseen=()
+# What a host puts before the command of the program.
+program_environment=(env)
 
 # wait_for SECONDS COMMAND...
 wait_for() {

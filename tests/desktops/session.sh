@@ -76,7 +76,7 @@ give_up() { shot "$results/given-up.png"; echo "session: $1" >&2 && exit 1; }
 wait_for 60 has_host || give_up "no host of status items"
 wait_for 15 item_lacks "$green" && wait_for 5 item_lacks "$red" || give_up "the panel has the colours of the item"
 
-burnwick-demo --program /usr/bin/burnwick >"$results/program.log" 2>&1 &
+"${program_environment[@]}" burnwick-demo --program /usr/bin/burnwick >"$results/program.log" 2>&1 &
 wait_for 30 has_window || give_up "no window"
 cell registered has_item
 wait_for 5 window_closed || give_up "the window does not close"
