@@ -23,16 +23,16 @@ wait_for() {
     done
 }
 
-# place_of COLOUR REGION PICTURE: prints the middle of the pixels of about that colour; fails for fewer than six.
+# place_of COLOUR REGION PICTURE: prints the middle of the pixels of about that colour; fails for fewer than four.
 place_of() {
     convert "$3" -crop "$2" -depth 8 txt:- | awk -v "color=$1" '
         BEGIN { split(color, wanted, " ") }
         match($0, /\([0-9.]+,[0-9.]+,[0-9.]+/) {
             split(substr($0, RSTART + 1, RLENGTH - 1), have, ",")
-            for (i = 1; i <= 3; ++i) if (have[i] - wanted[i] > 14 || wanted[i] - have[i] > 14) next
+            for (i = 1; i <= 3; ++i) if (have[i] - wanted[i] > 30 || wanted[i] - have[i] > 30) next
             split($1, at, "[,:]"); x += at[1]; y += at[2]; ++count
         }
-        END { if (count < 6) exit 1; printf "%d %d\n", x / count, y / count }' >"$3.place" || return 1
+        END { if (count < 4) exit 1; printf "%d %d\n", x / count, y / count }' >"$3.place" || return 1
     local x y offset=${2#*+}
     read -r x y <"$3.place"
     echo $((x + ${offset%+*})) $((y + ${offset#*+}))
@@ -41,7 +41,8 @@ place_of() {
 text_in() { convert "$1" -colorspace Gray -resize 200% png:- | tesseract - - --psm 6 2>/dev/null | tr -s " \n" " "; }
 
 shot() { import -silent -window root "$1"; }
-press() { xdotool mousemove "$1" "$2" sleep 0.3 click 1; }
+point() { xdotool mousemove "$1" "$2"; }
+press() { point "$1" "$2" && sleep 0.3 && xdotool click 1; }
 window() { xdotool search --onlyvisible --name '^Burnwick$' | tail -n 1; }
 has_window() { [ -n "$(window)" ]; }
 has_focus() { [ "$(xdotool getactivewindow getwindowname)" = Burnwick ]; }

@@ -37,7 +37,7 @@ use() {
 }
 
 item_is() { shot "$results/now.png" && place_of "$1" "$panel" "$results/now.png" >"$results/place"; }
-item_lacks() { ! item_is "$1"; }
+no_item() { ! item_is "$green" && ! item_is "$orange" && ! item_is "$red"; }
 opens() {
     local x y
     # Its place may have changed, by a host's own sign of notifications.
@@ -46,10 +46,11 @@ opens() {
     press "$x" "$y"
     wait_for 3 has_focus
 }
-# A notification may stay for less time than reading a picture takes.
+# A notification may stay for less time than reading a picture takes, or until the user moves.
 film() {
     local number
     for number in {1..20}; do
+        point $((600 + number)) 500
         shot "$results/film-$number.png"
         sleep 0.5
     done
@@ -63,7 +64,7 @@ alert_shown() {
     done
     return 1
 }
-window_closed() { close_window && ! has_window; }
+window_closed() { close_window; ! has_window; }
 brightness() { shot "$results/$1.png" && convert "$results/$1.png" -crop "$(window_place)" +repage -colorspace Gray -format '%[fx:int(100*mean)]' info:; }
 is_dark() { [ "$(brightness dark)" -lt 30 ]; }
 is_light() { [ "$(brightness light)" -gt 70 ]; }
@@ -74,7 +75,7 @@ mkdir -p "$TMPDIR"
 start_host >"$results/host.log" 2>&1
 give_up() { shot "$results/given-up.png"; echo "session: $1" >&2 && exit 1; }
 wait_for 60 has_host || give_up "no host of status items"
-wait_for 15 item_lacks "$green" && wait_for 5 item_lacks "$red" || give_up "the panel has the colours of the item"
+wait_for 15 no_item || give_up "the panel has the colours of the item"
 
 "${program_environment[@]}" burnwick-demo --program /usr/bin/burnwick >"$results/program.log" 2>&1 &
 wait_for 30 has_window || give_up "no window"
