@@ -10,6 +10,8 @@ orange='252 189 46'
 red='255 69 59'
 
 declare -A unseen=()
+# Where a host shows notifications.
+alerts=1280x800+0+0
 # What a host puts before the command of the program.
 program_environment=(env)
 
@@ -38,7 +40,7 @@ place_of() {
     echo $((x + ${offset%+*})) $((y + ${offset#*+}))
 }
 
-text_in() { convert "$1" -colorspace Gray -resize 200% png:- | tesseract - - --psm 6 2>/dev/null | tr -s " \n" " "; }
+text_in() { convert "$1" -crop "$alerts" -colorspace Gray -resize 200% png:- | tesseract - - --psm 6 2>/dev/null | tr -s " \n" " "; }
 
 shot() { import -silent -window root "$1"; }
 point() { xdotool mousemove "$1" "$2"; }

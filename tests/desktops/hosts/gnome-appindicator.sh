@@ -4,6 +4,7 @@ packages=(gnome-shell gjs gnome-shell-extension-appindicator xdg-desktop-portal-
 desktop=GNOME
 display=wayland
 panel=1280x32+0+0
+alerts=500x300+390+30
 
 . "${BASH_SOURCE[0]%/*}/../gnome.sh"
 
