@@ -35,5 +35,11 @@ TEST_F(DemoProgramTest, EndsWithTheProgram) {
     EXPECT_TRUE(std::filesystem::is_empty(m_temporary.path())) << "the sample home remains";
 }
 
+TEST_F(DemoProgramTest, RunsTheProgramThatIsNamed) {
+    launch({QStringLiteral("--program"), QStringLiteral("/bin/false")});
+    ASSERT_TRUE(m_program.waitForFinished(5'000));
+    EXPECT_EQ(m_program.exitCode(), 1);
+}
+
 } // namespace
 } // namespace burnwick

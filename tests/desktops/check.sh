@@ -10,9 +10,12 @@ set -euo pipefail
 release=$1 programs=$2 pictures=$3
 shift 3
 here=$(cd "$(dirname "$0")" && pwd)
-columns=(registered item change alert click light dark)
+columns=(registered item change alert click dark light)
+row='| %-8s | %-18s | %-8s | %-10s | %-4s | %-6s | %-5s | %-5s | %-4s | %-5s | %7s |\n'
 status=0
 
+# shellcheck disable=SC2059 # the format is a constant
+printf "$row" release host version "${columns[@]}" seconds
 for host in "$@"; do
     begin=$EPOCHSECONDS
     # Without root another user reads and writes these.
@@ -22,15 +25,17 @@ for host in "$@"; do
     cp -r "$programs" "$place/programs"
     chmod -R a+rX "$place"
     BURNWICK_ROOT=${BURNWICK_DESKTOP_ROOTS:+$BURNWICK_DESKTOP_ROOTS/$release-$host} \
-        "$here/../../packaging/in-new-debian.sh" "$release" "$place/scripts/in-root.sh" "$place/scripts" "$place/programs" "$host" \
-        "$place/results" || status=1
-    printf '%-8s %-12s %-10s' "$release" "$host" "$(cat "$place/results/version" 2>/dev/null || true)"
+        "$here/../../packaging/in-new-debian.sh" "$release" "$place/scripts/in-root.sh" "$place/scripts" "$place/programs" \
+        "$host" "$place/results" 2>"$place/results/errors.log" || status=1
+    cells=()
     for column in "${columns[@]}"; do
-        seen=$(sed -n "s/^$column //p" "$place/results/cells" 2>/dev/null || true)
-        [ "${seen:-no}" != no ] || status=1
-        printf ' %s' "$column: ${seen:-no};"
+        cells+=("$(sed -n "s/^$column //p" "$place/results/cells" 2>/dev/null || true)")
+        [ "${cells[-1]:=-}" = yes ] || status=1
     done
-    echo " $((EPOCHSECONDS - begin)) s"
+    # shellcheck disable=SC2059
+    printf "$row" "$release" "$host" "$(cat "$place/results/version" 2>/dev/null || true)" "${cells[@]}" \
+        "$((EPOCHSECONDS - begin))"
+    grep -h '^session: ' "$place/results/session.log" 2>/dev/null >&2 || true
     rm -rf "${pictures:?}/$release-$host"
     mkdir -p "$pictures"
     mv "$place/results" "$pictures/$release-$host"

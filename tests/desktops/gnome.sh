@@ -47,5 +47,5 @@ has_window() { evaluates "$own_window.length > 0"; }
 has_focus() { evaluates "global.display.focus_window?.title === 'Burnwick'"; }
 close_window() { evaluate "$own_window.forEach(window => window.delete(global.get_current_time())); true" >/dev/null; }
 window_place() {
-    evaluate "const place = $own_window[0].get_frame_rect(); place.width + 'x' + place.height + '+' + place.x + '+' + place.y" | tr -d '"'
+    evaluate "const place = ${own_window}[0].get_frame_rect(); place.width + 'x' + place.height + '+' + place.x + '+' + place.y" | tr -d '"'
 }

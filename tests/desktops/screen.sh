@@ -9,7 +9,6 @@ green='51 199 89'
 orange='252 189 46'
 red='255 69 59'
 
-declare -A unseen=()
 # Where a host shows notifications.
 alerts=1280x800+0+0
 # What a host puts before the command of the program.

@@ -17,8 +17,6 @@ cell() {
     local name=$1 seen=yes
     shift
     wait_for 15 "$@" || seen=no
-    # What cannot be seen on this host has its reason there.
-    [ -z "${unseen[$name]:-}" ] || [ $seen = yes ] || seen="no: ${unseen[$name]}"
     echo "$name $seen" | tee -a "$results/cells"
 }
 
@@ -37,6 +35,14 @@ use() {
 }
 
 item_is() { shot "$results/now.png" && place_of "$1" "$panel" "$results/now.png" >"$results/place"; }
+# The whole screen, and the panel around the item.
+keep_item() {
+    local x
+    cp "$results/now.png" "$results/item.png"
+    read -r x _ <"$results/place"
+    x=$((x < 210 ? 0 : x > 1070 ? 860 : x - 210))
+    convert "$results/item.png" -crop "$panel" +repage -crop "420x100+$x+0" +repage "$results/panel.png"
+}
 no_item() { ! item_is "$green" && ! item_is "$orange" && ! item_is "$red"; }
 opens() {
     local x y
@@ -65,15 +71,23 @@ alert_shown() {
     return 1
 }
 window_closed() { close_window; ! has_window; }
-brightness() { shot "$results/$1.png" && convert "$results/$1.png" -crop "$(window_place)" +repage -colorspace Gray -format '%[fx:int(100*mean)]' info:; }
+# In percent, of the window.
+brightness() {
+    shot "$results/$1.png" &&
+        convert "$results/$1.png" -crop "$(window_place)" +repage -colorspace Gray -format '%[fx:int(100*mean)]' info:
+}
 is_dark() { [ "$(brightness dark)" -lt 30 ]; }
 is_light() { [ "$(brightness light)" -gt 70 ]; }
 
-rm -f "$results"/*
+give_up() {
+    shot "$results/given-up.png"
+    echo "session: $1" >&2
+    exit 1
+}
+
 export TMPDIR=$HOME/demo
 mkdir -p "$TMPDIR"
 start_host >"$results/host.log" 2>&1
-give_up() { shot "$results/given-up.png"; echo "session: $1" >&2 && exit 1; }
 wait_for 60 has_host || give_up "no host of status items"
 wait_for 15 no_item || give_up "the panel has the colours of the item"
 
@@ -82,7 +96,7 @@ wait_for 30 has_window || give_up "no window"
 cell registered has_item
 wait_for 5 window_closed || give_up "the window does not close"
 cell item item_is "$orange"
-cp "$results/now.png" "$results/item.png"
+keep_item
 use 95
 film
 cell change item_is "$red"
@@ -90,7 +104,8 @@ cell alert alert_shown
 rm -f "$results"/film-*
 cell click opens
 shot "$results/window.png"
-set_theme light
-cell light is_light
+# Both are changes.
 set_theme dark
 cell dark is_dark
+set_theme light
+cell light is_light
