@@ -42,6 +42,9 @@ click() {
 }
 press() { point "$1" "$2" && click; }
 
+# While the user does not move, a notification stays, and GNOME Shell 48 only lists one that came meanwhile.
+is_quiet() { point 600 500 && evaluates 'Main.messageTray._notification === null' && point 601 500; }
+
 own_window="global.get_window_actors().map(actor => actor.meta_window).filter(window => window.title === 'Burnwick')"
 has_window() { evaluates "$own_window.length > 0"; }
 has_focus() { evaluates "global.display.focus_window?.title === 'Burnwick'"; }

@@ -39,7 +39,7 @@ place_of() {
     echo $((x + ${offset%+*})) $((y + ${offset#*+}))
 }
 
-text_in() { convert "$1" -crop "$alerts" -colorspace Gray -resize 200% png:- | tesseract - - --psm 6 2>/dev/null | tr -s " \n" " "; }
+text_in() { convert "$1" -crop "$alerts" +repage -alpha off -colorspace Gray -resize 200% png:- | tesseract - - --psm 6 2>/dev/null | tr -s " \n" " "; }
 
 shot() { import -silent -window root "$1"; }
 point() { xdotool mousemove "$1" "$2"; }
@@ -53,5 +53,7 @@ window_place() {
     eval "$(xdotool getwindowgeometry --shell "$(window)")"
     echo "${WIDTH}x$HEIGHT+$X+$Y"
 }
+# Whether no notification is shown that would keep the next one from it.
+is_quiet() { :; }
 # Read by the settings portal of GTK.
 set_theme() { gsettings set org.gnome.desktop.interface color-scheme "prefer-$1"; }

@@ -74,7 +74,7 @@ window_closed() { close_window; ! has_window; }
 # In percent, of the window.
 brightness() {
     shot "$results/$1.png" &&
-        convert "$results/$1.png" -crop "$(window_place)" +repage -colorspace Gray -format '%[fx:int(100*mean)]' info:
+        convert "$results/$1.png" -crop "$(window_place)" +repage -alpha off -colorspace Gray -format '%[fx:int(100*mean)]' info:
 }
 is_dark() { [ "$(brightness dark)" -lt 30 ]; }
 is_light() { [ "$(brightness light)" -gt 70 ]; }
@@ -97,6 +97,7 @@ cell registered has_item
 wait_for 5 window_closed || give_up "the window does not close"
 cell item item_is "$orange"
 keep_item
+wait_for 20 is_quiet
 use 95
 film
 cell change item_is "$red"
