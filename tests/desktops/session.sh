@@ -38,7 +38,7 @@ item_is() { shot "$results/now.png" && place_of "$1" "$panel" "$results/now.png"
 # The whole screen, and the panel around the item.
 keep_item() {
     local x
-    cp "$results/now.png" "$results/item.png"
+    shot "$results/item.png"
     read -r x _ <"$results/place"
     x=$((x < 210 ? 0 : x > 1070 ? 860 : x - 210))
     convert "$results/item.png" -crop "$panel" +repage -crop "420x100+$x+0" +repage "$results/panel.png"

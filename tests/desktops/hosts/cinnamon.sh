@@ -3,6 +3,7 @@
 packages=(cinnamon xapp-sn-watcher xdg-desktop-portal-gtk)
 desktop=X-Cinnamon
 panel=1280x40+0+760
+alerts=500x300+780+0
 
 start_host() {
     dbus-update-activation-environment --all

@@ -3,6 +3,7 @@
 packages=(lxqt-panel lxqt-notificationd lxqt-themes openbox xdg-desktop-portal-gtk)
 desktop=LXQt
 panel=1280x40+0+760
+alerts=500x500+780+250
 
 start_host() {
     # As startlxqt does it.

@@ -3,6 +3,7 @@
 packages=(plasma-workspace plasma-desktop kwin-x11 xdg-desktop-portal-kde breeze)
 desktop=KDE
 panel=1280x50+0+750
+alerts=500x500+780+250
 
 start_host() {
     # Version 6, or else 5.

@@ -3,6 +3,7 @@
 packages=(waybar sway mako-notifier jq xdg-desktop-portal-gtk)
 desktop=sway
 panel=1280x30+0+0
+alerts=500x300+780+0
 
 # Sway's screen is a window on the X11 display, which gives it a pointer; its clients see only Wayland.
 start_host() {

@@ -3,6 +3,7 @@
 packages=(xfce4-panel xfwm4 xfconf xfce4-notifyd xdg-desktop-portal-gtk)
 desktop=XFCE
 panel=1280x30+0+0
+alerts=500x300+780+0
 
 start_host() {
     local settings=$HOME/.config/xfce4/xfconf/xfce-perchannel-xml
