@@ -39,7 +39,11 @@ place_of() {
     echo $((x + ${offset%+*})) $((y + ${offset#*+}))
 }
 
-text_in() { convert "$1" -crop "$alerts" +repage -alpha off -colorspace Gray -resize 200% png:- | tesseract - - --psm 6 2>/dev/null | tr -s " \n" " "; }
+# The local threshold makes dark and light notifications alike.
+text_in() {
+    convert "$1" -crop "$alerts" +repage -alpha off -colorspace Gray -resize 300% -lat 40x40+5% png:- |
+        tesseract - - --psm 6 2>/dev/null | tr -s ' \n' ' '
+}
 
 shot() { import -silent -window root "$1"; }
 point() { xdotool mousemove "$1" "$2"; }
