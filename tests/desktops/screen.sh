@@ -1,8 +1,8 @@
 # SPDX-FileCopyrightText: 2026 The Burnwick developers
 # SPDX-License-Identifier: MIT
 #
-# What session.sh sees and does on a screen; the functions here are those of an X11 display, which a host on Wayland
-# defines anew.
+# What session.sh sees and does on a screen; the functions here are those of an X11 display and of a host of status
+# items, which another display and another host define anew.
 
 # The colours of the item's dot: below 60 %, below 85 % and above.
 green='51 199 89'
@@ -23,6 +23,13 @@ wait_for() {
         sleep 0.2
     done
 }
+
+watcher() {
+    gdbus call --session --dest org.kde.StatusNotifierWatcher --object-path /StatusNotifierWatcher \
+        --method org.freedesktop.DBus.Properties.Get org.kde.StatusNotifierWatcher "$1"
+}
+has_host() { watcher IsStatusNotifierHostRegistered | grep -q true; }
+has_item() { watcher RegisteredStatusNotifierItems | grep -q StatusNotifierItem; }
 
 # place_of COLOUR REGION PICTURE: prints the middle of the pixels of about that colour; fails for fewer than four.
 place_of() {

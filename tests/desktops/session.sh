@@ -20,13 +20,6 @@ cell() {
     echo "$name $seen" | tee -a "$results/cells"
 }
 
-watcher() {
-    gdbus call --session --dest org.kde.StatusNotifierWatcher --object-path /StatusNotifierWatcher \
-        --method org.freedesktop.DBus.Properties.Get org.kde.StatusNotifierWatcher "$1"
-}
-has_host() { watcher IsStatusNotifierHostRegistered | grep -q true; }
-has_item() { watcher RegisteredStatusNotifierItems | grep -q StatusNotifierItem; }
-
 # Claude Code's status line names the limits of the account.
 use() {
     local resets=$((EPOCHSECONDS + 2 * 3600 + 330))
@@ -62,13 +55,17 @@ film() {
     done
 }
 alert_shown() {
-    local number last=
+    local number last='' seen=1
     for number in {1..20}; do
         [ -z "$last" ] || ! cmp --silent "$last" "$results/film-$number.png" || continue
         last=$results/film-$number.png
-        text_in "$last" | grep -q "used 95% of your" && mv "$last" "$results/alert.png" && return
+        text_in "$last" | grep -q "used 95% of your" || continue
+        cp "$last" "$results/alert.png"
+        # The first picture may be one of its fading in.
+        [ "$seen" = 1 ] || return 0
+        seen=0
     done
-    return 1
+    return "$seen"
 }
 window_closed() { close_window; ! has_window; }
 # In percent, of the window.
@@ -104,7 +101,6 @@ cell change item_is "$red"
 cell alert alert_shown
 rm -f "$results"/film-*
 cell click opens
-shot "$results/window.png"
 # Both are changes.
 set_theme dark
 cell dark is_dark

@@ -23,7 +23,7 @@ constexpr std::array knownHosts{
     KnownHost{"waybar", {wide, pango, false, false}},
     KnownHost{"panel-", {compact, pango, false, false}}, // Xfce: panel-<plugin id>-systray
     KnownHost{"xfce4-panel", {compact, pango, false, false}},
-    // MATE's notification-area-applet: shows the label instead of the icon, even an empty one.
+    // MATE's notification-area-applet: shows the label beside the icon.
     KnownHost{"notification-ar", {label, pango, false, false}},
     KnownHost{"kded", {compact, qtText, false, false}}, // Plasma 5 and 6
     KnownHost{"plasmashell", {compact, qtText, false, false}},
