@@ -4,7 +4,7 @@
 # What session.sh sees and does on a screen; the functions here are those of an X11 display and of a host of status
 # items, which another display and another host define anew.
 
-# The colours of the item's dot: below 60 %, below 85 % and above.
+# The colours of the item's dot: below 41 %, below 81 % and above.
 green='51 199 89'
 orange='252 189 46'
 red='255 69 59'
