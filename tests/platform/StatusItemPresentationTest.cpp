@@ -45,7 +45,7 @@ TEST(StatusItemToolTip, UsesTheHostsMarkup) {
                                                                     : " · ";
         EXPECT_EQ(toolTipBody(noted, row.markup).toStdString(),
                   row.body + lineBreak + "&lt;Opus&gt;: 5%" + lineBreak + "as of 12:05");
-        noted.limits = {{.bar = "a bar"}};
+        noted.limits = {{"Session", 67, {}, {}, "a bar"}};
         EXPECT_TRUE(toolTipBody(noted, row.markup)
                         .endsWith(QString::fromStdString("●" + end + lineBreak + "a bar" + lineBreak +
                                                          "&lt;Opus&gt;: 5%" + lineBreak + "as of 12:05")))
