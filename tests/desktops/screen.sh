@@ -64,6 +64,8 @@ window_place() {
     eval "$(xdotool getwindowgeometry --shell "$(window)")"
     echo "${WIDTH}x$HEIGHT+$X+$Y"
 }
+# Whether it is known that the host does not show what a cell is about.
+is_unseen_here() { false; }
 # Whether no notification is shown that would keep the next one from it.
 is_quiet() { :; }
 # Read by the settings portal of GTK.

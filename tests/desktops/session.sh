@@ -17,6 +17,7 @@ cell() {
     local name=$1 seen=yes
     shift
     wait_for 15 "$@" || seen=no
+    [ $seen = yes ] || ! is_unseen_here "$name" || seen=unseen
     echo "$name $seen" | tee -a "$results/cells"
 }
 
