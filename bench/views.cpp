@@ -102,33 +102,29 @@ public:
         return times[times.size() / 2];
     }
 
-    /// Returns for how many seconds the event loop was busy at most while logs of that home were read again.
-    double longestGapOfARefresh(const std::filesystem::path &home) {
-        m_clock.set(SystemClock().now());
-        AppState state(services(home));
-        state.start();
-        MainWindowView window({state, m_preferences, m_clock, m_scheduler, [] { return 30; }});
-        window.show();
+    /// Returns for how many seconds the event loop was busy at most while all logs of that home were read.
+    double longestGapOfAReading(const std::filesystem::path &home) {
+        // None is recent: start() itself reads those, before the first frame.
+        m_clock.set(SystemClock().now() + 72h);
         qint64 longest = 0;
-        QElapsedTimer sinceBeat;
-        QTimer heart;
-        heart.setTimerType(Qt::PreciseTimer);
-        heart.callOnTimeout([&] {
-            longest = std::max(longest, sinceBeat.nsecsElapsed());
-            sinceBeat.restart();
-        });
-        for (int i = 0; i < 4; ++i) {
-            makeRecent(home);
-            m_clock.set(SystemClock().now());
+        for (int i = 0; i < 3; ++i) {
+            AppState state(services(home));
+            MainWindowView window({state, m_preferences, m_clock, m_scheduler, [] { return 30; }});
+            window.show();
+            QTest::qWait(100); // until the window is painted
+            QElapsedTimer sinceBeat;
+            QTimer heart;
+            heart.setTimerType(Qt::PreciseTimer);
+            heart.callOnTimeout([&] {
+                longest = std::max(longest, sinceBeat.nsecsElapsed());
+                sinceBeat.restart();
+            });
+            state.start();
             sinceBeat.start();
             heart.start(1ms);
-            state.refreshLocalData();
-            if (!waitFor([&] { return state.snapshot().usage.historyReadAt == m_clock.now(); }, 2min))
+            if (!waitFor([&] { return state.snapshot().usage.historyReadAt.has_value(); }, 2min))
                 throw std::runtime_error("the logs were not read");
-            QTest::qWait(100); // until the window is painted
-            heart.stop();
-            if (i == 0)
-                longest = 0; // the first one waits for the start's job
+            QTest::qWait(100);
         }
         return static_cast<double>(longest) * 1e-9;
     }
@@ -164,8 +160,8 @@ void measure(const std::filesystem::path &logs, ResultTable &table) {
                     100, "ms", 1);
     const std::filesystem::path recent = logs / "recent-gigabyte";
     prepareTree(TreeKind::sessions, 1'000'000'000, recent);
-    table.addAtMost("longest gap of the event loop, refresh with 1 GB of recent logs",
-                    1000 * Dashboard().longestGapOfARefresh(recent), 16, "ms", 1);
+    table.addAtMost("longest gap of the event loop, 1 GB of logs being read",
+                    1000 * Dashboard().longestGapOfAReading(recent), 16, "ms", 1);
 }
 
 } // namespace
