@@ -177,7 +177,7 @@ void measureReading(const Options &options, ResultTable &table) {
     const LogFacts facts = factsOf(options.sessions);
     const JSONLParser oneThread(options.sessions, 1);
     const JSONLParser twoThreads(options.sessions, 2);
-    Floor floor(allLogFiles(oneThread.projectsURL()));
+    Floor floor(allLogFiles(oneThread.folders()));
     checkAgainst(facts, *oneThread.parseAllEntries());
     checkAgainst(facts, *twoThreads.parseAllEntries());
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/AppDelegate.h"
 
+#include "logs/LogFolders.h"
 #include "logs/LogRetention.h"
 #include "platform/Platform.h"
 #include "ui/WindowActivation.h"
@@ -22,6 +23,30 @@ int untilCleanup() {
     return daysUntilCleanup(homeDirectory());
 }
 
+std::vector<ClaudeFolder> claudeFoldersOf(const PreferencesManager &preferences) {
+    std::vector<std::string> chosen;
+    for (const QString &folder : preferences.logFolders())
+        chosen.push_back(folder.toStdString());
+    return claudeFolders(homeDirectory(), chosen);
+}
+
+/// Returns Claude Code's own folders of logs that exist, with "~" for the home directory.
+QStringList usualLogFolders() {
+    QStringList folders;
+    for (const ClaudeFolder &folder : claudeFolders(homeDirectory())) {
+        const QString path = QString::fromStdString(folder.logs.string());
+        const QString home = QDir::homePath() + u'/';
+        if (QFileInfo(path).isDir())
+            folders += path.startsWith(home) ? QStringLiteral("~/") + path.mid(home.size()) : path;
+    }
+    return folders;
+}
+
+QString problemOf(const QString &folder) {
+    const std::error_code error = folderError(chosenFolder(homeDirectory(), folder.toStdString()).logs);
+    return error ? QString::fromStdString(folderErrorText(error)) : QString();
+}
+
 void openOnDesktop(const QUrl &url) {
     QDesktopServices::openUrl(url);
 }
@@ -32,7 +57,8 @@ AppDelegate::AppDelegate()
     : m_defaults(platform::makeUserDefaults(UserDefaults::Access::readWrite))
     , m_preferences(*m_defaults)
     , m_endpoints(Endpoints::load(*m_defaults))
-    , m_secretStore(platform::makeSecretStore(homeDirectory()))
+    , m_secretStore(platform::makeSecretStore(
+          [this] { return configurationFoldersOf(claudeFoldersOf(m_preferences)); }))
     , m_terminal(platform::makeTerminalLauncher())
     , m_account(m_endpoints, *m_secretStore, m_clock, Calendar::current())
     , m_exchangeGuard{m_account.oauthFetcher}
@@ -61,8 +87,9 @@ StandardUpdaterController::Services AppDelegate::updaterServices() {
 }
 
 AppState::Services AppDelegate::stateServices() {
-    return {{m_preferences, JSONLParser(homeDirectory()), [] { return Calendar::current(); }, m_clock,
-             m_scheduler, platform::openDirectoryEventSource, platform::openTreeEventSource, &m_ledger,
+    return {{m_preferences, JSONLParser(logFoldersOf(claudeFoldersOf(m_preferences))),
+             [] { return Calendar::current(); }, m_clock, m_scheduler, platform::openDirectoryEventSource,
+             platform::openTreeEventSource, &m_ledger,
              [this](std::span<const Limit> limits) { return m_ledger.recordLimits(limits); },
              PriceTable::ofUser()},
             {m_preferences, m_clock, m_scheduler, m_account, *m_terminal,
@@ -77,6 +104,7 @@ SettingsView::Services AppDelegate::settingsServices() {
             {m_account.http, m_scheduler, m_endpoints.productBaseURL, platform::releaseForm(), openOnDesktop},
             {untilCleanup, [this]() -> const UsageFigures & { return m_appState.snapshot().usage; },
              [this](bool withLines) { return m_ledger.forgetKeptHistory(withLines); }},
+            {usualLogFolders, problemOf},
             m_endpoints.feedbackURL,
             [this] { return m_theme.reducedMotion(); },
             m_windowChrome.get()};
@@ -94,6 +122,8 @@ void AppDelegate::launch(const ApplicationRequest &start) {
         m_ledger.setKeepsHistory(on);
         m_appState.refreshLocalData();
     });
+    QObject::connect(&m_preferences, &PreferencesManager::logFoldersChanged, &m_appState,
+                     [this] { m_appState.setLogFolders(logFoldersOf(claudeFoldersOf(m_preferences))); });
     m_appState.start();
     m_limitsWatch.check();
     m_sleepMonitor->follow([this] {

@@ -4,6 +4,7 @@
 
 #include <SQLiteCpp/Backup.h>
 
+#include <algorithm>
 #include <unordered_set>
 #include <utility>
 
@@ -18,6 +19,15 @@ LogEntries entriesOf(const SessionLines &lines, bool withMessages = true) {
     if (withMessages)
         entries->messages.add(lines.entries, lines.details);
     return entries;
+}
+
+/// Another program may read other folders, whose logs this one cannot judge.
+bool isBelow(const std::filesystem::path &file, const std::vector<std::filesystem::path> &folders) {
+    return std::ranges::any_of(folders, [&file](const std::filesystem::path &folder) {
+        const std::string_view path = file.native();
+        const std::string_view top = folder.native();
+        return path.starts_with(top) && path.size() > top.size() && path[top.size()] == '/';
+    });
 }
 
 std::string_view sessionOf(const std::filesystem::path &file) {
@@ -78,8 +88,12 @@ bool LedgerDatabase::settle(const LogHistory &history, bool mayWrite) {
         paths.insert(file.path.native());
     std::vector<FileTable::Place> existing;
     std::vector<FileTable::Place> gone;
-    for (FileTable::Place &file : m_files.files())
-        (paths.contains(file.path.native()) ? existing : gone).push_back(std::move(file));
+    for (FileTable::Place &file : m_files.files()) {
+        if (paths.contains(file.path.native()))
+            existing.push_back(std::move(file));
+        else if (isBelow(file.path, history.folders))
+            gone.push_back(std::move(file));
+    }
 
     std::erase_if(m_unsettled, [this](const std::string &session) { return !m_kept.contains(session); });
     const Paths pathsOfSessions = !m_unsettled.empty() || !gone.empty() ? pathsOf(existing) : Paths();

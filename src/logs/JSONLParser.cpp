@@ -16,14 +16,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::shared_ptr<LogHistory> historyOf(std::vector<LogFile> files) {
-    auto history = std::make_shared<LogHistory>();
-    history->files = std::move(files);
-    history->entries.resize(history->files.size());
-    history->positions.resize(history->files.size());
-    return history;
-}
-
 /// Sets entries and positions of the files that the other history has, too.
 void shareEntries(LogHistory &history, const LogHistory &last) {
     std::unordered_map<std::string_view, std::size_t> indexes;
@@ -63,12 +55,24 @@ void forEachEntry(std::span<const LogEntries> lists, Use use) {
 
 } // namespace
 
-JSONLParser::JSONLParser(const std::filesystem::path &home, unsigned threads)
-    : m_projectsURL(home / ".claude" / "projects")
+JSONLParser::JSONLParser(const fs::path &home, unsigned threads)
+    : JSONLParser(std::vector{home / ".claude" / "projects"}, threads) {}
+
+JSONLParser::JSONLParser(std::vector<fs::path> folders, unsigned threads)
+    : m_folders(std::move(folders))
     , m_threads(threads != 0 ? threads : std::max(1U, std::thread::hardware_concurrency())) {}
 
+std::shared_ptr<LogHistory> JSONLParser::historyOf(std::vector<LogFile> files) const {
+    auto history = std::make_shared<LogHistory>();
+    history->folders = m_folders;
+    history->files = std::move(files);
+    history->entries.resize(history->files.size());
+    history->positions.resize(history->files.size());
+    return history;
+}
+
 std::shared_ptr<const LogHistory> JSONLParser::parseRecentEntries(Instant since, ReadingStore *store) const {
-    auto history = historyOf(recentLogFiles(m_projectsURL, since));
+    auto history = historyOf(recentLogFiles(m_folders, since));
     if (store != nullptr)
         store->recall(*history);
     readMissingEntries(*history, m_threads, Watch::none, nullptr, {});
@@ -78,7 +82,7 @@ std::shared_ptr<const LogHistory> JSONLParser::parseRecentEntries(Instant since,
 std::shared_ptr<const LogHistory> JSONLParser::parseAllEntries(const LogHistory *last, ReadingStore *store,
                                                                const StopRequest &stop) const {
     // Listed first: a file that changes before it is read differs in the next comparison.
-    auto history = historyOf(allLogFiles(m_projectsURL, stop));
+    auto history = historyOf(allLogFiles(m_folders, stop));
     if (last != nullptr)
         shareEntries(*history, *last);
     return readChanges(std::move(history), last, Watch::none, store, stop);
@@ -89,10 +93,21 @@ std::shared_ptr<const LogHistory> JSONLParser::parseChangedEntries(const LogHist
                                                                    ReadingStore *store,
                                                                    const StopRequest &stop) const {
     std::vector<LogFile> files;
-    std::ranges::copy_if(last.files, std::back_inserter(files),
-                         [&](const LogFile &file) { return !changed.contains(file.path); });
+    std::set<fs::path> unknown = changed;
+    for (const LogFile &file : last.files) {
+        if (changed.contains(file.path))
+            unknown.erase(file.path);
+        else
+            files.push_back(file);
+    }
     for (const fs::path &path : changed) {
-        if (const auto file = logFileAt(path))
+        const auto file = logFileAt(path);
+        // A folder that is mounted in another one reports its files under its own name.
+        if (file && unknown.contains(path) && std::ranges::any_of(files, [&file](const LogFile &known) {
+                return known.status.inode == file->status.inode && known.status.device == file->status.device;
+            }))
+            return parseAllEntries(&last, store, stop);
+        if (file)
             files.insert(std::ranges::upper_bound(files, *file, isBefore), *file);
     }
     auto history = historyOf(std::move(files));

@@ -12,6 +12,7 @@
 #include <memory>
 #include <set>
 #include <span>
+#include <vector>
 
 namespace burnwick {
 
@@ -19,11 +20,15 @@ namespace burnwick {
 /// and never writes; ignores what cannot be read. Safe from any thread.
 class JSONLParser {
 public:
-    /// `home` is the user's home directory; `threads` the most that read at once, 0 for one per core.
+    /// `home` is the user's home directory, whose logs are in ".claude/projects"; `threads` the most that
+    /// read at once, 0 for one per core.
     explicit JSONLParser(const std::filesystem::path &home, unsigned threads = 0);
+    /// Reads the logs in these folders, at least one, at any depth. They need not exist.
+    explicit JSONLParser(std::vector<std::filesystem::path> folders, unsigned threads = 0);
 
-    /// The directory of the logs: ".claude/projects" of the home directory.
-    [[nodiscard]] const std::filesystem::path &projectsURL() const noexcept { return m_projectsURL; }
+    /// The directory of the logs, and the first of several.
+    [[nodiscard]] const std::filesystem::path &projectsURL() const noexcept { return m_folders.front(); }
+    [[nodiscard]] const std::vector<std::filesystem::path> &folders() const noexcept { return m_folders; }
 
     /// Returns the files modified at or after `since`, and their usage lines. Reads only what the store does
     /// not know, and stores nothing.
@@ -58,7 +63,9 @@ private:
                                                                 ReadingStore *store,
                                                                 const StopRequest &stop) const;
 
-    std::filesystem::path m_projectsURL;
+    [[nodiscard]] std::shared_ptr<LogHistory> historyOf(std::vector<LogFile> files) const;
+
+    std::vector<std::filesystem::path> m_folders;
     unsigned m_threads;
 };
 

@@ -31,6 +31,7 @@ using LogEntries = std::shared_ptr<const EntryList>;
 
 /// The usage lines of a log tree, each held once. Never modified once made, so that threads can share it.
 struct LogHistory {
+    std::vector<std::filesystem::path> folders; ///< that were read; all files are below them
     std::vector<LogFile> files;             ///< the tree as it was before it was read, by time, then by path
     std::vector<LogEntries> entries;        ///< of each file
     std::vector<ReadingPosition> positions; ///< of each file that has entries

@@ -2,7 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "logs/LogTree.h"
 
+#include "logs/LogFolders.h"
+#include "platform/FileIdentity.h"
+
 #include <algorithm>
+#include <iterator>
+#include <set>
 #include <system_error>
 #include <tuple>
 
@@ -27,14 +32,25 @@ bool isModifiedSince(const LogFile &file, Instant instant) {
     return file.status.modified && *file.status.modified >= instant;
 }
 
-std::vector<LogFile> allLogFiles(const fs::path &root, const StopRequest &stop) {
+std::vector<LogFile> allLogFiles(const std::vector<fs::path> &roots, const StopRequest &stop) {
     std::vector<LogFile> files;
-    std::vector<fs::path> pending{root};
+    std::vector<fs::path> pending;
+    std::ranges::copy_if(distinctFolders(roots), std::back_inserter(pending),
+                         [](const fs::path &root) { return identityOf(root).has_value(); });
+    // A directory of one root may be mounted in another one. A single root has no second name.
+    const bool haveSeveralRoots = pending.size() > 1;
+    std::set<FileIdentity> listed;
     while (!pending.empty()) {
+        const fs::path folder = std::move(pending.back());
+        pending.pop_back();
+        if (haveSeveralRoots) {
+            const auto identity = identityOf(folder);
+            if (!identity || !listed.insert(*identity).second)
+                continue;
+        }
         // Not recursive_directory_iterator: one directory that vanishes would end its walk.
         std::error_code error;
-        fs::directory_iterator entry(pending.back(), error);
-        pending.pop_back();
+        fs::directory_iterator entry(folder, error);
         for (; !error && entry != fs::directory_iterator() && !stop.isMade(); entry.increment(error)) {
             std::error_code unknownType;
             if (isLogName(entry->path()))
@@ -54,8 +70,8 @@ std::optional<LogFile> logFileAt(const fs::path &path) {
     return LogFile{path, statusOf(path)};
 }
 
-std::vector<LogFile> recentLogFiles(const fs::path &root, Instant since) {
-    auto files = allLogFiles(root);
+std::vector<LogFile> recentLogFiles(const std::vector<fs::path> &roots, Instant since) {
+    auto files = allLogFiles(roots);
     std::erase_if(files, [since](const LogFile &file) { return !isModifiedSince(file, since); });
     return files;
 }

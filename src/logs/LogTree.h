@@ -23,15 +23,16 @@ struct LogFile {
 /// Whether the file was modified at or after that instant; false if its time is unknown.
 [[nodiscard]] bool isModifiedSince(const LogFile &file, Instant instant);
 
-/// Returns every file named *.jsonl below the directory, hidden or not, at any depth, in the order of
-/// isBefore(). Links to directories are not followed; directories that cannot be listed are ignored. A stop
-/// request ends the walk early.
-[[nodiscard]] std::vector<LogFile> allLogFiles(const std::filesystem::path &root,
+/// Returns every file named *.jsonl below the directories, hidden or not, at any depth, in the order of
+/// isBefore(). A directory with several names is listed once. Links to directories are not followed;
+/// directories that cannot be listed are ignored. A stop request ends the walk early.
+[[nodiscard]] std::vector<LogFile> allLogFiles(const std::vector<std::filesystem::path> &roots,
                                                const StopRequest &stop = {});
-/// Returns the log file at the path, which must be below the root; null if no file exists there or its name
+/// Returns the log file at the path, which must be below a root; null if no file exists there or its name
 /// does not end in ".jsonl".
 [[nodiscard]] std::optional<LogFile> logFileAt(const std::filesystem::path &path);
 /// Returns those of all that were modified at or after `since`.
-[[nodiscard]] std::vector<LogFile> recentLogFiles(const std::filesystem::path &root, Instant since);
+[[nodiscard]] std::vector<LogFile> recentLogFiles(const std::vector<std::filesystem::path> &roots,
+                                                  Instant since);
 
 } // namespace burnwick

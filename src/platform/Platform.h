@@ -23,6 +23,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 /// Makes the backends of the system that the program was built for; the rooms of each system define these
 /// functions. Those named make..., except makeApplicationStartup(), and those named open... need a running
@@ -44,16 +45,16 @@ namespace burnwick::platform {
 /// Null where the window manager decorates windows.
 [[nodiscard]] std::unique_ptr<WindowChrome> makeWindowChrome();
 [[nodiscard]] std::unique_ptr<UserDefaults> makeUserDefaults(UserDefaults::Access access);
-/// Returns the store in which Claude Code keeps the login of the user of that home directory. Removes
-/// temporary files that a crash has left beside it.
-[[nodiscard]] std::unique_ptr<SecretStore> makeSecretStore(const std::filesystem::path &home);
+/// Returns the store in which Claude Code keeps the login. On Linux that may be a file in one of its folders
+/// of configuration; removes temporary files that a crash has left there.
+[[nodiscard]] std::unique_ptr<SecretStore> makeSecretStore(ConfigurationFolders configurationFolders);
 
 /// See OpenDirectoryEventSource.
 [[nodiscard]] std::unique_ptr<DirectoryEventSource>
 openDirectoryEventSource(const std::filesystem::path &directory, std::function<void()> onChange);
 /// See OpenTreeEventSource.
-[[nodiscard]] std::unique_ptr<TreeEventSource> openTreeEventSource(const std::filesystem::path &root,
-                                                                   std::function<void()> onChange);
+[[nodiscard]] std::unique_ptr<TreeEventSource>
+openTreeEventSource(const std::vector<std::filesystem::path> &roots, std::function<void()> onChange);
 
 /// Needs no application object.
 [[nodiscard]] ReleaseForm releaseForm();

@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace burnwick {
 
@@ -16,6 +18,9 @@ struct StoredSecret {
     std::string blob;
     std::string place;
 };
+
+/// Returns Claude Code's folders of configuration, in which the login may be; called on the main thread.
+using ConfigurationFolders = std::function<std::vector<std::filesystem::path>()>;
 
 /// Keeps one secret blob under a service's name, shared with other programs. Main thread only.
 ///

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 #include <concepts>
 #include <optional>
@@ -13,8 +14,8 @@ namespace burnwick {
 
 /// The types of values that the store distinguishes.
 template <typename T>
-concept StorableValue =
-    std::same_as<T, bool> || std::same_as<T, qint64> || std::same_as<T, double> || std::same_as<T, QString>;
+concept StorableValue = std::same_as<T, bool> || std::same_as<T, qint64> || std::same_as<T, double> ||
+    std::same_as<T, QString> || std::same_as<T, QStringList>;
 
 /// The program's settings and other small values, which the system keeps for each user. Numbers are exact as
 /// 64-bit integers and as doubles. Failures are logged and not returned: changes then stay in memory. Main
@@ -24,7 +25,7 @@ public:
     /// With read-only access, changes stay in memory.
     enum class Access { readWrite, readOnly };
     /// A whole number is an integer.
-    using Value = std::variant<bool, qint64, double, QString>;
+    using Value = std::variant<bool, qint64, double, QString, QStringList>;
 
     virtual ~UserDefaults() = default;
 

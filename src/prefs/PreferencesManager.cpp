@@ -20,6 +20,7 @@ PreferencesManager::PreferencesManager(UserDefaults &defaults, QObject *parent)
     , m_keepHistory(load(defaults, settings::keepHistory))
     , m_keepHistoryAsked(load(defaults, settings::keepHistoryAsked))
     , m_barExtensionAsked(load(defaults, settings::barExtensionAsked))
+    , m_logFolders(load(defaults, settings::logFolders))
     , m_figures(load(defaults, settings::figures))
     , m_monthlySpendLimit(load(defaults, settings::monthlySpendLimit)) {}
 
@@ -83,6 +84,10 @@ void PreferencesManager::setKeepHistoryAsked(bool asked) {
 
 void PreferencesManager::setBarExtensionAsked(bool asked) {
     assign(settings::barExtensionAsked, m_barExtensionAsked, asked, &PreferencesManager::questionAnswered);
+}
+
+void PreferencesManager::setLogFolders(const QStringList &folders) {
+    assign(settings::logFolders, m_logFolders, folders, &PreferencesManager::logFoldersChanged);
 }
 
 void PreferencesManager::setFigures(FigureChoice choice) {

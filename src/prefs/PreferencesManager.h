@@ -7,6 +7,7 @@
 #include "prefs/Theme.h"
 
 #include <QObject>
+#include <QStringList>
 
 namespace burnwick {
 
@@ -38,6 +39,8 @@ public:
     [[nodiscard]] bool keepHistoryAsked() const { return m_keepHistoryAsked; }
     /// Whether the user has answered the question to show the title in the desktop's bar.
     [[nodiscard]] bool barExtensionAsked() const { return m_barExtensionAsked; }
+    /// Folders with logs besides the usual ones, as the user named them.
+    [[nodiscard]] const QStringList &logFolders() const { return m_logFolders; }
     [[nodiscard]] FigureChoice figures() const { return m_figures; }
     /// US dollars a month.
     [[nodiscard]] double monthlySpendLimit() const { return m_monthlySpendLimit; }
@@ -54,6 +57,7 @@ public:
     void setKeepHistory(bool on);
     void setKeepHistoryAsked(bool asked);
     void setBarExtensionAsked(bool asked);
+    void setLogFolders(const QStringList &folders);
     void setFigures(FigureChoice choice);
     /// For the running program only: never writes to the store.
     void setMonthlySpendLimit(double limit);
@@ -70,6 +74,7 @@ Q_SIGNALS:
     void keepHistoryChanged(bool on);
     /// The answer to a question was stored.
     void questionAnswered(bool answered);
+    void logFoldersChanged(QStringList folders);
     void figuresChanged(FigureChoice choice);
     void monthlySpendLimitChanged(double limit);
 
@@ -94,6 +99,7 @@ private:
     bool m_keepHistory;
     bool m_keepHistoryAsked;
     bool m_barExtensionAsked;
+    QStringList m_logFolders;
     FigureChoice m_figures;
     double m_monthlySpendLimit;
 };

@@ -77,6 +77,8 @@ inline constexpr Setting<bool> keepHistoryAsked{QLatin1String("keepHistoryAsked"
 inline constexpr Setting<bool> barExtensionAsked{QLatin1String("barExtensionAsked"), false, anyValue};
 inline constexpr Setting<FigureChoice> figures{QLatin1String("figures"), FigureChoice::asLogged,
                                                oneOf<allFigureChoices>};
+/// Folders with logs besides those where Claude Code keeps them.
+inline const Setting<QStringList> logFolders{QLatin1String("logFolders"), {}, anyValue};
 /// US dollars a month. Read from the store, never written to it.
 inline constexpr Setting<double> monthlySpendLimit{QLatin1String("monthlySpendLimit"), 50.0, positive};
 

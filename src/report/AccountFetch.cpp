@@ -32,13 +32,13 @@ QCoro::Task<void> fetchBoth(AccountTracker &tracker) {
 
 } // namespace
 
-AccountFigures fetchAccount(const std::filesystem::path &home, UserDefaults &defaults, const Clock &clock,
-                            const Calendar &calendar) {
+AccountFigures fetchAccount(ConfigurationFolders configurationFolders, UserDefaults &defaults,
+                            const Clock &clock, const Calendar &calendar) {
     int argumentCount = 1;
     char name[] = "burnwick-report";
     char *arguments[] = {name, nullptr};
     const QCoreApplication application(argumentCount, arguments);
-    const auto store = platform::makeSecretStore(home);
+    const auto store = platform::makeSecretStore(std::move(configurationFolders));
     const PreferencesManager preferences(defaults);
     EventLoopScheduler scheduler(clock);
     NoTerminal terminal;

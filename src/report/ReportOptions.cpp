@@ -50,6 +50,7 @@ const FormOption outputOptions[] = {
 const QString filterName = QStringLiteral("filter");
 const QString figuresName = QStringLiteral("figures");
 const QString csvName = QStringLiteral("csv");
+const QString logsName = QStringLiteral("logs");
 const QString quotaName = QStringLiteral("quota");
 const QString helpName = QStringLiteral("help");
 const QString versionName = QStringLiteral("version");
@@ -69,6 +70,10 @@ void addOptions(QCommandLineParser &parser) {
                       QStringLiteral("choice")});
     parser.addOption(
         {quotaName, QStringLiteral("Ask for the account's quota and the service's status, too.")});
+    parser.addOption({logsName,
+                      QStringLiteral("Read the logs in this folder, at any depth, instead of the usual ones. "
+                                     "May be given several times. Keeps nothing."),
+                      QStringLiteral("folder")});
     parser.addOption({csvName, QStringLiteral("Print projects, models or days as CSV.")});
     for (const FormOption &option : outputOptions)
         parser.addOption({option.name, option.description, option.value});
@@ -147,6 +152,13 @@ std::variant<ReportOptions, WrongOptions> parseReportOptions(const std::vector<s
     options.isCsv = parser.isSet(csvName);
     if (options.isCsv && !options.isBreakdown())
         return wrong(QStringLiteral("--csv needs --projects, --models or --days."));
+    for (const QString &folder : parser.values(logsName)) {
+        if (folder.isEmpty())
+            return wrong(QStringLiteral("--logs needs a folder."));
+        options.logs.emplace_back(folder.toStdString());
+    }
+    if (!options.logs.empty() && !options.mayReadOtherLogs())
+        return wrong(QStringLiteral("--logs does not go with %1.").arg(chosen.join(QString())));
     if (parser.isSet(versionName))
         options.form = Form::version;
     if (parser.isSet(helpName))

@@ -8,6 +8,7 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <variant>
@@ -40,10 +41,16 @@ struct ReportOptions {
     QString file{};                        ///< of the history; "-" is a standard stream
     std::vector<std::string> command{};    ///< of the status line: a program and its arguments; may be empty
     std::optional<FigureChoice> figures{}; ///< null for the user's preference
-    bool isCsv = false;                    ///< whether to print projects, models or days as CSV
+    std::vector<std::filesystem::path> logs{}; ///< the folders to read instead of the user's; may be empty
+    bool isCsv = false;                        ///< whether to print projects, models or days as CSV
 
     [[nodiscard]] bool isBreakdown() const {
         return form == Form::projects || form == Form::models || form == Form::days;
+    }
+    /// Whether the form can be of other logs than the user's.
+    [[nodiscard]] bool mayReadOtherLogs() const {
+        return form != Form::exportHistory && form != Form::importHistory && form != Form::statusLine &&
+               form != Form::statusLineSetup;
     }
     bool operator==(const ReportOptions &) const = default;
 };

@@ -95,7 +95,7 @@ TitleFigures figuresOf(const LogHistory &history, FigureChoice choice) {
 
 /// Writes the figures to the pipe, then stores them if that was late.
 void readFigures(const TitleSources &sources, Instant now, const TitleDeadlines &deadlines, int pipe) {
-    const JSONLParser parser(sources.home);
+    const JSONLParser parser(sources.logFolders);
     if (!becomeOnlyReader(parser.projectsURL(), deadlines.last))
         return;
     const auto began = steady_clock::now();

@@ -9,6 +9,7 @@
 #include <chrono>
 #include <filesystem>
 #include <optional>
+#include <vector>
 
 namespace burnwick {
 
@@ -22,7 +23,7 @@ struct TitleFigures {
 
 /// Where the figures come from.
 struct TitleSources {
-    std::filesystem::path home;
+    std::vector<std::filesystem::path> logFolders; ///< at least one
     std::filesystem::path ledgerFolder;
     bool keepsHistory = false;
     FigureChoice figures = FigureChoice::asLogged;

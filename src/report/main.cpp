@@ -9,6 +9,7 @@
 #include "forms/TableForm.h"
 #include "forms/TerminalText.h"
 #include "ledger/Ledger.h"
+#include "logs/LogFolders.h"
 #include "model/Clock.h"
 #include "model/Version.h"
 #include "platform/Platform.h"
@@ -80,6 +81,36 @@ std::unique_ptr<UserDefaults> userDefaults() {
     return platform::makeUserDefaults(UserDefaults::Access::readOnly);
 }
 
+std::vector<ClaudeFolder> userFolders(const UserDefaults &defaults) {
+    std::vector<std::string> chosen;
+    for (const QString &folder : load(defaults, settings::logFolders))
+        chosen.push_back(folder.toStdString());
+    return claudeFolders(homeDirectory(), chosen);
+}
+
+/// Prints a line for each folder that cannot be read. Those that nobody has chosen may be missing.
+void complainAbout(const std::vector<ClaudeFolder> &folders) {
+    for (const ClaudeFolder &folder : folders) {
+        const std::error_code error = folderError(folder.logs);
+        if (error && (folder.isChosen || error != std::errc::no_such_file_or_directory))
+            complain(printableText(folder.logs.string() + ": " + folderErrorText(error)));
+    }
+}
+
+/// Throws std::runtime_error if no named folder can be read.
+std::vector<std::filesystem::path> foldersToRead(const ReportOptions &options, const UserDefaults &defaults) {
+    std::vector<ClaudeFolder> folders;
+    for (const std::filesystem::path &folder : options.logs)
+        folders.push_back({{}, folder, true});
+    if (options.logs.empty())
+        folders = userFolders(defaults);
+    complainAbout(folders);
+    if (!options.logs.empty() &&
+        std::ranges::all_of(options.logs, [](const auto &folder) { return bool(folderError(folder)); }))
+        throw std::runtime_error("no logs can be read");
+    return logFoldersOf(folders);
+}
+
 FigureChoice figuresOf(const ReportOptions &options, const UserDefaults &defaults) {
     return options.figures ? *options.figures : load(defaults, settings::figures);
 }
@@ -117,13 +148,15 @@ Snapshot readSnapshot(const ReportOptions &options, const Clock &clock) {
     const auto defaults = userDefaults();
     usage.figureChoice = figuresOf(options, *defaults);
     if (options.quota && !options.isBreakdown()) {
-        account = fetchAccount(homeDirectory(), *defaults, clock, usage.calendar);
+        account = fetchAccount([&defaults] { return configurationFoldersOf(userFolders(*defaults)); },
+                               *defaults, clock, usage.calendar);
         if (!account.quotaData)
             complain("no quota: " + printableText(account.quotaFailure));
     }
-    const JSONLParser parser(homeDirectory());
+    const JSONLParser parser(foldersToRead(options, *defaults));
     Ledger ledger(Ledger::userFolder());
     ledger.setKeepsHistory(load(*defaults, settings::keepHistory));
+    Ledger *const store = options.logs.empty() ? &ledger : nullptr;
     const Instant now = clock.now();
     const bool isWholeHistory =
         options.form == Form::table || options.form == Form::json || options.isBreakdown();
@@ -131,7 +164,7 @@ Snapshot readSnapshot(const ReportOptions &options, const Clock &clock) {
         ledger.omitMessages();
     const Instant since = recentSince(usage.calendar, now);
     const auto history =
-        isWholeHistory ? parser.parseAllEntries(nullptr, &ledger) : parser.parseRecentEntries(since, &ledger);
+        isWholeHistory ? parser.parseAllEntries(nullptr, store) : parser.parseRecentEntries(since, store);
     ExactCounting counting(PriceTable::ofUser());
     updateSession(usage, isWholeHistory ? history->entriesSince(since) : std::span(history->entries),
                   counting, now);
@@ -148,13 +181,14 @@ Snapshot readSnapshot(const ReportOptions &options, const Clock &clock) {
 /// Exports or imports the history after the logs were read. Throws std::runtime_error.
 std::string exchangeHistory(const ReportOptions &options) {
     const bool isImport = options.form == Form::importHistory;
-    const bool keeps = load(*userDefaults(), settings::keepHistory);
+    const auto defaults = userDefaults();
+    const bool keeps = load(*defaults, settings::keepHistory);
     if (isImport && !keeps)
         throw std::runtime_error("nothing is imported: turn on \"Keep history\" in Settings first, or set "
                                  "\"keepHistory\" to true in the settings file");
     Ledger ledger(Ledger::userFolder());
     ledger.setKeepsHistory(keeps);
-    static_cast<void>(JSONLParser(homeDirectory()).parseAllEntries(nullptr, &ledger));
+    static_cast<void>(JSONLParser(foldersToRead(options, *defaults)).parseAllEntries(nullptr, &ledger));
     return isImport ? importHistory(ledger, options.file) : exportHistory(ledger, options.file);
 }
 
@@ -163,7 +197,8 @@ TitleSources titleSources(const ReportOptions &options) {
         QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation).toStdString() + "/burnwick";
     const auto defaults = userDefaults();
     const FigureChoice figures = figuresOf(options, *defaults);
-    return {homeDirectory(), Ledger::userFolder(), load(*defaults, settings::keepHistory), figures,
+    return {logFoldersOf(userFolders(*defaults)), Ledger::userFolder(),
+            load(*defaults, settings::keepHistory), figures,
             cache + (figures == FigureChoice::exact ? "/title-exact.json" : "/title.json")};
 }
 

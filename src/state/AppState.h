@@ -32,6 +32,9 @@ public:
     // See the trackers.
     void refreshLocalData() { m_usage.refreshLocalData(); }
     void followTimeZone() { m_usage.followTimeZone(); }
+    void setLogFolders(std::vector<std::filesystem::path> folders) {
+        m_usage.setLogFolders(std::move(folders));
+    }
     void setTimeFilter(TimeFilter filter) { m_usage.setTimeFilter(filter); }
     QCoro::Task<void> refreshQuota() { return m_account.refreshQuota(); }
     QCoro::Task<void> refreshQuotaNow() { return m_account.refreshQuotaNow(); }

@@ -3,6 +3,7 @@
 #include "state/UsageTracker.h"
 
 #include "async/Scheduler.h"
+#include "logs/LogFolders.h"
 #include "model/Clock.h"
 #include "platform/Process.h"
 #include "prefs/PreferencesManager.h"
@@ -65,13 +66,13 @@ void UsageTracker::start() {
     startJob();
 }
 
-/// Watches the tree before the next job compares it.
+/// Watches the trees before the next job compares them.
 void UsageTracker::watchTree() {
-    const std::filesystem::path &root = m_services.parser.projectsURL();
-    if (m_treeEvents && m_treeEvents->isAt(root))
+    const auto roots = distinctFolders(m_services.parser.folders());
+    if (m_treeEvents && m_treeEvents->isAt(roots))
         return;
     m_changes.isEverything = true;
-    m_treeEvents = m_services.openTreeEventSource(root, [this] {
+    m_treeEvents = m_services.openTreeEventSource(roots, [this] {
         m_changesTimer = m_services.scheduler.repeat(gatherTime, [this] {
             m_changesTimer.reset();
             takeChanges();
@@ -153,6 +154,12 @@ void UsageTracker::followFigureChoice() {
     recomputeHistory();
 }
 
+void UsageTracker::setLogFolders(std::vector<std::filesystem::path> folders) {
+    m_services.parser = JSONLParser(std::move(folders));
+    if (m_fileMonitor)
+        refreshLocalData();
+}
+
 void UsageTracker::setTimeFilter(TimeFilter filter) {
     if (m_figures.timeFilter == filter)
         return;
@@ -179,9 +186,9 @@ void UsageTracker::startJob() {
     m_refreshDue = m_jobRunning;
     if (m_jobRunning)
         return;
-    auto read = [this, &services = m_services, &counting = m_counting, last = m_history, lastSums = m_sums,
-                 lastUse = m_recentUse, former = m_figures, limits = m_limits,
-                 changes = std::exchange(m_changes, {}), now = m_services.clock.now(),
+    auto read = [this, &services = m_services, parser = m_services.parser, &counting = m_counting,
+                 last = m_history, lastSums = m_sums, lastUse = m_recentUse, former = m_figures,
+                 limits = m_limits, changes = std::exchange(m_changes, {}), now = m_services.clock.now(),
                  result = std::make_shared<Result>()](const StopRequest &stop) {
         try {
             const Calendar &calendar = former.calendar;
@@ -189,10 +196,9 @@ void UsageTracker::startJob() {
             const LogHistory *known =
                 former.historyReadAt || services.store == nullptr ? last.get() : nullptr;
             if (known == nullptr || changes.isEverything)
-                result->history = services.parser.parseAllEntries(known, services.store, stop);
+                result->history = parser.parseAllEntries(known, services.store, stop);
             else if (!changes.files.empty())
-                result->history =
-                    services.parser.parseChangedEntries(*known, changes.files, services.store, stop);
+                result->history = parser.parseChangedEntries(*known, changes.files, services.store, stop);
             const LogHistory *history = result->history ? result->history.get() : last.get();
             if (history != nullptr && !stop.isMade()) {
                 const auto recentEntries = history->entriesSince(recentSince(calendar, now));

@@ -57,8 +57,8 @@ public:
     void start();
     /// Ends timers, watching and the job for good.
     void stop();
-    /// Compares the tree with the last reading in the background, and reads what changed. Watches the
-    /// projects directory again if it is a new one.
+    /// Compares the trees with the last reading in the background, and reads what changed. Watches the
+    /// folders again if one is a new one.
     void refreshLocalData();
     /// Adopts the user's time zone if it has changed.
     void followTimeZone();
@@ -67,6 +67,8 @@ public:
     void setLimits(const std::vector<Limit> &limits);
     /// Adopts the preference for the figures.
     void followFigureChoice();
+    /// Reads the logs in other folders from then on; the first one must stay. See JSONLParser.
+    void setLogFolders(std::vector<std::filesystem::path> folders);
     /// Computes the history of another period.
     void setTimeFilter(TimeFilter filter);
     /// (Re)starts the local timer at the preference's rate.
@@ -100,13 +102,13 @@ private:
     std::shared_ptr<const RecentUse> m_recentUse;     ///< of the courses; null without any
     std::unique_ptr<RepeatingTimer> m_jsonlTimer;     ///< null before start() and after stop()
     std::unique_ptr<RepeatingTimer> m_settleTimer;    ///< fires once after a change of the directory
-    std::unique_ptr<RepeatingTimer> m_changesTimer;   ///< fires once after a change in the tree
+    std::unique_ptr<RepeatingTimer> m_changesTimer;   ///< fires once after a change in the trees
     TreeChanges m_changes{{}, true};                  ///< since the last job began
     bool m_stopped = false;
     bool m_jobRunning = false;
     bool m_refreshDue = false;                     ///< requested while a job was running
-    std::unique_ptr<FileMonitor> m_fileMonitor;    ///< null before start()
-    std::unique_ptr<TreeEventSource> m_treeEvents; ///< null when the tree is not watched
+    std::unique_ptr<FileMonitor> m_fileMonitor;    ///< of the first folder; null before start()
+    std::unique_ptr<TreeEventSource> m_treeEvents; ///< null when no tree is watched
     StoppableThread m_job;                         ///< joined before the members above are destroyed
 };
 

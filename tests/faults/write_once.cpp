@@ -34,7 +34,7 @@ bool changeSettings(const fs::path &file) {
 }
 
 bool replaceLogin(const fs::path &file) {
-    burnwick::LinuxSecretStore store(file.parent_path().parent_path());
+    burnwick::LinuxSecretStore store([&file] { return std::vector{file.parent_path()}; });
     bool inPlace = false;
     store.replace(burnwick::claudeCodeService, {"a login that needs several short writes", file},
                   [&inPlace](bool replaced) { inPlace = replaced; });

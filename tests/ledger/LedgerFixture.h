@@ -67,7 +67,7 @@ struct LedgerTest : testing::Test {
     /// Returns how many of the logs a new program need not read.
     [[nodiscard]] std::ptrdiff_t recalled() const {
         LogHistory history;
-        history.files = allLogFiles(m_home.projects());
+        history.files = allLogFiles({m_home.projects()});
         history.entries.resize(history.files.size());
         history.positions.resize(history.files.size());
         Ledger(m_folder).recall(history);
@@ -77,7 +77,7 @@ struct LedgerTest : testing::Test {
                 history.entries[i] != nullptr && isUnchanged(history.positions[i], history.files[i].status);
         return known;
     }
-    [[nodiscard]] std::ptrdiff_t logs() const { return std::ssize(allLogFiles(m_home.projects())); }
+    [[nodiscard]] std::ptrdiff_t logs() const { return std::ssize(allLogFiles({m_home.projects()})); }
 
     void execute(const char *sql) const {
         SQLite::Database(m_file.string(), SQLite::OPEN_READWRITE).exec(sql);

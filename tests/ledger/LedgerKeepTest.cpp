@@ -154,6 +154,22 @@ TEST_F(LedgerTest, LogsThatAreGoneCountInTheHistoryOnlyWhileTheyAreKept) {
     ASSERT_TRUE(ledger.forgetKeptHistory(false));
 }
 
+TEST_F(LedgerTest, LogsInFoldersThatAProgramDoesNotReadAreNotGoneForIt) {
+    const fs::path elsewhere = m_home.path() / "elsewhere";
+    m_keepsHistory = true;
+    writeFile(elsewhere / "c.jsonl", usageLine("2025-06-02T12:00:00.000Z", 5, 5));
+    const JSONLParser both({m_home.projects(), elsewhere}, 1);
+    Ledger ledger(m_folder);
+    ledger.setKeepsHistory(true);
+    EXPECT_EQ(both.parseAllEntries(nullptr, &ledger)->files.size(), 4U);
+    m_keptLines = 0;
+    read();
+    EXPECT_EQ(both.parseAllEntries(nullptr, &ledger)->kept.size(), 0U);
+    fs::remove_all(elsewhere);
+    read();
+    EXPECT_EQ(both.parseAllEntries(nullptr, &ledger)->kept.size(), 1U) << "an unmounted folder is forgotten";
+}
+
 /// It has listed the tree before another program read a new log.
 TEST_F(LedgerTest, AProgramWithAnOldListOfTheLogsDoublesNothing) {
     Ledger ledger(m_folder);

@@ -210,7 +210,7 @@ TEST_F(LedgerTest, LimitsBetweenReadingsOfLogsDisturbNeither) {
     Ledger ledger(m_folder);
     Ledger other(m_folder);
     LogHistory history;
-    history.files = allLogFiles(m_home.projects());
+    history.files = allLogFiles({m_home.projects()});
     history.entries.resize(history.files.size());
     history.positions.resize(history.files.size());
     ledger.setKeepsHistory(true);

@@ -210,7 +210,7 @@ TEST_P(LedgerProperty, WithTheLedgerEveryHistoryEqualsAFreshReading) {
         const auto change = tree.change();
         changes = change.text + "\n" + changes.substr(0, 600);
         if (keepsHistory)
-            seen.see(allLogFiles(home.projects()));
+            seen.see(allLogFiles({home.projects()}));
         const bool isOtherFirst = tree.below(2) == 0;
         for (const std::size_t turn : {0, 1}) {
             const std::size_t program = isOtherFirst ? 1 - turn : turn;

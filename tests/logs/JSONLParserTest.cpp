@@ -108,7 +108,7 @@ TEST_F(JSONLParserTest, AStopRequestEndsTheReading) {
     const StopRequest stop;
     stop.make();
     EXPECT_EQ(parser().parseAllEntries(nullptr, nullptr, stop), nullptr);
-    EXPECT_TRUE(allLogFiles(m_home.projects(), stop).empty());
+    EXPECT_TRUE(allLogFiles({m_home.projects()}, stop).empty());
 }
 
 /// Notes what was read.
@@ -205,7 +205,7 @@ TEST_F(JSONLParserTest, AFileTimeBeyondAllInstantsBecomesTheNearest) {
     const timespec year2286[] = {{10'000'000'000, 0}, {10'000'000'000, 0}};
     ASSERT_EQ(::utimensat(AT_FDCWD, file.c_str(), year2286, 0), 0);
     EXPECT_EQ(inputs(*parser().parseRecentEntries(m_clock.now())), (std::vector<std::int64_t>{1, 2}));
-    EXPECT_EQ(allLogFiles(m_home.projects()).back().status.modified, Instant::max());
+    EXPECT_EQ(allLogFiles({m_home.projects()}).back().status.modified, Instant::max());
 }
 
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) // these need all of the address space

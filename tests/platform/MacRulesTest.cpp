@@ -93,7 +93,8 @@ TEST(MacTreeEventRules, OnlyAnEventOfAFileBelowTheRootThatLostNothingIsThatFile)
     };
     for (const auto &row : rows) {
         TreeChanges changes;
-        addTreeEvent(changes, {"/logs", "/private/logs"}, row.path, row.flags);
+        addTreeEvent(changes, {{"/other", "/Volumes/other"}, {"/logs", "/private/logs"}}, row.path,
+                     row.flags);
         EXPECT_EQ(changes.isEverything, row.file == nullptr) << row.path << ' ' << row.flags;
         EXPECT_EQ(changes.files.contains(row.file != nullptr ? row.file : ""), row.file != nullptr);
     }

@@ -33,10 +33,11 @@ constexpr auto shortLimit = 50ms;
 /// A store in a temporary home, and its latest answer.
 struct Store {
     explicit Store(std::chrono::milliseconds limit = noLimit)
-        : store(std::make_unique<LinuxSecretStore>(directory.path(), limit)) {}
+        : store(std::make_unique<LinuxSecretStore>([this] { return folders; }, limit)) {}
 
     test::TemporaryDirectory directory;
-    fs::path file = directory.path() / ".claude" / ".credentials.json";
+    std::vector<fs::path> folders{directory.path() / ".claude", directory.path() / "work"};
+    fs::path file = folders[0] / ".credentials.json";
     std::unique_ptr<LinuxSecretStore> store;
     int answers = 0;
     std::optional<std::string> blob;
@@ -73,6 +74,19 @@ struct Store {
         return answered;
     }
 };
+
+TEST(SecretStore, TheLoginIsThatOfTheFirstFolderThatHasOne) {
+    Store store;
+    const fs::path second = store.folders[1] / ".credentials.json";
+    writeFile(second, "second");
+    EXPECT_EQ(store.read(), "second");
+    EXPECT_TRUE(store.replace("renewed"));
+    EXPECT_EQ(bytesOf(second), "renewed");
+    writeFile(store.file, "first");
+    EXPECT_FALSE(store.replace("late")) << "of a login that read() does not return any more";
+    EXPECT_EQ(bytesOf(second), "renewed");
+    EXPECT_EQ(store.read(), "first");
+}
 
 TEST(SecretStore, ReadsTheKeyringOnlyWithoutAFile) {
     FakeSecretService keyring;

@@ -53,9 +53,11 @@ struct WatchedTree {
         EXPECT_EQ(std::system(("cd '" + root.string() + "' && { " + script + "; } >/dev/null").c_str()), 0);
     }
     void open() {
-        source = platform::openTreeEventSource(root, [this] { ++calls; });
+        source = platform::openTreeEventSource(roots(), [this] { ++calls; });
         handleEvents();
     }
+    [[nodiscard]] std::vector<fs::path> roots() const { return {root, home.path() / "missing"}; }
+    [[nodiscard]] bool isAtRoots() const { return source->isAt(roots()); }
     /// Handles events and takes the changes, whose paths become relative to the root.
     TreeChanges changes() {
         handleEvents();
@@ -114,7 +116,7 @@ TEST(TreeEventSourceTest, ReportsFilesInAllFoldersAndAnyChangeOfFolders) {
         tree.run(row.then);
         EXPECT_EQ(tree.changes().files, row.filesThen);
         EXPECT_EQ(tree.calls, row.filesThen.empty() ? 0 : 1);
-        EXPECT_TRUE(tree.source->isAt(tree.root) && tree.source->isComplete());
+        EXPECT_TRUE(tree.isAtRoots() && tree.source->isComplete());
     }
 }
 
@@ -146,11 +148,11 @@ TEST(TreeEventSourceTest, LostEventsChangeEverythingAndTheTreeAsItIsNowIsWatched
     EXPECT_FALSE(handleEvents());
     tree.run("echo | tee new/log a/log");
     EXPECT_EQ(tree.changes().files, (Paths{"new/log", "a/log"}));
-    EXPECT_TRUE(tree.source->isAt(tree.root));
+    EXPECT_TRUE(tree.isAtRoots());
     tree.run(overflow + "mv ../root ../moved; mkdir ../root");
     EXPECT_TRUE(tree.changes().isEverything);
     tree.run("rmdir ../root; mv ../moved ../root");
-    EXPECT_FALSE(tree.source->isAt(tree.root)) << "it is no longer watched";
+    EXPECT_FALSE(tree.isAtRoots()) << "it is no longer watched";
 }
 
 TEST(TreeEventSourceTest, IsNotAtARootThatWasDeletedOrMovedUntilItIsOpenedAgain) {
@@ -164,9 +166,9 @@ TEST(TreeEventSourceTest, IsNotAtARootThatWasDeletedOrMovedUntilItIsOpenedAgain)
         tree.run(action);
         EXPECT_EQ(tree.changes().isEverything, isReported);
         fs::create_directories(tree.root);
-        EXPECT_FALSE(tree.source->isAt(tree.root));
+        EXPECT_FALSE(tree.isAtRoots());
         tree.open();
-        EXPECT_TRUE(tree.source->isAt(tree.root));
+        EXPECT_TRUE(tree.isAtRoots());
         tree.run("echo >>log");
         EXPECT_EQ(tree.changes().files, Paths{"log"});
     }
@@ -178,8 +180,35 @@ TEST(TreeEventSourceTest, ALinkMayNameTheRootAndWhatIsNoDirectoryGivesNull) {
     tree.open();
     tree.run("echo >>b/c/log");
     EXPECT_EQ(tree.changes().files, Paths{"b/c/log"});
-    EXPECT_EQ(platform::openTreeEventSource(tree.root / "missing", [] {}), nullptr);
-    EXPECT_EQ(platform::openTreeEventSource(tree.root / "b/c/log", [] {}), nullptr);
+    EXPECT_EQ(platform::openTreeEventSource({tree.root / "missing"}, [] {}), nullptr);
+    EXPECT_EQ(platform::openTreeEventSource({tree.root / "b/c/log"}, [] {}), nullptr);
+}
+
+TEST(TreeEventSourceTest, ManyRootsShareADescriptorAndOneThatEndsLeavesTheOthersWatched) {
+    WatchedTree tree;
+    std::vector<fs::path> roots;
+    for (int i = 0; i < 200; ++i) {
+        roots.push_back(tree.home.path() / "above/more" / std::to_string(i));
+        fs::create_directories(roots.back() / "sub");
+    }
+    const auto open = [&] { tree.source = platform::openTreeEventSource(roots, [] {}); };
+    const auto descriptors = test::entriesOf("/proc/self/fd");
+    open();
+    EXPECT_EQ(test::entriesOf("/proc/self/fd"), descriptors);
+    for (const auto &[ending, root] :
+         {std::pair{"rm -r ../more/7", "../more/7"}, {"mv ../more/8 ../out/b", "../more/8"}}) {
+        SCOPED_TRACE(ending);
+        tree.run(ending);
+        EXPECT_TRUE(tree.changes().isEverything);
+        EXPECT_FALSE(tree.source->isAt(roots));
+        tree.run("test ! -d ../out/b/8 || echo >>../out/b/8/sub/log; echo >>../more/99/sub/log");
+        EXPECT_EQ(tree.changes().files, Paths{"../more/99/sub/log"});
+        open();
+        EXPECT_TRUE(tree.source->isAt(roots)) << "it is still missing";
+        tree.run("mkdir " + std::string(root));
+        EXPECT_FALSE(tree.source->isAt(roots));
+        open();
+    }
 }
 
 TEST(TreeEventSourceTest, FoldersThatCannotBeWatchedLeaveTheOthersWatched) {
@@ -208,7 +237,7 @@ TEST(TreeEventSourceTest, FoldersThatCannotBeWatchedLeaveTheOthersWatched) {
 TEST(TreeEventSourceTest, TheHandlerMayDestroyTheSourceWhichClosesItsDescriptor) {
     const auto descriptors = test::entriesOf("/proc/self/fd");
     WatchedTree tree;
-    tree.source = platform::openTreeEventSource(tree.root, [&] { tree.source.reset(); });
+    tree.source = platform::openTreeEventSource({tree.root}, [&] { tree.source.reset(); });
     tree.run("echo >>a/log");
     EXPECT_TRUE(handleEvents());
     EXPECT_EQ(tree.source, nullptr);

@@ -151,7 +151,7 @@ TEST(WholeFile, OnlyTemporaryFilesOfACrashAreRemoved) {
         ASSERT_EQ(::chown((folder / ".login.0000000000000006").c_str(), 1234, 1234), 0);
         kept.insert(".login.0000000000000006");
     }
-    static_cast<void>(platform::makeSecretStore(home.path()));
+    static_cast<void>(platform::makeSecretStore([&home] { return std::vector{home.path() / ".claude"}; }));
     std::set<std::string> left;
     for (const auto &entry : fs::directory_iterator(folder))
         left.insert(entry.path().filename());

@@ -135,6 +135,45 @@ TEST(ReportProgramOnOtherHomes, FiguresAreThoseOfTheOptionOrElseOfThePreference)
     }
 }
 
+TEST_F(ReportProgram, ReadsTheFoldersOfEnvironmentAndSettingsOrElseTheNamedOnes) {
+    const auto home = m_home.path();
+    const auto write = [&](const char *folder, int input) {
+        test::writeFile(home / folder / "p" / "log.jsonl", usageLine("2026-01-31T12:00:00.000Z", input, 0));
+    };
+    write("work/projects", 1'000);
+    write(".config/claude/projects", 2'000);
+    write("chosen", 4'000);
+    test::writeFile(home / ".config/burnwick/burnwick.json",
+                    R"({"logFolders": ["~/chosen", "~/gone", ")" + (home / "work").string() + R"("]})");
+    const std::string gone = (home / "gone").string() + ": No such folder\n";
+    const auto path = [&home](const char *folder) { return QString::fromStdString(home / folder); };
+    const struct {
+        QStringList options;
+        std::int64_t input;
+        std::string errors;
+    } rows[] = {
+        {{}, 300 + 7'000, "burnwick-report: " + gone},
+        {{QStringLiteral("--logs"), path("work")}, 1'000, ""},
+        {{QStringLiteral("--logs"), path("work"), QStringLiteral("--logs"), path("gone"),
+          QStringLiteral("--logs"), path("work/projects")},
+         1'000,
+         "burnwick-report: " + gone},
+    };
+    Program program(home);
+    program.set("CLAUDE_CONFIG_DIR", ("~/work," + home.string() + "/nowhere").c_str());
+    for (int times = 0; times < 2; ++times) { // also with a ledger that knows all of them
+        for (const auto &row : rows) {
+            const Outcome outcome = program.run(QStringList{QStringLiteral("--json")} + row.options);
+            EXPECT_EQ(outcome.errors, row.errors);
+            const QJsonObject root = test::jsonObject(outcome.output);
+            EXPECT_EQ(root[QStringLiteral("session")][QStringLiteral("input")].toInteger(), row.input);
+        }
+    }
+    const Outcome nothing = program.run({QStringLiteral("--title"), QStringLiteral("--logs"), path("gone")});
+    EXPECT_EQ(nothing.errors, "burnwick-report: " + gone + "burnwick-report: no logs can be read\n");
+    EXPECT_EQ(nothing.exitCode, 1);
+}
+
 TEST(ReportProgramOnOtherHomes, WithoutLogsShowsZeros) {
     const test::TemporaryDirectory home;
     Program program(home.path());

@@ -225,7 +225,7 @@ TEST_F(StatusLineProgram, ACommandGetsTheInputAndItsOutputAndEndPassUnchanged) {
 
 /// The deadline is over before the logs are read.
 TEST_F(StatusLineProgram, ALateReadingIsShownNextTime) {
-    const TitleSources sources{home.path(), data, false, FigureChoice::asLogged, cache / "title.json"};
+    const TitleSources sources{{home.projects()}, data, false, FigureChoice::asLogged, cache / "title.json"};
     const auto figures = [&] { return titleFigures(sources, SystemClock(), {}); };
     EXPECT_EQ(figures(), std::nullopt);
     ASSERT_TRUE(waitFor([&] { return fs::exists(sources.cacheFile); }));

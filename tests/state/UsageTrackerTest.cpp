@@ -184,6 +184,26 @@ TEST_F(UsageTrackerTest, ALineAnywhereCountsAfterHalfASecondAlsoInANewFolder) {
     EXPECT_TRUE(fires(500ms) && historyHas(1));
 }
 
+TEST_F(UsageTrackerTest, OtherFoldersAreReadAtOnceAndLiveAndLeftOutWhenTheyAreRemoved) {
+    startWithALog();
+    const auto more = m_home.path() / "more";
+    test::writeFile(more / "b.jsonl", usageLine(now, 2, 0));
+    m_state.setLogFolders({m_home.projects(), more, more / "deeper", m_home.path() / "missing"});
+    ASSERT_TRUE(historyHas(2));
+    for (const auto &folder : {m_home.projects(), more}) {
+        const auto messages = usage().historicalData.messageCount;
+        test::writeFile(folder / "p" / "c.jsonl", usageLine(now, 4, 0));
+        EXPECT_TRUE(fires(500ms) && historyHas(messages + 1)) << folder;
+    }
+    std::filesystem::remove_all(more); // as if it were unmounted
+    EXPECT_TRUE(fires(500ms) && historyHas(2));
+    test::writeFile(more / "b.jsonl", usageLine(now, 2, 0));
+    fireLocalTimer();
+    EXPECT_TRUE(historyHas(3));
+    m_state.setLogFolders({m_home.projects()});
+    EXPECT_TRUE(historyHas(2));
+}
+
 TEST_F(UsageTrackerTest, AChangeDuringAJobIsNotLost) {
     add("p/0.jsonl", 1);
     m_state.start();

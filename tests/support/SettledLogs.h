@@ -13,7 +13,7 @@ namespace burnwick::test {
 /// Waits until no later change of a log can leave its status as it is; see isSettled().
 inline void waitUntilSettled(const std::filesystem::path &projects) {
     using std::chrono::system_clock;
-    for (const LogFile &log : allLogFiles(projects)) {
+    for (const LogFile &log : allLogFiles({projects})) {
         while (!isSettled(log.status, std::chrono::time_point_cast<Instant::duration>(system_clock::now())))
             std::this_thread::yield();
     }

@@ -82,6 +82,8 @@ protected:
                      m_forgotLines = withLines;
                      return m_canForget;
                  }},
+                {[] { return QStringList{QStringLiteral("~/.claude/projects")}; },
+                 [this](const QString &folder) { return m_folderProblems.value(folder); }},
                 QUrl(QStringLiteral("https://burnwick.test/feedback")),
                 [] { return false; }};
     }
@@ -103,6 +105,7 @@ protected:
     int m_timesForgotten = 0;
     bool m_forgotLines = false;
     bool m_canForget = true;
+    QHash<QString, QString> m_folderProblems;
     QStringList m_openedPages;
     std::optional<SettingsView> m_view;
 };

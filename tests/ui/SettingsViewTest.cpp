@@ -7,6 +7,8 @@
 #include "support/Screens.h"
 
 #include <QApplication>
+#include <QFileDialog>
+#include <QJsonArray>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPointer>
@@ -121,8 +123,8 @@ TEST_F(SettingsViewTest, AnItemThatRequiresApprovalShowsAHintUntilItIsAllowed) {
     const SettingsView::Services services = settingsServices();
     m_view
         .emplace(SettingsView::Services{services.preferences, item, services.notifications, services.desktop,
-                                        services.updates, services.history, services.feedbackURL,
-                                        services.reducedMotion})
+                                        services.updates, services.history, services.logFolders,
+                                        services.feedbackURL, services.reducedMotion})
         .show();
     EXPECT_TRUE(isOn(checkBox, launch));
     constexpr const char *hint = "Launch at startup: allow it in the system's settings";
@@ -216,6 +218,32 @@ TEST_F(SettingsViewTest, TheHistoryIsForgottenBeforeItsSwitchGoesOff) {
         EXPECT_EQ(alert != nullptr ? textOf(*alert) : "", row.canForget ? "" : failure);
         delete alert;
     }
+}
+
+TEST_F(SettingsViewTest, LogFoldersAreAddedCheckedAndRemoved) {
+    const QString folder = QString::fromStdString((m_home.path() / "more").string());
+    std::filesystem::create_directory(m_home.path() / "more");
+    openView();
+    EXPECT_TRUE(shows("~/.claude/projects") && !shows("Remove"));
+    press(*m_view, button, "Add…");
+    auto *dialog = m_view->findChild<QFileDialog *>();
+    ASSERT_NE(dialog, nullptr);
+    for (int times = 0; times < 2; ++times)
+        Q_EMIT dialog->fileSelected(folder);
+    EXPECT_EQ(stored("logFolders"), QJsonValue(QJsonArray{folder})) << "not once";
+    EXPECT_TRUE(waitForText("Remove") && shows(folder.toUtf8().constData()));
+
+    m_folderProblems[folder] = QStringLiteral("No such folder");
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    EXPECT_FALSE(shows("No such folder"));
+    m_view->activateWindow();
+    EXPECT_TRUE(waitForText("No such folder"));
+    press(*m_view, button, "Remove");
+    EXPECT_EQ(stored("logFolders"), QJsonValue(QJsonArray()));
+    EXPECT_TRUE(waitFor([this] { return !shows("Remove"); }));
+    EXPECT_FALSE(shows(folder.toUtf8().constData()));
 }
 
 TEST_F(SettingsViewTest, ShowsItsVersionAndOpensTheFeedbackPage) {

@@ -54,15 +54,18 @@ TEST_F(SettingsWindowTest, TheTabKeyReachesEachControlInReadingOrder) {
     m_controller.show({});
     SettingsView &window = *windows().first();
     ASSERT_TRUE(waitFor([&] { return window.isActiveWindow(); }));
+    m_preferences.setLogFolders({QStringLiteral("/a"), QStringLiteral("/b")});
+    QCoreApplication::processEvents();
     QStringList order;
-    for (int i = 0; i < 12; ++i) {
+    for (int i = 0; i < 15; ++i) {
         QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
         order << QAccessible::queryAccessibleInterface(QApplication::focusWidget())->text(QAccessible::Name);
     }
     EXPECT_EQ(
         order.join(u'|').toStdString(),
         "Launch at startup|Check Now|System|Auto-refresh quota data|1m|Session reset|Alert at 80% quota|"
-        "Rate limit alerts|Pace alerts|As logged|Keep history|Give Feedback");
+        "Rate limit alerts|Pace alerts|As logged|Keep history|Remove|Remove|Add…|"
+        "Give Feedback");
     EXPECT_EQ(test::namesWithoutRole(window).join(u'\n').toStdString(), "");
 }
 

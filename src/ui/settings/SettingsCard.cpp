@@ -47,7 +47,7 @@ void SettingsRow::setLabel(const QString &label) {
     m_label->setText(label);
 }
 
-void SettingsRow::addCaption(const QString &caption) {
+TextLabel *SettingsRow::addCaption(const QString &caption) {
     constexpr int height = 56;
     setFixedHeight(height);
     auto *second = new TextLabel(caption, TextStyle::caption, QPalette::PlaceholderText);
@@ -59,6 +59,7 @@ void SettingsRow::addCaption(const QString &caption) {
     texts->addWidget(second);
     texts->addStretch();
     m_line->insertLayout(0, texts, 1);
+    return second;
 }
 
 void SettingsRow::addWideCaption(const QString &caption) {
@@ -84,9 +85,19 @@ SettingsCard::SettingsCard(const QString &title) {
 }
 
 void SettingsCard::addRow(SettingsRow *row) {
-    if (std::exchange(m_hasRows, true))
-        content()->addWidget(makeDivider());
-    content()->addWidget(row);
+    if (!m_rows.isEmpty())
+        m_rows.append(makeDivider());
+    m_rows.append(row);
+    for (QWidget *widget : m_rows.last(m_rows.size() > 1 ? 2 : 1))
+        content()->addWidget(widget);
+}
+
+void SettingsCard::removeRows() {
+    for (QWidget *widget : std::exchange(m_rows, {})) {
+        content()->removeWidget(widget);
+        widget->hide();
+        widget->deleteLater();
+    }
 }
 
 FlatButton::Look settingsButtonLook() {

@@ -22,8 +22,8 @@ public:
     SettingsRow(const QString &label, QWidget *control);
 
     void setLabel(const QString &label);
-    /// Adds a second, smaller line below the label and makes the row higher.
-    void addCaption(const QString &caption);
+    /// Adds a second, smaller line below the label, which it returns, and makes the row higher.
+    TextLabel *addCaption(const QString &caption);
     /// Adds a second, smaller line below the label and the control and makes the row higher.
     void addWideCaption(const QString &caption);
 
@@ -33,7 +33,7 @@ private:
 };
 
 /// A card of rows with dividers between them.
-class SettingsCard final : public PanelCard {
+class SettingsCard : public PanelCard {
     Q_OBJECT
 
 public:
@@ -41,9 +41,13 @@ public:
     explicit SettingsCard(const QString &title = {});
 
     void addRow(SettingsRow *row);
+    /// Destroys the rows in the next turn of the event loop: one of them may be the caller.
+    void removeRows();
+    /// Returns the rows and the dividers between them.
+    [[nodiscard]] const QList<QWidget *> &rows() const { return m_rows; }
 
 private:
-    bool m_hasRows = false;
+    QList<QWidget *> m_rows;
 };
 
 /// The look of the buttons at the end of a row.

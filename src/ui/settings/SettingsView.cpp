@@ -141,6 +141,8 @@ QWidget *SettingsView::makeCards() {
     add({makeFiguresRow(),
          new KeepHistoryRow(m_services.history, m_services.preferences, m_services.reducedMotion)},
         QStringLiteral("History and figures"));
+    m_logFolders = new LogFoldersCard(m_services.logFolders, m_services.preferences);
+    column->addWidget(m_logFolders);
     add({makeFeedbackRow()});
     column->addStretch();
     return cards;
@@ -214,9 +216,11 @@ void SettingsView::registerAtDesktop(bool on) {
 }
 
 void SettingsView::changeEvent(QEvent *event) {
-    // The user may come back from the system's settings.
-    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+    // The user may come back from the system's settings, or have mounted a folder.
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
         m_showLaunch();
+        m_logFolders->check();
+    }
     QWidget::changeEvent(event);
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ui/settings/KeepHistoryRow.h"
+#include "ui/settings/LogFoldersCard.h"
 #include "ui/settings/UpdateRow.h"
 
 #include <QWidget>
@@ -33,6 +34,7 @@ public:
         DesktopSettings &desktop;
         UpdateRow::Services updates;
         KeepHistoryRow::Services history;
+        LogFoldersCard::Services logFolders;
         QUrl feedbackURL;
         std::function<bool()> reducedMotion;
         WindowChrome *chrome = nullptr; ///< null where the window manager decorates windows
@@ -69,6 +71,7 @@ private:
 
     Services m_services;
     std::function<void()> m_showLaunch; ///< shows the login item's state
+    LogFoldersCard *m_logFolders = nullptr;
 };
 
 } // namespace burnwick

@@ -22,6 +22,11 @@ void TextLabel::setColorGroup(QPalette::ColorGroup group) {
     update();
 }
 
+void TextLabel::setColor(QColor ThemeColors::*color) {
+    m_color = color;
+    update();
+}
+
 void TextLabel::setElidable() {
     m_elidable = true;
     // So that its neighbours do not shrink for a long text.
@@ -52,7 +57,8 @@ bool TextLabel::event(QEvent *event) {
 void TextLabel::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     const auto ownGroup = isEnabled() ? QPalette::Active : QPalette::Disabled;
-    painter.setPen(palette().color(m_colorGroup.value_or(ownGroup), foregroundRole()));
+    painter.setPen(m_color != nullptr ? colorsFor(*this).*m_color
+                                      : palette().color(m_colorGroup.value_or(ownGroup), foregroundRole()));
     painter.drawText(contentsRect(), static_cast<int>(alignment()) | Qt::TextSingleLine, shownText());
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ui/theme/TextStyle.h"
+#include "ui/theme/ThemeColors.h"
 
 #include <QLabel>
 #include <QPalette>
@@ -26,6 +27,9 @@ public:
     /// isEnabled().
     void setColorGroup(QPalette::ColorGroup group);
 
+    /// Sets a colour of the theme in place of that of the role.
+    void setColor(QColor ThemeColors::*color);
+
     /// Allows sizes below the text's. By default the label requires room for the whole text.
     void setElidable();
 
@@ -39,6 +43,7 @@ private:
     [[nodiscard]] QString shownText() const;
 
     std::optional<QPalette::ColorGroup> m_colorGroup;
+    QColor ThemeColors::*m_color = nullptr; ///< null for that of the role
     bool m_elidable = false;
 };
 

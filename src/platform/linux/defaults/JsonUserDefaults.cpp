@@ -8,11 +8,13 @@
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QLoggingCategory>
 #include <QtCore/QSaveFile>
 #include <QtCore/QStandardPaths>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <filesystem>
@@ -131,6 +133,14 @@ QString writeFile(const QString &path, const QJsonObject &values) {
     return written ? QString() : file.errorString();
 }
 
+template <typename Stored>
+QJsonValue jsonOf(const Stored &stored) {
+    return stored;
+}
+QJsonValue jsonOf(const QStringList &stored) {
+    return QJsonArray::fromStringList(stored);
+}
+
 } // namespace
 
 JsonUserDefaults::JsonUserDefaults(QString path, Access access)
@@ -156,6 +166,12 @@ std::optional<UserDefaults::Value> JsonUserDefaults::value(const QString &key) c
         return value.toBool();
     if (value.isString())
         return value.toString();
+    if (value.isArray()) {
+        const QJsonArray array = value.toArray();
+        const bool areTexts =
+            std::ranges::all_of(array, [](const QJsonValue &item) { return item.isString(); });
+        return areTexts ? std::optional<Value>(value.toVariant().toStringList()) : std::nullopt;
+    }
     if (!value.isDouble())
         return std::nullopt;
     // Only an integer ignores both defaults.
@@ -165,7 +181,7 @@ std::optional<UserDefaults::Value> JsonUserDefaults::value(const QString &key) c
 }
 
 void JsonUserDefaults::setValue(const QString &key, const Value &value) {
-    const QJsonValue json = std::visit([](const auto &stored) { return QJsonValue(stored); }, value);
+    const QJsonValue json = std::visit([](const auto &stored) { return jsonOf(stored); }, value);
     m_unsaved.insert(key, json);
     m_values.insert(key, json);
     save();

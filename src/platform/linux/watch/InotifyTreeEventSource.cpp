@@ -6,6 +6,7 @@
 #include <QtCore/QLoggingCategory>
 #include <QtCore/QSocketNotifier>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <climits>
@@ -32,17 +33,27 @@ constexpr std::uint32_t rootEvents = folderEvents | IN_MOVE_SELF;
 constexpr std::size_t batchBytes = 4096;
 constexpr std::size_t longestEvent = sizeof(inotify_event) + NAME_MAX + 1;
 
-/// Events of a tree from inotify, with one watch for each folder. A watch belongs to the folder and not to
+/// Returns the identity of a folder that can be watched.
+std::optional<FileIdentity> watchableAt(const fs::path &path) {
+    const auto identity = identityOf(path);
+    return identity && access(path.c_str(), R_OK | X_OK) == 0 ? identity : std::nullopt;
+}
+
+struct Root {
+    fs::path path;
+    std::optional<FileIdentity> identity; ///< null if it could not be watched
+    int watch = -1;                       ///< -1 without one
+    bool hasEnded = false;
+};
+
+/// Events of trees from inotify, with one watch for each folder. A watch belongs to the folder and not to
 /// its path, so that moved folders lose their watches and get new ones.
 class InotifyTreeEventSource final : public TreeEventSource {
 public:
-    /// Takes the descriptor over, which watches the root already.
-    InotifyTreeEventSource(int inotify, int rootWatch, fs::path root,
-                           const std::optional<FileIdentity> &identity, std::function<void()> onChange)
+    /// Takes the descriptor over, which watches the roots already.
+    InotifyTreeEventSource(int inotify, std::vector<Root> roots, std::function<void()> onChange)
         : m_inotify(inotify)
-        , m_rootWatch(rootWatch)
-        , m_root(std::move(root))
-        , m_identity(identity)
+        , m_roots(std::move(roots))
         , m_onChange(std::move(onChange))
         , m_notifier(new QSocketNotifier(inotify, QSocketNotifier::Read)) {
         QObject::connect(m_notifier, &QSocketNotifier::activated, m_notifier, [this] {
@@ -50,7 +61,7 @@ public:
             const auto call = m_onChange; // the call may destroy this object
             call();
         });
-        watchTree(m_root);
+        watchRoots();
     }
     ~InotifyTreeEventSource() override {
         m_notifier->setEnabled(false);
@@ -60,14 +71,17 @@ public:
     InotifyTreeEventSource(const InotifyTreeEventSource &) = delete;
     InotifyTreeEventSource &operator=(const InotifyTreeEventSource &) = delete;
 
-    [[nodiscard]] bool isAt(const fs::path &path) const override {
-        return !m_hasEnded && m_identity && identityOf(path) == m_identity;
+    [[nodiscard]] bool isAt(const std::vector<fs::path> &roots) const override {
+        return std::ranges::equal(roots, m_roots, [](const fs::path &path, const Root &root) {
+            return path == root.path && !root.hasEnded && watchableAt(path) == root.identity;
+        });
     }
     [[nodiscard]] bool isComplete() const override { return m_isComplete; }
     [[nodiscard]] TreeChanges take() override;
 
 private:
-    void watchTree(const fs::path &top);
+    void watchRoots();
+    void watchTree(const fs::path &top, std::uint32_t events = folderEvents | IN_DONT_FOLLOW);
     void unwatchTree(const fs::path &top);
     void watchAgain();
     void forget(int watch);
@@ -75,27 +89,31 @@ private:
     void apply(const inotify_event &event, const char *name, TreeChanges &changes);
 
     int m_inotify;
-    int m_rootWatch;
-    fs::path m_root;
-    std::optional<FileIdentity> m_identity;
+    std::vector<Root> m_roots;
     std::function<void()> m_onChange;
     QSocketNotifier *m_notifier;       ///< disabled between the handler's call and take()
     std::map<int, fs::path> m_folders; ///< by watch
     /// The same with a slash behind the path: a folder and those below it are neighbours.
     std::set<std::pair<std::string, int>> m_watches;
-    bool m_hasEnded = false;
     bool m_isComplete = true;
     bool m_hasWarned = false;
 };
 
-/// Watches the folder and those below it, except what is watched under that path already.
-void InotifyTreeEventSource::watchTree(const fs::path &top) {
+void InotifyTreeEventSource::watchRoots() {
+    for (const Root &root : m_roots) {
+        if (root.watch != -1 && !root.hasEnded)
+            watchTree(root.path, rootEvents);
+    }
+}
+
+/// Watches the folder for these events, and those below it, except what is watched under that path already.
+void InotifyTreeEventSource::watchTree(const fs::path &top, std::uint32_t events) {
     std::vector<fs::path> pending{top};
     while (!pending.empty()) {
         const fs::path folder = std::move(pending.back());
         pending.pop_back();
         const int watch = inotify_add_watch(m_inotify, folder.c_str(),
-                                            folder == m_root ? rootEvents : folderEvents | IN_DONT_FOLLOW);
+                                            std::exchange(events, folderEvents | IN_DONT_FOLLOW));
         if (watch == -1) {
             noteFailure(errno);
             continue;
@@ -140,13 +158,13 @@ void InotifyTreeEventSource::forget(int watch) {
 void InotifyTreeEventSource::watchAgain() {
     const auto before = std::exchange(m_folders, {});
     m_watches.clear();
-    watchTree(m_root);
+    watchRoots();
     for (const auto &[watch, folder] : before) {
         if (!m_folders.contains(watch))
             inotify_rm_watch(m_inotify, watch);
     }
-    if (!m_folders.contains(m_rootWatch))
-        m_hasEnded = true;
+    for (Root &root : m_roots)
+        root.hasEnded |= root.watch != -1 && !m_folders.contains(root.watch);
 }
 
 void InotifyTreeEventSource::noteFailure(int error) {
@@ -156,7 +174,7 @@ void InotifyTreeEventSource::noteFailure(int error) {
     if (error == ENOSPC && !std::exchange(m_hasWarned, true))
         qCWarning(watchLog,
                   "Changes below %s may be seen late: the limit fs.inotify.max_user_watches is reached",
-                  m_root.c_str());
+                  m_roots.front().path.c_str());
 }
 
 void InotifyTreeEventSource::apply(const inotify_event &event, const char *name, TreeChanges &changes) {
@@ -168,8 +186,11 @@ void InotifyTreeEventSource::apply(const inotify_event &event, const char *name,
         // Its watch was removed.
     } else if (event.len == 0) { // of the folder itself
         changes.isEverything = true;
-        if (event.wd == m_rootWatch && (event.mask & (IN_IGNORED | IN_MOVE_SELF)) != 0)
-            m_hasEnded = true;
+        const auto root = std::ranges::find(m_roots, event.wd, &Root::watch);
+        if (root != m_roots.end() && (event.mask & (IN_IGNORED | IN_MOVE_SELF)) != 0) {
+            root->hasEnded = true;
+            unwatchTree(root->path);
+        }
     } else if (const fs::path path = watched->second / name; (event.mask & IN_ISDIR) == 0) {
         changes.files.insert(path);
     } else {
@@ -196,25 +217,31 @@ TreeChanges InotifyTreeEventSource::take() {
         // A batch with room for another event was all that was pending. Reading until nothing is left would
         // not end while another program writes fast.
     } while (size > static_cast<ssize_t>(batchBytes - longestEvent));
-    m_notifier->setEnabled(!m_hasEnded);
+    m_notifier->setEnabled(!std::ranges::all_of(m_roots, &Root::hasEnded));
     return changes;
 }
 
 } // namespace
 
-std::unique_ptr<TreeEventSource> platform::openTreeEventSource(const fs::path &root,
+std::unique_ptr<TreeEventSource> platform::openTreeEventSource(const std::vector<fs::path> &roots,
                                                                std::function<void()> onChange) {
-    // Before the watch is added: if another directory replaces this one meanwhile, isAt() is false.
-    const auto identity = identityOf(root);
     const int inotify = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
     if (inotify == -1)
         return nullptr;
-    const int rootWatch = inotify_add_watch(inotify, root.c_str(), rootEvents);
-    if (rootWatch == -1) {
+    std::vector<Root> watched;
+    for (const fs::path &path : roots) {
+        // Before the watch is added: if another directory replaces this one meanwhile, isAt() is false.
+        Root &root = watched.emplace_back(Root{path, watchableAt(path)});
+        if (root.identity)
+            root.watch = inotify_add_watch(inotify, path.c_str(), rootEvents);
+        if (root.watch == -1)
+            root.identity.reset();
+    }
+    if (std::ranges::all_of(watched, [](const Root &root) { return root.watch == -1; })) {
         close(inotify);
         return nullptr;
     }
-    return std::make_unique<InotifyTreeEventSource>(inotify, rootWatch, root, identity, std::move(onChange));
+    return std::make_unique<InotifyTreeEventSource>(inotify, std::move(watched), std::move(onChange));
 }
 
 } // namespace burnwick

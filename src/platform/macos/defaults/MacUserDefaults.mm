@@ -20,11 +20,26 @@ struct ObjectOf {
     id operator()(qint64 value) const { return @(value); }
     id operator()(double value) const { return @(value); }
     id operator()(const QString &value) const { return value.toNSString(); }
+    id operator()(const QStringList &value) const {
+        NSMutableArray<NSString *> *const texts = [NSMutableArray array];
+        for (const QString &text : value)
+            [texts addObject:text.toNSString()];
+        return texts;
+    }
 };
 
 std::optional<UserDefaults::Value> valueOfObject(id object) {
     if ([object isKindOfClass:[NSString class]])
         return QString::fromNSString(object);
+    if ([object isKindOfClass:[NSArray class]]) {
+        QStringList texts;
+        for (id item in (NSArray *)object) {
+            if (![item isKindOfClass:[NSString class]])
+                return std::nullopt;
+            texts += QString::fromNSString(item);
+        }
+        return texts;
+    }
     if (![object isKindOfClass:[NSNumber class]])
         return std::nullopt;
     NSNumber *number = object;

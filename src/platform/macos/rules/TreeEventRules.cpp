@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/macos/rules/TreeEventRules.h"
 
+#include <algorithm>
+
 namespace burnwick {
 
 namespace {
@@ -13,12 +15,14 @@ constexpr std::uint32_t changesOfEverything = MustScanSubDirs | UserDropped | Ke
 
 } // namespace
 
-void addTreeEvent(TreeChanges &changes, const WatchedRoot &root, std::string_view path, std::uint32_t flags) {
+void addTreeEvent(TreeChanges &changes, const std::vector<WatchedRoot> &roots, std::string_view path,
+                  std::uint32_t flags) {
     // Volumes that do not report single files report folders, without a type.
     const bool isFile = (flags & (ItemIsFile | ItemIsSymlink)) != 0 && (flags & changesOfEverything) == 0;
-    const std::string prefix = root.resolved + '/';
-    if (isFile && path.starts_with(prefix))
-        changes.files.insert(root.path / path.substr(prefix.size()));
+    const auto root = std::ranges::find_if(
+        roots, [path](const WatchedRoot &candidate) { return path.starts_with(candidate.resolved + '/'); });
+    if (isFile && root != roots.end())
+        changes.files.insert(root->path / path.substr(root->resolved.size() + 1));
     else
         changes.isEverything = true;
 }

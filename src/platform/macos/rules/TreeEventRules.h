@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace burnwick {
 
@@ -32,7 +33,8 @@ struct WatchedRoot {
 };
 
 /// Adds what an event means: a change of one file, or of everything. The event's path is absolute, without
-/// links; an event whose path is not below the root changes everything.
-void addTreeEvent(TreeChanges &changes, const WatchedRoot &root, std::string_view path, std::uint32_t flags);
+/// links; an event whose path is not below a root changes everything.
+void addTreeEvent(TreeChanges &changes, const std::vector<WatchedRoot> &roots, std::string_view path,
+                  std::uint32_t flags);
 
 } // namespace burnwick

@@ -93,7 +93,7 @@ private:
 
 } // namespace
 
-std::unique_ptr<SecretStore> platform::makeSecretStore(const std::filesystem::path &) {
+std::unique_ptr<SecretStore> platform::makeSecretStore(ConfigurationFolders) {
     return std::make_unique<KeychainSecretStore>();
 }
 

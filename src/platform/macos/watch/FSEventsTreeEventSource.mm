@@ -8,7 +8,10 @@
 #include "platform/macos/foundation/Text.h"
 #include "platform/macos/rules/TreeEventRules.h"
 
+#include <algorithm>
+#include <optional>
 #include <utility>
+#include <vector>
 
 #include <unistd.h>
 
@@ -31,17 +34,33 @@ static_assert(fsevents::ItemIsSymlink == kFSEventStreamEventFlagItemIsSymlink);
 // After a first event, those of this time arrive together.
 constexpr CFTimeInterval batchSeconds = 0.5;
 
-/// Events of a tree from FSEvents, on the main dispatch queue, which the event loop of a program with windows
+/// Returns the identity of a folder that can be watched.
+std::optional<FileIdentity> watchableAt(const std::filesystem::path &path) {
+    std::error_code error;
+    const bool isWatchable =
+        std::filesystem::is_directory(path, error) && access(path.c_str(), R_OK | X_OK) == 0;
+    return isWatchable ? identityOf(path) : std::nullopt;
+}
+
+/// A root as it was found.
+struct FoundRoot {
+    std::filesystem::path path;
+    std::optional<FileIdentity> identity; ///< null if it could not be watched
+};
+
+/// Events of trees from FSEvents, on the main dispatch queue, which the event loop of a program with windows
 /// serves.
 class FSEventsTreeEventSource final : public TreeEventSource {
 public:
-    FSEventsTreeEventSource(WatchedRoot root, const std::optional<FileIdentity> &identity,
+    FSEventsTreeEventSource(std::vector<FoundRoot> found, std::vector<WatchedRoot> roots,
                             const std::function<void()> &onChange)
-        : m_root(std::move(root))
-        , m_identity(identity)
+        : m_found(std::move(found))
+        , m_roots(std::move(roots))
         , m_announce(m_calls.queued(onChange)) {
         FSEventStreamContext context{0, this, nullptr, nullptr, nullptr};
-        NSArray<NSString *> *const paths = @[ toNSString(m_root.resolved) ];
+        NSMutableArray<NSString *> *const paths = [NSMutableArray array];
+        for (const WatchedRoot &root : m_roots)
+            [paths addObject:toNSString(root.resolved)];
         m_stream =
             FSEventStreamCreate(nullptr, addEvents, &context, (__bridge CFArrayRef)paths,
                                 kFSEventStreamEventIdSinceNow, batchSeconds,
@@ -66,8 +85,11 @@ public:
     /// Returns whether the stream was made and started.
     [[nodiscard]] bool hasStarted() const { return m_hasStarted; }
 
-    [[nodiscard]] bool isAt(const std::filesystem::path &path) const override {
-        return !m_hasRootChanged && m_identity && identityOf(path) == m_identity;
+    [[nodiscard]] bool isAt(const std::vector<std::filesystem::path> &roots) const override {
+        return !m_hasRootChanged &&
+               std::ranges::equal(roots, m_found, [](const auto &path, const FoundRoot &root) {
+                   return path == root.path && watchableAt(path) == root.identity;
+               });
     }
     [[nodiscard]] bool isComplete() const override { return true; }
     [[nodiscard]] TreeChanges take() override {
@@ -80,15 +102,15 @@ private:
                           const FSEventStreamEventFlags *flags, const FSEventStreamEventId * /*ids*/) {
         auto *const self = static_cast<FSEventsTreeEventSource *>(source);
         for (size_t i = 0; i < count; ++i) {
-            addTreeEvent(self->m_changes, self->m_root, static_cast<char **>(paths)[i], flags[i]);
+            addTreeEvent(self->m_changes, self->m_roots, static_cast<char **>(paths)[i], flags[i]);
             self->m_hasRootChanged |= (flags[i] & fsevents::RootChanged) != 0;
         }
         if (!std::exchange(self->m_isAnnounced, true))
             self->m_announce();
     }
 
-    WatchedRoot m_root;
-    std::optional<FileIdentity> m_identity;
+    std::vector<FoundRoot> m_found;
+    std::vector<WatchedRoot> m_roots; ///< those that can be watched
     MainThreadCalls m_calls;
     std::function<void()> m_announce; ///< queues the handler: it may destroy the stream
     FSEventStreamRef m_stream = nullptr;
@@ -100,17 +122,22 @@ private:
 
 } // namespace
 
-std::unique_ptr<TreeEventSource> platform::openTreeEventSource(const std::filesystem::path &root,
-                                                               std::function<void()> onChange) {
-    // Before the stream is made: if another directory replaces this one meanwhile, isAt() is false.
-    const auto identity = identityOf(root);
-    std::error_code error;
-    const auto resolved = std::filesystem::canonical(root, error);
-    if (error || !std::filesystem::is_directory(resolved, error) ||
-        access(resolved.c_str(), R_OK | X_OK) != 0)
+std::unique_ptr<TreeEventSource>
+platform::openTreeEventSource(const std::vector<std::filesystem::path> &roots,
+                              std::function<void()> onChange) {
+    std::vector<FoundRoot> found;
+    std::vector<WatchedRoot> watched;
+    for (const std::filesystem::path &path : roots) {
+        // Before the stream is made: if another directory replaces this one meanwhile, isAt() is false.
+        const FoundRoot &root = found.emplace_back(FoundRoot{path, watchableAt(path)});
+        std::error_code error;
+        const auto resolved = std::filesystem::canonical(path, error);
+        if (root.identity && !error)
+            watched.push_back({path, resolved.native()});
+    }
+    if (watched.empty())
         return nullptr;
-    auto source =
-        std::make_unique<FSEventsTreeEventSource>(WatchedRoot{root, resolved.native()}, identity, onChange);
+    auto source = std::make_unique<FSEventsTreeEventSource>(std::move(found), std::move(watched), onChange);
     return source->hasStarted() ? std::move(source) : nullptr;
 }
 
