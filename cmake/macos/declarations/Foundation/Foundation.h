@@ -74,6 +74,10 @@ typedef struct {
 @interface NSArray<__covariant T> : NSObject <NSFastEnumeration>
 + (instancetype)arrayWithObjects:(const T _Nonnull [_Nonnull])objects count:(NSUInteger)count;
 @end
+@interface NSMutableArray<T> : NSArray <T>
++ (instancetype)array;
+- (void)addObject:(T)object;
+@end
 @interface NSDictionary<__covariant K, __covariant V> : NSObject
 + (instancetype)dictionary;
 + (instancetype)dictionaryWithObjects:(const V _Nonnull [_Nonnull])objects forKeys:(const K<NSCopying> _Nonnull [_Nonnull])keys count:(NSUInteger)count;
