@@ -17,7 +17,7 @@ namespace {
 
 /// Calls the function with each message that counts, and its time.
 template <typename Use>
-void forEachMessage(const MessageList &messages, const MessageChanges &changes, Use use) {
+void forEachCounted(const MessageList &messages, const MessageChanges &changes, Use use) {
     static const std::map<std::uint32_t, MessageChange> none;
     const auto &list = changes != nullptr ? *changes : none;
     auto change = list.begin();
@@ -92,7 +92,7 @@ struct BreakdownSums::ListSums {
         : entries(std::move(list))
         , changes(std::move(listChanges))
         , sums(calendar) {
-        forEachMessage(entries->messages, changes, [&](const Message &message, std::optional<Instant> at) {
+        forEachCounted(entries->messages, changes, [&](const Message &message, std::optional<Instant> at) {
             sums.add(message, at, priceOf(message, at, prices.of(message.context.model)));
             period.include(at);
         });
@@ -214,7 +214,7 @@ UsageBreakdown BreakdownSums::within(TimeFilter filter, Instant now, std::int64_
                 builder.add(list->sums);
                 continue;
             }
-            forEachMessage(list->entries->messages, list->changes,
+            forEachCounted(list->entries->messages, list->changes,
                            [&](const Message &message, std::optional<Instant> at) {
                                if (at && *at >= cutOff)
                                    builder.add(message, at,
@@ -229,11 +229,23 @@ UsageBreakdown BreakdownSums::within(TimeFilter filter, Instant now, std::int64_
     return builder.finish(sessionCount, m_calendar.dayOf(now));
 }
 
+void BreakdownSums::forEachMessage(const std::function<void(const Message &, std::optional<Instant>,
+                                                            std::optional<Picodollars>)> &use) const {
+    ModelPriceCache prices(*m_prices);
+    for (const auto &block : m_blocks) {
+        for (const auto &list : block->lists)
+            forEachCounted(list->entries->messages, list->changes,
+                           [&](const Message &message, std::optional<Instant> at) {
+                               use(message, at, priceOf(message, at, prices.of(message.context.model)));
+                           });
+    }
+}
+
 SessionPart::SessionPart(LogEntries list, MessageChanges listChanges, const PriceTable &prices)
     : entries(std::move(list))
     , changes(std::move(listChanges)) {
     ModelPriceCache modelPrices(prices);
-    forEachMessage(entries->messages, changes, [&](const Message &message, std::optional<Instant> at) {
+    forEachCounted(entries->messages, changes, [&](const Message &message, std::optional<Instant> at) {
         const SessionTokens counts{message.input, message.output,
                                    addTokens(message.cacheWrite5m, message.cacheWrite1h), message.cacheRead};
         addCounts(tokens, counts);

@@ -7,7 +7,9 @@
 #include "model/UsageBreakdown.h"
 #include "prices/PriceTable.h"
 
+#include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -44,6 +46,10 @@ public:
     /// Returns the use in the filter's period before `now`. Terminates the program if a sum of tokens
     /// overflows. `sessionCount` is that of the history.
     [[nodiscard]] UsageBreakdown within(TimeFilter filter, Instant now, std::int64_t sessionCount) const;
+
+    /// Calls the function with each message that counts, its time, and its price.
+    void forEachMessage(const std::function<void(const Message &, std::optional<Instant>,
+                                                 std::optional<Picodollars>)> &use) const;
 
 private:
     struct ListSums;

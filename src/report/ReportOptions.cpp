@@ -32,6 +32,10 @@ const FormOption outputOptions[] = {
     {Form::projects, QStringLiteral("projects"), QStringLiteral("Print the use and cost of each project.")},
     {Form::models, QStringLiteral("models"), QStringLiteral("Print the use and cost of each model.")},
     {Form::days, QStringLiteral("days"), QStringLiteral("Print the use and cost of each day.")},
+    {Form::metrics, QStringLiteral("metrics"),
+     QStringLiteral("Print exact use, cost and limits as metrics for Prometheus.")},
+    {Form::metricsFile, QStringLiteral("metrics-file"),
+     QStringLiteral("Write them to a file for node_exporter, as a whole."), QStringLiteral("file")},
     {Form::exportHistory, QStringLiteral("export-history"),
      QStringLiteral("Write each message's usage to a CSV file (- for standard output)."),
      QStringLiteral("file")},
@@ -50,6 +54,7 @@ const FormOption outputOptions[] = {
 const QString filterName = QStringLiteral("filter");
 const QString figuresName = QStringLiteral("figures");
 const QString csvName = QStringLiteral("csv");
+const QString metricsProjectsName = QStringLiteral("metrics-projects");
 const QString logsName = QStringLiteral("logs");
 const QString quotaName = QStringLiteral("quota");
 const QString helpName = QStringLiteral("help");
@@ -74,6 +79,10 @@ void addOptions(QCommandLineParser &parser) {
                       QStringLiteral("Read the logs in this folder, at any depth, instead of the usual ones. "
                                      "May be given several times. Keeps nothing."),
                       QStringLiteral("folder")});
+    parser.addOption({metricsProjectsName,
+                      QStringLiteral("With metrics: count each project apart, named by a hash with a key of "
+                                     "this machine, or by its path (=plain)."),
+                      QStringLiteral("[=plain]")});
     parser.addOption({csvName, QStringLiteral("Print projects, models or days as CSV.")});
     for (const FormOption &option : outputOptions)
         parser.addOption({option.name, option.description, option.value});
@@ -81,6 +90,13 @@ void addOptions(QCommandLineParser &parser) {
                                  QStringLiteral("With --statusline: another command of the status line, with "
                                                 "its arguments. It gets the same input."),
                                  QStringLiteral("[-- command...]"));
+}
+
+std::optional<ReportOptions::Projects> projectsNamed(const QString &name) {
+    using Projects = ReportOptions::Projects;
+    if (name == QStringLiteral("plain"))
+        return Projects::plain;
+    return name == QStringLiteral("hashed") ? std::optional(Projects::hashed) : std::nullopt;
 }
 
 std::optional<TimeFilter> filterNamed(const QString &name) {
@@ -113,7 +129,9 @@ std::variant<ReportOptions, WrongOptions> parseReportOptions(const std::vector<s
     const auto separator = std::ranges::find(arguments, "--");
     QStringList decoded;
     for (auto argument = arguments.begin(); argument != separator; ++argument)
-        decoded += QString::fromStdString(*argument);
+        // The parser knows no options with an optional value.
+        decoded += QString::fromStdString(*argument == "--metrics-projects" ? "--metrics-projects=hashed"
+                                                                            : *argument);
     QCommandLineParser parser;
     addOptions(parser);
     if (!parser.parse(decoded))
@@ -152,6 +170,16 @@ std::variant<ReportOptions, WrongOptions> parseReportOptions(const std::vector<s
     options.isCsv = parser.isSet(csvName);
     if (options.isCsv && !options.isBreakdown())
         return wrong(QStringLiteral("--csv needs --projects, --models or --days."));
+    if (options.form == Form::metricsFile && options.file == u'-')
+        return wrong(QStringLiteral("--metrics-file needs a file; --metrics prints."));
+    if (parser.isSet(metricsProjectsName)) {
+        const auto projects = projectsNamed(parser.value(metricsProjectsName));
+        if (!projects || !options.isMetrics())
+            return wrong(projects ? QStringLiteral("--metrics-projects needs --metrics or --metrics-file.")
+                                  : QStringLiteral("Unknown value '%1' of --metrics-projects: use plain.")
+                                        .arg(parser.value(metricsProjectsName)));
+        options.metricsProjects = *projects;
+    }
     for (const QString &folder : parser.values(logsName)) {
         if (folder.isEmpty())
             return wrong(QStringLiteral("--logs needs a folder."));

@@ -27,6 +27,8 @@ struct ReportOptions {
         projects,
         models,
         days,
+        metrics,
+        metricsFile,
         exportHistory,
         importHistory,
         statusLine,
@@ -38,15 +40,18 @@ struct ReportOptions {
     Form form = Form::table;
     TimeFilter timeFilter = TimeFilter::all;
     bool quota = false;                    ///< whether to request the quota and the service's status
-    QString file{};                        ///< of the history; "-" is a standard stream
+    QString file{};                        ///< of history or metrics; "-" is a standard stream of the history
     std::vector<std::string> command{};    ///< of the status line: a program and its arguments; may be empty
     std::optional<FigureChoice> figures{}; ///< null for the user's preference
     std::vector<std::filesystem::path> logs{}; ///< the folders to read instead of the user's; may be empty
+    enum class Projects { none, hashed, plain };
+    Projects metricsProjects = Projects::none; ///< the projects' labels in the metrics
     bool isCsv = false;                        ///< whether to print projects, models or days as CSV
 
     [[nodiscard]] bool isBreakdown() const {
         return form == Form::projects || form == Form::models || form == Form::days;
     }
+    [[nodiscard]] bool isMetrics() const { return form == Form::metrics || form == Form::metricsFile; }
     /// Whether the form can be of other logs than the user's.
     [[nodiscard]] bool mayReadOtherLogs() const {
         return form != Form::exportHistory && form != Form::importHistory && form != Form::statusLine &&

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Burnwick developers
 // SPDX-License-Identifier: MIT
+#include "breakdown/UsageCells.h"
 #include "display/StatusTitle.h"
 #include "forecast/Forecast.h"
 #include "forms/BarForms.h"
@@ -9,7 +10,6 @@
 #include "forms/TableForm.h"
 #include "forms/TerminalText.h"
 #include "ledger/Ledger.h"
-#include "logs/LogFolders.h"
 #include "model/Clock.h"
 #include "model/Version.h"
 #include "platform/Platform.h"
@@ -18,6 +18,8 @@
 #include "prefs/Settings.h"
 #include "report/AccountFetch.h"
 #include "report/HistoryFile.h"
+#include "report/MetricsReport.h"
+#include "report/ReportFolders.h"
 #include "report/ReportOptions.h"
 #include "report/StatusLine.h"
 #include "report/StatusLineSetup.h"
@@ -44,7 +46,6 @@
 #include <variant>
 #include <vector>
 
-#include <pwd.h>
 #include <unistd.h>
 
 namespace burnwick {
@@ -54,17 +55,6 @@ namespace {
 using Form = ReportOptions::Form;
 
 enum ExitCode { exitSuccess = 0, exitFailure = 1, exitWrongOptions = 2 };
-
-void complain(std::string_view reason) {
-    std::cerr << "burnwick-report: " << reason << '\n';
-}
-
-std::filesystem::path homeDirectory() {
-    if (const char *home = std::getenv("HOME"); home != nullptr && *home != '\0')
-        return home;
-    const passwd *account = ::getpwuid(::getuid());
-    return account != nullptr ? account->pw_dir : "/";
-}
 
 TerminalColors colorsOfStandardOutput() {
     return terminalColorsFor(::isatty(STDOUT_FILENO) == 1, std::getenv("NO_COLOR"), std::getenv("TERM"),
@@ -79,36 +69,6 @@ void printWarning(QtMsgType type, const QMessageLogContext &context, const QStri
 
 std::unique_ptr<UserDefaults> userDefaults() {
     return platform::makeUserDefaults(UserDefaults::Access::readOnly);
-}
-
-std::vector<ClaudeFolder> userFolders(const UserDefaults &defaults) {
-    std::vector<std::string> chosen;
-    for (const QString &folder : load(defaults, settings::logFolders))
-        chosen.push_back(folder.toStdString());
-    return claudeFolders(homeDirectory(), chosen);
-}
-
-/// Prints a line for each folder that cannot be read. Those that nobody has chosen may be missing.
-void complainAbout(const std::vector<ClaudeFolder> &folders) {
-    for (const ClaudeFolder &folder : folders) {
-        const std::error_code error = folderError(folder.logs);
-        if (error && (folder.isChosen || error != std::errc::no_such_file_or_directory))
-            complain(printableText(folder.logs.string() + ": " + folderErrorText(error)));
-    }
-}
-
-/// Throws std::runtime_error if no named folder can be read.
-std::vector<std::filesystem::path> foldersToRead(const ReportOptions &options, const UserDefaults &defaults) {
-    std::vector<ClaudeFolder> folders;
-    for (const std::filesystem::path &folder : options.logs)
-        folders.push_back({{}, folder, true});
-    if (options.logs.empty())
-        folders = userFolders(defaults);
-    complainAbout(folders);
-    if (!options.logs.empty() &&
-        std::ranges::all_of(options.logs, [](const auto &folder) { return bool(folderError(folder)); }))
-        throw std::runtime_error("no logs can be read");
-    return logFoldersOf(folders);
 }
 
 FigureChoice figuresOf(const ReportOptions &options, const UserDefaults &defaults) {
@@ -141,8 +101,9 @@ void addLimits(Snapshot &snapshot, Ledger &ledger, const LogHistory &history, bo
     account.isQuotaStale = now - *account.quotaReadAt > staleLimitAge;
 }
 
-/// Reads all logs if the form shows the history, otherwise the recent ones only. May take a while.
-Snapshot readSnapshot(const ReportOptions &options, const Clock &clock) {
+/// Reads all logs if the form shows the history, otherwise the recent ones only, and sets the cells of
+/// metrics. May take a while.
+Snapshot readSnapshot(const ReportOptions &options, const Clock &clock, std::vector<UsageCell> &cells) {
     Snapshot snapshot{{Calendar::current(), options.timeFilter}, {}};
     auto &[usage, account] = snapshot;
     const auto defaults = userDefaults();
@@ -158,8 +119,8 @@ Snapshot readSnapshot(const ReportOptions &options, const Clock &clock) {
     ledger.setKeepsHistory(load(*defaults, settings::keepHistory));
     Ledger *const store = options.logs.empty() ? &ledger : nullptr;
     const Instant now = clock.now();
-    const bool isWholeHistory =
-        options.form == Form::table || options.form == Form::json || options.isBreakdown();
+    const bool isWholeHistory = options.form == Form::table || options.form == Form::json ||
+                                options.isBreakdown() || options.isMetrics();
     if (!isWholeHistory && usage.figureChoice == FigureChoice::asLogged)
         ledger.omitMessages();
     const Instant since = recentSince(usage.calendar, now);
@@ -172,6 +133,8 @@ Snapshot readSnapshot(const ReportOptions &options, const Clock &clock) {
         auto sums = std::async([&, calendar = usage.calendar] { return HistorySums(*history, calendar); });
         const auto exactSums = counting.sums(*history, usage.calendar);
         updateHistory(usage, sums.get(), *exactSums, now);
+        if (options.isMetrics())
+            cells = usageCells(*exactSums, options.metricsProjects != ReportOptions::Projects::none);
     }
     if (options.form != Form::title && !options.isBreakdown())
         addLimits(snapshot, ledger, *history, isWholeHistory, now);
@@ -190,6 +153,14 @@ std::string exchangeHistory(const ReportOptions &options) {
     ledger.setKeepsHistory(keeps);
     static_cast<void>(JSONLParser(foldersToRead(options, *defaults)).parseAllEntries(nullptr, &ledger));
     return isImport ? importHistory(ledger, options.file) : exportHistory(ledger, options.file);
+}
+
+/// Throws std::runtime_error.
+std::string metricsTextOf(const ReportOptions &options, const Snapshot &snapshot,
+                          std::vector<UsageCell> cells) {
+    // Named folders have no kept history.
+    const bool areCounters = options.logs.empty() && load(*userDefaults(), settings::keepHistory);
+    return metricsText(options, snapshot, std::move(cells), areCounters, Ledger::userFolder());
 }
 
 TitleSources titleSources(const ReportOptions &options) {
@@ -225,7 +196,8 @@ std::string report(const ReportOptions &options, const std::string &programName)
     if (options.form == Form::statusLineSetup)
         return statusLineSnippet(programName);
     const SystemClock clock;
-    const Snapshot snapshot = readSnapshot(options, clock);
+    std::vector<UsageCell> cells;
+    const Snapshot snapshot = readSnapshot(options, clock, cells);
     const UsageFigures &usage = snapshot.usage;
     const TerminalColors colors = colorsOfStandardOutput();
     switch (options.form) {
@@ -235,6 +207,11 @@ std::string report(const ReportOptions &options, const std::string &programName)
         return waybarForm(snapshot, clock.now());
     case Form::genmon:
         return genmonForm(snapshot, clock.now());
+    case Form::metrics:
+        return metricsTextOf(options, snapshot, std::move(cells));
+    case Form::metricsFile:
+        writeMetricsFile(options.file, metricsTextOf(options, snapshot, std::move(cells)));
+        return {};
     case Form::json:
         return jsonForm(snapshot, version(), clock.now());
     case Form::projects:

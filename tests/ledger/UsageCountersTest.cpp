@@ -1,0 +1,100 @@
+// SPDX-FileCopyrightText: 2026 The Burnwick developers
+// SPDX-License-Identifier: MIT
+#include "ledger/UsageCounters.h"
+
+#include "support/LogCapture.h"
+#include "support/LogTreeFixture.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include <sys/stat.h>
+
+namespace burnwick {
+namespace {
+
+namespace fs = std::filesystem;
+using Cells = std::vector<UsageCell>;
+
+constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
+
+/// A cell with that input and one message; day 0 is none.
+UsageCell cell(int day, const char *model, std::int64_t input, const char *project = "") {
+    UsageCell cell{{}, project, model, {input, 0, 0, 0, 0, 1, 0, 0}};
+    if (day > 0)
+        cell.day = std::chrono::sys_days(std::chrono::days(20'000 + day));
+    return cell;
+}
+
+std::int64_t inputOf(const Cells &sums, std::string_view model) {
+    std::int64_t input = 0;
+    for (const UsageCell &sum : sums) {
+        EXPECT_EQ(sum.day, std::nullopt);
+        input += sum.model == model ? sum.counts[UsageCell::input] : 0;
+    }
+    return input;
+}
+
+TEST(UsageCountersTest, WhatWasCountedStaysAndNothingIsCountedTwice) {
+    const test::TemporaryDirectory directory;
+    const struct {
+        const char *what;
+        Cells cells;
+        std::int64_t a, b;
+    } rows[] = {
+        {"nothing yet", {}, 0, 0},
+        {"two days", {cell(1, "a", 10), cell(2, "a", 5), cell(0, "b", 7)}, 15, 7},
+        {"more on a day", {cell(1, "a", 10), cell(2, "a", 6), cell(0, "b", 7)}, 16, 7},
+        {"a day is gone", {cell(2, "a", 6)}, 16, 7},
+        {"a day has shrunk, a day is new", {cell(2, "a", 4), cell(3, "a", 1)}, 17, 7},
+        {"all is back", {cell(1, "a", 10), cell(2, "a", 6), cell(3, "a", 1), cell(0, "b", 7)}, 17, 7},
+        {"all is gone", {}, 17, 7},
+    };
+    for (const auto &row : rows) {
+        // As another program, and again by the same one.
+        UsageCounters counters(directory.path() / "a" / "b");
+        for (int times = 0; times < 2; ++times) {
+            const Cells sums = counters.raise(row.cells, false);
+            EXPECT_EQ(inputOf(sums, "a"), row.a) << row.what;
+            EXPECT_EQ(inputOf(sums, "b"), row.b) << row.what;
+        }
+    }
+    UsageCounters counters(directory.path() / "a" / "b");
+    EXPECT_EQ(counters.raise({cell(1, "a", 3, "/p"), cell(2, "a", 3, "/q"), cell(3, "a", 3, "/p")}, true),
+              (Cells{{{}, "/p", "a", {6, 0, 0, 0, 0, 2, 0, 0}}, {{}, "/q", "a", {3, 0, 0, 0, 0, 1, 0, 0}}}));
+    EXPECT_EQ(inputOf(counters.raise({}, false), "a"), 17) << "projects are counted apart";
+    EXPECT_EQ(inputOf(counters.raise({cell(1, "c", most), cell(2, "c", most)}, false), "c"), most);
+}
+
+TEST(UsageCountersTest, ADamagedFileIsMovedAsideAndAnUnusableOneIsAnError) {
+    const test::TemporaryDirectory directory;
+    const fs::path file = directory.path() / "counters.sqlite";
+    UsageCounters counters(directory.path());
+    UsageCounters other(directory.path());
+    const std::string key = counters.key();
+    EXPECT_EQ(key.size(), 32U);
+    EXPECT_EQ(other.key(), key);
+    EXPECT_EQ(inputOf(counters.raise({cell(1, "a", 10)}, false), "a"), 10);
+    EXPECT_EQ(inputOf(other.raise({cell(1, "a", 20)}, false), "a"), 20);
+    EXPECT_EQ(inputOf(counters.raise({}, false), "a"), 20);
+    struct stat status {};
+    ASSERT_EQ(::stat(file.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777U, 0600U);
+
+    test::writeFile(file, std::string(5'000, 'x'));
+    const test::LogCapture log;
+    UsageCounters later(directory.path());
+    EXPECT_EQ(inputOf(later.raise({cell(1, "a", 3)}, false), "a"), 3);
+    ASSERT_EQ(log.lines().size(), 1);
+    EXPECT_TRUE(log.lines().first().contains(u"counters.sqlite: damaged and moved aside"));
+    EXPECT_TRUE(fs::exists(directory.path() / "counters.sqlite.damaged"));
+    EXPECT_NE(later.key(), key);
+
+    fs::remove(file);
+    fs::create_directory(file);
+    EXPECT_THROW(static_cast<void>(UsageCounters(directory.path()).raise({}, false)), std::runtime_error);
+}
+
+} // namespace
+} // namespace burnwick
