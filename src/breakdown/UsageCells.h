@@ -9,7 +9,9 @@
 
 namespace burnwick {
 
-/// Returns the cells of all messages that count, by day, model and, if that is wanted, project.
-[[nodiscard]] std::vector<UsageCell> usageCells(const BreakdownSums &sums, bool byProject);
+/// Returns the cells of all messages that count, by day, model and, if that is wanted, project; from that day
+/// on, a cell for each message.
+[[nodiscard]] std::vector<UsageCell> usageCells(const BreakdownSums &sums, bool byProject,
+                                                std::chrono::sys_days singlySince);
 
 } // namespace burnwick

@@ -8,6 +8,10 @@
 #include <QtCore/QLoggingCategory>
 #include <QtCore/QRandomGenerator>
 
+#include <algorithm>
+#include <array>
+#include <compare>
+#include <limits>
 #include <map>
 #include <stdexcept>
 #include <string_view>
@@ -30,27 +34,76 @@ constexpr std::int64_t noDay = std::numeric_limits<std::int32_t>::min();
 constexpr std::size_t keyBytes = 32;
 
 constexpr const char *schema = R"(
+    -- A message of 0 stands for those of a day that have no row of their own. Counts are those of UsageCell.
     CREATE TABLE IF NOT EXISTS cell(
         byProject INTEGER NOT NULL, day INTEGER NOT NULL, project BLOB NOT NULL, model BLOB NOT NULL,
-        input INTEGER NOT NULL, output INTEGER NOT NULL, cacheWrite5m INTEGER NOT NULL,
-        cacheWrite1h INTEGER NOT NULL, cacheRead INTEGER NOT NULL, messages INTEGER NOT NULL,
-        unpriced INTEGER NOT NULL, picodollars INTEGER NOT NULL,
-        PRIMARY KEY(byProject, day, project, model)) WITHOUT ROWID;
+        message INTEGER NOT NULL, c0 INTEGER, c1 INTEGER, c2 INTEGER, c3 INTEGER, c4 INTEGER, c5 INTEGER,
+        c6 INTEGER, c7 INTEGER, PRIMARY KEY(byProject, day, project, model, message)) WITHOUT ROWID;
     CREATE TABLE IF NOT EXISTS key(id INTEGER PRIMARY KEY, bytes BLOB NOT NULL);
 )";
 
-constexpr const char *raiseCell = R"(
-    INSERT INTO cell VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)
-    ON CONFLICT DO UPDATE SET
-        input = max(input, excluded.input), output = max(output, excluded.output),
-        cacheWrite5m = max(cacheWrite5m, excluded.cacheWrite5m),
-        cacheWrite1h = max(cacheWrite1h, excluded.cacheWrite1h),
-        cacheRead = max(cacheRead, excluded.cacheRead), messages = max(messages, excluded.messages),
-        unpriced = max(unpriced, excluded.unpriced), picodollars = max(picodollars, excluded.picodollars)
-    WHERE excluded.input > input OR excluded.output > output OR excluded.cacheWrite5m > cacheWrite5m OR
-        excluded.cacheWrite1h > cacheWrite1h OR excluded.cacheRead > cacheRead OR
-        excluded.messages > messages OR excluded.unpriced > unpriced OR excluded.picodollars > picodollars
-)";
+using Counts = decltype(UsageCell::counts);
+
+struct Place {
+    std::int64_t day;
+    std::string project;
+    std::string model;
+    std::int64_t message;
+
+    auto operator<=>(const Place &) const = default;
+};
+
+using Cells = std::map<Place, Counts>;
+
+Cells storedCells(SQLite::Database &database, bool byProject) {
+    SQLite::Statement find(database, "SELECT day, project, model, message, c0, c1, c2, c3, c4, c5, c6, c7 "
+                                     "FROM cell WHERE byProject = ?");
+    Cells cells;
+    for (StatementUse use(find, std::int64_t{byProject}); use.next();) {
+        Counts &counts =
+            cells[{use.integer(0), std::string(use.bytes(1)), std::string(use.bytes(2)), use.integer(3)}];
+        for (std::size_t i = 0; i < counts.size(); ++i)
+            counts[i] = use.integer(4 + static_cast<int>(i));
+    }
+    return cells;
+}
+
+/// Adds the messages of earlier days to their days.
+Cells condensed(const Cells &cells, std::int64_t singlySince) {
+    Cells result;
+    for (const auto &[place, counts] : cells) {
+        Place target = place;
+        if (place.day < singlySince)
+            target.message = 0;
+        UsageCell sum{.counts = result[target]};
+        sum.add(counts);
+        result[target] = sum.counts;
+    }
+    return result;
+}
+
+/// Makes the stored cells those of the map.
+void store(SQLite::Database &database, bool byProject, const Cells &stored, const Cells &cells) {
+    SQLite::Statement remove(database, "DELETE FROM cell WHERE byProject = ? AND day = ? AND project = ? AND "
+                                       "model = ? AND message = ?");
+    SQLite::Statement replace(database, "REPLACE INTO cell VALUES(?,?,?,?,?, ?,?,?,?,?,?,?,?)");
+    for (const auto &[place, counts] : stored) {
+        if (!cells.contains(place))
+            StatementUse(remove, std::int64_t{byProject}, place.day, std::string_view(place.project),
+                         std::string_view(place.model), place.message)
+                .run();
+    }
+    for (const auto &[place, counts] : cells) {
+        if (const auto before = stored.find(place); before != stored.end() && before->second == counts)
+            continue;
+        StatementUse use(replace, std::int64_t{byProject}, place.day, std::string_view(place.project),
+                         std::string_view(place.model), place.message);
+        int index = 5;
+        for (const std::int64_t number : counts)
+            use.bind(++index, number);
+        use.run();
+    }
+}
 
 /// For the user alone.
 void makeFile(const fs::path &path) {
@@ -111,33 +164,27 @@ auto UsageCounters::attempt(Work work) {
     }
 }
 
-std::vector<UsageCell> UsageCounters::raise(const std::vector<UsageCell> &cells, bool byProject) {
+std::vector<UsageCell> UsageCounters::raise(const std::vector<UsageCell> &cells, bool byProject,
+                                            std::chrono::sys_days singlySince) {
     return attempt([&](SQLite::Database &database) {
-        SQLite::Statement raise(database, raiseCell);
+        const Cells stored = storedCells(database, byProject);
+        Cells present = condensed(stored, singlySince.time_since_epoch().count());
         for (const UsageCell &cell : cells) {
             const std::int64_t day = cell.day ? cell.day->time_since_epoch().count() : noDay;
-            StatementUse use(raise, std::int64_t{byProject}, day, std::string_view(cell.project),
-                             std::string_view(cell.model));
-            int index = 4;
-            for (const std::int64_t count : cell.counts)
-                use.bind(++index, count);
-            use.run();
+            Counts &counts =
+                present[{day, cell.project, cell.model, static_cast<std::int64_t>(cell.message)}];
+            std::ranges::transform(counts, cell.counts, counts.begin(), std::ranges::max);
         }
-        SQLite::Statement stored(database, "SELECT * FROM cell WHERE byProject = ?");
+        store(database, byProject, stored, present);
         std::map<std::pair<std::string, std::string>, UsageCell> sums;
-        for (StatementUse use(stored, std::int64_t{byProject}); use.next();) {
-            std::string project(use.bytes(2));
-            std::string model(use.bytes(3));
-            std::array<std::int64_t, UsageCell::picodollars + 1> counts{};
-            for (std::size_t i = 0; i < counts.size(); ++i)
-                counts[i] = use.integer(static_cast<int>(i) + 4);
-            UsageCell &sum = sums[{project, model}];
-            sum.project = std::move(project);
-            sum.model = std::move(model);
+        for (const auto &[place, counts] : present) {
+            UsageCell &sum = sums[{place.project, place.model}];
+            sum.project = place.project;
+            sum.model = place.model;
             sum.add(counts);
         }
         std::vector<UsageCell> list;
-        for (auto &[place, sum] : sums)
+        for (auto &[names, sum] : sums)
             list.push_back(std::move(sum));
         return list;
     });

@@ -11,8 +11,8 @@
 
 namespace burnwick {
 
-/// The exact use of one model in one project on one day, each message counted once. A project or a day that
-/// is not told apart is empty.
+/// The exact use of one model in one project on one day, or in one message of that day; each message counts
+/// once. What is not told apart is empty.
 struct UsageCell {
     enum Count : std::size_t {
         input,
@@ -28,6 +28,7 @@ struct UsageCell {
     std::optional<std::chrono::sys_days> day{}; ///< in UTC; null for messages without a time, too
     std::string project{};                      ///< the path of its folder
     std::string model{};                        ///< as logged
+    std::uint64_t message = 0;                  ///< a hash of the message's identifier; 0 for several
     std::array<std::int64_t, picodollars + 1> counts{};
 
     /// Adds the counts; a sum that is too large is the largest number.

@@ -27,12 +27,17 @@ std::string hashedName(const std::string &path, const QByteArray &key) {
 
 } // namespace
 
+std::chrono::sys_days singlySince(Instant now) {
+    return std::chrono::floor<std::chrono::days>(now) - std::chrono::days(1);
+}
+
 std::string metricsText(const ReportOptions &options, const Snapshot &snapshot, std::vector<UsageCell> cells,
                         bool areCounters, const std::filesystem::path &folder) {
     using Projects = ReportOptions::Projects;
     UsageCounters counters(folder);
     if (areCounters)
-        cells = counters.raise(cells, options.metricsProjects != Projects::none);
+        cells = counters.raise(cells, options.metricsProjects != Projects::none,
+                               singlySince(snapshot.usage.sessionReadAt.value()));
     if (options.metricsProjects == Projects::hashed) {
         const auto key = QByteArray::fromStdString(counters.key());
         std::map<std::string, std::string> names{{"", ""}};

@@ -12,6 +12,9 @@
 
 namespace burnwick {
 
+/// Returns the day from which on the cells of metrics are those of single messages.
+[[nodiscard]] std::chrono::sys_days singlySince(Instant now);
+
 /// Returns the metrics of the snapshot and of the cells, which are by project if the options name projects.
 /// With counters, the use is what the counters in the folder become. Throws std::runtime_error if they, or
 /// the key for names of projects, cannot be read or stored.

@@ -134,7 +134,8 @@ Snapshot readSnapshot(const ReportOptions &options, const Clock &clock, std::vec
         const auto exactSums = counting.sums(*history, usage.calendar);
         updateHistory(usage, sums.get(), *exactSums, now);
         if (options.isMetrics())
-            cells = usageCells(*exactSums, options.metricsProjects != ReportOptions::Projects::none);
+            cells = usageCells(*exactSums, options.metricsProjects != ReportOptions::Projects::none,
+                               singlySince(now));
     }
     if (options.form != Form::title && !options.isBreakdown())
         addLimits(snapshot, ledger, *history, isWholeHistory, now);

@@ -25,9 +25,9 @@ using test::Program;
 TEST(MetricsFormTest, IsPrometheusText) {
     const Instant at = test::at("2026-02-01T12:00:00.900Z");
     Metrics metrics{
-        {{{}, "", "b\"\\\n\xff", {1, 2, 3, 4, 5, 6, 7, 1'500'000'000'001}},
-         {{}, "", "a", {10, 0, 0, 0, 0, 1, 0, 0}},
-         {std::chrono::floor<std::chrono::days>(at), "", "a", {5, 0, 0, 0, 0, 1, 0, 250'000'000'000}}},
+        {{{}, "", "b\"\\\n\xff", 0, {1, 2, 3, 4, 5, 6, 7, 1'500'000'000'001}},
+         {{}, "", "a", 0, {10, 0, 0, 0, 0, 1, 0, 0}},
+         {std::chrono::floor<std::chrono::days>(at), "", "a", 0, {5, 0, 0, 0, 0, 1, 0, 250'000'000'000}}},
         true,
         {{.kind = Limit::Kind::session, .usedPct = 37.5, .resetsAt = at + 1h, .observedAt = at},
          {.kind = Limit::Kind::weeklyScoped, .model = "Opus", .usedPct = 120, .observedAt = at}},
@@ -74,7 +74,7 @@ burnwick_limit_observed_timestamp_seconds{limit="weekly_scoped",model="Opus"} 17
 # TYPE burnwick_burn_tokens_per_minute gauge
 burnwick_burn_tokens_per_minute 12.25
 )");
-    metrics = {{{{}, "/p", "", {}}}};
+    metrics = {{{{}, "/p", "", 0, {}}}};
     const std::string gauges = metricsForm(metrics, "1.2.3");
     EXPECT_NE(gauges.find("# TYPE burnwick_messages gauge\nburnwick_messages{project=\"/p\"} 0\n"),
               std::string::npos);
