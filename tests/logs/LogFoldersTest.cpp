@@ -100,6 +100,9 @@ TEST(LogFoldersTest, ALogInSeveralFoldersCountsOnceAlsoWhileItGrows) {
         {home.projects(), home.path() / "missing", home.path() / "link", more / "deep", more});
     auto history = parser.parseAllEntries();
     ASSERT_EQ(history->files.size(), 2U);
+    for (const LogFile &file : history->files)
+        EXPECT_TRUE(file.path == home.projects() / "p/a.jsonl" || file.path == more / "deep/b.jsonl")
+            << file.path;
     EXPECT_EQ(parser.parseRecentEntries(modified)->files.size(), 2U);
 
     home.add("p/new.jsonl", line, modified);
