@@ -182,6 +182,7 @@ class Check:
         at = time.time()
         for rule, metric, seconds, without in (
                 ("burnwick:tokens:rate5m", "burnwick_tokens_total", 300, ("kind",)),
+                ("burnwick:tokens_by_kind:rate5m", "burnwick_tokens_total", 300, ("model",)),
                 ("burnwick:cost_usd:rate1h", "burnwick_cost_usd_total", 3600, ("kind",))):
             labels = [label for label in LABELS if label not in without]
             found = self.servers.values(f"sum by ({', '.join(labels)}) ({rule})", *labels, at=at)
@@ -210,7 +211,23 @@ def configured(file, targets, seconds=1):
     return head + example + rows
 
 
+def verify_units(report, place):
+    """Has systemd read the service and the timer, with a program that exists."""
+    folder = place / "units"
+    (folder / "runtime").mkdir(parents=True)
+    for file in (DATA.parent / "systemd").glob("burnwick-metrics.*"):
+        text = file.read_text().replace("ExecStart=burnwick-report", f"ExecStart={report or '/bin/true'}")
+        (folder / file.name).write_text(text)
+    environment = {"PATH": os.environ["PATH"], "HOME": str(folder), "XDG_RUNTIME_DIR": str(folder / "runtime")}
+    done = subprocess.run(["systemd-analyze", "--user", "--man=no", "verify", *folder.glob("burnwick-metrics.*")],
+                          env=environment, capture_output=True, text=True)
+    if done.returncode or done.stderr:
+        raise Failed(f"systemd-analyze: {done.stderr}")
+    said("systemd-analyze verify of the service and the timer", "accepted")
+
+
 def compare(servers, report, place):
+    verify_units(report, place)
     for arguments in (("check", "rules", DATA / "burnwick-rules.yml"), ("test", "rules", HERE / "rules-test.yml"),
                       ("check", "config", DATA / "prometheus.yml")):
         servers.promtool(*arguments)
@@ -228,7 +245,8 @@ def compare(servers, report, place):
     watch.compare_alerts(check, said)
     check.compare_increases()
     check.compare_usage_rules()
-    said("queries of the dashboard", "{} with {} results".format(*dashboard.run(servers, DATA / "burnwick-dashboard.json")))
+    queries, rows = dashboard.run(servers, DATA / "burnwick-dashboard.json")
+    said("queries of the dashboard", f"{queries} with {rows} results")
     watch.old_file(check, said)
     watch.two_users(check, said)
     watch.await_reset(check, said)
@@ -236,16 +254,15 @@ def compare(servers, report, place):
 
 
 def main():
-    debian, *rest = [Path(argument).resolve() if number < 1 else argument
-                     for number, argument in enumerate(sys.argv[1:])]
+    debian, rest = Path(sys.argv[1]).resolve(), sys.argv[2:]
     place = Path(tempfile.mkdtemp(prefix="burnwick-metrics-"))
     begin = time.monotonic()
     try:
         with Servers(debian, place) as servers:
             if rest[:1] == ["scale"]:
-                scale.measure(servers, place, int(rest[1]) if rest[1:] else 2000, configured, said)
+                scale.measure(servers, DATA, place, int(rest[1]) if rest[1:] else 2000, configured, said)
             else:
-                compare(servers, rest[0] if rest else None, place)
+                compare(servers, Path(rest[0]).resolve() if rest else None, place)
         said("all of it", f"{time.monotonic() - begin:.0f} s")
     except Failed as failure:
         sys.exit(f"metrics: {failure}")

@@ -19,8 +19,8 @@ class Failed(Exception):
     pass
 
 
-def wait(condition, what, seconds=30):
-    """Returns the first true result of the condition, which is asked until then."""
+def wait(condition, what, seconds=30, pause=0.05):
+    """Returns the first true result of the condition, which is asked until then, with pauses in seconds."""
     deadline = time.monotonic() + seconds
     while True:
         result = condition()
@@ -28,7 +28,7 @@ def wait(condition, what, seconds=30):
             return result
         if time.monotonic() > deadline:
             raise Failed(f"{what}: not within {seconds} s")
-        time.sleep(0.05)
+        time.sleep(pause)
 
 
 def free_port():
@@ -108,18 +108,21 @@ class Servers:
             raise Failed(f"{query}: {labels} do not tell the results apart")
         return found
 
-    def await_rules(self):
+    def rule_groups(self):
+        with urllib.request.urlopen(self.address + "/api/v1/rules", timeout=60) as answer:
+            return json.load(answer)["data"]["groups"]
+
+    def await_rules(self, seconds=30):
         """Waits until each group of rules has been evaluated after this call began."""
         begin = time.time()
 
         def evaluated():
-            with urllib.request.urlopen(self.address + "/api/v1/rules", timeout=60) as answer:
-                groups = json.load(answer)["data"]["groups"]
             # Nine decimals are more than fromisoformat() reads.
-            times = [datetime.fromisoformat(group["lastEvaluation"][:19] + "+00:00").timestamp() for group in groups]
-            return groups and min(times) > begin
+            times = [datetime.fromisoformat(group["lastEvaluation"][:19] + "+00:00").timestamp()
+                     for group in self.rule_groups()]
+            return times and min(times) > begin
 
-        wait(evaluated, "the rules are evaluated")
+        wait(evaluated, "the rules are evaluated", seconds)
 
     def promtool(self, *arguments, text=None):
         done = subprocess.run([self.programs / "promtool", *arguments], input=text, text=True, capture_output=True)
