@@ -2,7 +2,7 @@
 
 set(doc_directory ${CMAKE_INSTALL_DATADIR}/doc/burnwick)
 install(FILES packaging/copyright packaging/changelog README.md DESTINATION ${doc_directory})
-install(FILES docs/security.md docs/status-item.md DESTINATION ${doc_directory}/docs)
+install(FILES docs/security.md docs/status-item.md docs/teams.md DESTINATION ${doc_directory}/docs)
 
 set(CPACK_PACKAGE_NAME burnwick)
 set(CPACK_PACKAGE_VENDOR "The Burnwick developers")

@@ -108,13 +108,12 @@ class Check:
         return self.servers.values(f"sum by ({', '.join(LABELS)}) ({metric}) != 0", *LABELS)
 
     def await_scrape(self, metric):
-        """Waits until Prometheus has the last values, and until a rule has been evaluated after them."""
+        """Waits until Prometheus has the last values."""
         expected = self.expected(metric)
         def arrived():
             found = self.scraped(metric)
             return found.keys() == expected.keys() and all(abs(found[key] - expected[key]) < 1e-9 for key in found)
         wait(arrived, f"Prometheus has the values of {metric}")
-        self.servers.await_rules()
 
     def increments(self, metric):
         """Returns by how much each counter has risen; after a fall the whole new value counts."""
@@ -148,12 +147,15 @@ class Check:
             expected = self.expected(metric)
             require_equal(self.scraped(metric), expected, metric)
             count += len(expected)
+        self.servers.await_rules()
         totals = {name: self.servers.values(f"sum({name}_total or {name})")[()] for name in FIGURES[:2]}
         said("sums of each machine, model and kind", f"{count} equal; {totals[FIGURES[0]]:.0f} tokens, "
              f"{totals[FIGURES[1]]:.6f} dollars")
 
     def change(self):
         """Anna goes on and uses more of a limit; bert begins anew with less, then goes on."""
+        wait(lambda: min(self.servers.values("min(count_over_time(burnwick_tokens_total[30m]))").values()) >= 3,
+             "some scrapes of each counter before it changes")
         now = int(time.time())
         anna, bert = self.homes["anna"], self.homes["bert"]
         anna.messages += [Message(OPUS, (500, 4000, 0, 100, 80_000)), Message(SONNET, (10, 20, 30, 0, 40))]
@@ -166,6 +168,10 @@ class Check:
         bert.messages.append(Message(OPUS, (50, 60, 0, 0, 700)))
         self.publish("bert")
         self.compare_sums()
+
+        # With more samples Prometheus extrapolates less.
+        wait(lambda: len(self.servers.values("count_over_time(burnwick_build_info[30m]) >= 25", "instance")) ==
+             len(self.homes), "25 scrapes")
 
     def compare_increases(self):
         count = 0

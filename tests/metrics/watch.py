@@ -35,13 +35,14 @@ def compare_limit_rules(check, said):
 
     # The slope of the least squares through the scraped values, as Python computes it.
     until_full = servers.values("burnwick:limit_until_full:seconds", *LIMIT, at=at)
+    evaluated = max(servers.values("timestamp(burnwick:limit_until_full:seconds)", *LIMIT, at=at).values())
     bounds = {}
-    for row in servers.ask("query", query="burnwick_limit_used_ratio[30m]", time=at):
+    for row in servers.ask("query", query="burnwick_limit_used_ratio[30m]", time=evaluated):
         key = tuple(row["metric"].get(label, "") for label in LIMIT)
         times, ratios = zip(*((float(instant), float(ratio)) for instant, ratio in row["values"]))
         if key in limits and limits[key].used < 1 and len(set(ratios)) > 1:
             left = (1 - limits[key].used) / statistics.linear_regression(times, ratios).slope
-            bounds[key] = (left * .8, left * 1.25)  # a scrape or two may lie between
+            bounds[key] = (left * .9, left * 1.1)  # the last scrape may have come after the rule
     require_within(until_full, bounds, "burnwick:limit_until_full:seconds")
     said("burnwick:limit_until_full:seconds", ", ".join(f"{key[0]} {value:.0f} s" for key, value in until_full.items()))
     stops = {key: value for key, value in until_full.items() if value < until_reset[key]}
