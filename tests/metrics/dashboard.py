@@ -56,7 +56,7 @@ def ask(servers, target, now):
     if target["interval"] == "1d":
         day = 24 * 3600
         today = now // day * day
-        return servers.ask("query_range", query=query, start=today - 29 * day, end=today, step=day)
+        return servers.ask("query_range", query=query, start=today - 6 * day, end=today, step=day)
     return servers.ask("query_range", query=query, start=now - 3600, end=now, step=15)
 
 
