@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/env -S python3 -B
 # SPDX-FileCopyrightText: 2026 The Burnwick developers
 # SPDX-License-Identifier: MIT
 """check.py DEBIAN [REPORT]: scrapes the metrics of three sample homes with the Prometheus and node_exporter in the
