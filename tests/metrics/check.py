@@ -52,14 +52,14 @@ def sample_homes(now):
 
 
 def parsed(text):
-    """Returns the series of a metrics file, projects added up, without zeros and those that no home has."""
+    """Returns the series of a metrics file, projects added up, without those that no home has."""
     sums = {}
     for name, labels, value in re.findall(r"^(burnwick_\w+)(?:\{(.*)\})? (\S+)$", text, re.M):
         pairs = tuple(sorted(pair for pair in re.findall(r'(\w+)="((?:[^"\\]|\\.)*)"', labels)
                              if pair[0] != "project" and pair[1]))
         sums[name, pairs] = sums.get((name, pairs), 0) + float(value)
     own = ("burnwick_burn_tokens_per_minute", "burnwick_build_info")
-    return {key: value for key, value in sums.items() if value and key[0] not in own}
+    return {key: value for key, value in sums.items() if key[0] not in own}
 
 
 class Check:
@@ -102,7 +102,8 @@ class Check:
     def expected(self, metric):
         """Returns the last value of each home's series of that name, by LABELS."""
         return {(name, *(dict(labels).get(label, "") for label in LABELS[1:])): value
-                for name, waves in self.waves.items() for (key, labels), value in waves[-1].items() if key == metric}
+                for name, waves in self.waves.items() for (key, labels), value in waves[-1].items()
+                if key == metric and value}
 
     def scraped(self, metric):
         return self.servers.values(f"sum by ({', '.join(LABELS)}) ({metric}) != 0", *LABELS)
@@ -153,12 +154,13 @@ class Check:
              f"{totals[FIGURES[1]]:.6f} dollars")
 
     def change(self):
-        """Anna goes on and uses more of a limit; bert begins anew with less, then goes on."""
+        """Anna goes on and uses more of a limit, then loses her history; bert begins anew with less, and both go on."""
         wait(lambda: min(self.servers.values("min(count_over_time(burnwick_tokens_total[30m]))").values()) >= 3,
              "some scrapes of each counter before it changes")
         now = int(time.time())
         anna, bert = self.homes["anna"], self.homes["bert"]
-        anna.messages += [Message(OPUS, (500, 4000, 0, 100, 80_000)), Message(SONNET, (10, 20, 30, 0, 40))]
+        anna.messages += [Message(OPUS, (500, 4000, 0, 100, 80_000)),
+                          Message(SONNET, (10, 20, 30, 0, 40), "secret-work-too")]
         anna.limits[0] = Limit("session", .66, anna.limits[0].resets_at, now)
         self.publish("anna")
         shutil.rmtree(self.place / "bert" / "home")
@@ -167,6 +169,10 @@ class Check:
         self.compare_sums()
         bert.messages.append(Message(OPUS, (50, 60, 0, 0, 700)))
         self.publish("bert")
+        anna.lose_history(self.place / "anna" / "home")
+        self.publish("anna")
+        anna.messages.append(Message(OPUS, (20, 10, 0, 0, 500)))
+        self.publish("anna")
         self.compare_sums()
 
         # With more samples Prometheus extrapolates less.

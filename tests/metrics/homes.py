@@ -3,6 +3,7 @@
 """Sample homes: the logs that the program reads, and what its metrics must be, computed from the same messages."""
 
 import json
+import shutil
 import time
 from collections import defaultdict
 from dataclasses import dataclass, field
@@ -44,34 +45,40 @@ class Home:
     messages: list = field(default_factory=list)
     limits: list = field(default_factory=list)
     gives_projects: bool = False
+    lost: list = field(default_factory=list)  # messages that were counted and are in no log any more
 
     def series(self):
-        """Returns name and labels to value, without the labels of projects and the zeros."""
+        """Returns name and labels to value, without the labels of projects."""
         sums = defaultdict(float)
         suffix = "_total" if self.keeps_history else ""
-        for message in self.messages:
+        for message in self.lost + self.messages:
             model = ("model", message.model)
             for kind, count in zip(KINDS, message.tokens):
                 sums["burnwick_tokens" + suffix, (("kind", kind), model)] += count
             sums["burnwick_messages" + suffix, (model,)] += 1
             prices = PRICES.get(message.model)
-            if prices:
-                cost = sum(count * price for count, price in zip(message.tokens, prices)) / 1e6
-                sums["burnwick_cost_usd" + suffix, (model,)] += cost
-            else:
-                sums["burnwick_unpriced_tokens" + suffix, (model,)] += sum(message.tokens)
+            cost = sum(count * price for count, price in zip(message.tokens, prices or ())) / 1e6
+            sums["burnwick_cost_usd" + suffix, (model,)] += cost
+            sums["burnwick_unpriced_tokens" + suffix, (model,)] += 0 if prices else sum(message.tokens)
         for limit in self.limits:
             labels = (("limit", limit.kind),) + ((("model", limit.model),) if limit.model else ())
             sums["burnwick_limit_used_ratio", labels] = limit.used
             sums["burnwick_limit_reset_timestamp_seconds", labels] = limit.resets_at
             sums["burnwick_limit_observed_timestamp_seconds", labels] = limit.observed_at
-        return {key: value for key, value in sums.items() if value}
+        return dict(sums)
+
+    def lose_history(self, home: Path):
+        """Removes the logs and what was kept of them, but not what was counted."""
+        self.lost, self.messages = self.lost + self.messages, []
+        shutil.rmtree(home / ".claude/projects")
+        for file in (home / ".local/share/burnwick").glob("ledger*"):
+            file.unlink()
 
     def write(self, home: Path):
         """Writes logs, settings and limits. The lines of a message repeat its counts, as the assistant's do."""
         logs = defaultdict(list)
         begin = time.time() - 3600
-        for number, message in enumerate(self.messages):
+        for number, message in enumerate(self.messages, len(self.lost)):
             stamp = utc(begin + number)
             placeholder = (message.tokens[0], min(message.tokens[1], 4), *message.tokens[2:])
             logs[message.project] += [log_line(message, number, stamp, counts)

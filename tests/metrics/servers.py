@@ -143,8 +143,8 @@ def require_equal(found, expected, what):
 
 
 def require_within(found, bounds, what):
-    """Requires the same keys, and each value between its bounds."""
+    """Requires the same keys, and each value between its bounds; those without bounds are 0."""
     for key in sorted(found.keys() | bounds.keys()):
-        low, high = bounds.get(key, (math.nan, math.nan))
+        low, high = bounds.get(key, (0, 0))
         if key not in found or not (low - 1e-9 <= found[key] <= high + 1e-9):
             raise Failed(f"{what}: {key} is {found.get(key)}, expected {low} to {high}")
