@@ -31,6 +31,7 @@ Q_LOGGING_CATEGORY(countersLog, "burnwick.counters")
 
 constexpr int longestWait = 2'000; // milliseconds
 constexpr std::int64_t noDay = std::numeric_limits<std::int32_t>::min();
+constexpr int presentVersion = 1;
 constexpr std::size_t keyBytes = 32;
 
 constexpr const char *schema = R"(
@@ -128,7 +129,13 @@ class UsageCounters::File {
 public:
     explicit File(const fs::path &path)
         : database(path.string(), SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX, longestWait) {
+        const int version = database.execAndGet("PRAGMA user_version").getInt();
+        if (version > presentVersion)
+            throw std::runtime_error("a later version of Burnwick wrote it");
+        if (version == presentVersion)
+            return;
         database.exec(schema);
+        database.exec("PRAGMA user_version = " + std::to_string(presentVersion));
     }
 
     SQLite::Database database;

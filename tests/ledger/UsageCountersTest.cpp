@@ -5,6 +5,7 @@
 #include "support/LogCapture.h"
 #include "support/LogTreeFixture.h"
 
+#include <SQLiteCpp/SQLiteCpp.h>
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -105,6 +106,11 @@ TEST(UsageCountersTest, ADamagedFileIsMovedAsideAndAnUnusableOneIsAnError) {
     struct stat status {};
     ASSERT_EQ(::stat(file.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777U, 0600U);
+
+    SQLite::Database(file.string(), SQLite::OPEN_READWRITE).exec("PRAGMA user_version = 2");
+    const std::string laterBytes = test::bytesOf(file);
+    EXPECT_THROW(static_cast<void>(UsageCounters(directory.path()).key()), std::runtime_error);
+    EXPECT_EQ(test::bytesOf(file), laterBytes) << "of a later version";
 
     test::writeFile(file, std::string(5'000, 'x'));
     const test::LogCapture log;
