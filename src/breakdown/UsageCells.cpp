@@ -38,11 +38,9 @@ std::vector<UsageCell> usageCells(const BreakdownSums &sums, bool byProject,
         const Day day = at ? Day(std::chrono::floor<std::chrono::days>(*at)) : Day();
         const std::string_view project = byProject ? message.context.folder.view() : std::string_view();
         const std::string_view model = message.context.model.view();
-        std::uint64_t key = day && *day >= singlySince ? keyOf(message, *at) : 0;
-        auto [cell, isNew] = cells.try_emplace({day, project, model, key});
-        // Several messages without an identifier may be equal.
-        while (key != 0 && message.messageKey == 0 && !isNew)
-            std::tie(cell, isNew) = cells.try_emplace({day, project, model, ++key});
+        // Equal keys, which are rare, share a cell: no order of the logs tells them apart.
+        const std::uint64_t key = day && *day >= singlySince ? keyOf(message, *at) : 0;
+        const auto [cell, isNew] = cells.try_emplace({day, project, model, key});
         if (isNew)
             cell->second = {day, std::string(project), std::string(model), key, {}};
         cell->second.add({message.input, message.output, message.cacheWrite5m, message.cacheWrite1h,

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "breakdown/ExactCounting.h"
 
+#include "breakdown/UsageCells.h"
 #include "breakdown/UsageLine.h"
 #include "logs/JSONLParser.h"
 #include "support/LogTreeFixture.h"
@@ -9,7 +10,9 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <sstream>
+#include <tuple>
 
 namespace burnwick {
 namespace {
@@ -27,10 +30,37 @@ std::shared_ptr<const LogHistory> historyOf(const test::LogHome &home, const std
     return JSONLParser(home.path(), 1).parseAllEntries();
 }
 
+/// Compares the cells of single messages, and those of whole days and projects, with the sums of all
+/// messages.
+void expectSums(const BreakdownSums &sums) {
+    const UsageBreakdown breakdown = sums.within(TimeFilter::all, now, 0);
+    for (const bool areSingle : {false, true}) {
+        std::map<std::string, UsageCell> models;
+        std::int64_t messages = 0;
+        const auto since = areSingle ? std::chrono::sys_days::min() : std::chrono::sys_days::max();
+        for (const UsageCell &cell : usageCells(sums, !areSingle, since)) {
+            models[cell.model].add(cell.counts);
+            messages += cell.counts[UsageCell::messages];
+            EXPECT_EQ(cell.message != 0, areSingle && cell.day);
+        }
+        EXPECT_EQ(messages, breakdown.history.messageCount);
+        ASSERT_EQ(models.size(), breakdown.models.size());
+        for (const ModelUsage &model : breakdown.models) {
+            const auto &[input, output, write5m, write1h, read, count, unpriced, cost] =
+                models[model.name].counts;
+            EXPECT_EQ((std::tuple(input, output, write5m, write1h, read, unpriced, dollarsOf(cost))),
+                      (std::tuple(model.input, model.output, model.cacheWrite5m, model.cacheWrite1h,
+                                  model.cacheRead, model.total.unpriced, model.total.cost)));
+        }
+    }
+}
+
 UsageBreakdown breakdownOf(const std::vector<std::string> &logs, TimeFilter filter = TimeFilter::all) {
     const test::LogHome home;
     ExactCounting counting(PriceTable::ofProduct());
-    return counting.sums(*historyOf(home, logs), Calendar::inZone("Etc/UTC"))->within(filter, now, 0);
+    const auto sums = counting.sums(*historyOf(home, logs), Calendar::inZone("Etc/UTC"));
+    expectSums(*sums);
+    return sums->within(filter, now, 0);
 }
 
 std::string textOf(const UsageBreakdown &breakdown) {
