@@ -47,6 +47,7 @@ struct Desktop {
         environment.insert(QStringLiteral("DISPLAY"), display.name());
         environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
         environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
+        environment.remove(QStringLiteral("CLAUDE_CONFIG_DIR"));
         return environment;
     }
 

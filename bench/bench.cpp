@@ -133,9 +133,10 @@ std::filesystem::path ledgerFolder(const Options &options) {
 }
 
 ProcessCost runReport(const Options &options, const std::string &output = "/dev/null") {
-    return runProcess(
-        {options.report->string(), "--json"},
-        {"HOME=" + options.sessions.string(), "XDG_DATA_HOME=" + ledgerFolder(options).string()}, output);
+    return runProcess({options.report->string(), "--json"},
+                      {"HOME=" + options.sessions.string(), "XDG_DATA_HOME=" + ledgerFolder(options).string(),
+                       "CLAUDE_CONFIG_DIR="},
+                      output);
 }
 
 /// Without anything that an earlier run has left.

@@ -37,6 +37,7 @@ QProcessEnvironment environmentWith(const QString &home) {
     environment.insert(QStringLiteral("XDG_DATA_HOME"), home + QStringLiteral("/.local/share"));
     environment.insert(QStringLiteral("XDG_STATE_HOME"), home + QStringLiteral("/.local/state"));
     environment.insert(QStringLiteral("XDG_CACHE_HOME"), home + QStringLiteral("/.cache"));
+    environment.remove(QStringLiteral("CLAUDE_CONFIG_DIR"));
     // A login would change the user's account: many terminals run in a server process with the user's home.
     environment.insert(QStringLiteral("TERMINAL"), QStringLiteral("true"));
     return environment;

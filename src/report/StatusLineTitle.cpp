@@ -41,8 +41,10 @@ static_assert(std::is_trivially_copyable_v<TitleFigures>, "it is sent through a 
 
 /// Waits until no other process reads the logs for a title; until its end, others wait for this one. Returns
 /// false at the deadline: while the first reading of large logs lasts, no queue of processes may form.
-bool becomeOnlyReader(const std::filesystem::path &logs, steady_clock::time_point deadline) {
-    const int folder = ::open(logs.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+bool becomeOnlyReader(const std::vector<std::filesystem::path> &logs, steady_clock::time_point deadline) {
+    int folder = -1;
+    for (auto first = logs.begin(); folder < 0 && first != logs.end(); ++first)
+        folder = ::open(first->c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     while (folder >= 0 && ::flock(folder, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
         if (steady_clock::now() > deadline)
             return false;
@@ -96,7 +98,7 @@ TitleFigures figuresOf(const LogHistory &history, FigureChoice choice) {
 /// Writes the figures to the pipe, then stores them if that was late.
 void readFigures(const TitleSources &sources, Instant now, const TitleDeadlines &deadlines, int pipe) {
     const JSONLParser parser(sources.logFolders);
-    if (!becomeOnlyReader(parser.projectsURL(), deadlines.last))
+    if (!becomeOnlyReader(parser.folders(), deadlines.last))
         return;
     const auto began = steady_clock::now();
     Ledger ledger(sources.ledgerFolder);

@@ -9,15 +9,23 @@ namespace {
 /// The demonstration, started by a user whose home is the fixture's.
 class DemoProgramTest : public test::ProgramFixture {
 protected:
-    DemoProgramTest() { set({{"TMPDIR", QString::fromStdString(m_temporary.path().string())}}); }
+    DemoProgramTest() {
+        set({{"TMPDIR", QString::fromStdString(m_temporary.path().string())},
+             {"CLAUDE_CONFIG_DIR", QString::fromStdString(m_users.path().string())}});
+        // Billions of tokens, which the demonstration never has.
+        test::writeFile(m_users.path() / "projects" / "log.jsonl",
+                        test::usageLine("2026-02-01T12:00:00Z", 5'000'000'000'000, 0));
+    }
 
     test::TemporaryDirectory m_temporary;
+    test::TemporaryDirectory m_users;
 };
 
 TEST_F(DemoProgramTest, LeavesTheUsersInstanceAndFilesAlone) {
     const FakeApplication usersInstance;
     ASSERT_TRUE(startProgram());
     EXPECT_TRUE(waitFor([&] { return title().contains(QStringLiteral("s67%")); })) << title().toStdString();
+    EXPECT_TRUE(title().contains(u'M') && !title().contains(u'B')) << title().toStdString();
     EXPECT_TRUE(endsAt(SIGINT));
     EXPECT_TRUE(usersInstance.requests().isEmpty());
     EXPECT_TRUE(std::filesystem::is_empty(m_home.path()));

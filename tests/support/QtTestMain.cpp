@@ -31,6 +31,7 @@ void moveHomeTo(const QTemporaryDir &home) {
     point("XDG_DATA_HOME", QStringLiteral(".local/share"));
     point("XDG_STATE_HOME", QStringLiteral(".local/state"));
     point("XDG_CACHE_HOME", QStringLiteral(".cache"));
+    qunsetenv("CLAUDE_CONFIG_DIR");
     // A runtime directory must be private to its owner, as a directory of mkdtemp() is.
     qputenv("XDG_RUNTIME_DIR", home.path().toUtf8());
 }
