@@ -12,7 +12,7 @@ protected:
     DemoProgramTest() {
         set({{"TMPDIR", QString::fromStdString(m_temporary.path().string())},
              {"CLAUDE_CONFIG_DIR", QString::fromStdString(m_users.path().string())}});
-        // Billions of tokens, which the demonstration never has.
+        // More tokens than the demonstration has.
         test::writeFile(m_users.path() / "projects" / "log.jsonl",
                         test::usageLine("2026-02-01T12:00:00Z", 5'000'000'000'000, 0));
     }
@@ -25,7 +25,7 @@ TEST_F(DemoProgramTest, LeavesTheUsersInstanceAndFilesAlone) {
     const FakeApplication usersInstance;
     ASSERT_TRUE(startProgram());
     EXPECT_TRUE(waitFor([&] { return title().contains(QStringLiteral("s67%")); })) << title().toStdString();
-    EXPECT_TRUE(title().contains(u'M') && !title().contains(u'B')) << title().toStdString();
+    EXPECT_LT(title().indexOf(u' '), 8) << title().toStdString();
     EXPECT_TRUE(endsAt(SIGINT));
     EXPECT_TRUE(usersInstance.requests().isEmpty());
     EXPECT_TRUE(std::filesystem::is_empty(m_home.path()));
