@@ -62,7 +62,8 @@ const QString versionName = QStringLiteral("version");
 
 void addOptions(QCommandLineParser &parser) {
     parser.setApplicationDescription(
-        QStringLiteral("Token usage and cost of Claude Code, from its session logs in ~/.claude/projects."));
+        QStringLiteral("Token usage and cost of Claude Code, from its session logs in ~/.claude/projects and "
+                       "other folders."));
     // Not addHelpOption(): its --help-all lists options of graphical programs.
     parser.addOption({{QStringLiteral("h"), helpName}, QStringLiteral("Print this help.")});
     parser.addOption({{QStringLiteral("v"), versionName}, QStringLiteral("Print the version.")});
@@ -82,7 +83,7 @@ void addOptions(QCommandLineParser &parser) {
     parser.addOption({metricsProjectsName,
                       QStringLiteral("With metrics: count each project apart, named by a hash with a key of "
                                      "this machine, or by its path (=plain)."),
-                      QStringLiteral("[=plain]")});
+                      QStringLiteral("=plain")});
     parser.addOption({csvName, QStringLiteral("Print projects, models or days as CSV.")});
     for (const FormOption &option : outputOptions)
         parser.addOption({option.name, option.description, option.value});
@@ -202,7 +203,11 @@ QString reportHelp() {
     QCommandLineParser parser;
     addOptions(parser);
     // The parser gets the program's name from the application object, which the help does not need otherwise.
-    return parser.helpText().replace(QStringLiteral("<executable_name>"), QStringLiteral("burnwick-report"));
+    // It knows no options with an optional value.
+    return parser.helpText()
+        .replace(QStringLiteral("<executable_name>"), QStringLiteral("burnwick-report"))
+        .replace(QStringLiteral("--metrics-projects <=plain>"),
+                 QStringLiteral("--metrics-projects[=plain] "));
 }
 
 } // namespace burnwick
