@@ -62,8 +62,7 @@ const QString versionName = QStringLiteral("version");
 
 void addOptions(QCommandLineParser &parser) {
     parser.setApplicationDescription(
-        QStringLiteral("Token usage and cost of Claude Code, from its session logs in ~/.claude/projects and "
-                       "other folders."));
+        QStringLiteral("Token usage and cost of Claude Code, from the session logs that it writes."));
     // Not addHelpOption(): its --help-all lists options of graphical programs.
     parser.addOption({{QStringLiteral("h"), helpName}, QStringLiteral("Print this help.")});
     parser.addOption({{QStringLiteral("v"), versionName}, QStringLiteral("Print the version.")});
