@@ -40,6 +40,7 @@ constexpr const char *schema = R"(
         byProject INTEGER NOT NULL, day INTEGER NOT NULL, project BLOB NOT NULL, model BLOB NOT NULL,
         message INTEGER NOT NULL, c0 INTEGER, c1 INTEGER, c2 INTEGER, c3 INTEGER, c4 INTEGER, c5 INTEGER,
         c6 INTEGER, c7 INTEGER, PRIMARY KEY(byProject, day, project, model, message)) WITHOUT ROWID;
+    CREATE TABLE IF NOT EXISTS since(byProject INTEGER PRIMARY KEY, day INTEGER NOT NULL);
     CREATE TABLE IF NOT EXISTS key(id INTEGER PRIMARY KEY, bytes BLOB NOT NULL);
 )";
 
@@ -69,6 +70,23 @@ Cells storedCells(SQLite::Database &database, bool byProject) {
     return cells;
 }
 
+void add(Counts &sum, const Counts &counts) {
+    UsageCell cell{.counts = sum};
+    cell.add(counts);
+    sum = cell.counts;
+}
+
+/// Returns the latest day since which messages were ever counted singly, and keeps it.
+std::int64_t latestSince(SQLite::Database &database, bool byProject, std::int64_t day) {
+    SQLite::Statement raise(database, "INSERT INTO since VALUES(?, ?) ON CONFLICT DO UPDATE SET "
+                                      "day = excluded.day WHERE excluded.day > day");
+    StatementUse(raise, std::int64_t{byProject}, day).run();
+    SQLite::Statement find(database, "SELECT day FROM since WHERE byProject = ?");
+    StatementUse use(find, std::int64_t{byProject});
+    use.next();
+    return use.integer(0);
+}
+
 /// Adds the messages of earlier days to their days.
 Cells condensed(const Cells &cells, std::int64_t singlySince) {
     Cells result;
@@ -76,9 +94,7 @@ Cells condensed(const Cells &cells, std::int64_t singlySince) {
         Place target = place;
         if (place.day < singlySince)
             target.message = 0;
-        UsageCell sum{.counts = result[target]};
-        sum.add(counts);
-        result[target] = sum.counts;
+        add(result[target], counts);
     }
     return result;
 }
@@ -174,13 +190,26 @@ auto UsageCounters::attempt(Work work) {
 std::vector<UsageCell> UsageCounters::raise(const std::vector<UsageCell> &cells, bool byProject,
                                             std::chrono::sys_days singlySince) {
     return attempt([&](SQLite::Database &database) {
+        const std::int64_t since = latestSince(database, byProject, singlySince.time_since_epoch().count());
         const Cells stored = storedCells(database, byProject);
-        Cells present = condensed(stored, singlySince.time_since_epoch().count());
+        Cells present = condensed(stored, since);
+        std::map<std::pair<std::int64_t, std::string>, Place> places; // of single messages
+        for (const auto &[place, counts] : present) {
+            if (place.message != 0)
+                places.emplace(std::pair(place.message, place.model), place);
+        }
+        Cells now;
         for (const UsageCell &cell : cells) {
-            const std::int64_t day = cell.day ? cell.day->time_since_epoch().count() : noDay;
-            Counts &counts =
-                present[{day, cell.project, cell.model, static_cast<std::int64_t>(cell.message)}];
-            std::ranges::transform(counts, cell.counts, counts.begin(), std::ranges::max);
+            Place place{cell.day ? cell.day->time_since_epoch().count() : noDay, cell.project, cell.model,
+                        static_cast<std::int64_t>(cell.message)};
+            // A log that appears later may move a message to another day or project.
+            if (const auto known = places.find({place.message, place.model}); known != places.end())
+                place = known->second;
+            add(now[place], cell.counts);
+        }
+        for (const auto &[place, counts] : condensed(now, since)) {
+            Counts &highest = present[place];
+            std::ranges::transform(highest, counts, highest.begin(), std::ranges::max);
         }
         store(database, byProject, stored, present);
         std::map<std::pair<std::string, std::string>, UsageCell> sums;

@@ -5,8 +5,11 @@
 #include "platform/FileIdentity.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <sstream>
+
+#include <unistd.h>
 
 namespace burnwick {
 
@@ -119,6 +122,9 @@ std::vector<fs::path> distinctFolders(const std::vector<fs::path> &folders) {
 std::error_code folderError(const fs::path &folder) {
     std::error_code error;
     static_cast<void>(fs::directory_iterator(folder, error));
+    // Of a folder without permission to search it, the names can be listed but no file be read.
+    if (!error && ::access(folder.c_str(), X_OK) != 0)
+        error = {errno, std::generic_category()};
     return error;
 }
 

@@ -26,8 +26,7 @@ using Environment = std::function<std::optional<std::string>(const char *name)>;
 
 /// Returns the folders that may have logs, which need not exist: ".claude" of the home directory, those that
 /// CLAUDE_CONFIG_DIR names (one, or several with commas between them), "claude" in $XDG_CONFIG_HOME or else
-/// in
-/// ".config", and the chosen ones. Each is named once.
+/// in ".config", and the chosen ones. Each is named once.
 [[nodiscard]] std::vector<ClaudeFolder> claudeFolders(const std::filesystem::path &home,
                                                       const std::vector<std::string> &chosen = {},
                                                       const Environment &environment = environmentVariable);

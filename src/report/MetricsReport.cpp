@@ -6,11 +6,16 @@
 #include "ledger/UsageCounters.h"
 #include "model/Version.h"
 
+#include <QtCore/QFileInfo>
 #include <QtCore/QMessageAuthenticationCode>
 #include <QtCore/QSaveFile>
 
 #include <map>
 #include <stdexcept>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 namespace burnwick {
 
@@ -53,7 +58,22 @@ std::string metricsText(const ReportOptions &options, const Snapshot &snapshot, 
                        version());
 }
 
+MetricsFileTurn::MetricsFileTurn(const QString &file)
+    : m_folder(::open(QFile::encodeName(QFileInfo(file).absolutePath()).constData(),
+                      O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+    if (m_folder >= 0)
+        ::flock(m_folder, LOCK_EX);
+}
+
+MetricsFileTurn::~MetricsFileTurn() {
+    if (m_folder >= 0)
+        ::close(m_folder);
+}
+
 void writeMetricsFile(const QString &file, const std::string &text) {
+    const QFileInfo present(file);
+    if (present.exists() && !present.isFile())
+        throw std::runtime_error("cannot write " + file.toStdString() + ": it is no regular file");
     QSaveFile target(file);
     const auto size = static_cast<qint64>(text.size());
     // QSaveFile alone would ignore a full disk in its last flush.

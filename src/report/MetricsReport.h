@@ -22,6 +22,20 @@ namespace burnwick {
                                       std::vector<UsageCell> cells, bool areCounters,
                                       const std::filesystem::path &folder);
 
+/// While it exists, no other process is between reading the counters and writing a metrics file in that
+/// folder: an earlier text must not replace a later one.
+class MetricsFileTurn {
+public:
+    /// Waits for the others. Does nothing if the folder cannot be opened.
+    explicit MetricsFileTurn(const QString &file);
+    ~MetricsFileTurn();
+    MetricsFileTurn(const MetricsFileTurn &) = delete;
+    MetricsFileTurn &operator=(const MetricsFileTurn &) = delete;
+
+private:
+    int m_folder;
+};
+
 /// Replaces the file as a whole; other users may read it, as far as the process's mask lets them. Throws
 /// std::runtime_error, and then leaves it as it was.
 void writeMetricsFile(const QString &file, const std::string &text);

@@ -77,7 +77,7 @@ void addOptions(QCommandLineParser &parser) {
         {quotaName, QStringLiteral("Ask for the account's quota and the service's status, too.")});
     parser.addOption({logsName,
                       QStringLiteral("Read the logs in this folder, at any depth, instead of the usual ones. "
-                                     "May be given several times. Keeps nothing."),
+                                     "May be given several times. Keeps nothing of them."),
                       QStringLiteral("folder")});
     parser.addOption({metricsProjectsName,
                       QStringLiteral("With metrics: count each project apart, named by a hash with a key of "

@@ -210,9 +210,11 @@ std::string report(const ReportOptions &options, const std::string &programName)
         return genmonForm(snapshot, clock.now());
     case Form::metrics:
         return metricsTextOf(options, snapshot, std::move(cells));
-    case Form::metricsFile:
+    case Form::metricsFile: {
+        const MetricsFileTurn turn(options.file);
         writeMetricsFile(options.file, metricsTextOf(options, snapshot, std::move(cells)));
         return {};
+    }
     case Form::json:
         return jsonForm(snapshot, version(), clock.now());
     case Form::projects:

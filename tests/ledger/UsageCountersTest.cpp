@@ -71,7 +71,11 @@ TEST(UsageCountersTest, WhatWasCountedStaysAndNothingIsCountedTwice) {
          7},
         {"a day has shrunk", 3, {cell(1, "a", 9), cell(2, "a", 4), cell(3, "a", 1, 1)}, 20, 7},
         {"a line of an old day came late", 3, {cell(2, "a", 12), cell(3, "a", 1, 1)}, 22, 7},
-        {"all is gone", 9, {}, 22, 7},
+        {"the clock was ahead", 5, {cell(3, "a", 1)}, 22, 7},
+        {"and is right again", 2, {cell(2, "a", 7, 1), cell(2, "a", 4, 4), cell(3, "a", 1, 1)}, 22, 7},
+        {"a message has moved to another day", 6, {cell(6, "a", 8, 6)}, 30, 7},
+        {"and back", 6, {cell(7, "a", 8, 6)}, 30, 7},
+        {"all is gone", 9, {}, 30, 7},
     };
     for (const auto &row : rows) {
         // As another program, and again by the same one.
@@ -84,10 +88,12 @@ TEST(UsageCountersTest, WhatWasCountedStaysAndNothingIsCountedTwice) {
     }
     UsageCounters counters(directory.path() / "a" / "b");
     EXPECT_EQ(
-        counters.raise({cell(1, "a", 3, 0, "/p"), cell(2, "a", 3, 0, "/q"), cell(3, "a", 3, 0, "/p")}, true,
+        counters.raise({cell(1, "a", 3, 0, "/p"), cell(2, "a", 3, 0, "/q"), cell(3, "a", 3, 1, "/p")}, true,
                        dayOf(3)),
         (Cells{{{}, "/p", "a", 0, {6, 0, 0, 0, 0, 2, 0, 0}}, {{}, "/q", "a", 0, {3, 0, 0, 0, 0, 1, 0, 0}}}));
-    EXPECT_EQ(inputOf(counters.raise({}, false, dayOf(3)), "a"), 22) << "projects are counted apart";
+    EXPECT_EQ(inputOf(counters.raise({}, false, dayOf(3)), "a"), 30) << "projects are counted apart";
+    EXPECT_EQ(counters.raise({cell(3, "a", 3, 1, "/moved")}, true, dayOf(3)).size(), 2U)
+        << "as another project";
     const Cells huge{cell(1, "c", most), cell(2, "c", most)};
     EXPECT_EQ(inputOf(counters.raise(huge, false, dayOf(3)), "c"), most);
 }

@@ -183,6 +183,10 @@ TEST_F(MetricsProgram, TheFileIsReplacedAsAWholeOrLeftAsItIs) {
     EXPECT_EQ(missing.exitCode, 1);
     EXPECT_EQ(missing.errors, "burnwick-report: cannot write " + (m_home.path() / "missing/x.prom").string() +
                                   ": No such file or directory\n");
+    fs::create_directory(m_home.path() / "x.prom");
+    EXPECT_EQ(write(m_home.path() / "x.prom").errors, "burnwick-report: cannot write " +
+                                                          (m_home.path() / "x.prom").string() +
+                                                          ": it is no regular file\n");
     keepHistory();
     const std::string before = test::bytesOf(file);
     const auto counters = m_home.path() / ".local/share/burnwick/counters.sqlite";

@@ -41,7 +41,7 @@ std::optional<FileIdentity> watchableAt(const fs::path &path) {
 
 struct Root {
     fs::path path;
-    std::optional<FileIdentity> identity; ///< null if it could not be watched
+    std::optional<FileIdentity> identity; ///< null if nothing can be watched there
     int watch = -1;                       ///< -1 without one
     bool hasEnded = false;
 };
@@ -61,6 +61,8 @@ public:
             const auto call = m_onChange; // the call may destroy this object
             call();
         });
+        m_isComplete =
+            std::ranges::none_of(m_roots, [](const Root &root) { return root.identity && root.watch == -1; });
         watchRoots();
     }
     ~InotifyTreeEventSource() override {
@@ -234,8 +236,6 @@ std::unique_ptr<TreeEventSource> platform::openTreeEventSource(const std::vector
         Root &root = watched.emplace_back(Root{path, watchableAt(path)});
         if (root.identity)
             root.watch = inotify_add_watch(inotify, path.c_str(), rootEvents);
-        if (root.watch == -1)
-            root.identity.reset();
     }
     if (std::ranges::all_of(watched, [](const Root &root) { return root.watch == -1; })) {
         close(inotify);
